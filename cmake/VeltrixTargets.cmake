@@ -1,0 +1,47 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+# How every target of Veltrix is compiled, and the functions that declare a floor and its tests.
+include(GoogleTest)
+
+add_library(veltrix_options INTERFACE)
+target_compile_options(veltrix_options INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
+    # The models must give the same bits on every compiler and at every optimisation level.
+    -ffp-contract=off -fno-fast-math
+    $<$<BOOL:${VELTRIX_WARNINGS_AS_ERRORS}>:-Werror>)
+target_compile_definitions(veltrix_options INTERFACE
+    QT_NO_KEYWORDS QT_NO_CAST_TO_ASCII QT_NO_CAST_FROM_BYTEARRAY QT_NO_FOREACH
+    QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+if(VELTRIX_SANITIZERS)
+    target_compile_options(veltrix_options INTERFACE
+        -fsanitize=${VELTRIX_SANITIZERS} -fno-omit-frame-pointer -fno-sanitize-recover=undefined)
+    target_link_options(veltrix_options INTERFACE -fsanitize=${VELTRIX_SANITIZERS})
+endif()
+
+# veltrix_floor(<name> DEPENDS <targets...> SOURCES <files...>)
+# Declares the library veltrix_<name>. A floor links only floors below it, so an include
+# that climbs has nothing to link against; includes are written "<floor>/<file>.h".
+function(veltrix_floor name)
+    cmake_parse_arguments(arg "" "" "DEPENDS;SOURCES;PRECOMPILE" ${ARGN})
+    add_library(veltrix_${name} STATIC ${arg_SOURCES})
+    set_target_properties(veltrix_${name} PROPERTIES AUTOMOC ON AUTORCC ON)
+    target_include_directories(veltrix_${name} PUBLIC ${CMAKE_SOURCE_DIR}/src)
+    target_link_libraries(veltrix_${name} PUBLIC veltrix_options ${arg_DEPENDS})
+    if(VELTRIX_PRECOMPILE_HEADERS AND arg_PRECOMPILE)
+        target_precompile_headers(veltrix_${name} PRIVATE ${arg_PRECOMPILE})
+    endif()
+endfunction()
+
+# veltrix_tests(<name> DEPENDS <targets...> SOURCES <files...>)
+# Declares the test program veltrix_<name>_tests; every test of it becomes a CTest test.
+function(veltrix_tests name)
+    cmake_parse_arguments(arg "" "" "DEPENDS;SOURCES" ${ARGN})
+    add_executable(veltrix_${name}_tests ${arg_SOURCES})
+    set_target_properties(veltrix_${name}_tests PROPERTIES AUTOMOC ON)
+    target_link_libraries(veltrix_${name}_tests PRIVATE veltrix_test_support ${arg_DEPENDS})
+    if(VELTRIX_PRECOMPILE_HEADERS)
+        target_precompile_headers(veltrix_${name}_tests PRIVATE
+            <gmock/gmock.h> <gtest/gtest.h> <QString> <QList> <optional> <vector> <memory>)
+    endif()
+    gtest_discover_tests(veltrix_${name}_tests DISCOVERY_MODE PRE_TEST
+        PROPERTIES TIMEOUT 120 ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
+endfunction()
