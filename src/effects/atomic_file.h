@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Whole files, written so that a reader or a power cut never meets half of one.
+#pragma once
+
+#include "model/error.h"
+
+#include <QByteArrayView>
+#include <QString>
+
+namespace veltrix
+{
+
+/// A file could not be read or written. The description names the file and says why.
+class FileError final : public Error
+{
+public:
+    using Error::Error;
+};
+
+/// Writes a new version of the file at `path`, piece by piece, into a temporary file in the same
+/// folder. Until commit() has succeeded the old version stays in place; without a commit() the
+/// temporary file is removed.
+class AtomicFileWriter
+{
+public:
+    /// Throws FileError, as the other functions do, when the step fails.
+    explicit AtomicFileWriter(const QString &path);
+    ~AtomicFileWriter();
+    AtomicFileWriter(const AtomicFileWriter &) = delete;
+    AtomicFileWriter &operator=(const AtomicFileWriter &) = delete;
+
+    /// Adds to the new version. The disk begins to write it before the end is there, so that the
+    /// flush of a large file has little left to wait for.
+    void write(QByteArrayView content);
+
+    /// Flushes the new version to the disk, renames it over the old one, and flushes the folder.
+    void commit();
+
+private:
+    void startWriteback();
+    [[noreturn]] void fail() const;
+
+    QString m_path;
+    QByteArray m_temporary;
+    /// -1 once it is closed.
+    int m_descriptor = -1;
+    qint64 m_written = 0;
+    qint64 m_handedToDisk = 0;
+    bool m_isCommitted = false;
+};
+
+/// Replaces the file at `path` by `content`, as an AtomicFileWriter does. Throws FileError when any
+/// step fails; the old file is then still in place and the temporary one is removed.
+void writeFileAtomically(const QString &path, QByteArrayView content);
+
+/// Removes the temporary files that writes of this path left when the process or the machine
+/// stopped in the middle. Only for whoever alone writes the path; failures are ignored.
+void removeInterruptedWrites(const QString &path);
+
+/// The whole content of a file. Throws FileError when it cannot be read.
+QByteArray readWholeFile(const QString &path);
+
+} // namespace veltrix

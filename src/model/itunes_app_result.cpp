@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "model/itunes_app_result.h"
+
+namespace veltrix
+{
+
+std::optional<Url> iconUrl(const ITunesAppResult &result)
+{
+    for (const auto &artwork : {result.artworkUrl100, result.artworkUrl512, result.artworkUrl60}) {
+        if (auto url = Url::fromText(artwork.value_or(QString())))
+            return url;
+    }
+    return std::nullopt;
+}
+
+QString displayName(const ITunesAppResult &result)
+{
+    return result.trackName.value_or(QStringLiteral("Unknown App"));
+}
+
+} // namespace veltrix
