@@ -1,0 +1,79 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Loads icons and screenshots: few at once, each once, from disk when it can.
+#pragma once
+
+#include "clients/artwork_cache.h"
+#include "clients/artwork_loading.h"
+#include "clients/http.h"
+#include "effects/clock.h"
+#include "effects/one_shot.h"
+#include "effects/task_scope.h"
+
+#include <QHash>
+
+#include <deque>
+#include <memory>
+#include <vector>
+
+namespace veltrix
+{
+
+/// Images by address, over http and https. At most six requests run at once and they start a little
+/// apart; requests for one address share one transfer, which stops when nobody waits for it any
+/// more. An address that failed is not asked for again for some minutes.
+class ArtworkLoader final : public ArtworkLoading
+{
+public:
+    static constexpr int mostAtOnce = 6;
+    /// Least time between the starts of two requests.
+    static constexpr Seconds startSpacing{0.05};
+    /// How long a failure is remembered.
+    static constexpr Seconds failureMemory{300};
+    /// Largest image, in bytes.
+    static constexpr qint64 bodyLimit = 8LL * 1024 * 1024;
+    /// Size of the cache on disk, in bytes.
+    static constexpr qint64 defaultCacheLimit = 64LL * 1024 * 1024;
+
+    struct Arguments {
+        HttpSend send;
+        std::shared_ptr<Clock> clock;
+        /// Empty: nothing is kept on disk.
+        QString cacheFolder;
+        qint64 cacheLimit = defaultCacheLimit;
+    };
+
+    explicit ArtworkLoader(Arguments arguments);
+    ~ArtworkLoader() override;
+
+    /// Throws TransportError, BadServerResponseError, BadUrlError or Cancelled; the latter also
+    /// when the loader goes first.
+    Task<QByteArray> load(Url url, std::stop_token stop) override;
+
+private:
+    struct Flight;
+    struct Failure {
+        Date until;
+        std::exception_ptr error;
+    };
+    class Slot;
+
+    static Task<QByteArray> join(std::shared_ptr<Flight> flight, std::stop_token stop);
+    Task<void> fly(std::shared_ptr<Flight> flight, std::stop_token scopeStop);
+    Task<QByteArray> fetch(QString url, std::stop_token stop);
+    Task<void> acquireSlot(std::stop_token stop);
+    void releaseSlot();
+    [[nodiscard]] std::exception_ptr rememberedFailure(const QString &url);
+    void rememberFailure(const QString &url, std::exception_ptr error);
+
+    HttpSend m_send;
+    std::shared_ptr<Clock> m_clock;
+    ArtworkCache m_cache;
+    QHash<QString, std::shared_ptr<Flight>> m_flights;
+    QHash<QString, Failure> m_failures;
+    int m_active = 0;
+    std::deque<OneShot<Done>> m_waitingForSlot;
+    std::optional<Date> m_nextStart;
+    TaskScope m_scope;
+};
+
+} // namespace veltrix

@@ -1,0 +1,260 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "clients/autocomplete_client.h"
+
+#include "clients/autocomplete_score.h"
+#include "clients/property_list.h"
+#include "clients/request_url.h"
+#include "clients/retry_after.h"
+#include "clients/storefront_ids.h"
+
+#include <algorithm>
+
+namespace veltrix
+{
+
+struct AutocompleteClient::Core {
+    Arguments use;
+    State state;
+    bool busy = false;
+    /// The earliest moment of the next request.
+    std::optional<Date> nextRequest;
+
+    void save() const
+    {
+        if (!use.persistencePath.isEmpty())
+            saveAutocompleteState(use.persistencePath, state);
+    }
+
+    /// Saves when a request has ended, however it ended: a request that was stopped has been
+    /// counted too.
+    class SaveAtEnd
+    {
+    public:
+        explicit SaveAtEnd(const Core &core) : m_core(core) {}
+        ~SaveAtEnd() { m_core.save(); }
+        SaveAtEnd(const SaveAtEnd &) = delete;
+        SaveAtEnd &operator=(const SaveAtEnd &) = delete;
+
+    private:
+        const Core &m_core;
+    };
+
+    /// What is known for a prefix already, unless it is empty or too old.
+    [[nodiscard]] std::optional<Hints> cached(const QString &key) const
+    {
+        const auto entry = state.cache.find(key);
+        if (entry == state.cache.end() || entry->second.terms.isEmpty() || isOld(entry->second))
+            return std::nullopt;
+        return entry->second;
+    }
+
+    [[nodiscard]] bool isOld(const Hints &hints) const
+    {
+        return use.clock->now() - hints.fetchedAt >= cacheLifetime;
+    }
+
+    [[nodiscard]] bool mayRequest()
+    {
+        const Date now = use.clock->now();
+        if (state.blockedUntil && *state.blockedUntil <= now)
+            state.blockedUntil.reset();
+        if (const std::int64_t today = autocompleteDay(now); state.budgetDay != today) {
+            state.budgetDay = today;
+            state.requests = 0;
+        }
+        return !state.blockedUntil && state.requests < dailyLimit;
+    }
+
+    void countRequest()
+    {
+        ++state.requests;
+        nextRequest = use.clock->now() + interval;
+    }
+
+    void block(const HttpResponse &response)
+    {
+        const Seconds asked = retryAfter(response).value_or(Seconds::zero());
+        state.blockedUntil = use.clock->now() + std::clamp(asked, blockTime, longestBlock);
+    }
+
+    void keep(const QString &key, const Hints &hints)
+    {
+        // Nothing reads an old answer again, so the file keeps none.
+        std::erase_if(state.cache, [this](const auto &entry) { return isOld(entry.second); });
+        state.cache.insert_or_assign(key, hints);
+    }
+
+    void addScore(const QString &key, std::int64_t score)
+    {
+        const Date now = use.clock->now();
+        const std::int64_t today = autocompleteDay(now);
+        QList<DailyScore> &days = state.history[key];
+        days.removeIf([today](const DailyScore &entry) { return entry.day == today; });
+        days.append({today, score, now});
+        save();
+    }
+};
+
+namespace
+{
+
+/// Marks a run as under way, also when it ends by an exception.
+class Busy
+{
+public:
+    explicit Busy(bool &flag) : m_flag(flag) { m_flag = true; }
+    ~Busy() { m_flag = false; }
+    Busy(const Busy &) = delete;
+    Busy &operator=(const Busy &) = delete;
+
+private:
+    bool &m_flag;
+};
+
+bool isRefusal(int status)
+{
+    return status == 403 || status == 429 || status == 503;
+}
+
+HttpRequest hintsRequest(const QUrl &hintsURL, const QString &prefix, const StorefrontId &store)
+{
+    HttpRequest request;
+    request.url = requestUrl(hintsURL, {},
+                             {{QStringLiteral("clientApplication"), QStringLiteral("Software")},
+                              {QStringLiteral("term"), prefix}});
+    request.headers = {{"X-Apple-Store-Front", store.header().toLatin1()}};
+    request.timeout = AutocompleteClient::requestTimeout;
+    request.totalTimeout = AutocompleteClient::requestTimeout * 2;
+    request.bodyLimit = AutocompleteClient::bodyLimit;
+    return request;
+}
+
+} // namespace
+
+QUrl AutocompleteClient::defaultHintsURL()
+{
+    return QUrl(
+        QStringLiteral("https://search.itunes.apple.com/WebObjects/MZSearchHints.woa/wa/hints"));
+}
+
+AutocompleteClient::AutocompleteClient(Arguments arguments) : m_core(std::make_shared<Core>())
+{
+    m_core->use = std::move(arguments);
+    if (!m_core->use.persistencePath.isEmpty())
+        m_core->state = loadAutocompleteState(m_core->use.persistencePath);
+}
+
+const AutocompleteClient::State &AutocompleteClient::state() const
+{
+    return m_core->state;
+}
+
+bool AutocompleteClient::isBusy() const
+{
+    return m_core->busy;
+}
+
+Task<std::optional<AutocompleteEvidence>>
+AutocompleteClient::observe(QString keyword, QString country, std::stop_token stop)
+{
+    return run(m_core, keyword.trimmed().toLower(), country.toUpper(), std::move(stop));
+}
+
+Task<std::optional<AutocompleteEvidence>> AutocompleteClient::run(std::shared_ptr<Core> core,
+                                                                  QString keyword, QString country,
+                                                                  std::stop_token stop)
+{
+    throwIfStopped(stop);
+    const std::optional<StorefrontId> store = storefrontIdOf(country);
+    const QStringList prefixes = autocompletePrefixes(keyword);
+    if (core->busy || !store || prefixes.isEmpty())
+        co_return std::nullopt;
+    const Busy busy(core->busy);
+
+    AutocompleteEvidence evidence;
+    evidence.keyword = keyword;
+    evidence.country = country;
+    evidence.storefront = QString::number(store->storefrontId);
+    evidence.language = store->language;
+    evidence.plannedProbes = prefixes.size();
+    for (const QString &prefix : prefixes) {
+        const std::optional<Hints> hints = co_await fetch(core, prefix, country, stop);
+        if (!hints)
+            break;
+        evidence.probes.append(
+            {prefix, hints->terms, hints->fetchedAt, rankAmong(hints->terms, keyword)});
+    }
+
+    const QString key = country + u':' + keyword;
+    if (evidence.probes.size() == evidence.plannedProbes) {
+        if (const auto score = visibilityScore(evidence.probes, keyword))
+            core->addScore(key, *score);
+    }
+    const auto history = core->state.history.find(key);
+    if (history != core->state.history.end()) {
+        const VisibilityReport report =
+            reportVisibility(history->second, autocompleteDay(core->use.clock->now()));
+        evidence.observedDays = report.observedDays;
+        evidence.dailyScore = report.score;
+        evidence.scoreSpread = report.spread;
+    }
+    if (evidence.probes.isEmpty() && !evidence.dailyScore)
+        co_return std::nullopt;
+    co_return evidence;
+}
+
+Task<std::optional<AutocompleteClient::Hints>> AutocompleteClient::fetch(std::shared_ptr<Core> core,
+                                                                         QString prefix,
+                                                                         QString country,
+                                                                         std::stop_token stop)
+{
+    throwIfStopped(stop);
+    const QString key = country + u':' + prefix;
+    if (std::optional<Hints> cached = core->cached(key))
+        co_return cached;
+    if (!core->mayRequest())
+        co_return std::nullopt;
+    if (core->nextRequest) {
+        // Never longer than the interval, also when the clock was set back.
+        const Seconds wait = std::min(*core->nextRequest - core->use.clock->now(), interval);
+        co_await core->use.clock->sleep(wait, stop);
+        // A day may have begun meanwhile, and its budget with it.
+        if (!core->mayRequest())
+            co_return std::nullopt;
+    }
+    try {
+        const HttpRequest request =
+            hintsRequest(core->use.hintsURL, prefix, storefrontIdOf(country).value());
+        core->countRequest();
+        const Core::SaveAtEnd save(*core);
+        const HttpResponse response = co_await core->use.send(request, stop);
+        if (isRefusal(response.status))
+            core->block(response);
+        if (!response.isSuccess())
+            co_return std::nullopt;
+        const Hints hints{parseSearchHints(response.body), core->use.clock->now()};
+        core->keep(key, hints);
+        co_return hints;
+    } catch (const Error &) {
+        co_return std::nullopt;
+    }
+}
+
+QStringList parseSearchHints(const QByteArray &body)
+{
+    const PropertyListValue list = readPropertyList(body, {.bytes = AutocompleteClient::bodyLimit});
+    const std::optional<PropertyListValue> member = list.member(QStringLiteral("hints"));
+    const std::optional<PropertyListValue::Array> hints = member ? member->array() : std::nullopt;
+    if (!hints)
+        throw PropertyListError(QStringLiteral("it holds no hints"));
+    QStringList terms;
+    for (const PropertyListValue &hint : *hints) {
+        const std::optional<PropertyListValue> term = hint.member(QStringLiteral("term"));
+        const QString text = term ? term->text().value_or(QString()) : QString();
+        if (!text.isEmpty())
+            terms.append(text);
+    }
+    return terms;
+}
+
+} // namespace veltrix

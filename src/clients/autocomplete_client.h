@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// How visible a keyword is while a user still types it.
+#pragma once
+
+#include "clients/autocomplete_state.h"
+#include "clients/http.h"
+#include "effects/clock.h"
+#include "model/autocomplete_evidence.h"
+
+#include <memory>
+
+namespace veltrix
+{
+
+/// Version of the visibility model.
+inline constexpr QLatin1String autocompleteModelVersion{"autocomplete-visibility-v2"};
+
+/// Asks Apple's search-hints service what it suggests for prefixes of a keyword. Requests are few,
+/// one after another and spaced, 200 a day at most; answers are kept for a day; when the service
+/// refuses, it is left alone for a while. State is kept in a file, written after each request and
+/// score.
+///
+/// Evidence is an extra: whatever goes wrong only makes it smaller. Runs keep what they need alive,
+/// so the client may go while one is under way.
+class AutocompleteClient
+{
+public:
+    using State = AutocompleteState;
+    using Hints = AutocompleteHints;
+    using DailyScore = AutocompleteDailyScore;
+
+    /// Requests allowed on one UTC day.
+    static constexpr std::int64_t dailyLimit = 200;
+    /// Least time between two requests.
+    static constexpr Seconds interval{1};
+    /// Answers younger than this are used again, unless they are empty.
+    static constexpr Seconds cacheLifetime{86'400};
+    /// How long the service is left alone after it refused, unless it asks for longer.
+    static constexpr Seconds blockTime{900};
+    /// The longest that it may ask for.
+    static constexpr Seconds longestBlock{86'400};
+    /// Time-out of one request.
+    static constexpr Seconds requestTimeout{10};
+    /// Largest answer, in bytes.
+    static constexpr qint64 bodyLimit = 1024 * 1024;
+
+    struct Arguments {
+        HttpSend send;
+        std::shared_ptr<Clock> clock;
+        /// The state file; empty means memory only. It is read once, at creation.
+        QString persistencePath;
+        QUrl hintsURL = defaultHintsURL();
+    };
+
+    /// Where Apple's service is.
+    static QUrl defaultHintsURL();
+
+    explicit AutocompleteClient(Arguments arguments);
+
+    /// Probes a keyword and scores the day. At the first request that fails, is refused or is not
+    /// allowed any more, the run ends with the probes that it has; a day is scored only when all of
+    /// them were made. Nothing when there is neither a probe nor an earlier score: the storefront
+    /// has no number, requests are blocked, or another run is under way. `possibleBrand` is left to
+    /// the caller. Throws Cancelled and nothing else.
+    Task<std::optional<AutocompleteEvidence>> observe(QString keyword, QString country,
+                                                      std::stop_token stop);
+
+    [[nodiscard]] const State &state() const;
+    [[nodiscard]] bool isBusy() const;
+
+private:
+    struct Core;
+
+    static Task<std::optional<AutocompleteEvidence>>
+    run(std::shared_ptr<Core> core, QString keyword, QString country, std::stop_token stop);
+    static Task<std::optional<Hints>> fetch(std::shared_ptr<Core> core, QString prefix,
+                                            QString country, std::stop_token stop);
+
+    std::shared_ptr<Core> m_core;
+};
+
+/// The suggestions in an answer of the service, best first. Throws PropertyListError when it is not
+/// one.
+QStringList parseSearchHints(const QByteArray &body);
+
+} // namespace veltrix

@@ -1,0 +1,137 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "clients/autocomplete_score.h"
+
+#include <QSet>
+
+#include <algorithm>
+#include <cmath>
+#include <string>
+#include <vector>
+
+namespace veltrix
+{
+
+namespace
+{
+
+constexpr qsizetype shortestPrefix = 2;
+
+/// An accent that can be left out. Marks of other scripts (Thai vowels, Japanese voicing) are part
+/// of their letters and are not.
+bool isAccent(QChar c)
+{
+    const char16_t code = c.unicode();
+    return (code >= 0x0300 && code <= 0x036F) || (code >= 0x1AB0 && code <= 0x1AFF) ||
+           (code >= 0x1DC0 && code <= 0x1DFF);
+}
+
+/// A term without case, accents and surrounding space.
+QString folded(const QString &term)
+{
+    QString base;
+    for (const QChar c : term.trimmed().normalized(QString::NormalizationForm_D)) {
+        if (!isAccent(c))
+            base += c;
+    }
+    // Composed again, so that scripts whose letters come apart compare as one; case-folded last,
+    // because folding may make what is no longer composed.
+    return base.normalized(QString::NormalizationForm_C).toCaseFolded();
+}
+
+/// The median of one or more values, the mean of the middle two rounded half away from zero.
+std::int64_t medianOf(std::vector<std::int64_t> values)
+{
+    std::sort(values.begin(), values.end());
+    const size_t middle = values.size() / 2;
+    if (values.size() % 2 == 1)
+        return values[middle];
+    return std::llround(double(values[middle - 1] + values[middle]) / 2);
+}
+
+} // namespace
+
+std::int64_t autocompleteDay(Date date)
+{
+    // 1970-01-01 lies 11,323 days before day 0 of utcDay().
+    return utcDay(date) + std::int64_t(unixSecondsAtReferenceEpoch / secondsPerDay);
+}
+
+QStringList autocompletePrefixes(const QString &keyword)
+{
+    const std::u32string characters = keyword.toStdU32String();
+    const auto full = qsizetype(characters.size());
+    if (full == 0)
+        return {};
+    if (full <= shortestPrefix)
+        return {keyword};
+    const qsizetype count = std::min<qsizetype>(mostAutocompleteProbes, full - shortestPrefix + 1);
+    QStringList prefixes;
+    for (qsizetype i = 0; i < count; ++i) {
+        const double step = double(full - shortestPrefix) / double(count - 1);
+        const qsizetype length = shortestPrefix + std::llround(double(i) * step);
+        prefixes.append(QString::fromStdU32String(characters.substr(0, size_t(length))));
+    }
+    return prefixes;
+}
+
+bool isSameTerm(const QString &one, const QString &other)
+{
+    return folded(one) == folded(other);
+}
+
+std::optional<std::int64_t> rankAmong(const QStringList &suggestions, const QString &keyword)
+{
+    const QString wanted = folded(keyword);
+    for (qsizetype i = 0; i < suggestions.size(); ++i) {
+        if (folded(suggestions[i]) == wanted)
+            return i + 1;
+    }
+    return std::nullopt;
+}
+
+std::optional<std::int64_t> visibilityScore(const QList<AutocompleteProbe> &probes,
+                                            const QString &keyword)
+{
+    const double full = double(keyword.toUcs4().size());
+    double points = 0;
+    double weights = 0;
+    for (const AutocompleteProbe &probe : probes) {
+        const double length = double(probe.prefix.toUcs4().size());
+        if (length >= full)
+            continue;
+        const double weight = 1 - length / full;
+        weights += weight;
+        if (probe.exactRank)
+            points += weight / std::log2(1 + double(*probe.exactRank));
+    }
+    if (weights == 0)
+        return std::nullopt;
+    return std::clamp<std::int64_t>(std::llround(100 * points / weights), 0, 100);
+}
+
+VisibilityReport reportVisibility(const QList<AutocompleteDailyScore> &history, std::int64_t today)
+{
+    VisibilityReport report;
+    QSet<std::int64_t> days;
+    std::vector<std::int64_t> window;
+    std::optional<std::int64_t> todays;
+    for (const AutocompleteDailyScore &entry : history) {
+        days.insert(entry.day);
+        if (entry.day > today - medianWindowDays && entry.day <= today)
+            window.push_back(entry.score);
+        if (entry.day == today)
+            todays = entry.score;
+    }
+    report.observedDays = days.size();
+    if (!window.empty()) {
+        const auto [lowest, highest] = std::minmax_element(window.begin(), window.end());
+        report.spread = *highest - *lowest;
+    }
+    if (report.observedDays < daysForMedian)
+        report.score = todays;
+    else if (!window.empty())
+        report.score = medianOf(window);
+    return report;
+}
+
+} // namespace veltrix

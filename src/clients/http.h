@@ -1,0 +1,89 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// HTTP as an injected effect: one request in, one body and response out.
+#pragma once
+
+#include "effects/task.h"
+#include "model/date.h"
+#include "model/error.h"
+
+#include <QByteArray>
+#include <QList>
+#include <QUrl>
+
+#include <functional>
+#include <optional>
+
+namespace veltrix
+{
+
+struct HttpHeader {
+    QByteArray name;
+    QByteArray value;
+    bool operator==(const HttpHeader &) const = default;
+};
+
+struct HttpRequest {
+    enum class Method { Get, Post };
+
+    Method method = Method::Get;
+    QUrl url;
+    QList<HttpHeader> headers;
+    QByteArray body;
+    /// Time without any progress after which the request fails.
+    Seconds timeout{60};
+    /// Time for the whole request, redirects included, after which it fails however steadily bytes
+    /// trickle in.
+    Seconds totalTimeout{300};
+    /// Largest body that is accepted, in bytes after decompression.
+    qint64 bodyLimit = 32LL * 1024 * 1024;
+
+    bool operator==(const HttpRequest &) const = default;
+};
+
+struct HttpResponse {
+    int status = 0;
+    QList<HttpHeader> headers;
+    QByteArray body;
+
+    /// The first header of that name, ignoring case.
+    [[nodiscard]] std::optional<QByteArray> header(QByteArrayView name) const;
+    [[nodiscard]] bool isSuccess() const { return status >= 200 && status <= 299; }
+};
+
+/// Sends one request. Answers of every status are responses; throws TransportError when there is no
+/// answer, and Cancelled when stopped.
+using HttpSend = std::function<Task<HttpResponse>(HttpRequest request, std::stop_token stop)>;
+
+/// Told how far a body has come: bytes received, and bytes in all when the server says so.
+using HttpProgress = std::function<void(qint64 received, std::optional<qint64> total)>;
+
+/// Like HttpSend, for a body large enough to show how far it is.
+using HttpDownload = std::function<Task<HttpResponse>(HttpRequest request, HttpProgress progress,
+                                                      std::stop_token stop)>;
+
+/// No answer: offline, refused, timed out, an untrusted certificate, a body beyond the limit.
+class TransportError final : public Error
+{
+public:
+    using Error::Error;
+};
+
+/// A request could not be formed.
+class BadUrlError final : public Error
+{
+public:
+    BadUrlError();
+};
+
+/// The answer was not one that the service gives on success.
+class BadServerResponseError final : public Error
+{
+public:
+    explicit BadServerResponseError(int status);
+    [[nodiscard]] int status() const { return m_status; }
+
+private:
+    int m_status;
+};
+
+} // namespace veltrix

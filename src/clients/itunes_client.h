@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Apple's public iTunes Search service.
+#pragma once
+
+#include "clients/http.h"
+#include "clients/itunes_client_protocol.h"
+#include "clients/itunes_traffic_controller.h"
+
+namespace veltrix
+{
+
+/// Searches and looks up through the iTunes Search service, paced and cached by the controller.
+/// Never retries. Throws BadUrlError, TransportError, BadServerResponseError (any status but 2xx;
+/// a throttled answer is one of these, never an empty result), DecodingError, or Cancelled.
+///
+/// Calls hold their own copy of the collaborators, so the client may go while one is under way.
+class ITunesClient final : public ITunesClientProtocol
+{
+public:
+    struct Arguments {
+        /// Paths "search" and "lookup" are appended to it.
+        QUrl baseURL;
+        HttpSend send;
+        std::shared_ptr<ITunesTrafficController> traffic;
+    };
+
+    /// Where Apple's service is.
+    static QUrl defaultBaseURL();
+
+    explicit ITunesClient(Arguments arguments);
+
+    Task<QList<ITunesAppResult>> search(QString term, QString country, std::int64_t limit,
+                                        std::stop_token stop) override;
+    Task<std::optional<ITunesAppResult>> lookup(std::int64_t trackId, QString country,
+                                                std::stop_token stop) override;
+
+private:
+    Arguments m_arguments;
+};
+
+} // namespace veltrix

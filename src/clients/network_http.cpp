@@ -1,0 +1,169 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "clients/network_http.h"
+
+#include "clients/network_transfer.h"
+
+#include <QNetworkAccessManager>
+#include <QNetworkCookie>
+#include <QNetworkCookieJar>
+#include <QSslCertificate>
+#include <QSslConfiguration>
+#include <QSslSocket>
+
+namespace veltrix
+{
+
+struct NetworkHttp::Session {
+    QNetworkAccessManager manager;
+    QSslConfiguration tls = QSslConfiguration::defaultConfiguration();
+    QByteArray userAgent;
+};
+
+namespace
+{
+
+using Session = NetworkHttp::Session;
+
+/// Forgets every cookie.
+class NoCookies final : public QNetworkCookieJar
+{
+public:
+    [[nodiscard]] QList<QNetworkCookie> cookiesForUrl(const QUrl & /*url*/) const override
+    {
+        return {};
+    }
+    bool setCookiesFromUrl(const QList<QNetworkCookie> & /*cookies*/, const QUrl & /*url*/) override
+    {
+        return false;
+    }
+};
+
+bool isHttp(const QUrl &url)
+{
+    return url.isValid() && !url.host().isEmpty() &&
+           (url.scheme() == QLatin1String("http") || url.scheme() == QLatin1String("https"));
+}
+
+bool isSameOrigin(const QUrl &one, const QUrl &other)
+{
+    const auto port = [](const QUrl &url) {
+        return url.port(url.scheme() == QLatin1String("https") ? 443 : 80);
+    };
+    return one.scheme() == other.scheme() && one.host() == other.host() && port(one) == port(other);
+}
+
+QNetworkRequest prepare(const Session &session, const HttpRequest &request)
+{
+    QNetworkRequest prepared(request.url);
+    prepared.setSslConfiguration(session.tls);
+    // The loop below judges redirects itself: it must not carry a key to another origin.
+    prepared.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
+                          QNetworkRequest::ManualRedirectPolicy);
+    prepared.setAttribute(QNetworkRequest::Http2AllowedAttribute, false);
+    prepared.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
+    prepared.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
+    prepared.setAttribute(QNetworkRequest::CacheLoadControlAttribute,
+                          QNetworkRequest::AlwaysNetwork);
+    prepared.setAttribute(QNetworkRequest::CacheSaveControlAttribute, false);
+    // The body limit guards against decompression bombs; a ratio would refuse honest answers too.
+    prepared.setDecompressedSafetyCheckThreshold(-1);
+    prepared.setTransferTimeout(0);
+    prepared.setHeader(QNetworkRequest::UserAgentHeader, session.userAgent);
+    for (const HttpHeader &header : request.headers)
+        prepared.setRawHeader(header.name, header.value);
+    return prepared;
+}
+
+/// Where an answer sends its request next; nothing when the answer stands for itself. Throws
+/// TransportError when following it would be unsafe.
+std::optional<HttpRequest> redirected(HttpRequest request, const HttpResponse &response)
+{
+    const bool isRedirect = response.status == 301 || response.status == 302 ||
+                            response.status == 303 || response.status == 307 ||
+                            response.status == 308;
+    const std::optional<QByteArray> location = response.header("Location");
+    if (!isRedirect || !location)
+        return std::nullopt;
+    const QUrl target = request.url.resolved(QUrl::fromEncoded(*location));
+    const bool isLessSafe =
+        request.url.scheme() == QLatin1String("https") && target.scheme() == QLatin1String("http");
+    if (!isHttp(target) || isLessSafe) {
+        throw TransportError(
+            QStringLiteral("The server “%1” redirected to an address that is not safe.")
+                .arg(request.url.host()));
+    }
+    const bool sameOrigin = isSameOrigin(request.url, target);
+    const bool keepsMethod = response.status == 307 || response.status == 308;
+    if (request.method == HttpRequest::Method::Post && !(keepsMethod && sameOrigin))
+        return std::nullopt;
+    if (!sameOrigin)
+        request.headers.clear();
+    request.url = target;
+    return request;
+}
+
+Task<HttpResponse> send(std::shared_ptr<Session> session, HttpRequest request,
+                        HttpProgress progress, std::stop_token stop)
+{
+    const QUrl asked = request.url;
+    if (!isHttp(asked))
+        throw BadUrlError();
+    const Seconds totalTimeout = request.totalTimeout;
+    const auto started = std::chrono::steady_clock::now();
+    for (int redirects = 0;; ++redirects) {
+        request.totalTimeout = totalTimeout - (std::chrono::steady_clock::now() - started);
+        const QNetworkRequest prepared = prepare(*session, request);
+        HttpResponse response =
+            co_await transfer(&session->manager, request, prepared, progress, stop);
+        std::optional<HttpRequest> next = redirected(request, response);
+        if (!next)
+            co_return response;
+        if (redirects == NetworkHttp::mostRedirects) {
+            throw TransportError(
+                QStringLiteral("The server “%1” redirected too often.").arg(asked.host()));
+        }
+        request = *std::move(next);
+    }
+}
+
+QSslConfiguration trusting(const QString &certificatesPath)
+{
+    QSslConfiguration tls = QSslConfiguration::defaultConfiguration();
+    tls.setPeerVerifyMode(QSslSocket::VerifyPeer);
+    if (certificatesPath.isEmpty())
+        return tls;
+    const QList<QSslCertificate> further = QSslCertificate::fromPath(certificatesPath, QSsl::Pem);
+    // Named whole: a list of one's own would otherwise switch off the system's, which are loaded on
+    // demand.
+    if (!further.isEmpty())
+        tls.setCaCertificates(QSslConfiguration::systemCaCertificates() + further);
+    return tls;
+}
+
+} // namespace
+
+NetworkHttp::NetworkHttp(const Options &options) : m_session(std::make_shared<Session>())
+{
+    m_session->userAgent = "Veltrix/" + options.version.toUtf8();
+    m_session->tls = trusting(options.trustedCertificatesPath);
+    m_session->manager.setCookieJar(new NoCookies);
+    m_session->manager.setAutoDeleteReplies(false);
+}
+
+NetworkHttp::~NetworkHttp() = default;
+
+HttpSend NetworkHttp::sender() const
+{
+    return [session = m_session](HttpRequest request, std::stop_token stop) {
+        return send(session, std::move(request), {}, std::move(stop));
+    };
+}
+
+HttpDownload NetworkHttp::downloader() const
+{
+    return [session = m_session](HttpRequest request, HttpProgress progress, std::stop_token stop) {
+        return send(session, std::move(request), std::move(progress), std::move(stop));
+    };
+}
+
+} // namespace veltrix

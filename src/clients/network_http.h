@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// HTTP over the real network.
+#pragma once
+
+#include "clients/http.h"
+
+#include <memory>
+
+namespace veltrix
+{
+
+/// Sends requests over HTTP and HTTPS. No cookies and no disk cache; no retry, except once when a
+/// connection closes without a byte of answer, as stale ones do. Certificates are always verified.
+/// Redirects are followed only to an equal or safer scheme, at most five times; a POST is
+/// repeated (307, 308) only at the same origin, and headers of the request's own are not carried
+/// to another one.
+///
+/// Failures are TransportErrors whose texts name the server but never the path or the query. A stop
+/// aborts the connection at once. Transfers keep what they need alive, so this object may go first.
+class NetworkHttp
+{
+public:
+    static constexpr int mostRedirects = 5;
+
+    struct Options {
+        /// Version of the program, for the User-Agent "Veltrix/<version>".
+        QString version;
+        /// A PEM file of further certificate authorities, for a self-hosted service; they are added
+        /// to the system's own. Empty or missing: none.
+        QString trustedCertificatesPath;
+    };
+
+    explicit NetworkHttp(const Options &options);
+    ~NetworkHttp();
+    NetworkHttp(const NetworkHttp &) = delete;
+    NetworkHttp &operator=(const NetworkHttp &) = delete;
+
+    /// Ready to be handed to clients.
+    [[nodiscard]] HttpSend sender() const;
+    [[nodiscard]] HttpDownload downloader() const;
+
+    /// What transfers share. Internal to the implementation.
+    struct Session;
+
+private:
+    std::shared_ptr<Session> m_session;
+};
+
+} // namespace veltrix

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Ranked results of keyword searches, kept from one start of the program to the next.
+#pragma once
+
+#include "model/date.h"
+#include "model/itunes_app_result.h"
+
+#include <map>
+
+namespace veltrix
+{
+
+/// Ranked apps of one keyword in one storefront.
+struct SavedResults {
+    /// When the service produced them.
+    Date fetchedAt;
+    /// In rank order, at most 100.
+    QList<ITunesAppResult> results;
+
+    bool operator==(const SavedResults &) const = default;
+};
+
+template <>
+inline constexpr auto fieldsOf<SavedResults> = std::tuple{
+    field("fetchedAt", &SavedResults::fetchedAt),
+    field("results", &SavedResults::results),
+};
+
+/// By cache key: the storefront code in upper case, a colon, and the normalised keyword.
+using RankedAppsCache = std::map<QString, SavedResults>;
+
+/// Results of that age and older are not taken over from the file: seven days.
+inline constexpr Seconds rankedAppsLifetime{604'800};
+/// The most entries that the file holds.
+inline constexpr qsizetype mostSavedRankedApps = 100;
+
+/// The entries of the cache file that are younger than rankedAppsLifetime. A file that is missing
+/// or cannot be read is an empty cache.
+RankedAppsCache loadRankedAppsCache(const QString &path, Date now);
+
+/// Writes the newest entries, at most mostSavedRankedApps, creating the folder when it is missing.
+/// A failure leaves the old file and is ignored.
+void saveRankedAppsCache(const QString &path, const RankedAppsCache &cache);
+
+} // namespace veltrix

@@ -1,0 +1,240 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "clients/research_client.h"
+
+#include "clients/request_url.h"
+#include "clients/retry_after.h"
+#include "model/json_reader.h"
+#include "model/json_writer.h"
+
+#include <QHash>
+
+#include <algorithm>
+#include <cmath>
+
+namespace veltrix
+{
+
+namespace
+{
+
+/// A keyword and a storefront in the form in which they are sent and kept.
+struct Subject {
+    QString keyword;
+    QString country;
+
+    Subject(const QString &term, const QString &storefront)
+        : keyword(term.trimmed().toLower()), country(storefront.toUpper())
+    {
+    }
+    [[nodiscard]] QString key() const { return country + u':' + keyword; }
+};
+
+ResearchError requestFailed(int status)
+{
+    return ResearchError(
+        QStringLiteral("Research request failed (%1). Please try again later.").arg(status));
+}
+
+ResearchError queued(Seconds wait)
+{
+    // An instant has a resolution of some hundred nanoseconds, which must not make a second minute
+    // of sixty seconds.
+    constexpr double resolution = 1e-3;
+    const double minutes = std::max(1.0, std::ceil((wait.count() - resolution) / 60));
+    return ResearchError(
+        QStringLiteral("Research is queued or temporarily limited. Try again in %1 minute(s).")
+            .arg(QString::number(minutes, 'f', 0)));
+}
+
+HttpRequest requestFor(const SupabaseConfiguration &configuration, const Subject &subject)
+{
+    HttpRequest request;
+    request.method = HttpRequest::Method::Post;
+    request.url =
+        requestUrl(configuration.projectURL, QStringLiteral("functions/v1/aso-research"), {});
+    request.headers = {{"apikey", configuration.publishableKey.toUtf8()},
+                       {"Content-Type", "application/json"}};
+    request.body = toJson(ResearchQuery{subject.keyword, subject.country});
+    request.timeout = ResearchClient::requestTimeout;
+    return request;
+}
+
+/// Nothing when the body is not an envelope: platforms and proxies answer in their own forms.
+std::optional<ResearchEnvelope> envelopeOf(const HttpResponse &response)
+{
+    try {
+        return fromJson<ResearchEnvelope>(response.body);
+    } catch (const DecodingError &) {
+        return std::nullopt;
+    }
+}
+
+enum class Kind { Ready, Queued, Failed };
+
+Kind classify(const HttpResponse &response, const std::optional<ResearchEnvelope> &envelope)
+{
+    if (response.status == 202 || response.status == 429 || response.status == 503)
+        return Kind::Queued;
+    if (response.status != 200 || !envelope || !envelope->status)
+        return Kind::Failed;
+    if (*envelope->status == QLatin1String("ready"))
+        return envelope->results ? Kind::Ready : Kind::Failed;
+    for (const char *waiting : {"stale", "pending", "failed", "unavailable"}) {
+        if (*envelope->status == QLatin1String(waiting))
+            return Kind::Queued;
+    }
+    return Kind::Failed;
+}
+
+Seconds delayOf(const HttpResponse &response, const std::optional<ResearchEnvelope> &envelope)
+{
+    Seconds delay = ResearchClient::defaultRetryDelay;
+    if (const std::optional<Seconds> header = retryAfter(response))
+        delay = *header;
+    else if (envelope && envelope->retryAfter)
+        delay = Seconds(*envelope->retryAfter);
+    return std::max(delay, Seconds(1));
+}
+
+QList<ITunesAppResult> firstOf(const QList<ITunesAppResult> &results, std::int64_t limit)
+{
+    return results.first(std::clamp<std::int64_t>(limit, 0, results.size()));
+}
+
+} // namespace
+
+struct ResearchClient::State {
+    Arguments use;
+    RankedAppsCache cache;
+    /// By cache key: not before this moment.
+    QHash<QString, Date> retryDates;
+    /// The whole service: not before this moment.
+    std::optional<Date> serviceRetryDate;
+
+    /// What may be served without asking the service, or null.
+    [[nodiscard]] const SavedResults *freshResults(const QString &key) const
+    {
+        const auto saved = cache.find(key);
+        const bool isFresh =
+            saved != cache.end() && saved->second.fetchedAt + freshness > use.clock->now();
+        return isFresh ? &saved->second : nullptr;
+    }
+
+    /// The moment before which a key must not be asked for, or nothing.
+    [[nodiscard]] std::optional<Date> retryMoment(const QString &key) const
+    {
+        const auto own = retryDates.constFind(key);
+        if (own == retryDates.constEnd())
+            return serviceRetryDate;
+        return std::max(*own, serviceRetryDate.value_or(*own));
+    }
+
+    /// Takes a final answer in and gives its results.
+    QList<ITunesAppResult> accept(const QString &key, const Envelope &envelope)
+    {
+        QList<ITunesAppResult> results = firstOf(*envelope.results, mostResults);
+        retryDates.remove(key);
+        // Without its date an answer cannot grow old, so it is not kept.
+        const auto fetchedAt = parseInternetDateTime(envelope.fetchedAt.value_or(QString()),
+                                                     FractionalSeconds::Required);
+        if (fetchedAt) {
+            cache.insert_or_assign(key, SavedResults{*fetchedAt, results});
+            if (!use.cachePath.isEmpty())
+                saveRankedAppsCache(use.cachePath, cache);
+        }
+        return results;
+    }
+
+    /// Notes that the service wants to be left alone, and gives until when.
+    Date postpone(const QString &key, int status, Seconds delay)
+    {
+        const Date retryMoment = use.clock->now() + delay;
+        if (status == 429 || status == 503)
+            serviceRetryDate = retryMoment;
+        else
+            retryDates.insert(key, retryMoment);
+        return retryMoment;
+    }
+};
+
+ResearchClient::ResearchClient(Arguments arguments) : m_state(std::make_shared<State>())
+{
+    m_state->use = std::move(arguments);
+    if (!m_state->use.cachePath.isEmpty())
+        m_state->cache = loadRankedAppsCache(m_state->use.cachePath, m_state->use.clock->now());
+}
+
+ResearchClient::~ResearchClient() = default;
+
+Task<QList<ITunesAppResult>> ResearchClient::search(QString term, QString country,
+                                                    std::int64_t limit, std::stop_token stop)
+{
+    return run(m_state, std::move(term), std::move(country), limit, std::move(stop));
+}
+
+Task<std::optional<ITunesAppResult>> ResearchClient::lookup(std::int64_t trackId, QString country,
+                                                            std::stop_token stop)
+{
+    return m_state->use.lookup->lookup(trackId, std::move(country), std::move(stop));
+}
+
+std::optional<SavedResults> ResearchClient::savedResults(const QString &keyword,
+                                                         const QString &country) const
+{
+    const auto saved = m_state->cache.find(Subject(keyword, country).key());
+    if (saved == m_state->cache.end())
+        return std::nullopt;
+    return saved->second;
+}
+
+Task<QList<ITunesAppResult>> ResearchClient::run(std::shared_ptr<State> state, QString term,
+                                                 QString country, std::int64_t limit,
+                                                 std::stop_token stop)
+{
+    throwIfStopped(stop);
+    const SupabaseConfiguration configuration = state->use.configuration();
+    const Subject subject(term, country);
+    const qsizetype length = subject.keyword.toUcs4().size();
+    if (length < 1 || length > longestKeyword)
+        throw ResearchError(QStringLiteral("Enter a keyword between 1 and 100 characters."));
+    const QString key = subject.key();
+    if (const SavedResults *saved = state->freshResults(key))
+        co_return firstOf(saved->results, limit);
+
+    const HttpRequest request = requestFor(configuration, subject);
+    const Date deadline = state->use.clock->now() + patience;
+    for (int attempt = 1;; ++attempt) {
+        co_await passGate(state, key, deadline, stop);
+        throwIfStopped(stop);
+        const HttpResponse response = co_await state->use.send(request, stop);
+        const std::optional<Envelope> envelope = envelopeOf(response);
+        switch (classify(response, envelope)) {
+        case Kind::Ready:
+            co_return firstOf(state->accept(key, *envelope), limit);
+        case Kind::Failed:
+            throw requestFailed(response.status);
+        case Kind::Queued:
+            break;
+        }
+        const Seconds delay = delayOf(response, envelope);
+        const Date retryMoment = state->postpone(key, response.status, delay);
+        if (attempt == mostAttempts || retryMoment >= deadline)
+            throw queued(delay);
+    }
+}
+
+Task<void> ResearchClient::passGate(std::shared_ptr<State> state, QString key, Date deadline,
+                                    std::stop_token stop)
+{
+    const std::optional<Date> retryMoment = state->retryMoment(key);
+    if (!retryMoment)
+        co_return;
+    const Seconds wait = *retryMoment - state->use.clock->now();
+    if (wait <= Seconds::zero())
+        co_return;
+    if (*retryMoment >= deadline)
+        throw queued(wait);
+    co_await state->use.clock->sleep(wait, stop);
+}
+
+} // namespace veltrix

@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Keyword searches through the research service.
+#pragma once
+
+#include "clients/http.h"
+#include "clients/itunes_client_protocol.h"
+#include "clients/ranked_apps_cache.h"
+#include "clients/research_envelope.h"
+#include "clients/supabase_configuration.h"
+#include "effects/clock.h"
+
+#include <memory>
+
+namespace veltrix
+{
+
+/// The research service cannot answer; the text says what to do.
+class ResearchError final : public Error
+{
+public:
+    explicit ResearchError(QString message) : Error(std::move(message)) {}
+    /// The text that is shown to the user.
+    [[nodiscard]] const QString &message() const { return description(); }
+};
+
+/// Answers `search` from the research service and forwards `lookup`. The service may say that it is
+/// still working or that it is asked too often: a call waits and asks again, at most four times and
+/// never beginning a wait that ends 45 seconds or more after its start.
+///
+/// Answers are kept for half an hour in memory and, the newest hundred of them, in a file. Dates
+/// before which the service must not be asked live in memory only and are shared by all calls.
+/// Calls keep what they need alive, so the client may go while one is under way.
+class ResearchClient final : public ITunesClientProtocol
+{
+public:
+    using Envelope = ResearchEnvelope;
+    using SavedResults = veltrix::SavedResults;
+
+    /// How long an answer is served without asking again.
+    static constexpr Seconds freshness{1'800};
+    /// How long after its start a call may still begin to wait.
+    static constexpr Seconds patience{45};
+    static constexpr int mostAttempts = 4;
+    /// Time-out of one request.
+    static constexpr Seconds requestTimeout{15};
+    /// The wait when the service names none.
+    static constexpr Seconds defaultRetryDelay{10};
+    static constexpr qsizetype mostResults = 100;
+    static constexpr qsizetype longestKeyword = 100;
+
+    struct Arguments {
+        /// Asked at each search; its error passes unchanged.
+        ConfigurationProvider configuration;
+        HttpSend send;
+        std::shared_ptr<Clock> clock;
+        /// Answers `lookup`.
+        std::shared_ptr<ITunesClientProtocol> lookup;
+        /// The cache file; empty means memory only. It is read once, at creation.
+        QString cachePath;
+    };
+
+    explicit ResearchClient(Arguments arguments);
+    ~ResearchClient() override;
+
+    /// Ranked apps for a keyword, best first. Throws ResearchError, the configuration's error,
+    /// TransportError or Cancelled.
+    Task<QList<ITunesAppResult>> search(QString term, QString country, std::int64_t limit,
+                                        std::stop_token stop) override;
+    Task<std::optional<ITunesAppResult>> lookup(std::int64_t trackId, QString country,
+                                                std::stop_token stop) override;
+
+    /// What is kept for a keyword, however old.
+    [[nodiscard]] std::optional<SavedResults> savedResults(const QString &keyword,
+                                                           const QString &country) const;
+
+private:
+    struct State;
+
+    static Task<QList<ITunesAppResult>> run(std::shared_ptr<State> state, QString term,
+                                            QString country, std::int64_t limit,
+                                            std::stop_token stop);
+    static Task<void> passGate(std::shared_ptr<State> state, QString key, Date deadline,
+                               std::stop_token stop);
+
+    std::shared_ptr<State> m_state;
+};
+
+} // namespace veltrix

@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What the updater is doing, or what came of it.
+#pragma once
+
+#include "clients/update/update_offer.h"
+
+#include <QStringList>
+
+#include <variant>
+
+namespace veltrix
+{
+
+/// Who asked for a check.
+enum class UpdateCheck {
+    Requested,
+    /// Veltrix itself: show what it found without getting in the way.
+    Background,
+};
+
+/// Nothing to say.
+struct UpdateIdle {
+    bool operator==(const UpdateIdle &) const = default;
+};
+
+/// A check that the user asked for is under way.
+struct UpdateChecking {
+    bool operator==(const UpdateChecking &) const = default;
+};
+
+/// There is nothing newer for this installation.
+struct UpdateNotNeeded {
+    /// Why newer versions of the feed were passed over: sentences for the user.
+    QStringList reasons;
+    bool operator==(const UpdateNotNeeded &) const = default;
+};
+
+/// A version is waiting for the user's decision.
+struct UpdateAvailable {
+    UpdateOffer offer;
+    UpdateCheck foundBy = UpdateCheck::Requested;
+    bool operator==(const UpdateAvailable &) const = default;
+};
+
+struct UpdateDownloading {
+    UpdateOffer offer;
+    /// Bytes, 0 to the length of the offer's package.
+    qint64 received = 0;
+    bool operator==(const UpdateDownloading &) const = default;
+};
+
+/// The package was verified and the system's installer has it.
+struct UpdateHandedOver {
+    UpdateOffer offer;
+    /// Where the package is.
+    QString path;
+    bool operator==(const UpdateHandedOver &) const = default;
+};
+
+struct UpdateFailed {
+    /// A text for the user.
+    QString description;
+    bool operator==(const UpdateFailed &) const = default;
+};
+
+using UpdateStatus = std::variant<UpdateIdle, UpdateChecking, UpdateNotNeeded, UpdateAvailable,
+                                  UpdateDownloading, UpdateHandedOver, UpdateFailed>;
+
+} // namespace veltrix

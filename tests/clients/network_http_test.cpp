@@ -1,0 +1,466 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// HTTP against a real server on loopback, mostly a hostile one.
+#include "clients/network_http.h"
+
+#include "clients/itunes_client.h"
+#include "effects/system_clock.h"
+#include "model/json_error.h"
+#include "support/json_printers.h"
+#include "support/loopback_server.h"
+#include "support/task_outcome.h"
+
+#include <gtest/gtest.h>
+#include <zlib.h>
+
+namespace veltrix
+{
+namespace
+{
+
+using namespace std::chrono_literals;
+using Request = LoopbackServer::Request;
+using Connection = LoopbackServer::Connection;
+
+QByteArray gzip(const QByteArray &plain)
+{
+    z_stream stream{};
+    EXPECT_EQ(deflateInit2(&stream, Z_BEST_COMPRESSION, Z_DEFLATED, 15 + 16, 8, Z_DEFAULT_STRATEGY),
+              Z_OK);
+    QByteArray packed(qsizetype(deflateBound(&stream, uLong(plain.size()))), '\0');
+    stream.next_in = reinterpret_cast<Bytef *>(const_cast<char *>(plain.constData()));
+    stream.avail_in = uInt(plain.size());
+    stream.next_out = reinterpret_cast<Bytef *>(packed.data());
+    stream.avail_out = uInt(packed.size());
+    EXPECT_EQ(deflate(&stream, Z_FINISH), Z_STREAM_END);
+    packed.resize(qsizetype(stream.total_out));
+    deflateEnd(&stream);
+    return packed;
+}
+
+class NetworkHttpTest : public testing::Test
+{
+protected:
+    static HttpRequest get(const QUrl &url)
+    {
+        HttpRequest request;
+        request.url = url;
+        request.timeout = Seconds(5);
+        return request;
+    }
+    Outcome<HttpResponse> send(HttpRequest request, std::stop_token stop = {})
+    {
+        return Outcome(m_http->sender()(std::move(request), std::move(stop)));
+    }
+    /// The text that a failure of the request gives the user.
+    QString failure(HttpRequest request) { return send(std::move(request)).wait().failureText(); }
+
+    std::unique_ptr<NetworkHttp> m_http =
+        std::make_unique<NetworkHttp>(NetworkHttp::Options{QStringLiteral("1.2.3"), {}});
+};
+
+TEST_F(NetworkHttpTest, AnAnswerComesWithStatusHeadersAndBody)
+{
+    LoopbackServer server([](const Request &, Connection &connection) {
+        connection.answer(404, "gone", {"Retry-After: 7", "Content-Type: text/html"});
+    });
+    const HttpResponse response = send(get(server.url())).wait().value();
+    EXPECT_EQ(response.status, 404);
+    EXPECT_EQ(response.body, "gone");
+    EXPECT_EQ(response.header("retry-after"), QByteArray("7"));
+    EXPECT_EQ(response.header("missing"), std::nullopt);
+}
+
+TEST_F(NetworkHttpTest, EveryStatusIsAnAnswer)
+{
+    LoopbackServer server([](const Request &request, Connection &connection) {
+        connection.answer(request.target.mid(1).toInt(), "body");
+    });
+    for (const int status : {200, 202, 299, 300, 304, 400, 401, 403, 405, 407,
+                             410, 418, 429, 500, 501, 502, 503, 504, 540, 546}) {
+        const auto outcome = send(get(server.url(QStringLiteral("/%1").arg(status)))).wait();
+        ASSERT_TRUE(outcome.hasValue()) << status << outcome.failureText().toStdString();
+        EXPECT_EQ(outcome.value().status, status);
+        EXPECT_EQ(outcome.value().body, status == 304 ? "" : "body") << status;
+    }
+}
+
+TEST_F(NetworkHttpTest, ThePathAndQueryGoOverTheWireAsTheyWereEncoded)
+{
+    LoopbackServer server(
+        [](const Request &, Connection &connection) { connection.answer(200, "{}"); });
+    ITunesClient client(
+        {server.url(), m_http->sender(),
+         std::make_shared<ITunesTrafficController>(std::make_shared<SystemClock>())});
+    Outcome(client.search(QStringLiteral("c++ photo editor"), QStringLiteral("us"), 25, {})).wait();
+    ASSERT_EQ(server.requests().size(), 1U);
+    EXPECT_EQ(server.requests()[0].target,
+              "/search?term=c%2B%2B%20photo%20editor&entity=software&country=US&limit=25");
+}
+
+TEST_F(NetworkHttpTest, SaysHonestlyWhoAsksAndKeepsNoCookies)
+{
+    LoopbackServer server([](const Request &, Connection &connection) {
+        connection.answer(200, "", {"Set-Cookie: id=42; Path=/", "Cache-Control: max-age=9999"});
+    });
+    send(get(server.url())).wait();
+    send(get(server.url())).wait();
+    ASSERT_EQ(server.requests().size(), 2U);
+    EXPECT_EQ(server.requests()[1].header("User-Agent"), "Veltrix/1.2.3");
+    EXPECT_EQ(server.requests()[1].header("Cookie"), "");
+}
+
+TEST_F(NetworkHttpTest, APostCarriesItsHeadersAndBody)
+{
+    LoopbackServer server(
+        [](const Request &, Connection &connection) { connection.answer(202, "later"); });
+    HttpRequest request = get(server.url(QStringLiteral("/functions")));
+    request.method = HttpRequest::Method::Post;
+    request.headers = {{"apikey", "key"}, {"Content-Type", "application/json"}};
+    request.body = R"({"keyword":"x"})";
+    EXPECT_EQ(send(request).wait().value().status, 202);
+    const Request sent = server.requests().at(0);
+    EXPECT_EQ(sent.method, "POST");
+    EXPECT_EQ(sent.header("apikey"), "key");
+    EXPECT_EQ(sent.header("Content-Type"), "application/json");
+    EXPECT_EQ(sent.body, R"({"keyword":"x"})");
+}
+
+TEST_F(NetworkHttpTest, ACompressedScriptIsReadAsItsText)
+{
+    const QByteArray plain = "\n\n\n{\n \"resultCount\":0,\n \"results\": []\n}\n\n\n";
+    LoopbackServer server([&plain](const Request &, Connection &connection) {
+        connection.answer(200, gzip(plain),
+                          {"Content-Type: text/javascript; charset=utf-8",
+                           "Content-Disposition: attachment; filename=1.txt",
+                           "Content-Encoding: gzip"});
+    });
+    EXPECT_EQ(send(get(server.url())).wait().value().body, plain);
+    EXPECT_TRUE(server.requests()[0].header("Accept-Encoding").contains("gzip"));
+}
+
+TEST_F(NetworkHttpTest, AThrottledAnswerIsAnAnswerWithItsStatus)
+{
+    LoopbackServer server(
+        [](const Request &, Connection &connection) { connection.answer(403, ""); });
+    const HttpResponse response = send(get(server.url())).wait().value();
+    EXPECT_EQ(response.status, 403);
+    EXPECT_TRUE(response.body.isEmpty());
+}
+
+TEST_F(NetworkHttpTest, ARefusedConnectionIsSaid)
+{
+    const QUrl url(
+        QStringLiteral("http://127.0.0.1:%1/search?term=secret").arg(LoopbackServer::unusedPort()));
+    EXPECT_EQ(failure(get(url)), QStringLiteral("The server “127.0.0.1” refused the connection."));
+}
+
+TEST_F(NetworkHttpTest, AConnectionClosedBeforeTheHeadersIsSaid)
+{
+    LoopbackServer server([](const Request &, Connection &) {});
+    EXPECT_EQ(failure(get(server.url(QStringLiteral("/search?term=secret")))),
+              QStringLiteral("The server “127.0.0.1” closed the connection before its answer was "
+                             "whole."));
+    // Sent once more, in case a connection that was kept open had gone stale; never again.
+    EXPECT_LE(server.requests().size(), 2U);
+}
+
+TEST_F(NetworkHttpTest, AConnectionClosedAfterTheHeadersIsSaid)
+{
+    LoopbackServer server([](const Request &, Connection &connection) {
+        connection.send("HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\n");
+    });
+    EXPECT_EQ(failure(get(server.url())),
+              QStringLiteral("The server “127.0.0.1” closed the connection before its answer was "
+                             "whole."));
+}
+
+TEST_F(NetworkHttpTest, AConnectionClosedHalfWayIsSaid)
+{
+    LoopbackServer server([](const Request &, Connection &connection) {
+        connection.send("HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\nfirst half");
+    });
+    EXPECT_EQ(failure(get(server.url())),
+              QStringLiteral("The server “127.0.0.1” closed the connection before its answer was "
+                             "whole."));
+}
+
+/// A body in chunks whose last one never comes may count as whole, when the connection closes in
+/// the same instant in which the bytes arrive. So what reads the body must find out, and it does.
+TEST_F(NetworkHttpTest, ABodyInChunksThatStopsHalfWayIsNeverTakenForAnAnswer)
+{
+    LoopbackServer server([](const Request &request, Connection &connection) {
+        const QByteArray half = "\n\n\n{\"resultCount\":1,\"results\":[{\"trackId\":1}";
+        connection.send("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n" +
+                        QByteArray::number(half.size(), 16) + "\r\n" + half);
+        if (request.target.contains("pause"))
+            connection.wait(50ms);
+    });
+    ITunesClient client(
+        {server.url(), m_http->sender(),
+         std::make_shared<ITunesTrafficController>(std::make_shared<SystemClock>())});
+    for (const char *term : {"at-once", "pause"}) {
+        auto outcome =
+            Outcome(client.search(QString::fromUtf8(term), QStringLiteral("us"), 1, {})).wait();
+        EXPECT_TRUE(outcome.holds<TransportError>() || outcome.holds<DecodingError>()) << term;
+    }
+}
+
+TEST_F(NetworkHttpTest, ALengthThatIsTooSmallGivesTheBytesItCounts)
+{
+    LoopbackServer server([](const Request &, Connection &connection) {
+        connection.send("HTTP/1.1 200 OK\r\nContent-Length: 2\r\nConnection: close\r\n\r\n{}rest");
+    });
+    const auto outcome = send(get(server.url())).wait();
+    EXPECT_EQ(outcome.value().body, "{}");
+}
+
+TEST_F(NetworkHttpTest, AnAnswerThatIsNotHttpIsSaid)
+{
+    LoopbackServer server([](const Request &, Connection &connection) {
+        connection.send("SSH-2.0-OpenSSH_9.2\r\n\r\n");
+        connection.wait(50ms);
+    });
+    const auto outcome = send(get(server.url())).wait();
+    EXPECT_TRUE(outcome.holds<TransportError>());
+    EXPECT_FALSE(outcome.failureText().contains(QStringLiteral("SSH")));
+}
+
+TEST_F(NetworkHttpTest, BrokenCompressionIsAFailure)
+{
+    LoopbackServer server([](const Request &, Connection &connection) {
+        QByteArray packed = gzip(QByteArray(20'000, 'x'));
+        packed.replace(12, 4, "\xff\xff\xff\xff");
+        connection.answer(200, packed, {"Content-Encoding: gzip"});
+    });
+    EXPECT_TRUE(send(get(server.url())).wait().holds<TransportError>());
+}
+
+TEST_F(NetworkHttpTest, AServerThatStaysSilentTimesOut)
+{
+    LoopbackServer server([](const Request &, Connection &connection) { connection.wait(10s); });
+    HttpRequest request = get(server.url());
+    request.timeout = Seconds(0.15);
+    EXPECT_EQ(failure(request), QStringLiteral("The server “127.0.0.1” did not answer in time."));
+}
+
+TEST_F(NetworkHttpTest, AServerThatStopsInTheMiddleTimesOut)
+{
+    LoopbackServer server([](const Request &, Connection &connection) {
+        connection.send("HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\nfirst half");
+        connection.wait(10s);
+    });
+    HttpRequest request = get(server.url());
+    request.timeout = Seconds(0.15);
+    EXPECT_EQ(failure(request), QStringLiteral("The server “127.0.0.1” did not answer in time."));
+}
+
+/// One byte at a time, `pause` apart.
+void trickle(Connection &connection, QByteArrayView bytes, std::chrono::milliseconds pause)
+{
+    for (const char byte : bytes) {
+        if (!connection.send(QByteArrayView(&byte, 1)) || !connection.wait(pause))
+            return;
+    }
+}
+
+TEST_F(NetworkHttpTest, OneByteASecondTimesOutWhenTheTimeoutIsShorter)
+{
+    LoopbackServer server([](const Request &, Connection &connection) {
+        connection.send("HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\n");
+        trickle(connection, QByteArray(100, 'x'), 1s);
+    });
+    HttpRequest request = get(server.url());
+    request.timeout = Seconds(0.3);
+    EXPECT_EQ(failure(request), QStringLiteral("The server “127.0.0.1” did not answer in time."));
+}
+
+TEST_F(NetworkHttpTest, BytesThatKeepTricklingInStillEndAtTheTotalTime)
+{
+    LoopbackServer server([](const Request &, Connection &connection) {
+        connection.send("HTTP/1.1 200 OK\r\nContent-Length: 1000\r\n\r\n");
+        trickle(connection, QByteArray(1000, 'x'), 20ms);
+    });
+    HttpRequest request = get(server.url());
+    request.timeout = Seconds(2);
+    request.totalTimeout = Seconds(0.4);
+    EXPECT_EQ(failure(request), QStringLiteral("The server “127.0.0.1” did not answer in time."));
+}
+
+TEST_F(NetworkHttpTest, SlowProgressIsNoTimeout)
+{
+    LoopbackServer server([](const Request &, Connection &connection) {
+        connection.send("HTTP/1.1 200 OK\r\nContent-Length: 8\r\n\r\n");
+        trickle(connection, "12345678", 100ms);
+    });
+    HttpRequest request = get(server.url());
+    request.timeout = Seconds(0.5);
+    EXPECT_EQ(send(request).wait().value().body, "12345678");
+}
+
+TEST_F(NetworkHttpTest, ABodyBeyondTheLimitEndsTheTransferWhileItArrives)
+{
+    LoopbackServer server([](const Request &, Connection &connection) {
+        connection.send("HTTP/1.1 200 OK\r\nContent-Length: 41943040\r\n\r\n");
+        const QByteArray block(1024 * 1024, 'x');
+        for (int i = 0; i < 40; ++i) {
+            if (!connection.send(block))
+                return;
+        }
+    });
+    EXPECT_EQ(failure(get(server.url())),
+              QStringLiteral("The answer of the server “127.0.0.1” was too large."));
+    HttpRequest small = get(server.url());
+    small.bodyLimit = 1000;
+    EXPECT_EQ(failure(small),
+              QStringLiteral("The answer of the server “127.0.0.1” was too large."));
+}
+
+TEST_F(NetworkHttpTest, ABodyOfExactlyTheLimitIsAccepted)
+{
+    LoopbackServer server([](const Request &request, Connection &connection) {
+        connection.answer(200, QByteArray(request.target.mid(1).toInt(), 'x'));
+    });
+    HttpRequest request = get(server.url(QStringLiteral("/100000")));
+    request.bodyLimit = 100'000;
+    EXPECT_EQ(send(request).wait().value().body.size(), 100'000);
+    request.url = server.url(QStringLiteral("/100001"));
+    EXPECT_EQ(failure(request),
+              QStringLiteral("The answer of the server “127.0.0.1” was too large."));
+}
+
+TEST_F(NetworkHttpTest, ACompressedBodyIsMeasuredByWhatItUnpacksTo)
+{
+    const QByteArray bomb = gzip(QByteArray(200LL * 1024 * 1024, '\0'));
+    ASSERT_LT(bomb.size(), 1024 * 1024);
+    LoopbackServer server([&bomb](const Request &, Connection &connection) {
+        connection.answer(200, bomb, {"Content-Encoding: gzip"});
+    });
+    EXPECT_EQ(failure(get(server.url())),
+              QStringLiteral("The answer of the server “127.0.0.1” was too large."));
+}
+
+TEST_F(NetworkHttpTest, RedirectsAreFollowedFiveTimesAndNotSix)
+{
+    LoopbackServer server([](const Request &request, Connection &connection) {
+        const int left = request.target.mid(1).toInt();
+        if (left == 0)
+            connection.answer(200, "there");
+        else
+            connection.answer(302, "", {"Location: /" + QByteArray::number(left - 1)});
+    });
+    EXPECT_EQ(send(get(server.url(QStringLiteral("/5")))).wait().value().body, "there");
+    EXPECT_EQ(failure(get(server.url(QStringLiteral("/6")))),
+              QStringLiteral("The server “127.0.0.1” redirected too often."));
+}
+
+TEST_F(NetworkHttpTest, ARedirectToAnotherKindOfAddressIsRefused)
+{
+    LoopbackServer server([](const Request &request, Connection &connection) {
+        connection.answer(301, "", {"Location: " + request.target.mid(1)});
+    });
+    for (const char *target : {"file:///etc/passwd", "ftp://127.0.0.1/x", "data:,x"}) {
+        EXPECT_EQ(failure(get(server.url(QStringLiteral("/") + QString::fromUtf8(target)))),
+                  QStringLiteral("The server “127.0.0.1” redirected to an address that is not "
+                                 "safe."))
+            << target;
+    }
+}
+
+TEST_F(NetworkHttpTest, HeadersAreNotCarriedToAnotherOrigin)
+{
+    LoopbackServer other(
+        [](const Request &, Connection &connection) { connection.answer(200, "other"); });
+    const QByteArray target = other.url().toEncoded();
+    LoopbackServer server([&target](const Request &request, Connection &connection) {
+        if (request.target == "/own")
+            connection.answer(307, "", {"Location: /end"});
+        else if (request.target == "/end")
+            connection.answer(200, "own");
+        else
+            connection.answer(307, "", {"Location: " + target});
+    });
+    HttpRequest request = get(server.url(QStringLiteral("/away")));
+    request.headers = {{"apikey", "key"}};
+    EXPECT_EQ(send(request).wait().value().body, "other");
+    EXPECT_EQ(other.requests().at(0).header("apikey"), "");
+    request.url = server.url(QStringLiteral("/own"));
+    EXPECT_EQ(send(request).wait().value().body, "own");
+    EXPECT_EQ(server.requests().back().header("apikey"), "key");
+    // A POST would take its body along too, so its redirect is handed back as the answer.
+    request.method = HttpRequest::Method::Post;
+    request.body = "secret";
+    request.url = server.url(QStringLiteral("/away"));
+    EXPECT_EQ(send(request).wait().value().status, 307);
+    EXPECT_EQ(other.requests().size(), 1U);
+}
+
+TEST_F(NetworkHttpTest, AStopEndsTheConnectionAtOnce)
+{
+    LoopbackServer server([](const Request &, Connection &connection) { connection.wait(10s); });
+    std::stop_source stop;
+    auto outcome = send(get(server.url()), stop.get_token());
+    while (server.requests().empty())
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+    stop.request_stop();
+    EXPECT_TRUE(outcome.isCancelled());
+    QElapsedTimer timer;
+    timer.start();
+    while (server.abandoned() == 0 && timer.elapsed() < 5000)
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+    EXPECT_EQ(server.abandoned(), 1);
+}
+
+TEST_F(NetworkHttpTest, ASenderOutlivesItsMakerAndTransfersOutliveBoth)
+{
+    LoopbackServer server([](const Request &, Connection &connection) {
+        connection.wait(100ms);
+        connection.answer(200, "late");
+    });
+    auto outcome = send(get(server.url()));
+    m_http.reset();
+    EXPECT_EQ(outcome.wait().value().body, "late");
+}
+
+TEST_F(NetworkHttpTest, TransfersRunSideBySide)
+{
+    std::atomic<int> open = 0;
+    LoopbackServer server([&open](const Request &, Connection &connection) {
+        ++open;
+        for (int i = 0; i < 500 && open < 3; ++i)
+            connection.wait(10ms);
+        connection.answer(200, open >= 3 ? "together" : "alone");
+    });
+    std::vector<Outcome<HttpResponse>> outcomes;
+    for (int i = 0; i < 3; ++i)
+        outcomes.push_back(send(get(server.url())));
+    for (auto &outcome : outcomes)
+        EXPECT_EQ(outcome.wait().value().body, "together");
+}
+
+TEST_F(NetworkHttpTest, ADownloadTellsHowFarItIs)
+{
+    LoopbackServer server([](const Request &, Connection &connection) {
+        connection.answer(200, QByteArray(500'000, 'x'));
+    });
+    std::vector<std::pair<qint64, std::optional<qint64>>> steps;
+    const HttpProgress note = [&steps](qint64 received, std::optional<qint64> total) {
+        steps.emplace_back(received, total);
+    };
+    Outcome outcome(m_http->downloader()(get(server.url()), note, {}));
+    EXPECT_EQ(outcome.wait().value().body.size(), 500'000);
+    ASSERT_FALSE(steps.empty());
+    EXPECT_TRUE(std::is_sorted(steps.begin(), steps.end()));
+    EXPECT_EQ(steps.back().first, 500'000);
+    EXPECT_EQ(steps.back().second, 500'000);
+}
+
+TEST_F(NetworkHttpTest, AnAddressThatIsNotOfTheWebFailsAtOnce)
+{
+    for (const char *address : {"", "file:///etc/passwd", "https:///path", "mailto:a@b"}) {
+        EXPECT_TRUE(send(get(QUrl(QString::fromUtf8(address)))).wait().holds<BadUrlError>())
+            << address;
+    }
+}
+
+} // namespace
+} // namespace veltrix

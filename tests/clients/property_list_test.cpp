@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "clients/property_list.h"
+#include "support/json_printers.h"
+
+#include <gtest/gtest.h>
+
+namespace veltrix
+{
+namespace
+{
+
+PropertyListValue read(const QByteArray &body, PropertyListLimits limits = {})
+{
+    return readPropertyList("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+                            "<!DOCTYPE plist PUBLIC \"-//Apple//DTD PLIST 1.0//EN\" "
+                            "\"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">\n"
+                            "<plist version=\"1.0\">" +
+                                body + "</plist>\n",
+                            limits);
+}
+
+QString failureOf(const QByteArray &xml, PropertyListLimits limits = {})
+{
+    try {
+        readPropertyList(xml, limits);
+    } catch (const PropertyListError &error) {
+        return error.description();
+    }
+    return QStringLiteral("no failure");
+}
+
+TEST(PropertyList, ReadsEveryKindOfValue)
+{
+    const auto root = read("<dict><key>text</key><string>a &amp; b &#233;</string>"
+                           "<key>count</key><integer>-3</integer><key>on</key><true/>"
+                           "<key>off</key><false/><key>list</key><array><string>x</string>"
+                           "<dict/></array></dict>");
+    EXPECT_EQ(root.member(QStringLiteral("text"))->text(), QStringLiteral("a & b é"));
+    EXPECT_EQ(root.member(QStringLiteral("count"))->integer(), -3);
+    EXPECT_EQ(root.member(QStringLiteral("on"))->boolean(), true);
+    EXPECT_EQ(root.member(QStringLiteral("off"))->boolean(), false);
+    const auto list = root.member(QStringLiteral("list"))->array();
+    ASSERT_TRUE(list);
+    EXPECT_EQ(list->size(), 2);
+    EXPECT_TRUE(list->at(1).dictionary());
+    EXPECT_FALSE(root.member(QStringLiteral("missing")));
+    EXPECT_FALSE(root.member(QStringLiteral("count"))->text());
+}
+
+TEST(PropertyList, ATextThatIsNoPropertyListFails)
+{
+    for (const char *xml :
+         {"", "{}", "<html><body/></html>", "<plist/>", "<plist><dict></plist>",
+          "<plist><dict><string>x</string></dict></plist>",
+          "<plist><dict><key>k</key></dict></plist>", "<plist><integer>1.5</integer></plist>",
+          "<plist><blob/></plist>", "<plist><string>a</string><string>b</string></plist>",
+          "<plist><string>cut off"}) {
+        EXPECT_TRUE(failureOf(xml).startsWith(QStringLiteral("The property list couldn’t be read")))
+            << xml;
+    }
+}
+
+TEST(PropertyList, EntitiesAreNeverResolved)
+{
+    QByteArray bomb = "<!DOCTYPE plist [<!ENTITY a \"ha\">";
+    for (char c = 'b'; c < 'z'; ++c)
+        bomb += QByteArray("<!ENTITY ") + c + " \"" +
+                QByteArray("&X;").replace('X', char(c - 1)).repeated(10) + "\">";
+    bomb += "]><plist><string>&y;</string></plist>";
+    EXPECT_NE(failureOf(bomb), QStringLiteral("no failure"));
+    EXPECT_NE(failureOf("<!DOCTYPE plist [<!ENTITY f SYSTEM \"file:///etc/passwd\">]>"
+                        "<plist><string>&f;</string></plist>"),
+              QStringLiteral("no failure"));
+}
+
+TEST(PropertyList, DepthAndSizeAreLimited)
+{
+    const QByteArray deep = "<plist>" + QByteArray("<array>").repeated(100'000) +
+                            QByteArray("</array>").repeated(100'000) + "</plist>";
+    EXPECT_TRUE(failureOf(deep).contains(QStringLiteral("deep")));
+    EXPECT_TRUE(failureOf("<plist><string>12345</string></plist>", {.bytes = 20, .depth = 5})
+                    .contains(QStringLiteral("too large")));
+}
+
+} // namespace
+} // namespace veltrix
