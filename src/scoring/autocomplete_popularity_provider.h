@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Popularity with what the App Store suggests beside it.
+#pragma once
+
+#include "clients/autocomplete_client.h"
+#include "scoring/popularity_providing.h"
+
+#include <memory>
+
+namespace veltrix
+{
+
+/// Adds autocomplete evidence to the assessment of another provider, after it and without changing
+/// it. Evidence that cannot be had is left out and fails nothing.
+class AutocompletePopularityProvider final : public PopularityProviding
+{
+public:
+    /// `client` is shared by everyone who spends its budget.
+    AutocompletePopularityProvider(std::shared_ptr<PopularityProviding> provider,
+                                   std::shared_ptr<AutocompleteClient> client);
+
+    /// The wrapped provider's.
+    [[nodiscard]] QString modelVersion() const override;
+    /// Throws what the wrapped provider throws, and Cancelled.
+    Task<PopularityAssessment> assess(QString keyword, QString country,
+                                      QList<ITunesAppResult> results,
+                                      std::stop_token stop) override;
+
+private:
+    static Task<PopularityAssessment> run(std::shared_ptr<PopularityProviding> provider,
+                                          std::shared_ptr<AutocompleteClient> client,
+                                          QString keyword, QString country,
+                                          QList<ITunesAppResult> results, std::stop_token stop);
+
+    std::shared_ptr<PopularityProviding> m_provider;
+    std::shared_ptr<AutocompleteClient> m_client;
+};
+
+/// Whether a keyword looks like a brand: its tokens are those of the first segment of the name of
+/// one of the apps.
+bool isPossibleBrand(const QString &keyword, const QList<ITunesAppResult> &results);
+
+} // namespace veltrix
