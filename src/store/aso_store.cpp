@@ -1,0 +1,197 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The store's state: loading, saving, keywords and what is read of them.
+#include "store/aso_store.h"
+
+namespace veltrix
+{
+
+ASOStore::ASOStore(Arguments arguments, QObject *parent)
+    : QObject(parent), m_pipeline(std::move(arguments.pipeline)),
+      m_iTunesClient(std::move(arguments.iTunesClient)),
+      m_discoveryClient(std::move(arguments.discoveryClient)), m_clock(std::move(arguments.clock)),
+      m_rankedAppsCache(std::move(arguments.rankedAppsCache)),
+      m_file(std::move(arguments.persistenceURL))
+{
+    PersistedState state = m_file.load();
+    m_apps = std::move(state.apps);
+    renumberApps();
+    m_keywords = KeywordList(std::move(state.trackedKeywords));
+    m_snapshots = SnapshotIndex(state.snapshots);
+    m_competitors = std::move(state.competitors);
+}
+
+ASOStore::~ASOStore()
+{
+    m_life.reset();
+}
+
+void ASOStore::save()
+{
+    const std::optional<QString> before = m_file.problem();
+    m_file.save({m_apps, m_keywords.all(), m_snapshots.inFileOrder(), m_competitors},
+                m_clock->now());
+    if (m_file.problem() != before)
+        Q_EMIT
+    persistenceProblemChanged();
+}
+
+const QList<AppProfile> &ASOStore::apps() const
+{
+    return m_apps;
+}
+
+const QList<TrackedKeyword> &ASOStore::trackedKeywords() const
+{
+    return m_keywords.all();
+}
+
+const QList<TrackedCompetitor> &ASOStore::competitors() const
+{
+    return m_competitors;
+}
+
+std::vector<SharedSnapshot> ASOStore::snapshots() const
+{
+    return m_snapshots.inFileOrder();
+}
+
+std::optional<AppProfile> ASOStore::app(QUuid id) const
+{
+    for (const AppProfile &app : m_apps) {
+        if (app.id == id)
+            return app;
+    }
+    return std::nullopt;
+}
+
+std::optional<TrackedKeyword> ASOStore::trackedKeyword(QUuid id) const
+{
+    const TrackedKeyword *keyword = m_keywords.find(id);
+    return keyword ? std::optional(*keyword) : std::nullopt;
+}
+
+QList<TrackedKeyword> ASOStore::keywordsOfApp(QUuid appId) const
+{
+    QList<TrackedKeyword> result;
+    for (const TrackedKeyword &keyword : m_keywords.all()) {
+        if (keyword.appId == appId)
+            result.append(keyword);
+    }
+    return result;
+}
+
+TrackedKeyword ASOStore::addTrackedKeyword(QUuid appId, QString keyword, QString country)
+{
+    return addTrackedKeywords(appId, {std::move(keyword)}, std::move(country)).constFirst();
+}
+
+QList<TrackedKeyword> ASOStore::addTrackedKeywords(QUuid appId, const QStringList &keywords,
+                                                   QString country)
+{
+    country = country.toUpper();
+    QList<TrackedKeyword> result;
+    QList<QUuid> added;
+    for (const QString &text : keywords) {
+        if (const TrackedKeyword *known = m_keywords.findSame(appId, text, country)) {
+            result.append(*known);
+            continue;
+        }
+        const TrackedKeyword keyword{QUuid::createUuid(), appId, text, country, m_clock->now()};
+        m_keywords.append(keyword);
+        result.append(keyword);
+        added.append(keyword.id);
+    }
+    if (added.isEmpty())
+        return result;
+    for (const QUuid &id : std::as_const(added))
+        Q_EMIT
+    keywordAdded(id);
+    save();
+    return result;
+}
+
+void ASOStore::removeKeyword(QUuid id)
+{
+    removeKeywords({id});
+}
+
+void ASOStore::removeKeywords(const QList<QUuid> &ids)
+{
+    if (removeTracked(ids))
+        save();
+}
+
+bool ASOStore::removeTracked(const QList<QUuid> &keywordIds)
+{
+    QSet<QUuid> removed;
+    for (const QUuid &id : keywordIds) {
+        if (m_keywords.find(id))
+            removed.insert(id);
+    }
+    if (removed.isEmpty())
+        return false;
+    m_keywords.remove(removed);
+    for (const QUuid &id : std::as_const(removed))
+        m_snapshots.removeKeyword(id);
+    for (const QUuid &id : std::as_const(removed))
+        Q_EMIT
+    keywordRemoved(id);
+    return true;
+}
+
+std::vector<SharedSnapshot> ASOStore::keywordSnapshots(QUuid keywordId) const
+{
+    return m_snapshots.ofKeyword(keywordId);
+}
+
+SharedSnapshot ASOStore::newestSnapshot(QUuid keywordId) const
+{
+    return m_snapshots.newest(keywordId);
+}
+
+DashboardKeywordRow ASOStore::dashboardRow(const TrackedKeyword &keyword) const
+{
+    DashboardKeywordRow row;
+    row.id = keyword.id;
+    row.keyword = keyword.keyword;
+    row.country = keyword.country;
+    const SharedSnapshot newest = m_snapshots.newest(keyword.id);
+    row.awaitingMetrics = newest == nullptr;
+    row.lastUpdate = newest ? newest->fetchedAt : keyword.createdAt;
+    if (!newest)
+        return row;
+    if (const auto &measurement = newest->popularityMeasurement) {
+        if (isSearchPopularity(*measurement))
+            row.popularity = measurement->score;
+        if (isAutocompleteVisibility(*measurement))
+            row.autocompleteVisibility = measurement->score;
+    }
+    // A score of no apps means nothing; older snapshots do not say how many there were.
+    if (newest->difficultyComponents.sampledAppCount != 0)
+        row.difficulty = newest->difficultyScore;
+    row.position = newest->position;
+    row.appsInRanking = newest->competitorIcons;
+    row.opportunity = newest->opportunity;
+    return row;
+}
+
+RankingTimeline ASOStore::rankingTimeline(QUuid keywordId) const
+{
+    std::vector<RankingTimeline::Observation> observations;
+    for (const SharedSnapshot &snapshot : m_snapshots.ofKeyword(keywordId))
+        observations.push_back({snapshot->id, snapshot->fetchedAt, snapshot->position});
+    const TrackedKeyword *keyword = m_keywords.find(keywordId);
+    return {std::move(observations), keyword ? keyword->createdAt : m_clock->now()};
+}
+
+std::optional<QString> ASOStore::persistenceProblem() const
+{
+    return m_file.problem();
+}
+
+Clock &ASOStore::clock() const
+{
+    return *m_clock;
+}
+
+} // namespace veltrix

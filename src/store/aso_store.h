@@ -1,0 +1,234 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The one owner of everything the user tracks.
+#pragma once
+
+#include "effects/clock.h"
+#include "effects/task_scope.h"
+#include "model/app_profile.h"
+#include "model/dashboard_keyword_row.h"
+#include "model/keyword_snapshot.h"
+#include "model/tracked_competitor.h"
+#include "model/tracked_keyword.h"
+#include "scoring/keyword_pipeline.h"
+#include "store/keyword_list.h"
+#include "store/ranking_timeline.h"
+#include "store/snapshot_index.h"
+#include "store/state_file.h"
+
+#include <QObject>
+
+#include <QSet>
+
+#include <deque>
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace veltrix
+{
+
+/// A store operation that cannot be done. `code` is 404 (not there) or 422 (not usable).
+class StoreError final : public Error
+{
+public:
+    StoreError(int code, QString description) : Error(std::move(description)), m_code(code) {}
+    [[nodiscard]] int code() const { return m_code; }
+    /// The domain of store errors, "ASOStore".
+    static constexpr QLatin1String domain{"ASOStore"};
+
+private:
+    int m_code;
+};
+
+/// Ranked results that were kept from an earlier search.
+struct SavedRankedApps {
+    Date fetchedAt;
+    QList<ITunesAppResult> results;
+};
+
+/// Keeps ranked results of keyword searches. The research client is one; a store whose keyword
+/// client is not one has no saved results.
+class RankedAppsSaving
+{
+public:
+    virtual ~RankedAppsSaving() = default;
+    /// The saved results of a keyword in a storefront, of any age up to the cache's own limit.
+    [[nodiscard]] virtual std::optional<SavedRankedApps> savedRankedApps(QString keyword,
+                                                                         QString country) const = 0;
+};
+
+/// How far the background queue of keyword refreshes is.
+struct RefreshProgress {
+    /// Keywords measured since the queue last was empty.
+    int done = 0;
+    /// Keywords that still wait, the one being measured not counted.
+    int waiting = 0;
+    /// The keyword that is being measured now.
+    std::optional<TrackedKeyword> current;
+
+    [[nodiscard]] bool isIdle() const { return !current && waiting == 0; }
+    [[nodiscard]] int total() const { return done + waiting + (current ? 1 : 0); }
+    bool operator==(const RefreshProgress &) const = default;
+};
+
+/// The single owner and only writer of the tracked state. It lives on the main thread; every change
+/// is announced synchronously by a signal and then saved, so the file is always as current as the
+/// last change.
+class ASOStore final : public QObject
+{
+    Q_OBJECT
+
+public:
+    struct Arguments {
+        /// Path of the state file.
+        QString persistenceURL;
+        /// Keyword searches go through it.
+        std::shared_ptr<ITunesClientProtocol> iTunesClient;
+        KeywordPipeline pipeline;
+        /// App search, look-ups and ranked apps go through it.
+        std::shared_ptr<ITunesClientProtocol> discoveryClient;
+        std::shared_ptr<Clock> clock;
+        /// Where ranked results are kept; may be null.
+        std::shared_ptr<RankedAppsSaving> rankedAppsCache;
+    };
+
+    /// How old a keyword's newest snapshot may be before it is measured again.
+    static constexpr Seconds keywordRefreshTTL{21'600};
+    /// How old it may be in a refresh of all rankings.
+    static constexpr Seconds historyStaleness{86'400};
+    /// How old saved ranked apps may be before they are searched afresh.
+    static constexpr Seconds rankedAppsReuse{1'800};
+
+    /// Loads the state file; a file that cannot be read leaves the store empty.
+    explicit ASOStore(Arguments arguments, QObject *parent = nullptr);
+    ~ASOStore() override;
+
+    // What is tracked. Lists are in the order of the state file.
+    [[nodiscard]] const QList<AppProfile> &apps() const;
+    [[nodiscard]] const QList<TrackedKeyword> &trackedKeywords() const;
+    [[nodiscard]] const QList<TrackedCompetitor> &competitors() const;
+    /// All snapshots of all keywords, in the order of the state file. For whole-state uses only; a
+    /// keyword's own come from keywordSnapshots().
+    [[nodiscard]] std::vector<SharedSnapshot> snapshots() const;
+
+    [[nodiscard]] std::optional<AppProfile> app(QUuid id) const;
+    [[nodiscard]] std::optional<TrackedKeyword> trackedKeyword(QUuid id) const;
+    [[nodiscard]] QList<TrackedKeyword> keywordsOfApp(QUuid appId) const;
+    [[nodiscard]] QList<TrackedCompetitor> competitorsOfApp(QUuid appId) const;
+
+    // Keywords and their measurements.
+    /// Adds the text as given, or returns the keyword that is there already (same app, same text
+    /// ignoring case, same storefront).
+    TrackedKeyword addTrackedKeyword(QUuid appId, QString keyword, QString country);
+    /// The same for several texts with one save. One keyword for each text, in their order.
+    QList<TrackedKeyword> addTrackedKeywords(QUuid appId, const QStringList &keywords,
+                                             QString country);
+    /// Removes a keyword with its snapshots. Unknown ids change nothing.
+    void removeKeyword(QUuid id);
+    /// Removes several keywords with one save.
+    void removeKeywords(const QList<QUuid> &ids);
+    /// Queues keywords for measuring in the background.
+    void queueKeywordRefreshes(const QList<TrackedKeyword> &keywords);
+    /// Drops the queue and stops the measurement in progress; the keywords stay saved.
+    void stopKeywordRefreshes();
+    [[nodiscard]] RefreshProgress refreshProgress() const;
+    /// Brings one keyword up to date. Throws StoreError 404 "Tracked keyword not found" or "App not
+    /// found", the pipeline's errors, or Cancelled when the keyword is deleted meanwhile.
+    Task<DashboardKeywordRow> refreshKeyword(QUuid id, std::stop_token stop);
+    /// Measures every keyword whose ranking is stale. Failures show in historyRefreshError().
+    Task<void> refreshHistory(std::stop_token stop);
+    [[nodiscard]] std::optional<QString> historyRefreshError() const;
+    [[nodiscard]] bool isRefreshingHistory() const;
+
+    [[nodiscard]] DashboardKeywordRow dashboardRow(const TrackedKeyword &keyword) const;
+    /// Oldest first.
+    [[nodiscard]] std::vector<SharedSnapshot> keywordSnapshots(QUuid keywordId) const;
+    [[nodiscard]] SharedSnapshot newestSnapshot(QUuid keywordId) const;
+    [[nodiscard]] RankingTimeline rankingTimeline(QUuid keywordId) const;
+
+    // Apps and competitors.
+    /// Throws StoreError 422 "Missing trackId on selected result".
+    AppProfile addApp(const ITunesAppResult &result, QString country);
+    /// Looks the id up first. Throws StoreError 404 "App not found on iTunes Lookup" or the
+    /// client's errors.
+    Task<AppProfile> addApp(std::int64_t trackId, QString country, std::stop_token stop);
+    /// Removes an app with its keywords, their snapshots and its competitors.
+    void removeApp(QUuid id);
+    void addCompetitor(const ITunesAppResult &result, QUuid appId, QString country);
+    Task<void> updateCompetitorSeller(QUuid competitorId, std::stop_token stop);
+    void removeCompetitor(QUuid id);
+
+    // The App Store, for views.
+    Task<QList<ITunesAppResult>> searchApps(QString term, QString country, std::int64_t limit,
+                                            std::stop_token stop);
+    /// Throws StoreError 404 "App unavailable in this storefront." when there is no such app.
+    Task<ITunesAppResult> appDetails(std::int64_t trackId, QString country, std::stop_token stop);
+    /// A keyword search through the client that measures keywords.
+    Task<QList<ITunesAppResult>> searchKeyword(QString keyword, QString country, std::int64_t limit,
+                                               std::stop_token stop);
+    /// The apps that rank for a keyword, best first.
+    Task<QList<ITunesAppResult>> rankedApps(DashboardKeywordRow row, std::stop_token stop);
+    [[nodiscard]] std::optional<SavedRankedApps>
+    savedRankedApps(const DashboardKeywordRow &row) const;
+
+    /// What went wrong with the state file, in words for the user: that it could not be read (and
+    /// where its copy is), or that the last save failed. Empty when all is well.
+    [[nodiscard]] std::optional<QString> persistenceProblem() const;
+
+    [[nodiscard]] Clock &clock() const;
+
+Q_SIGNALS:
+    void appsChanged();
+    void keywordAdded(QUuid id);
+    /// A keyword has a new newest snapshot.
+    void keywordChanged(QUuid id);
+    void keywordRemoved(QUuid id);
+    void competitorsChanged();
+    void historyRefreshErrorChanged();
+    void isRefreshingHistoryChanged();
+    void refreshProgressChanged();
+    void persistenceProblemChanged();
+
+private:
+    void save();
+    void setHistoryRefreshError(std::optional<QString> error);
+    void setRefreshingHistory(bool refreshing);
+
+    void renumberApps();
+    /// False when none of the keywords was there.
+    bool removeTracked(const QList<QUuid> &keywordIds);
+
+    [[nodiscard]] bool hasCurrentModels(const KeywordSnapshot &snapshot) const;
+    [[nodiscard]] Seconds age(const KeywordSnapshot &snapshot) const;
+    [[nodiscard]] bool isStaleInHistory(const QUuid &keywordId) const;
+    Task<void> runRefreshQueue(std::stop_token stop);
+    void endRefreshQueue();
+
+    KeywordPipeline m_pipeline;
+    std::shared_ptr<ITunesClientProtocol> m_iTunesClient;
+    std::shared_ptr<ITunesClientProtocol> m_discoveryClient;
+    std::shared_ptr<Clock> m_clock;
+    std::shared_ptr<RankedAppsSaving> m_rankedAppsCache;
+    StateFile m_file;
+
+    QList<AppProfile> m_apps;
+    KeywordList m_keywords;
+    SnapshotIndex m_snapshots;
+    QList<TrackedCompetitor> m_competitors;
+
+    std::optional<QString> m_historyRefreshError;
+    bool m_isRefreshingHistory = false;
+
+    std::deque<TrackedKeyword> m_pendingKeywordRefreshes;
+    std::optional<TrackedKeyword> m_activeKeywordRefresh;
+    bool m_isKeywordWorkerRunning = false;
+    int m_refreshesDone = 0;
+
+    /// Expires first of all when the store dies: operations that a view started under its own stop
+    /// token look at it before they go on after a wait.
+    std::shared_ptr<const bool> m_life = std::make_shared<const bool>(true);
+    /// The keyword worker. Last, so that it ends while everything else still lives.
+    TaskScope m_keywordRefreshTask;
+};
+
+} // namespace veltrix

@@ -1,0 +1,211 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Apps, competitors, and what views ask the App Store through the store.
+#include "store/aso_store.h"
+
+namespace veltrix
+{
+
+namespace
+{
+
+/// The seller's name without surrounding white space; absent when nothing is left.
+std::optional<QString> trimmedSeller(const ITunesAppResult &result)
+{
+    const QString name = result.sellerName.value_or(QString()).trimmed();
+    return name.isEmpty() ? std::nullopt : std::optional(name);
+}
+
+// The functions below hold the client while it works, so that it may outlive the store.
+
+Task<QList<ITunesAppResult>> searchThrough(std::shared_ptr<ITunesClientProtocol> client,
+                                           QString term, QString country, std::int64_t limit,
+                                           std::stop_token stop)
+{
+    co_return co_await client->search(std::move(term), std::move(country), limit, std::move(stop));
+}
+
+Task<std::optional<ITunesAppResult>> lookupThrough(std::shared_ptr<ITunesClientProtocol> client,
+                                                   std::int64_t trackId, QString country,
+                                                   std::stop_token stop)
+{
+    co_return co_await client->lookup(trackId, std::move(country), std::move(stop));
+}
+
+Task<ITunesAppResult> detailsThrough(std::shared_ptr<ITunesClientProtocol> client,
+                                     std::int64_t trackId, QString country, std::stop_token stop)
+{
+    std::optional<ITunesAppResult> found =
+        co_await client->lookup(trackId, std::move(country), std::move(stop));
+    if (!found)
+        throw StoreError(404, QStringLiteral("App unavailable in this storefront."));
+    co_return std::move(*found);
+}
+
+Task<QList<ITunesAppResult>> ready(QList<ITunesAppResult> results)
+{
+    co_return results;
+}
+
+} // namespace
+
+void ASOStore::renumberApps()
+{
+    for (qsizetype i = 0; i < m_apps.size(); ++i)
+        m_apps[i].sortOrder = i;
+}
+
+AppProfile ASOStore::addApp(const ITunesAppResult &result, QString country)
+{
+    if (!result.trackId)
+        throw StoreError(422, QStringLiteral("Missing trackId on selected result"));
+    for (const AppProfile &known : std::as_const(m_apps)) {
+        if (known.trackId == *result.trackId)
+            return known;
+    }
+    const AppProfile added{
+        QUuid::createUuid(), *result.trackId,   displayName(result), QStringLiteral("iPhone"),
+        iconUrl(result),     country.toUpper(), m_apps.size()};
+    m_apps.append(added);
+    Q_EMIT
+    appsChanged();
+    save();
+    return added;
+}
+
+Task<AppProfile> ASOStore::addApp(std::int64_t trackId, QString country, std::stop_token stop)
+{
+    const std::weak_ptr<const bool> life = m_life;
+    const std::optional<ITunesAppResult> found =
+        co_await lookupThrough(m_discoveryClient, trackId, country, stop);
+    if (life.expired())
+        throw Cancelled();
+    throwIfStopped(stop);
+    if (!found)
+        throw StoreError(404, QStringLiteral("App not found on iTunes Lookup"));
+    co_return addApp(*found, country);
+}
+
+void ASOStore::removeApp(QUuid id)
+{
+    if (m_apps.removeIf([&](const AppProfile &known) { return known.id == id; }) == 0)
+        return;
+    renumberApps();
+    QList<QUuid> keywordIds;
+    for (const TrackedKeyword &keyword : m_keywords.all()) {
+        if (keyword.appId == id)
+            keywordIds.append(keyword.id);
+    }
+    const bool hadCompetitors = m_competitors.removeIf([&](const TrackedCompetitor &competitor) {
+        return competitor.appId == id;
+    }) > 0;
+    removeTracked(keywordIds);
+    Q_EMIT
+    appsChanged();
+    if (hadCompetitors)
+        Q_EMIT
+    competitorsChanged();
+    save();
+}
+
+QList<TrackedCompetitor> ASOStore::competitorsOfApp(QUuid appId) const
+{
+    QList<TrackedCompetitor> result;
+    for (const TrackedCompetitor &competitor : m_competitors) {
+        if (competitor.appId == appId)
+            result.append(competitor);
+    }
+    return result;
+}
+
+void ASOStore::addCompetitor(const ITunesAppResult &result, QUuid appId, QString country)
+{
+    const std::optional<AppProfile> owner = app(appId);
+    // An app never competes with itself.
+    if (!result.trackId || !owner || owner->trackId == *result.trackId)
+        return;
+    country = country.toUpper();
+    for (const TrackedCompetitor &known : std::as_const(m_competitors)) {
+        if (known.trackId == *result.trackId && known.appId == appId && known.country == country)
+            return;
+    }
+    m_competitors.append({QUuid::createUuid(), appId, *result.trackId, displayName(result),
+                          iconUrl(result), country, trimmedSeller(result)});
+    Q_EMIT
+    competitorsChanged();
+    save();
+}
+
+Task<void> ASOStore::updateCompetitorSeller(QUuid competitorId, std::stop_token stop)
+{
+    const auto isIt = [=](const TrackedCompetitor &competitor) {
+        return competitor.id == competitorId;
+    };
+    const auto known = std::ranges::find_if(std::as_const(m_competitors), isIt);
+    if (known == m_competitors.cend())
+        co_return;
+    const std::weak_ptr<const bool> life = m_life;
+    const std::int64_t trackId = known->trackId;
+    const QString country = known->country;
+    const std::optional<ITunesAppResult> found =
+        co_await lookupThrough(m_discoveryClient, trackId, country, stop);
+    if (life.expired())
+        throw Cancelled();
+    throwIfStopped(stop);
+    const auto competitor = std::ranges::find_if(m_competitors, isIt);
+    if (!found || competitor == m_competitors.end())
+        co_return;
+    competitor->sellerName = trimmedSeller(*found);
+    Q_EMIT
+    competitorsChanged();
+    save();
+}
+
+void ASOStore::removeCompetitor(QUuid id)
+{
+    const auto isIt = [&](const TrackedCompetitor &competitor) {
+        return competitor.id == id;
+    };
+    if (m_competitors.removeIf(isIt) == 0)
+        return;
+    Q_EMIT
+    competitorsChanged();
+    save();
+}
+
+Task<QList<ITunesAppResult>> ASOStore::searchApps(QString term, QString country, std::int64_t limit,
+                                                  std::stop_token stop)
+{
+    return searchThrough(m_discoveryClient, std::move(term), std::move(country), limit,
+                         std::move(stop));
+}
+
+Task<ITunesAppResult> ASOStore::appDetails(std::int64_t trackId, QString country,
+                                           std::stop_token stop)
+{
+    return detailsThrough(m_discoveryClient, trackId, std::move(country), std::move(stop));
+}
+
+Task<QList<ITunesAppResult>> ASOStore::searchKeyword(QString keyword, QString country,
+                                                     std::int64_t limit, std::stop_token stop)
+{
+    return searchThrough(m_iTunesClient, std::move(keyword), std::move(country), limit,
+                         std::move(stop));
+}
+
+Task<QList<ITunesAppResult>> ASOStore::rankedApps(DashboardKeywordRow row, std::stop_token stop)
+{
+    if (const auto saved = savedRankedApps(row);
+        saved && saved->fetchedAt + rankedAppsReuse > m_clock->now())
+        return ready(saved->results);
+    return searchThrough(m_discoveryClient, row.keyword, row.country, keywordSearchLimit,
+                         std::move(stop));
+}
+
+std::optional<SavedRankedApps> ASOStore::savedRankedApps(const DashboardKeywordRow &row) const
+{
+    if (!m_rankedAppsCache)
+        return std::nullopt;
+    return m_rankedAppsCache->savedRankedApps(row.keyword, row.country);
+}
+
+} // namespace veltrix

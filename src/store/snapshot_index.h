@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// All snapshots, found by keyword and kept in the order of the state file.
+#pragma once
+
+#include "model/keyword_snapshot.h"
+
+#include <QHash>
+
+#include <vector>
+
+namespace veltrix
+{
+
+/// Holds every snapshot once, under two orders: the file's (in which snapshots were stored) and,
+/// for each keyword, by date. No operation on one keyword looks at the snapshots of another: with n
+/// snapshots in all and k of the keyword, each costs O(log n) or O(k), amortised.
+class SnapshotIndex
+{
+public:
+    SnapshotIndex() = default;
+    explicit SnapshotIndex(const std::vector<SharedSnapshot> &inFileOrder);
+
+    /// Appends a snapshot in place of all of the same keyword and UTC day.
+    void store(SharedSnapshot snapshot);
+    /// Removes all snapshots of a keyword.
+    void removeKeyword(const QUuid &keywordId);
+
+    /// The snapshot with the latest date; of several, the first in file order. Null when there is
+    /// none.
+    [[nodiscard]] SharedSnapshot newest(const QUuid &keywordId) const;
+    /// Oldest first; snapshots of the same instant in file order.
+    [[nodiscard]] std::vector<SharedSnapshot> ofKeyword(const QUuid &keywordId) const;
+    [[nodiscard]] std::vector<SharedSnapshot> inFileOrder() const;
+    [[nodiscard]] size_t size() const { return m_slots.size() - m_emptySlots; }
+
+private:
+    /// A place in file order. Tickets only grow, so slots are sorted by them; a removed snapshot
+    /// leaves its slot empty until half of all are.
+    struct Slot {
+        std::uint64_t ticket;
+        SharedSnapshot snapshot;
+    };
+    /// A snapshot of a keyword. The date is kept beside it, so that searching touches no snapshot.
+    struct Dated {
+        Date date;
+        std::uint64_t ticket;
+        SharedSnapshot snapshot;
+    };
+    using DatedList = std::vector<Dated>;
+
+    void emptySlot(std::uint64_t ticket);
+    void dropEmptySlots();
+
+    std::vector<Slot> m_slots;
+    size_t m_emptySlots = 0;
+    std::uint64_t m_nextTicket = 0;
+    /// By date, oldest first.
+    QHash<QUuid, DatedList> m_byKeyword;
+};
+
+} // namespace veltrix

@@ -1,0 +1,173 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "store/store_fixture.h"
+
+#include "effects/atomic_file.h"
+#include "model/json_reader.h"
+
+namespace veltrix
+{
+
+Task<void> FakeITunesClient::pass(std::stop_token stop)
+{
+    throwIfStopped(stop);
+    if (!holds)
+        co_return;
+    const OneShot<Done> gate;
+    m_held.push_back(gate);
+    co_await gate.wait(stop);
+}
+
+void FakeITunesClient::release()
+{
+    for (const OneShot<Done> &gate : std::exchange(m_held, {}))
+        gate.resolve({});
+}
+
+Task<QList<ITunesAppResult>> FakeITunesClient::search(QString term, QString country,
+                                                      std::int64_t limit, std::stop_token stop)
+{
+    searches.append(QStringLiteral("%1/%2/%3").arg(term, country).arg(limit));
+    const QList<ITunesAppResult> answer = results;
+    const bool failing = fails && fails(term);
+    co_await pass(stop);
+    if (failing)
+        throw FakeFailure();
+    co_return answer;
+}
+
+Task<std::optional<ITunesAppResult>> FakeITunesClient::lookup(std::int64_t trackId, QString country,
+                                                              std::stop_token stop)
+{
+    lookups.append(QStringLiteral("%1/%2").arg(trackId).arg(country));
+    const std::optional<ITunesAppResult> answer = found;
+    const bool failing = fails && fails(QString::number(trackId));
+    co_await pass(stop);
+    if (failing)
+        throw FakeFailure();
+    co_return answer;
+}
+
+Task<PopularityAssessment> FakePopularity::assess(QString, QString, QList<ITunesAppResult>,
+                                                  std::stop_token)
+{
+    PopularityAssessment assessment;
+    assessment.measurement = PopularityMeasurement{
+        42, QString(popularity_source::quorvinCalibratedEstimate), version, 25, 11, 318.5};
+    assessment.message = QStringLiteral("Measured.");
+    co_return assessment;
+}
+
+std::optional<SavedRankedApps> FakeRankedApps::savedRankedApps(QString askedKeyword,
+                                                               QString askedCountry) const
+{
+    if (askedKeyword != keyword || askedCountry != country)
+        return std::nullopt;
+    return saved;
+}
+
+ITunesAppResult appResult(std::int64_t trackId, const char *name)
+{
+    ITunesAppResult result;
+    result.trackId = trackId;
+    result.trackName = text(name);
+    result.artworkUrl100 = QStringLiteral("https://icons.example/%1.png").arg(trackId);
+    result.userRatingCount = 1000 + trackId;
+    result.averageUserRating = 4.5;
+    result.releaseDate = QStringLiteral("2020-05-01T00:00:00Z");
+    return result;
+}
+
+Task<Done> finished(Task<void> task)
+{
+    co_await task;
+    co_return Done{};
+}
+
+StoreTest::StoreTest()
+{
+    client->results = {appResult(7, "Harbour Clock"), appResult(1, "Tideline"),
+                       appResult(9, "Moon Phase")};
+    start();
+}
+
+StoreTest::~StoreTest() = default;
+
+ASOStore::Arguments StoreTest::arguments() const
+{
+    return {statePath(), client, KeywordPipeline{popularity, client, clock},
+            discovery,   clock,  rankedApps};
+}
+
+void StoreTest::start()
+{
+    store.reset();
+    store = std::make_unique<ASOStore>(arguments());
+}
+
+QByteArray StoreTest::stateBytes() const
+{
+    return readWholeFile(statePath());
+}
+
+void StoreTest::writeState(const PersistedState &state) const
+{
+    writeFileAtomically(statePath(), toJson(state));
+}
+
+PersistedState StoreTest::stateOnDisk() const
+{
+    PersistedState state = fromJson<PersistedState>(stateBytes());
+    EXPECT_EQ(toJson(state.apps), toJson(store->apps()));
+    EXPECT_EQ(toJson(state.trackedKeywords), toJson(store->trackedKeywords()));
+    EXPECT_EQ(toJson(state.snapshots), toJson(store->snapshots()));
+    EXPECT_EQ(toJson(state.competitors), toJson(store->competitors()));
+    return state;
+}
+
+AppProfile StoreTest::addApp(std::int64_t trackId, const char *name)
+{
+    return store->addApp(appResult(trackId, name), text("US"));
+}
+
+TrackedKeyword StoreTest::addKeyword(const char *keyword, const char *country)
+{
+    const QUuid appId = store->apps().isEmpty() ? addApp().id : store->apps().constFirst().id;
+    return store->addTrackedKeyword(appId, text(keyword), text(country));
+}
+
+Outcome<DashboardKeywordRow> StoreTest::refresh(const TrackedKeyword &keyword)
+{
+    return Outcome<DashboardKeywordRow>(store->refreshKeyword(keyword.id, view.get_token()));
+}
+
+KeywordSnapshot StoreTest::snapshotOf(const TrackedKeyword &keyword, Seconds age) const
+{
+    KeywordSnapshot snapshot;
+    snapshot.id = QUuid::createUuid();
+    snapshot.trackedKeywordId = keyword.id;
+    snapshot.keyword = keyword.keyword;
+    snapshot.country = keyword.country;
+    snapshot.fetchedAt = clock->now() - age;
+    snapshot.difficultyScore = 33;
+    snapshot.popularityModelVersion = popularity->version;
+    snapshot.scoringModelVersion = QString(currentScoringModelVersion);
+    return snapshot;
+}
+
+void StoreTest::plant(const KeywordSnapshot &snapshot)
+{
+    std::vector<SharedSnapshot> snapshots = store->snapshots();
+    snapshots.push_back(std::make_shared<const KeywordSnapshot>(snapshot));
+    writeState({store->apps(), store->trackedKeywords(), snapshots, store->competitors()});
+    start();
+}
+
+std::vector<Date> StoreTest::measuredAt(const TrackedKeyword &keyword) const
+{
+    std::vector<Date> dates;
+    for (const SharedSnapshot &snapshot : store->keywordSnapshots(keyword.id))
+        dates.push_back(snapshot->fetchedAt);
+    return dates;
+}
+
+} // namespace veltrix

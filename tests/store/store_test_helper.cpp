@@ -1,0 +1,147 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What tests of the store need another process for: one that is killed, one that may not write, one
+// whose disk is full, one that holds a data folder. The first argument says which.
+#include "effects/atomic_file.h"
+#include "effects/system_clock.h"
+#include "model/json_reader.h"
+#include "store/aso_store.h"
+#include "store/data_folder_lock.h"
+#include "store/numbered_state.h"
+
+#include <QCoreApplication>
+#include <QDir>
+
+#include <cstdio>
+#include <cstring>
+#include <fcntl.h>
+#include <grp.h>
+#include <sched.h>
+#include <sys/mman.h>
+#include <sys/mount.h>
+#include <unistd.h>
+
+namespace veltrix
+{
+namespace
+{
+
+/// The environment cannot do what the test needs.
+constexpr int cannot = 77;
+
+void say(const QString &line)
+{
+    std::printf("%s\n", qUtf8Printable(line));
+    std::fflush(stdout);
+}
+
+/// Saves one numbered state after the other until it is killed.
+int saveForEver(const QString &statePath, const QString &progressPath)
+{
+    const int descriptor = ::open(qPrintable(progressPath), O_RDWR | O_CLOEXEC);
+    void *memory =
+        ::mmap(nullptr, sizeof(SaveProgress), PROT_READ | PROT_WRITE, MAP_SHARED, descriptor, 0);
+    if (memory == MAP_FAILED)
+        return cannot;
+    auto *progress = static_cast<SaveProgress *>(memory);
+    StateFile file(statePath);
+    const PersistedState last = file.load();
+    const Date now = SystemClock().now();
+    for (std::int64_t number = last.apps.isEmpty() ? 1 : last.apps[0].trackId + 1;; ++number) {
+        const PersistedState next = numberedState(number);
+        progress->begun = number;
+        file.save(next, now);
+        progress->done = number;
+    }
+}
+
+std::unique_ptr<ASOStore> openStore(const QString &statePath)
+{
+    ASOStore::Arguments arguments;
+    arguments.persistenceURL = statePath;
+    arguments.clock = std::make_shared<SystemClock>();
+    return std::make_unique<ASOStore>(std::move(arguments));
+}
+
+void describe(const ASOStore &store)
+{
+    say(QStringLiteral("problem: %1").arg(store.persistenceProblem().value_or(QString())));
+    say(QStringLiteral("keywords in memory: %1").arg(store.trackedKeywords().size()));
+}
+
+/// Opens and changes a store as a user who may not write the folder.
+int changeWithoutRights(const QString &statePath)
+{
+    constexpr uid_t nobody = 65534;
+    if (::geteuid() == 0 &&
+        (::setgroups(0, nullptr) != 0 || ::setresgid(nobody, nobody, nobody) != 0 ||
+         ::setresuid(nobody, nobody, nobody) != 0))
+        return cannot;
+    const auto store = openStore(statePath);
+    store->addTrackedKeyword(QUuid(), QStringLiteral("moon"), QStringLiteral("US"));
+    describe(*store);
+    return 0;
+}
+
+/// Gives this process a file system of a quarter megabyte that goes away with it.
+bool mountSmallDisk(const QString &folder)
+{
+    if (::unshare(CLONE_NEWNS) != 0 && ::unshare(CLONE_NEWUSER | CLONE_NEWNS) != 0)
+        return false;
+    return ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
+           ::mount("none", qPrintable(folder), "tmpfs", 0, "size=256k") == 0;
+}
+
+/// Fills a small disk with keywords until a save fails.
+int fillDisk(const QString &folder)
+{
+    if (!mountSmallDisk(folder))
+        return cannot;
+    const QString statePath = folder + QStringLiteral("/state.json");
+    const auto store = openStore(statePath);
+    QByteArray before;
+    for (int i = 0; i < 100 && !store->persistenceProblem(); ++i) {
+        before = QFile::exists(statePath) ? readWholeFile(statePath) : QByteArray();
+        store->addTrackedKeyword(QUuid(), QString(20'000, QChar(u'a' + char16_t(i))),
+                                 QStringLiteral("US"));
+    }
+    describe(*store);
+    say(QStringLiteral("file as before: %1").arg(readWholeFile(statePath) == before));
+    say(QStringLiteral("keywords in the file: %1")
+            .arg(fromJson<PersistedState>(before).trackedKeywords.size()));
+    say(QStringLiteral("files: %1")
+            .arg(QDir(folder).entryList(QDir::Files | QDir::Hidden).join(u' ')));
+    return 0;
+}
+
+/// Holds the folder and says when it is asked to show its window.
+int holdFolder(const QString &folder)
+{
+    DataFolderLock lock(folder);
+    QObject::connect(&lock, &DataFolderLock::raiseRequested, [] { say(QStringLiteral("raise")); });
+    say(lock.acquire() == DataFolderLock::Outcome::Acquired ? QStringLiteral("acquired")
+                                                            : QStringLiteral("refused"));
+    return QCoreApplication::exec();
+}
+
+int run(const QStringList &arguments)
+{
+    const QString mode = arguments.value(1);
+    if (mode == u"save-for-ever")
+        return saveForEver(arguments.value(2), arguments.value(3));
+    if (mode == u"change-without-rights")
+        return changeWithoutRights(arguments.value(2));
+    if (mode == u"fill-disk")
+        return fillDisk(arguments.value(2));
+    if (mode == u"hold-folder")
+        return holdFolder(arguments.value(2));
+    return 2;
+}
+
+} // namespace
+} // namespace veltrix
+
+int main(int argc, char **argv)
+{
+    const QCoreApplication application(argc, argv);
+    return veltrix::run(QCoreApplication::arguments());
+}
