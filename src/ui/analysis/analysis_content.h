@@ -1,0 +1,115 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What the keyword analysis says about a saved snapshot, as texts and figures. A pure value.
+#pragma once
+
+#include "model/keyword_snapshot.h"
+#include "ui/widgets/badge.h"
+
+#include <QLocale>
+#include <QString>
+#include <QTimeZone>
+
+#include <variant>
+
+namespace veltrix
+{
+
+/// A paragraph.
+struct AnalysisText {
+    enum class Kind { Plain, Note, Warning, Info };
+    Kind kind = Kind::Plain;
+    QString text;
+
+    bool operator==(const AnalysisText &) const = default;
+};
+
+/// A part of a score: a meter with its weight and its weighted points.
+struct AnalysisFactor {
+    QString name;
+    /// "45% weight"; empty when the weight is not known.
+    QString weight;
+    /// How full the meter is, 0 to 1.
+    double fraction = 0;
+    QString detail;
+    /// Weighted points, one decimal; empty when the weight is not known.
+    QString points;
+
+    bool operator==(const AnalysisFactor &) const = default;
+};
+
+/// A piece of evidence: what was tried, and what it showed.
+struct AnalysisEvidence {
+    QString name;
+    QString value;
+
+    bool operator==(const AnalysisEvidence &) const = default;
+};
+
+using AnalysisItem = std::variant<AnalysisText, AnalysisFactor, AnalysisEvidence>;
+
+/// One model and how it came to its score.
+struct AnalysisCard {
+    /// Which model; also the start of the object names of its widgets.
+    enum class Model { Popularity, Autocomplete, Difficulty, Competition };
+    Model model = Model::Popularity;
+    QString title;
+    /// "61 / 100", or words where there is no score.
+    QString score;
+    QList<AnalysisItem> items;
+
+    bool operator==(const AnalysisCard &) const = default;
+};
+
+/// A large figure with what it counts.
+struct AnalysisFigure {
+    /// "Position:"
+    QString caption;
+    /// "9", "61", or words.
+    QString value;
+    /// "/ 100" or empty.
+    QString unit;
+
+    /// Caption, value and unit as one text.
+    [[nodiscard]] QString text() const;
+    /// A value in digits, not in words.
+    [[nodiscard]] bool isNumber() const { return !value.isEmpty() && value.front().isDigit(); }
+    bool operator==(const AnalysisFigure &) const = default;
+};
+
+struct AnalysisContent {
+    QString keyword;
+    /// Two-letter storefront code.
+    QString country;
+    /// Without a snapshot only the two texts below are there.
+    bool isSaved = false;
+    QString emptyTitle;
+    QString emptyText;
+
+    /// "Saved observation: " and when it was made.
+    QString observation;
+    QString guidanceTitle;
+    /// The target label with its colour.
+    Badge guidance;
+    QString guidanceText;
+    QList<AnalysisFigure> figures;
+    /// What the position means.
+    QString positionNote;
+    QList<AnalysisCard> cards;
+
+    bool operator==(const AnalysisContent &) const = default;
+};
+
+/// How numbers and dates are written.
+struct AnalysisFormat {
+    QLocale locale = QLocale();
+    QTimeZone zone = QTimeZone::systemTimeZone();
+};
+
+/// `snapshot` may be null.
+AnalysisContent analysisContent(const QString &keyword, const QString &country,
+                                const KeywordSnapshot *snapshot, const AnalysisFormat &format = {});
+
+/// The whole analysis as text, for the clipboard.
+QString plainText(const AnalysisContent &content, const AnalysisFormat &format = {});
+
+} // namespace veltrix

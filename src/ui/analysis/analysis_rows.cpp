@@ -1,0 +1,117 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/analysis/analysis_rows.h"
+
+#include "ui/analysis/card.h"
+#include "ui/theme/typography.h"
+#include "ui/widgets/accessibility.h"
+
+#include <QHBoxLayout>
+
+namespace veltrix
+{
+
+namespace
+{
+
+/// Shares of a factor row: name, meter, points.
+constexpr int nameShare = 5;
+constexpr int meterShare = 13;
+constexpr int pointsShare = 3;
+
+QString symbolOf(AnalysisText::Kind kind)
+{
+    switch (kind) {
+    case AnalysisText::Kind::Warning:
+        return QStringLiteral("exclamationmark.triangle");
+    case AnalysisText::Kind::Info:
+        return QStringLiteral("info.circle");
+    case AnalysisText::Kind::Plain:
+    case AnalysisText::Kind::Note:
+        return {};
+    }
+    Q_UNREACHABLE();
+}
+
+TextLabel *wrapped(TextStyle style, TextLabel::Tone tone, const QString &text)
+{
+    auto *label = new TextLabel(style, tone, text);
+    label->setWrapping(TextLabel::Wrapping::Wrapped);
+    return label;
+}
+
+} // namespace
+
+QWidget *makeTextRow(const AnalysisText &text)
+{
+    const bool isPlain = text.kind == AnalysisText::Kind::Plain;
+    auto *label =
+        wrapped(isPlain ? TextStyle::Body : TextStyle::Secondary,
+                isPlain || text.kind == AnalysisText::Kind::Warning ? TextLabel::Tone::Text
+                                                                    : TextLabel::Tone::Secondary,
+                text.text);
+    const QString symbol = symbolOf(text.kind);
+    if (symbol.isEmpty())
+        return label;
+    auto *row = new QWidget;
+    auto *layout = new QHBoxLayout(row);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(spacing::s);
+    const bool isWarning = text.kind == AnalysisText::Kind::Warning;
+    layout->addWidget(new SymbolView(symbol, isWarning ? Token::Orange : Token::Secondary), 0,
+                      Qt::AlignTop);
+    layout->addWidget(label, 1);
+    return row;
+}
+
+QWidget *makeFactorRow(const AnalysisFactor &factor, Token token)
+{
+    auto *row = new QWidget;
+    setAccessibleRole(row, QAccessible::Grouping);
+    QStringList sentence{factor.name};
+    for (const QString &part : {factor.weight, factor.points, factor.detail}) {
+        if (!part.isEmpty())
+            sentence << part;
+    }
+    row->setAccessibleName(sentence.join(QStringLiteral(", ")));
+
+    auto *names = new QVBoxLayout;
+    names->setSpacing(0);
+    names->addStretch(1);
+    names->addWidget(wrapped(TextStyle::BodyMedium, TextLabel::Tone::Text, factor.name));
+    names->addWidget(wrapped(TextStyle::Secondary, TextLabel::Tone::Secondary, factor.weight));
+    names->addStretch(1);
+    auto *middle = new QVBoxLayout;
+    middle->setSpacing(spacing::xs);
+    auto *meter = new Meter(token);
+    meter->setFraction(factor.fraction);
+    middle->addSpacing(5);
+    middle->addWidget(meter);
+    middle->addWidget(wrapped(TextStyle::Secondary, TextLabel::Tone::Secondary, factor.detail));
+    auto *points = new TextLabel(TextStyle::BodySemibold, TextLabel::Tone::Text, factor.points);
+    points->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+
+    auto *layout = new QHBoxLayout(row);
+    layout->setContentsMargins(0, spacing::xs, 0, spacing::xs);
+    layout->setSpacing(spacing::m);
+    layout->addLayout(names, nameShare);
+    layout->addLayout(middle, meterShare);
+    layout->addWidget(points, pointsShare);
+    return row;
+}
+
+QWidget *makeEvidenceRow(const AnalysisEvidence &evidence)
+{
+    auto *row = new QWidget;
+    setAccessibleRole(row, QAccessible::Grouping);
+    row->setAccessibleName(evidence.name + QStringLiteral(", ") + evidence.value);
+    auto *layout = new QHBoxLayout(row);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(spacing::m);
+    layout->addWidget(new ElidedLabel(TextStyle::BodyMedium, TextLabel::Tone::Text, evidence.name),
+                      nameShare);
+    layout->addWidget(new ElidedLabel(TextStyle::Body, TextLabel::Tone::Secondary, evidence.value),
+                      meterShare + pointsShare);
+    return row;
+}
+
+} // namespace veltrix

@@ -1,0 +1,188 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/analysis/keyword_analysis_sheet.h"
+
+#include "ui/analysis/analysis_rows.h"
+#include "ui/analysis/card.h"
+#include "ui/analysis/feedback_button.h"
+#include "ui/text/storefronts.h"
+#include "ui/theme/typography.h"
+#include "ui/widgets/accessibility.h"
+#include "ui/widgets/empty_state.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QHBoxLayout>
+#include <QScrollArea>
+#include <QScrollBar>
+
+namespace veltrix
+{
+
+namespace
+{
+
+constexpr QSize preferredSize{740, 900};
+constexpr QSize emptySize{740, 400};
+constexpr double leastTextContrast = 4.5;
+
+/// A tint's own colour for text on it where that can be read, in light and dark.
+Token titleToken(Token token)
+{
+    for (const ColorScheme scheme : {ColorScheme::Light, ColorScheme::Dark}) {
+        const Tokens tokens(scheme);
+        const QColor background = composed(Card::fill(token, tokens), tokens[Token::Raised]);
+        if (contrastRatio(tokens[token], background) < leastTextContrast)
+            return Token::Text;
+    }
+    return token;
+}
+
+QString nameOf(AnalysisCard::Model model)
+{
+    switch (model) {
+    case AnalysisCard::Model::Popularity:
+        return QStringLiteral("popularityCard");
+    case AnalysisCard::Model::Autocomplete:
+        return QStringLiteral("autocompleteCard");
+    case AnalysisCard::Model::Difficulty:
+        return QStringLiteral("difficultyCard");
+    case AnalysisCard::Model::Competition:
+        return QStringLiteral("competitionCard");
+    }
+    Q_UNREACHABLE();
+}
+
+TextLabel *paragraph(TextStyle style, TextLabel::Tone tone, const QString &text)
+{
+    auto *label = new TextLabel(style, tone, text);
+    label->setWrapping(TextLabel::Wrapping::Wrapped);
+    return label;
+}
+
+} // namespace
+
+KeywordAnalysisContent::KeywordAnalysisContent(const AnalysisContent &content, QWidget *parent)
+    : QWidget(parent), m_layout(new QVBoxLayout(this))
+{
+    setObjectName(QStringLiteral("analysisContent"));
+    m_layout->setContentsMargins(0, 0, 0, 0);
+    m_layout->setSpacing(spacing::l);
+    if (!content.isSaved) {
+        buildEmpty(content);
+        return;
+    }
+    m_layout->addWidget(
+        paragraph(TextStyle::Secondary, TextLabel::Tone::Secondary, content.observation));
+    buildGuidance(content);
+    buildFigures(content);
+    m_layout->addWidget(
+        paragraph(TextStyle::Secondary, TextLabel::Tone::Secondary, content.positionNote));
+    for (const AnalysisCard &card : content.cards)
+        buildCard(card);
+    m_layout->addStretch(1);
+}
+
+void KeywordAnalysisContent::buildEmpty(const AnalysisContent &content)
+{
+    auto *empty = new EmptyState(QStringLiteral("analysisEmpty"));
+    empty->setContent(
+        {QStringLiteral("doc.text"), content.emptyTitle, content.emptyText, QString()});
+    m_layout->addWidget(empty, 1);
+}
+
+void KeywordAnalysisContent::buildGuidance(const AnalysisContent &content)
+{
+    const Token token = content.guidance.token;
+    auto *card = new Card(QStringLiteral("guidanceCard"));
+    card->setAccessibleName(content.guidanceTitle + QStringLiteral(": ") + content.guidance.text);
+    card->setTint(token);
+    auto *badge = new BadgeView;
+    badge->setBadge(content.guidance);
+    auto *head = new QHBoxLayout;
+    head->setSpacing(spacing::s);
+    head->addWidget(new SymbolView(QStringLiteral("lightbulb"), token));
+    head->addWidget(
+        new TokenLabel(TextStyle::BodySemibold, titleToken(token), content.guidanceTitle), 1);
+    head->addWidget(badge);
+    card->content()->addLayout(head);
+    card->content()->addWidget(
+        paragraph(TextStyle::Body, TextLabel::Tone::Text, content.guidanceText));
+    m_layout->addWidget(card);
+}
+
+void KeywordAnalysisContent::buildFigures(const AnalysisContent &content)
+{
+    auto *tiles = new QHBoxLayout;
+    tiles->setSpacing(spacing::m);
+    int number = 0;
+    for (const AnalysisFigure &figure : content.figures) {
+        auto *tile = new FigureTile(QStringLiteral("figureTile%1").arg(++number));
+        tile->setFigure({figure.caption, QString(), figure.value, figure.unit, figure.isNumber()});
+        tile->setAccessibleText(figure.text());
+        tiles->addWidget(tile, 1);
+    }
+    m_layout->addLayout(tiles);
+}
+
+void KeywordAnalysisContent::buildCard(const AnalysisCard &content)
+{
+    auto *card = new Card(nameOf(content.model));
+    card->setAccessibleName(content.title);
+    auto *head = new QHBoxLayout;
+    head->setSpacing(spacing::m);
+    head->addWidget(new TextLabel(TextStyle::BodySemibold, TextLabel::Tone::Text, content.title),
+                    1);
+    head->addWidget(new TextLabel(TextStyle::BodySemibold, TextLabel::Tone::Text, content.score));
+    card->content()->addLayout(head);
+    const Token meter =
+        content.model == AnalysisCard::Model::Competition ? Token::Blue : Token::Accent;
+    for (const AnalysisItem &item : content.items) {
+        if (const auto *text = std::get_if<AnalysisText>(&item))
+            card->content()->addWidget(makeTextRow(*text));
+        else if (const auto *factor = std::get_if<AnalysisFactor>(&item))
+            card->content()->addWidget(makeFactorRow(*factor, meter));
+        else
+            card->content()->addWidget(makeEvidenceRow(std::get<AnalysisEvidence>(item)));
+    }
+    m_layout->addWidget(card);
+}
+
+KeywordAnalysisSheet::KeywordAnalysisSheet(ASOStore &store, const DashboardKeywordRow &keyword,
+                                           QWidget *parent)
+    : SheetFrame(QStringLiteral("analysisSheet"), tr("Keyword analysis"), Body::Scrolled,
+                 preferredSize, parent),
+      m_store(store), m_keyword(keyword),
+      m_copy(new FeedbackButton(QStringLiteral("analysisCopy"), Button::Kind::Standard,
+                                QStringLiteral("doc.on.doc"), tr("Copy as text"), tr("Copied")))
+{
+    setSubtitle(m_keyword.keyword + QStringLiteral(" · ") + storefrontName(m_keyword.country));
+    addAction(m_copy);
+    addCloseButton(QStringLiteral("analysisDone"), QString(), tr("Done"), tr("Done"))->setFocus();
+    connect(m_copy, &Button::clicked, this, &KeywordAnalysisSheet::copyText);
+    connect(&m_store, &ASOStore::keywordChanged, this, [this](QUuid id) {
+        if (id == m_keyword.id)
+            showNewestSnapshot();
+    });
+    showNewestSnapshot();
+}
+
+void KeywordAnalysisSheet::showNewestSnapshot()
+{
+    const SharedSnapshot snapshot = m_store.newestSnapshot(m_keyword.id);
+    m_shown = analysisContent(m_keyword.keyword, m_keyword.country, snapshot.get());
+    const int place = scrollArea()->verticalScrollBar()->value();
+    setPreferredSize(m_shown.isSaved ? preferredSize : emptySize);
+    delete m_content;
+    m_content = new KeywordAnalysisContent(m_shown);
+    body()->addWidget(m_content, 1);
+    body()->activate();
+    scrollArea()->verticalScrollBar()->setValue(place);
+}
+
+void KeywordAnalysisSheet::copyText()
+{
+    QGuiApplication::clipboard()->setText(plainText(m_shown));
+    m_copy->confirm();
+}
+
+} // namespace veltrix

@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Cards of equal size in as many columns as fit.
+#pragma once
+
+#include <QRect>
+#include <QWidget>
+
+#include <vector>
+
+namespace veltrix
+{
+
+/// The place of each card in `width`: at least `leastWidth` wide (less when there is no more room),
+/// `height` high, parted by `gap`, filling rows from the first.
+std::vector<QRect> layoutCards(int width, int count, int leastWidth, int height, int gap);
+
+class CardGrid final : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit CardGrid(QWidget *parent = nullptr);
+
+    /// Shows these cards in this order; they become children. Cards that are no longer among them
+    /// are deleted.
+    void setCards(const QList<QWidget *> &cards);
+    [[nodiscard]] const QList<QWidget *> &cards() const { return m_cards; }
+
+    [[nodiscard]] bool hasHeightForWidth() const override { return true; }
+    [[nodiscard]] int heightForWidth(int width) const override;
+    [[nodiscard]] QSize sizeHint() const override;
+
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+
+private:
+    [[nodiscard]] std::vector<QRect> places(int width) const;
+    void place();
+
+    QList<QWidget *> m_cards;
+};
+
+} // namespace veltrix

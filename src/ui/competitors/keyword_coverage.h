@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Checks how an app ranks for the phrases of its own listing, one search after another.
+#pragma once
+
+#include "effects/task_scope.h"
+#include "scoring/app_keyword_check.h"
+#include "store/aso_store.h"
+
+#include <QObject>
+#include <QStringList>
+
+namespace veltrix
+{
+
+/// The coverage of a researched app. Results stay when it is stopped or a search fails; resume()
+/// goes on with the phrases that are left.
+class KeywordCoverage final : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Phrases of a listing that are checked.
+    static constexpr qsizetype phraseLimit = 10;
+    /// Results asked for in each search.
+    static constexpr std::int64_t searchLimit = 100;
+
+    enum class Phase {
+        /// Nothing was started yet.
+        Idle,
+        Checking,
+        /// The user has stopped it.
+        Stopped,
+        /// A search failed; see error().
+        Failed,
+        Finished,
+    };
+
+    explicit KeywordCoverage(ASOStore &store, QObject *parent = nullptr);
+    ~KeywordCoverage() override;
+
+    /// Forgets what was checked and checks the phrases of `app` in that storefront. `ownTrackId` is
+    /// the App Store id of the user's own app, if there is one.
+    void start(const ITunesAppResult &app, const QString &country,
+               std::optional<std::int64_t> ownTrackId);
+    void stop();
+    /// Goes on after stop() or a failure.
+    void resume();
+
+    [[nodiscard]] Phase phase() const { return m_phase; }
+    /// Checked phrases in the order of the listing.
+    [[nodiscard]] const QList<AppKeywordCheck> &checks() const { return m_checks; }
+    /// Phrases that are not checked yet; while checking, the first is being searched.
+    [[nodiscard]] const QStringList &pending() const { return m_pending; }
+    [[nodiscard]] qsizetype total() const { return m_checks.size() + m_pending.size(); }
+    /// Checked phrases for which the app ranks.
+    [[nodiscard]] int ranked() const;
+    /// What went wrong, in words for the user; empty unless failed.
+    [[nodiscard]] const QString &error() const { return m_error; }
+
+    /// "6 / 8", or "Not checked" before the first check is done.
+    [[nodiscard]] QString coverageText() const;
+
+Q_SIGNALS:
+    void restarted();
+    void checked(const AppKeywordCheck &check);
+    /// Phase, pending() or error() is another.
+    void progressChanged();
+
+private:
+    void run();
+    Task<void> checkPending(std::stop_token stop);
+    [[nodiscard]] AppKeywordCheck checkOf(const QString &phrase,
+                                          const QList<ITunesAppResult> &results) const;
+    void setPhase(Phase phase);
+
+    ASOStore &m_store;
+    std::int64_t m_trackId = 0;
+    std::optional<std::int64_t> m_ownTrackId;
+    QString m_country;
+    Phase m_phase = Phase::Idle;
+    QList<AppKeywordCheck> m_checks;
+    QStringList m_pending;
+    QString m_error;
+    TaskScope m_tasks;
+};
+
+} // namespace veltrix

@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// A tracked competitor as a card that opens its research page.
+#pragma once
+
+#include "effects/task_scope.h"
+#include "model/tracked_competitor.h"
+#include "ui/analysis/card.h"
+
+class QMenu;
+
+namespace veltrix
+{
+
+class ArtworkImages;
+class ArtworkView;
+class ASOStore;
+class Button;
+class ElidedLabel;
+
+/// Looks the developer up when the record has none, once it is on screen.
+class TrackedCompetitorCard final : public Card
+{
+    Q_OBJECT
+
+public:
+    TrackedCompetitorCard(ASOStore &store, ArtworkImages &images,
+                          const TrackedCompetitor &competitor, QWidget *parent = nullptr);
+    ~TrackedCompetitorCard() override;
+
+    void setCompetitor(const TrackedCompetitor &competitor);
+    [[nodiscard]] const TrackedCompetitor &competitor() const { return m_competitor; }
+    /// Names the competitor's storefront unless it is this one.
+    void setCountry(const QString &country);
+
+Q_SIGNALS:
+    void opened();
+    void removeRequested();
+
+protected:
+    bool event(QEvent *event) override;
+    void showEvent(QShowEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void contextMenuEvent(QContextMenuEvent *event) override;
+
+private:
+    void showTexts();
+    [[nodiscard]] QString developerText() const;
+    Task<void> lookUpDeveloper(std::stop_token stop);
+    void openMenu(const QPoint &globalPosition);
+
+    ASOStore &m_store;
+    TrackedCompetitor m_competitor;
+    QString m_country;
+    bool m_isLookingUp = false;
+    bool m_hasLookedUp = false;
+    bool m_isPressed = false;
+    ArtworkView *m_icon;
+    ElidedLabel *m_name;
+    ElidedLabel *m_developer;
+    Button *m_manage;
+    TaskScope m_tasks;
+};
+
+} // namespace veltrix

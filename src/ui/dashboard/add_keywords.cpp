@@ -1,0 +1,109 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/dashboard/add_keywords.h"
+
+#include "ui/dashboard/keyword_input.h"
+#include "ui/widgets/accessibility.h"
+#include "ui/widgets/text_field.h"
+#include "ui/widgets/text_label.h"
+
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace veltrix
+{
+
+namespace
+{
+
+constexpr int cardWidth = 380;
+
+}
+
+AddKeywordsCard::AddKeywordsCard(const QString &country, QWidget *parent)
+    : QWidget(parent), m_field(new TextField(QStringLiteral("keywordInput"),
+                                             tr("Enter keyword(s), comma-separated"), QString())),
+      m_storefront(new StorefrontPicker(QStringLiteral("addKeywordsStorefront"), tr("Storefront"),
+                                        StorefrontPicker::Offer::Storefronts)),
+      m_note(new TextLabel(TextStyle::Secondary, TextLabel::Tone::Secondary)),
+      m_add(new Button(Button::Kind::Primary, tr("Add keywords")))
+{
+    setAccessibleName(tr("Add Keyword"));
+    setObjectName(QStringLiteral("addKeywordsCard"));
+    m_storefront->setCode(country);
+    nameControl(m_add, QStringLiteral("addKeywordsSubmit"), tr("Add keywords"));
+    m_note->setObjectName(QStringLiteral("addKeywordsNote"));
+    m_note->setWrapping(TextLabel::Wrapping::Wrapped);
+    auto *import = new Button(Button::Kind::Link, tr("Import…"));
+    nameControl(import, QStringLiteral("addKeywordsImport"), tr("Import keywords from a file"));
+    auto *cancel = new Button(Button::Kind::Standard, tr("Cancel"));
+    nameControl(cancel, QStringLiteral("addKeywordsCancel"), tr("Cancel"));
+
+    auto *title = new QHBoxLayout;
+    title->addWidget(new TextLabel(TextStyle::BodySemibold, TextLabel::Tone::Text,
+                                   tr("Add Keyword")),
+                     1);
+    title->addWidget(m_storefront);
+    auto *buttons = new QHBoxLayout;
+    buttons->setSpacing(spacing::s);
+    buttons->addWidget(import);
+    buttons->addStretch(1);
+    buttons->addWidget(cancel);
+    buttons->addWidget(m_add);
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(spacing::l, spacing::m, spacing::l, spacing::l);
+    layout->setSpacing(spacing::s);
+    layout->addLayout(title);
+    layout->addWidget(m_field);
+    layout->addWidget(m_note);
+    layout->addSpacing(spacing::xs);
+    layout->addLayout(buttons);
+
+    m_field->setFocus();
+    connect(m_field, &QLineEdit::textChanged, this, &AddKeywordsCard::describe);
+    connect(m_field, &QLineEdit::returnPressed, this, &AddKeywordsCard::submit);
+    connect(m_add, &Button::clicked, this, &AddKeywordsCard::submit);
+    connect(cancel, &Button::clicked, this, &AddKeywordsCard::cancelled);
+    connect(import, &Button::clicked, this,
+            [this] { Q_EMIT importRequested(m_storefront->code().value_or(QString())); });
+    describe();
+}
+
+QSize AddKeywordsCard::sizeHint() const
+{
+    const int width = std::max(cardWidth, layout()->minimumSize().width());
+    return {width, layout()->heightForWidth(width)};
+}
+
+void AddKeywordsCard::setText(const QString &text)
+{
+    m_field->setText(text);
+}
+
+void AddKeywordsCard::describe()
+{
+    const auto count = splitKeywords(m_field->text()).size();
+    m_note->setTone(TextLabel::Tone::Secondary);
+    m_note->setText(count == 0   ? tr("Paste a list to add many at once: lines, tabs or commas.")
+                    : count == 1 ? tr("1 keyword")
+                                 : tr("%L1 keywords").arg(count));
+    m_add->setEnabled(count > 0);
+}
+
+void AddKeywordsCard::showProblem(const QString &problem)
+{
+    m_note->setTone(TextLabel::Tone::Red);
+    m_note->setText(problem);
+    m_note->setAccessibleName(problem);
+    announceNameChange(m_note);
+}
+
+void AddKeywordsCard::submit()
+{
+    const QStringList keywords = splitKeywords(m_field->text());
+    if (!keywords.isEmpty())
+        Q_EMIT submitted(keywords, m_storefront->code().value_or(QString()));
+}
+
+} // namespace veltrix

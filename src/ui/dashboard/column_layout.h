@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// How the user has arranged the keyword table.
+#pragma once
+
+#include "ui/dashboard/keyword_column.h"
+
+#include <QString>
+
+#include <vector>
+
+namespace veltrix
+{
+
+/// Order, width and visibility of every column, and what the rows are sorted by.
+struct ColumnLayout {
+    struct Column {
+        KeywordColumn column = KeywordColumn::Keyword;
+        int width = 0;
+        bool isVisible = true;
+        bool operator==(const Column &) const = default;
+    };
+
+    /// In the order on screen; every column once.
+    std::vector<Column> columns;
+    KeywordColumn sortedBy = KeywordColumn::Keyword;
+    Qt::SortOrder sortOrder = Qt::AscendingOrder;
+
+    /// All columns shown in their defined order with their default widths, sorted by keyword.
+    static ColumnLayout standard();
+
+    /// One line of text with the columns' ids, so that it can be read by other versions.
+    [[nodiscard]] QString toText() const;
+    /// Reads what this or another version wrote: ids that are unknown here are skipped, and columns
+    /// that the text lacks come in at their defined place, shown. The keyword column is never
+    /// hidden. Anything unreadable falls back to the standard.
+    static ColumnLayout fromText(const QString &text);
+
+    bool operator==(const ColumnLayout &) const = default;
+};
+
+} // namespace veltrix

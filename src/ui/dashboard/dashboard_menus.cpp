@@ -1,0 +1,135 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The menus of the dashboard, and what asks before it acts.
+#include "ui/dashboard/dashboard_page.h"
+
+#include "ui/dashboard/keyword_actions.h"
+#include "ui/dashboard/keyword_table_model.h"
+#include "ui/dashboard/keyword_table_view.h"
+#include "ui/text/storefronts.h"
+#include "ui/theme/symbols.h"
+#include "ui/widgets/confirm_sheet.h"
+
+#include <QActionGroup>
+#include <QHeaderView>
+#include <QMenu>
+
+#include <algorithm>
+
+namespace veltrix
+{
+
+void DashboardPage::showRowMenu(const QPoint &globalPosition)
+{
+    const std::vector<int> rows = m_table->selectedRows();
+    if (rows.empty())
+        return;
+    const DashboardKeywordRow row = m_model->entryAt(rows.front()).row;
+    const bool one = rows.size() == 1;
+    auto *menu = new QMenu(this);
+    menu->setObjectName(QStringLiteral("rowMenu"));
+    menu->setAccessibleName(one ? tr("Actions for %1").arg(row.keyword) : tr("Actions"));
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    const auto add = [menu](const QString &symbol, const QString &text) {
+        return menu->addAction(symbolIcon(symbol), text);
+    };
+    if (one) {
+        connect(add(QStringLiteral("lightbulb"), tr("Keyword Analysis")), &QAction::triggered, this,
+                [this, row] { Q_EMIT analysisRequested(row); });
+        QAction *apps = add(QStringLiteral("square.grid.2x2"), tr("View ranked apps"));
+        apps->setWhatsThis(tr("Show ranked apps for %1 in %2")
+                               .arg(row.keyword, storefrontName(row.country)));
+        connect(apps, &QAction::triggered, this, [this, row] { Q_EMIT rankedAppsRequested(row); });
+        QAction *history = add(QStringLiteral("chart.xyaxis.line"), tr("Ranking history"));
+        history->setWhatsThis(tr("View ranking history for %1").arg(row.keyword));
+        connect(history, &QAction::triggered, this, [this, row] { Q_EMIT historyRequested(row); });
+        menu->addSeparator();
+    }
+    QAction *refresh = add(QStringLiteral("arrow.clockwise"),
+                           one ? tr("Refresh Keyword") : tr("Refresh Keywords"));
+    connect(refresh, &QAction::triggered, this,
+            [this, ids = m_table->selectedIds()] { m_actions->refresh(ids); });
+    QAction *copy = add(QStringLiteral("doc.on.doc"), tr("Copy") + QStringLiteral("\tCtrl+C"));
+    connect(copy, &QAction::triggered, this, [this] {
+        m_actions->copy(m_table->selectedRows(), m_table->shownColumns());
+    });
+    menu->addSeparator();
+    QAction *remove = add(QStringLiteral("trash"),
+                          one ? tr("Remove Keyword…") : tr("Remove %L1 Keywords…").arg(rows.size()));
+    connect(remove, &QAction::triggered, this, &DashboardPage::removeSelected);
+    menu->popup(globalPosition);
+}
+
+void DashboardPage::removeSelected()
+{
+    const QList<QUuid> ids = m_table->selectedIds();
+    if (ids.isEmpty())
+        return;
+    ConfirmSheet::Question question;
+    if (ids.size() == 1) {
+        const auto keyword = m_store.trackedKeyword(ids.first());
+        if (!keyword)
+            return;
+        question = {tr("Delete Keyword?"),
+                    tr("This will delete %1 and its saved ranking snapshot history.\n"
+                       "This action cannot be undone.")
+                        .arg(keyword->keyword),
+                    tr("Delete Keyword")};
+    } else {
+        question = {tr("Delete %L1 Keywords?").arg(ids.size()),
+                    tr("This will delete %L1 keywords and their saved ranking snapshot history.\n"
+                       "This action cannot be undone.")
+                        .arg(ids.size()),
+                    tr("Delete %L1 Keywords").arg(ids.size())};
+    }
+    ConfirmSheet::ask(m_table, question, [this, ids] { m_store.removeKeywords(ids); });
+}
+
+void DashboardPage::fillSortMenu(QMenu *menu)
+{
+    menu->clear();
+    auto *columns = new QActionGroup(menu);
+    for (const KeywordColumnInfo &info : keywordColumns()) {
+        QAction *action = menu->addAction(info.headerText());
+        action->setCheckable(true);
+        action->setChecked(m_model->sortedBy() == info.column);
+        columns->addAction(action);
+        connect(action, &QAction::triggered, this, [this, column = int(info.column)] {
+            m_table->horizontalHeader()->setSortIndicator(column, m_model->sortOrder());
+        });
+    }
+    menu->addSeparator();
+    auto *orders = new QActionGroup(menu);
+    for (const Qt::SortOrder order : {Qt::AscendingOrder, Qt::DescendingOrder}) {
+        QAction *action = menu->addAction(order == Qt::AscendingOrder ? tr("Ascending")
+                                                                      : tr("Descending"));
+        action->setCheckable(true);
+        action->setChecked(m_model->sortOrder() == order);
+        orders->addAction(action);
+        connect(action, &QAction::triggered, this, [this, order] {
+            m_table->horizontalHeader()->setSortIndicator(int(m_model->sortedBy()), order);
+        });
+    }
+}
+
+void DashboardPage::fillColumnMenu(QMenu *menu)
+{
+    menu->clear();
+    const std::vector<KeywordColumn> shown = m_table->shownColumns();
+    for (const KeywordColumnInfo &info : keywordColumns()) {
+        QAction *action = menu->addAction(info.headerText());
+        action->setCheckable(true);
+        action->setChecked(std::find(shown.begin(), shown.end(), info.column) != shown.end());
+        // A table without its keywords says nothing.
+        action->setEnabled(info.column != KeywordColumn::Keyword);
+        connect(action, &QAction::toggled, this, [this, column = info.column](bool visible) {
+            m_table->setColumnVisible(column, visible);
+        });
+    }
+    menu->addSeparator();
+    connect(menu->addAction(tr("Reset Columns")), &QAction::triggered, this, [this] {
+        m_table->setColumnLayout(ColumnLayout::standard());
+        saveColumns();
+    });
+}
+
+} // namespace veltrix

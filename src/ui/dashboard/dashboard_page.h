@@ -1,0 +1,112 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The Keywords workspace: toolbar, banners, the table or what stands in its place, the status line.
+#pragma once
+
+#include "effects/task_scope.h"
+#include "store/aso_store.h"
+#include "ui/dashboard/keyword_column.h"
+#include "ui/widgets/status_bar.h"
+
+#include <QWidget>
+
+class QMenu;
+class QStackedWidget;
+
+namespace veltrix
+{
+
+class ArtworkImages;
+class Banner;
+class Button;
+class EmptyState;
+class FileExchange;
+class KeywordActions;
+class KeywordTableModel;
+class KeywordTableView;
+class PageToolbar;
+class Preferences;
+class StorefrontPicker;
+class TextField;
+
+class DashboardPage final : public QWidget
+{
+    Q_OBJECT
+
+public:
+    DashboardPage(ASOStore &store, ArtworkImages &images, Preferences &preferences,
+                  FileExchange &files, QWidget *parent = nullptr);
+    ~DashboardPage() override;
+
+    void setApp(std::optional<QUuid> appId);
+    /// The storefront of app searches; new keywords go there while no filter is set.
+    void setSearchStorefront(const QString &country);
+    /// The storefront filter when it is set, else the storefront of app searches.
+    [[nodiscard]] QString storefrontOfNewKeywords() const;
+    void showStatus(const QString &message, StatusBar::Tone tone = StatusBar::Tone::Normal);
+
+    /// The shell adds its own controls at the end.
+    [[nodiscard]] PageToolbar &toolbar() { return *m_toolbar; }
+    [[nodiscard]] KeywordTableModel &model() { return *m_model; }
+    [[nodiscard]] KeywordTableView &table() { return *m_table; }
+    [[nodiscard]] KeywordActions &actions() { return *m_actions; }
+
+    void focusSearch();
+    void openAddKeywords();
+    void refreshAll();
+    void removeSelected();
+    void importKeywords();
+    void exportTable();
+    void exportHistory();
+    /// "Sort by" and the columns to show, for menus.
+    void fillSortMenu(QMenu *menu);
+    void fillColumnMenu(QMenu *menu);
+
+Q_SIGNALS:
+    void addAppRequested();
+    void analysisRequested(const DashboardKeywordRow &row);
+    void rankedAppsRequested(const DashboardKeywordRow &row);
+    void historyRequested(const DashboardKeywordRow &row);
+    /// "Stop" was pressed: work that the shell has started stops too.
+    void stopRequested();
+    void keywordCountChanged(int count);
+    void storefrontOfNewKeywordsChanged(const QString &country);
+
+private:
+    void buildToolbar();
+    void buildContent();
+    void connectStore();
+    void connectTable();
+    void showRowMenu(const QPoint &globalPosition);
+    void updateContent();
+    void updateCount();
+    void updateRefreshError();
+    void updateWork();
+    void saveColumns();
+    [[nodiscard]] std::optional<AppProfile> app() const;
+    Task<void> keepTimesCurrent(std::stop_token stop);
+
+    ASOStore &m_store;
+    ArtworkImages &m_images;
+    Preferences &m_preferences;
+    std::optional<QUuid> m_appId;
+    QString m_searchStorefront;
+    KeywordTableModel *m_model;
+    KeywordTableView *m_table;
+    KeywordActions *m_actions;
+    PageToolbar *m_toolbar;
+    TextField *m_search;
+    StorefrontPicker *m_filter;
+    Button *m_refresh;
+    Button *m_add;
+    Banner *m_persistenceBanner;
+    Banner *m_refreshBanner;
+    QStackedWidget *m_stack;
+    EmptyState *m_empty;
+    StatusBar *m_status;
+    bool m_isStopping = false;
+    /// Keywords measured since the refresh of all rankings began.
+    int m_updatedSinceStart = 0;
+    TaskScope m_tasks;
+};
+
+} // namespace veltrix

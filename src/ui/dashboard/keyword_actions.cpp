@@ -1,0 +1,178 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/dashboard/keyword_actions.h"
+
+#include "ui/dashboard/keyword_export.h"
+#include "ui/dashboard/keyword_table_model.h"
+#include "ui/text/csv.h"
+
+#include <QClipboard>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QPointer>
+
+#include <map>
+#include <numeric>
+
+namespace veltrix
+{
+
+KeywordActions::KeywordActions(ASOStore &store, KeywordTableModel &model, FileExchange &files,
+                               QObject *parent)
+    : QObject(parent), m_store(store), m_model(model), m_files(files)
+{
+}
+
+KeywordActions::~KeywordActions() = default;
+
+std::optional<QString> KeywordActions::add(std::optional<QUuid> appId, const QStringList &keywords,
+                                           const QString &country)
+{
+    QList<ImportedKeyword> list;
+    for (const QString &keyword : keywords)
+        list.append({keyword, std::nullopt});
+    return add(appId, list, country);
+}
+
+std::optional<QString> KeywordActions::add(std::optional<QUuid> appId,
+                                           const QList<ImportedKeyword> &keywords,
+                                           const QString &country)
+{
+    if (!appId || !m_store.app(*appId))
+        return tr("Select an app first");
+    // One save a storefront, the storefronts in the order of their first keyword.
+    QStringList countries;
+    std::map<QString, QStringList> texts;
+    for (const ImportedKeyword &keyword : keywords) {
+        const QString place = keyword.country.value_or(country);
+        if (!countries.contains(place))
+            countries.append(place);
+        texts[place].append(keyword.keyword);
+    }
+    QList<TrackedKeyword> added;
+    for (const QString &place : std::as_const(countries))
+        added.append(m_store.addTrackedKeywords(*appId, texts[place], place));
+    m_store.queueKeywordRefreshes(added);
+    Q_EMIT statusChanged(tr("Keywords saved. Metrics will update in the background."),
+                         StatusBar::Tone::Normal);
+    return std::nullopt;
+}
+
+void KeywordActions::importFile(QWidget *dialogParent, std::optional<QUuid> appId,
+                                const QString &country)
+{
+    const FileExchange::Request request{
+        tr("Import Keywords"), {}, tr("Text and CSV files (*.txt *.csv *.tsv);;All files (*)")};
+    m_files.open(dialogParent, request,
+                 [self = QPointer(this), appId, country](const QByteArray &content,
+                                                         const std::optional<QString> &error) {
+                     if (!self)
+                         return;
+                     const auto keywords = keywordsFromFile(content);
+                     std::optional<QString> problem = error;
+                     if (!problem && keywords.isEmpty())
+                         problem = tr("The file holds no keywords.");
+                     if (!problem)
+                         problem = self->add(appId, keywords, country);
+                     if (problem)
+                         Q_EMIT self->statusChanged(*problem, StatusBar::Tone::Error);
+                 });
+}
+
+void KeywordActions::refresh(const QList<QUuid> &ids)
+{
+    if (!ids.isEmpty())
+        m_tasks.own(refreshOneByOne(ids, m_tasks.token()));
+}
+
+Task<void> KeywordActions::refreshOneByOne(QList<QUuid> ids, std::stop_token stop)
+{
+    struct Running {
+        KeywordActions *self;
+        QList<QUuid> ids;
+        explicit Running(KeywordActions *actions, QList<QUuid> keywords)
+            : self(actions), ids(std::move(keywords))
+        {
+            ++self->m_refreshing;
+            for (const QUuid &id : std::as_const(ids))
+                self->m_model.setRefreshing(id, true);
+        }
+        ~Running()
+        {
+            --self->m_refreshing;
+            for (const QUuid &id : std::as_const(ids))
+                self->m_model.setRefreshing(id, false);
+        }
+    };
+    const Running running(this, ids);
+    for (const QUuid &id : std::as_const(ids)) {
+        QString problem;
+        try {
+            const DashboardKeywordRow row = co_await m_store.refreshKeyword(id, stop);
+            Q_EMIT statusChanged(tr("“%1” is up to date.").arg(row.keyword),
+                                 StatusBar::Tone::Normal);
+        } catch (const StoreError &) {
+            // Removed while it waited its turn: there is nothing to tell.
+        } catch (const Error &error) {
+            problem = error.description();
+        }
+        m_model.setRefreshing(id, false);
+        if (!problem.isEmpty()) {
+            Q_EMIT statusChanged(problem, StatusBar::Tone::Error);
+            co_return;
+        }
+    }
+}
+
+void KeywordActions::refreshAll()
+{
+    m_tasks.own(m_store.refreshHistory(m_tasks.token()));
+}
+
+void KeywordActions::stop()
+{
+    m_tasks.stop();
+    m_store.stopKeywordRefreshes();
+    Q_EMIT stopped();
+}
+
+void KeywordActions::copy(const std::vector<int> &rows,
+                          const std::vector<KeywordColumn> &columns) const
+{
+    if (!rows.empty())
+        QGuiApplication::clipboard()->setText(
+            toTabSeparated(keywordTable(m_model, rows, columns)));
+}
+
+void KeywordActions::exportTable(QWidget *dialogParent, const QString &appName,
+                                 const std::vector<KeywordColumn> &columns)
+{
+    std::vector<int> rows(size_t(m_model.rowCount()));
+    std::iota(rows.begin(), rows.end(), 0);
+    saveCsv(dialogParent, tr("Export Keywords"), suggestedFileName(appName, tr("keywords")),
+            keywordTable(m_model, rows, columns));
+}
+
+void KeywordActions::exportHistory(QWidget *dialogParent, QUuid appId, const QString &appName)
+{
+    saveCsv(dialogParent, tr("Export History"), suggestedFileName(appName, tr("history")),
+            keywordHistory(m_store, appId));
+}
+
+void KeywordActions::saveCsv(QWidget *dialogParent, const QString &title, const QString &fileName,
+                             const QList<QStringList> &table)
+{
+    const FileExchange::Request request{title, fileName, tr("CSV files (*.csv)")};
+    m_files.save(dialogParent, request, toCsv(table).toUtf8(),
+                 [self = QPointer(this)](const QString &path, const std::optional<QString> &error) {
+                     if (!self)
+                         return;
+                     if (error)
+                         Q_EMIT self->statusChanged(*error, StatusBar::Tone::Error);
+                     else
+                         Q_EMIT self->statusChanged(
+                             tr("Exported to %1.").arg(QFileInfo(path).fileName()),
+                             StatusBar::Tone::Normal);
+                 });
+}
+
+} // namespace veltrix

@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What can be done with keywords: add, import, refresh, copy, export, remove.
+#pragma once
+
+#include "effects/task_scope.h"
+#include "store/aso_store.h"
+#include "ui/dashboard/keyword_column.h"
+#include "ui/dashboard/keyword_input.h"
+#include "ui/widgets/file_exchange.h"
+#include "ui/widgets/status_bar.h"
+
+#include <QObject>
+
+#include <vector>
+
+namespace veltrix
+{
+
+class KeywordTableModel;
+
+/// The operations behind the dashboard's menus and keys. Everything that happened is told through
+/// statusChanged(); nothing is asked here.
+class KeywordActions final : public QObject
+{
+    Q_OBJECT
+
+public:
+    KeywordActions(ASOStore &store, KeywordTableModel &model, FileExchange &files,
+                   QObject *parent = nullptr);
+    ~KeywordActions() override;
+
+    /// Adds keywords to the app in that storefront and queues them for measuring. Without an app
+    /// the answer is what to tell the user, "Select an app first".
+    std::optional<QString> add(std::optional<QUuid> appId, const QStringList &keywords,
+                               const QString &country);
+    /// Adds keywords read from a file; `country` serves those that name none.
+    std::optional<QString> add(std::optional<QUuid> appId, const QList<ImportedKeyword> &keywords,
+                               const QString &country);
+    void importFile(QWidget *dialogParent, std::optional<QUuid> appId, const QString &country);
+
+    /// Measures the keywords one after another.
+    void refresh(const QList<QUuid> &ids);
+    /// Measures every keyword whose ranking is stale.
+    void refreshAll();
+    /// Stops whatever of this is running; the background queue too.
+    void stop();
+    [[nodiscard]] bool isRefreshing() const { return m_refreshing > 0; }
+
+    void copy(const std::vector<int> &rows, const std::vector<KeywordColumn> &columns) const;
+    void exportTable(QWidget *dialogParent, const QString &appName,
+                     const std::vector<KeywordColumn> &columns);
+    void exportHistory(QWidget *dialogParent, QUuid appId, const QString &appName);
+
+Q_SIGNALS:
+    void statusChanged(const QString &message, StatusBar::Tone tone);
+    void stopped();
+
+private:
+    Task<void> refreshOneByOne(QList<QUuid> ids, std::stop_token stop);
+    void saveCsv(QWidget *dialogParent, const QString &title, const QString &fileName,
+                 const QList<QStringList> &table);
+
+    ASOStore &m_store;
+    KeywordTableModel &m_model;
+    FileExchange &m_files;
+    int m_refreshing = 0;
+    TaskScope m_tasks;
+};
+
+} // namespace veltrix

@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Quiet column headers: secondary text, a small arrow at the sorted column, a hairline below.
+#pragma once
+
+#include <QHeaderView>
+
+namespace veltrix
+{
+
+class TableHeader final : public QHeaderView
+{
+    Q_OBJECT
+
+public:
+    explicit TableHeader(QWidget *parent = nullptr);
+
+    [[nodiscard]] QSize sizeHint() const override;
+
+protected:
+    void paintSection(QPainter *painter, const QRect &rect, int logicalIndex) const override;
+    void paintEvent(QPaintEvent *event) override;
+};
+
+} // namespace veltrix

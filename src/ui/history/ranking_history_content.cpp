@@ -1,0 +1,233 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/history/ranking_history_content.h"
+
+#include "ui/history/range_control.h"
+#include "ui/history/rank_chart.h"
+#include "ui/history/rank_movement_label.h"
+#include "ui/widgets/accessibility.h"
+#include "ui/widgets/badge.h"
+#include "ui/widgets/empty_state.h"
+#include "ui/widgets/position_badge.h"
+
+#include <QHBoxLayout>
+#include <QPainter>
+#include <QStackedWidget>
+
+namespace veltrix
+{
+
+namespace
+{
+
+constexpr qreal pictureScale = 2;
+const QString chartSymbol = QStringLiteral("chart.xyaxis.line");
+
+} // namespace
+
+RankingHistoryContent::RankingHistoryContent(QWidget *parent)
+    : QWidget(parent), m_panel(new QWidget),
+      m_rangeTitle(new TextLabel(TextStyle::Secondary, TextLabel::Tone::Secondary)),
+      m_latest(new TextLabel(TextStyle::Figure, TextLabel::Tone::Text)),
+      m_movement(new RankMovementLabel), m_sample(new BadgeView),
+      m_sampleNote(new TextLabel(
+          TextStyle::Secondary, TextLabel::Tone::Secondary,
+          tr("Sample data is for preview only. It does not change saved research or represent real "
+             "App Store rankings."))),
+      m_range(new RangeControl), m_stack(new QStackedWidget), m_chart(new RankChart),
+      m_empty(new EmptyState(QStringLiteral("historyEmpty"))),
+      m_inspection(new TextLabel(TextStyle::Secondary, TextLabel::Tone::Secondary)),
+      m_axisNote(
+          new TextLabel(TextStyle::Secondary, TextLabel::Tone::Secondary,
+                        tr("Lower rank is better") + QStringLiteral(" · ") + tr("Day (UTC)")))
+{
+    setObjectName(QStringLiteral("historyContent"));
+    build();
+    connect(m_range, &RangeControl::rangeChanged, this, [this] {
+        updateHeadings();
+        updateChart();
+    });
+    connect(m_chart, &RankChart::selectedDayChanged, this,
+            &RankingHistoryContent::updateInspection);
+}
+
+void RankingHistoryContent::build()
+{
+    m_rangeTitle->setObjectName(QStringLiteral("historyRangeTitle"));
+    m_latest->setObjectName(QStringLiteral("historyLatest"));
+    m_inspection->setObjectName(QStringLiteral("historyInspection"));
+    m_sample->setBadge({tr("SAMPLE"), Token::Orange});
+    m_sample->setObjectName(QStringLiteral("historySample"));
+    m_sampleNote->setObjectName(QStringLiteral("historySampleNote"));
+    m_sampleNote->setWrapping(TextLabel::Wrapping::Wrapped);
+
+    auto *heading = new QHBoxLayout;
+    heading->setSpacing(spacing::s);
+    heading->addWidget(
+        new TextLabel(TextStyle::BodySemibold, TextLabel::Tone::Text, tr("Ranking trend")));
+    heading->addWidget(m_sample);
+    heading->addStretch(1);
+    auto *titles = new QVBoxLayout;
+    titles->setSpacing(1);
+    titles->addStretch(1);
+    titles->addLayout(heading);
+    titles->addWidget(m_rangeTitle);
+    auto *latestLine = new QHBoxLayout;
+    latestLine->setSpacing(spacing::m);
+    latestLine->addStretch(1);
+    latestLine->addWidget(m_latest, 0, Qt::AlignBaseline);
+    latestLine->addWidget(m_movement, 0, Qt::AlignBaseline);
+    auto *latestCaption =
+        new TextLabel(TextStyle::Secondary, TextLabel::Tone::Secondary, tr("Latest saved check"));
+    latestCaption->setAlignment(Qt::AlignRight);
+    auto *latest = new QVBoxLayout;
+    latest->setSpacing(1);
+    latest->addWidget(latestCaption);
+    latest->addLayout(latestLine);
+    auto *top = new QHBoxLayout;
+    top->addLayout(titles, 1);
+    top->addLayout(latest);
+
+    auto *below = new QHBoxLayout;
+    below->addWidget(m_inspection, 1);
+    below->addWidget(m_axisNote);
+    auto *note = new TextLabel(
+        TextStyle::Secondary, TextLabel::Tone::Secondary,
+        tr("The line connects saved ranked checks; an explicit unranked check breaks it. Missing "
+           "days are not inferred. Ranks reflect returned App Store results, not verified device "
+           "positions."));
+    note->setWrapping(TextLabel::Wrapping::Wrapped);
+
+    auto *rankTitle = new TextLabel(TextStyle::Secondary, TextLabel::Tone::Secondary, tr("Rank"));
+    auto *chartPage = new QWidget;
+    auto *chart = new QVBoxLayout(chartPage);
+    chart->setContentsMargins(0, 0, 0, 0);
+    chart->setSpacing(0);
+    chart->addWidget(rankTitle);
+    chart->addWidget(m_chart, 1);
+    m_stack->addWidget(chartPage);
+    m_stack->addWidget(m_empty);
+
+    auto *panel = new QVBoxLayout(m_panel);
+    panel->setContentsMargins(0, 0, 0, 0);
+    panel->setSpacing(spacing::m);
+    panel->addLayout(top);
+    panel->addWidget(m_range, 0, Qt::AlignLeft);
+    panel->addWidget(m_stack, 1);
+    panel->addLayout(below);
+    panel->addWidget(m_sampleNote);
+    panel->addWidget(note);
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_panel);
+}
+
+const RankChartData &RankingHistoryContent::data() const
+{
+    return m_chart->data();
+}
+
+HistoryRange RankingHistoryContent::range() const
+{
+    return m_range->range();
+}
+
+bool RankingHistoryContent::hasChart() const
+{
+    return m_stack->currentIndex() == 0;
+}
+
+void RankingHistoryContent::setState(const State &state)
+{
+    m_state = state;
+    updateHeadings();
+    updateChart();
+}
+
+void RankingHistoryContent::updateHeadings()
+{
+    m_rangeTitle->setText(rangeTitle(m_range->range()));
+    m_sample->setVisible(m_state.isSample);
+    m_sampleNote->setVisible(m_state.isSample);
+    const auto &checks = m_state.timeline.observations;
+    if (checks.empty()) {
+        m_latest->setText(tr("Not checked yet"));
+        m_latest->setAccessibleName(m_latest->text());
+        m_movement->setMovement(std::nullopt);
+        return;
+    }
+    const PositionBadge badge{checks.back().position};
+    m_latest->setText(badge.text());
+    m_latest->setAccessibleName(badge.accessibleText());
+    m_movement->setMovement(m_state.timeline.latestMovement());
+}
+
+void RankingHistoryContent::updateChart()
+{
+    RankChartData charted =
+        rankChartData(historyDays(m_state.timeline, m_range->range(), m_state.now));
+    const bool isRanked = !charted.isEmpty();
+    m_chart->setData(std::move(charted));
+    if (m_state.error)
+        showEmpty(QStringLiteral("exclamationmark.triangle"), *m_state.error, QString());
+    else if (m_state.timeline.observations.empty())
+        showEmpty(chartSymbol, tr("No keyword data yet"), QString());
+    else if (!isRanked)
+        showEmpty(chartSymbol, tr("No ranked checks in this range"),
+                  tr("No saved rank is available for the selected period."));
+    else
+        m_stack->setCurrentIndex(0);
+    updateInspection();
+    Q_EMIT
+    stateChanged();
+}
+
+void RankingHistoryContent::showEmpty(const QString &symbol, const QString &title,
+                                      const QString &text)
+{
+    m_empty->setContent({symbol, title, text, QString()});
+    m_stack->setCurrentWidget(m_empty);
+}
+
+void RankingHistoryContent::updateInspection()
+{
+    m_inspection->setVisible(hasChart());
+    m_axisNote->setVisible(hasChart());
+    m_inspection->setText(inspectionText(m_chart->data(), m_chart->selectedDay()));
+    m_inspection->setAccessibleName(m_inspection->text());
+    if (m_chart->selectedDay())
+        announceNameChange(m_inspection);
+}
+
+QImage RankingHistoryContent::picture(const QString &heading)
+{
+    const Tokens tokens = Tokens::of(this);
+    const QFont headingFont = fontFor(TextStyle::Title, font());
+    const int headingHeight = QFontMetrics(headingFont).height() + spacing::l;
+    const QSize size(m_panel->width() + 2 * spacing::xl,
+                     headingHeight + m_panel->height() + 2 * spacing::xl);
+    QImage image((QSizeF(size) * pictureScale).toSize(), QImage::Format_ARGB32_Premultiplied);
+    image.setDevicePixelRatio(pictureScale);
+    image.fill(tokens[Token::Raised]);
+    QPainter painter(&image);
+    painter.setFont(headingFont);
+    painter.setPen(tokens[Token::Text]);
+    painter.drawText(
+        QRect(spacing::xl, spacing::xl, m_panel->width(), headingHeight),
+        Qt::AlignLeft | Qt::AlignTop,
+        QFontMetrics(headingFont).elidedText(heading, Qt::ElideRight, m_panel->width()));
+    // The controls would mean nothing in a picture, and neither would what is inspected just now.
+    const auto inspected = m_chart->selectedDay();
+    m_chart->setSelectedDay(std::nullopt);
+    m_inspection->hide();
+    m_range->hide();
+    m_panel->layout()->activate();
+    m_panel->render(&painter, QPoint(spacing::xl, spacing::xl + headingHeight), QRegion(),
+                    QWidget::DrawChildren);
+    m_range->show();
+    m_chart->setSelectedDay(inspected);
+    updateInspection();
+    m_panel->layout()->activate();
+    return image;
+}
+
+} // namespace veltrix

@@ -1,0 +1,99 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/history/ranking_history_sheet.h"
+
+#include "ui/analysis/feedback_button.h"
+#include "ui/dashboard/keyword_export.h"
+#include "ui/history/history_export.h"
+#include "ui/history/ranking_history_content.h"
+#include "ui/text/csv.h"
+#include "ui/text/storefronts.h"
+#include "ui/widgets/accessibility.h"
+#include "ui/widgets/file_exchange.h"
+#include "ui/widgets/text_label.h"
+
+#include <QBoxLayout>
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QPointer>
+
+namespace veltrix
+{
+
+namespace
+{
+
+constexpr QSize preferredSize{760, 640};
+
+}
+
+RankingHistorySheet::RankingHistorySheet(ASOStore &store, FileExchange &files,
+                                         const DashboardKeywordRow &keyword, QWidget *parent)
+    : SheetFrame(QStringLiteral("historySheet"), tr("Ranking history"), Body::Fixed, preferredSize,
+                 parent),
+      m_store(store), m_files(files), m_keyword(keyword), m_content(new RankingHistoryContent),
+      m_copy(new FeedbackButton(QStringLiteral("historyCopyImage"), Button::Kind::Standard,
+                                QStringLiteral("doc.on.doc"), tr("Copy as image"), tr("Copied"))),
+      m_export(new FeedbackButton(QStringLiteral("historyExport"), Button::Kind::Standard,
+                                  QStringLiteral("square.and.arrow.down"), tr("Export CSV"),
+                                  tr("Exported"))),
+      m_problem(new TextLabel(TextStyle::Secondary, TextLabel::Tone::Red))
+{
+    setSubtitle(m_keyword.keyword + QStringLiteral(" · ") + storefrontName(m_keyword.country));
+    addCloseButton(QStringLiteral("historyDone"), QString(), tr("Done"), tr("Done"))->setFocus();
+    m_problem->setObjectName(QStringLiteral("historyProblem"));
+    m_problem->setWrapping(TextLabel::Wrapping::Wrapped);
+    auto *footer = new QHBoxLayout;
+    footer->setSpacing(spacing::s);
+    footer->addWidget(m_copy);
+    footer->addWidget(m_export);
+    footer->addWidget(m_problem, 1);
+    body()->addWidget(m_content, 1);
+    body()->addLayout(footer);
+
+    connect(m_copy, &Button::clicked, this, &RankingHistorySheet::copyImage);
+    connect(m_export, &Button::clicked, this, &RankingHistorySheet::exportCsv);
+    connect(m_content, &RankingHistoryContent::stateChanged, this, [this] {
+        m_copy->setEnabled(m_content->hasChart());
+        m_export->setEnabled(!historyTable({}, {}, m_content->data()).mid(1).isEmpty());
+    });
+    connect(&m_store, &ASOStore::keywordChanged, this, [this](QUuid id) {
+        if (id == m_keyword.id)
+            showTimeline();
+    });
+    showTimeline();
+}
+
+void RankingHistorySheet::showTimeline()
+{
+    m_content->setState(
+        {m_store.rankingTimeline(m_keyword.id), std::nullopt, false, m_store.clock().now()});
+}
+
+void RankingHistorySheet::copyImage()
+{
+    const QString heading =
+        m_keyword.keyword + QStringLiteral(" · ") + storefrontName(m_keyword.country);
+    QGuiApplication::clipboard()->setImage(m_content->picture(heading));
+    m_copy->confirm();
+}
+
+void RankingHistorySheet::exportCsv()
+{
+    const FileExchange::Request request{tr("Export Ranking History"),
+                                        suggestedFileName(m_keyword.keyword, tr("ranking history")),
+                                        tr("CSV files (*.csv)")};
+    const QString table =
+        toCsv(historyTable(m_keyword.keyword, m_keyword.country, m_content->data()));
+    m_files.save(window(), request, table.toUtf8(),
+                 [self = QPointer(this)](const QString &, const std::optional<QString> &error) {
+                     if (!self)
+                         return;
+                     self->m_problem->setText(error.value_or(QString()));
+                     self->m_problem->setAccessibleName(error.value_or(QString()));
+                     announceNameChange(self->m_problem);
+                     if (!error)
+                         self->m_export->confirm();
+                 });
+}
+
+} // namespace veltrix

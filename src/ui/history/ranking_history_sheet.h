@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The sheet with a keyword's ranking history.
+#pragma once
+
+#include "store/aso_store.h"
+#include "ui/analysis/sheet_frame.h"
+
+namespace veltrix
+{
+
+class FeedbackButton;
+class FileExchange;
+class RankingHistoryContent;
+class TextLabel;
+
+/// Reads the store and follows the keyword: a check that arrives while the sheet is open is charted
+/// at once.
+class RankingHistorySheet final : public SheetFrame
+{
+    Q_OBJECT
+
+public:
+    RankingHistorySheet(ASOStore &store, FileExchange &files, const DashboardKeywordRow &keyword,
+                        QWidget *parent = nullptr);
+
+private:
+    void showTimeline();
+    void copyImage();
+    void exportCsv();
+
+    ASOStore &m_store;
+    FileExchange &m_files;
+    DashboardKeywordRow m_keyword;
+    RankingHistoryContent *m_content;
+    FeedbackButton *m_copy;
+    FeedbackButton *m_export;
+    TextLabel *m_problem;
+};
+
+} // namespace veltrix

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// A titled card of rows, as the settings are made of.
+#pragma once
+
+#include <QWidget>
+
+class QVBoxLayout;
+
+namespace veltrix
+{
+
+class SettingsSection final : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit SettingsSection(const QString &title, QWidget *parent = nullptr);
+
+    /// A row with a label at one end and a control at the other; hairlines part the rows.
+    void addRow(const QString &label, QWidget *control);
+    /// A row that is one control.
+    void addRow(QWidget *control);
+    /// A quiet explanation below the row before.
+    void addNote(const QString &text, const QString &objectName = QString());
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    QWidget *m_card;
+    QVBoxLayout *m_rows;
+    QList<QWidget *> m_rowStarts;
+};
+
+} // namespace veltrix

@@ -1,0 +1,244 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/settings/settings_sheet.h"
+
+#include "ui/settings/settings_section.h"
+#include "ui/settings/updater_interface.h"
+#include "ui/shell/preferences.h"
+#include "ui/widgets/accessibility.h"
+#include "ui/widgets/status_bar.h"
+#include "ui/widgets/storefront_picker.h"
+#include "ui/widgets/text_label.h"
+
+#include <QCheckBox>
+#include <QHBoxLayout>
+#include <QScrollArea>
+#include <QVBoxLayout>
+
+namespace veltrix
+{
+
+namespace
+{
+
+constexpr int sheetWidth = 560;
+
+/// The updater's switch, button and what a check says.
+class UpdaterSettingsView final : public QWidget
+{
+public:
+    UpdaterSettingsView(UpdaterInterface &updater, SettingsSection &section)
+        : QWidget(&section), m_updater(updater),
+          m_automatic(new QCheckBox(SettingsSheet::tr("Automatically check for updates"))),
+          m_check(new Button(Button::Kind::Standard, SettingsSheet::tr("Check Now"))),
+          m_status(new TextLabel(TextStyle::Secondary, TextLabel::Tone::Secondary)),
+          m_progress(new ProgressLine),
+          m_stop(new Button(Button::Kind::Link, SettingsSheet::tr("Stop"))),
+          m_action(new Button(Button::Kind::Standard, QString())), m_statusRow(new QWidget)
+    {
+        hide(); // Its parts stand in the section; it only ties them to the updater.
+        nameControl(m_automatic, QStringLiteral("automaticUpdates"), m_automatic->text());
+        nameControl(m_check, QStringLiteral("checkForUpdates"), SettingsSheet::tr("Check Now"));
+        nameControl(m_stop, QStringLiteral("stopUpdate"), SettingsSheet::tr("Stop"));
+        m_status->setObjectName(QStringLiteral("updaterStatus"));
+        m_status->setWrapping(TextLabel::Wrapping::Wrapped);
+        auto *row = new QHBoxLayout(m_statusRow);
+        row->setContentsMargins(0, 0, 0, 0);
+        row->setSpacing(spacing::m);
+        row->addWidget(m_status, 1);
+        row->addWidget(m_progress);
+        row->addWidget(m_stop);
+        row->addWidget(m_action);
+        section.addRow(m_automatic);
+        section.addRow(SettingsSheet::tr("Check for updates"), m_check);
+        section.addRow(m_statusRow);
+        section.addNote(SettingsSheet::tr(
+            "When enabled, Veltrix checks on launch and periodically while open. Check Now works "
+            "even when automatic checks are off."));
+        connect(m_automatic, &QCheckBox::toggled, this,
+                [this](bool on) { m_updater.setAutomaticallyChecksForUpdates(on); });
+        connect(m_check, &Button::clicked, this, [this] { m_updater.checkForUpdates(); });
+        connect(m_stop, &Button::clicked, this, [this] { m_updater.stop(); });
+        connect(m_action, &Button::clicked, this, [this] { m_updater.performAction(); });
+        connect(&m_updater, &UpdaterInterface::changed, this, [this] { update(); });
+        update();
+    }
+
+private:
+    void update()
+    {
+        m_automatic->setChecked(m_updater.automaticallyChecksForUpdates());
+        m_check->setEnabled(m_updater.canCheckForUpdates());
+        const UpdaterStatus status = m_updater.status();
+        m_statusRow->setVisible(!status.text.isEmpty());
+        m_status->setText(status.text);
+        m_progress->setVisible(status.fraction.has_value());
+        m_progress->setFraction(status.fraction);
+        m_stop->setVisible(status.canStop);
+        m_action->setVisible(!status.action.isEmpty());
+        m_action->setText(status.action);
+        nameControl(m_action, QStringLiteral("updaterAction"), status.action);
+    }
+
+    UpdaterInterface &m_updater;
+    QCheckBox *m_automatic;
+    Button *m_check;
+    TextLabel *m_status;
+    ProgressLine *m_progress;
+    Button *m_stop;
+    Button *m_action;
+    QWidget *m_statusRow;
+};
+
+} // namespace
+
+SettingsSheet::SettingsSheet(Preferences &preferences, const AppInformation &information,
+                             UpdaterInterface *updater, OpenUrl openUrl, QWidget *parent)
+    : QWidget(parent), m_openUrl(std::move(openUrl)), m_sections(new QVBoxLayout)
+{
+    setObjectName(QStringLiteral("settingsSheet"));
+    setAccessibleName(tr("Settings"));
+    auto *done = new Button(Button::Kind::Primary, tr("Done"));
+    nameControl(done, QStringLiteral("settingsDone"), tr("Done"));
+    connect(done, &Button::clicked, this, &SettingsSheet::closeRequested);
+
+    auto *header = new QHBoxLayout;
+    header->setContentsMargins(spacing::xl, spacing::xl, spacing::xl, spacing::m);
+    header->addWidget(new TextLabel(TextStyle::Title, TextLabel::Tone::Text, tr("Settings")), 1);
+    header->addWidget(done);
+
+    m_sections->setContentsMargins(spacing::xl, spacing::xs, spacing::xl, spacing::xl);
+    m_sections->setSpacing(spacing::xl);
+    m_sections->addWidget(researchSection(preferences, information.research));
+    m_sections->addWidget(updatesSection(updater));
+    m_sections->addWidget(helpSection(information));
+    m_sections->addWidget(aboutSection(information));
+    m_sections->addStretch(1);
+    auto *content = new QWidget;
+    content->setLayout(m_sections);
+    auto *scroll = new QScrollArea;
+    scroll->setObjectName(QStringLiteral("settingsScroll"));
+    scroll->setAccessibleName(tr("Settings"));
+    scroll->setFocusPolicy(Qt::NoFocus);
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setWidget(content);
+    scroll->setWidgetResizable(true);
+    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    scroll->viewport()->setAutoFillBackground(false);
+    content->setAutoFillBackground(false);
+
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, spacing::s);
+    layout->setSpacing(0);
+    layout->addLayout(header);
+    layout->addWidget(scroll, 1);
+    done->setFocus();
+}
+
+QSize SettingsSheet::sizeHint() const
+{
+    // Header, sections at their full height; a smaller window makes them scroll.
+    const int sections = m_sections->heightForWidth(sheetWidth);
+    const int header = controlHeight(font()) + spacing::xl + spacing::m;
+    return {sheetWidth, header + sections + spacing::s};
+}
+
+QWidget *SettingsSheet::researchSection(Preferences &preferences,
+                                        const ResearchServiceInformation &research)
+{
+    auto *section = new SettingsSection(tr("Research"));
+    auto *picker = new StorefrontPicker(QStringLiteral("defaultStorefront"),
+                                        tr("Default storefront"),
+                                        StorefrontPicker::Offer::Storefronts);
+    picker->setCode(preferences.preferredStorefrontCountry());
+    section->addRow(tr("Default storefront"), picker);
+    section->addNote(tr("Used when searching for apps. The Keywords view still opens with All "
+                        "Countries selected."));
+    connect(picker, &StorefrontPicker::picked, this,
+            [this, &preferences](const std::optional<QString> &code) {
+                preferences.setPreferredStorefrontCountry(*code);
+                Q_EMIT preferredStorefrontChanged(*code);
+            });
+
+    QString service;
+    QString note;
+    switch (research.kind) {
+    case ResearchServiceInformation::Kind::Direct:
+        service = tr("App Store search");
+        note = tr("Keywords are searched directly in Apple's public App Store search service.");
+        break;
+    case ResearchServiceInformation::Kind::Research:
+        service = tr("Research service");
+        note = research.detail.isEmpty()
+                   ? tr("Keywords are searched through the research service.")
+                   : tr("Keywords are searched through the research service at %1.")
+                         .arg(research.detail);
+        break;
+    case ResearchServiceInformation::Kind::Misconfigured:
+        service = tr("Not available");
+        note = research.detail;
+        break;
+    }
+    auto *value = new TextLabel(TextStyle::Body, TextLabel::Tone::Secondary, service);
+    value->setObjectName(QStringLiteral("researchService"));
+    section->addRow(tr("Keyword searches"), value);
+    section->addNote(note, QStringLiteral("researchServiceNote"));
+    return section;
+}
+
+QWidget *SettingsSheet::updatesSection(UpdaterInterface *updater)
+{
+    auto *section = new SettingsSection(tr("Updates"));
+    if (updater) {
+        new UpdaterSettingsView(*updater, *section);
+        return section;
+    }
+    auto *text = new TextLabel(TextStyle::Body, TextLabel::Tone::Secondary,
+                               tr("Update checks are available in signed release builds."));
+    text->setObjectName(QStringLiteral("updatesUnavailable"));
+    text->setWrapping(TextLabel::Wrapping::Wrapped);
+    section->addRow(text);
+    return section;
+}
+
+QWidget *SettingsSheet::helpSection(const AppInformation &information)
+{
+    auto *section = new SettingsSection(tr("Help"));
+    const auto addLink = [&](const QString &objectName, const QString &symbol, const QString &text,
+                             const QUrl &url) {
+        auto *link = new Button(Button::Kind::Link, symbol, text);
+        nameControl(link, objectName, text);
+        link->setToolTip(url.isEmpty() ? tr("Not available in this build") : url.toDisplayString());
+        link->setEnabled(!url.isEmpty());
+        connect(link, &Button::clicked, this, [this, url] { m_openUrl(url); });
+        auto *row = new QWidget;
+        auto *layout = new QHBoxLayout(row);
+        // The link's own padding must not indent its symbol.
+        layout->setContentsMargins(-spacing::xs, 0, 0, 0);
+        layout->addWidget(link);
+        layout->addStretch(1);
+        section->addRow(row);
+    };
+    QUrl mail;
+    if (!information.supportEmail.isEmpty()) {
+        mail.setScheme(QStringLiteral("mailto"));
+        mail.setPath(information.supportEmail);
+    }
+    addLink(QStringLiteral("supportLink"), QStringLiteral("envelope"), tr("Support"), mail);
+    addLink(QStringLiteral("privacyLink"), QStringLiteral("hand.raised"), tr("Privacy Policy"),
+            information.privacyPolicy);
+    addLink(QStringLiteral("termsLink"), QStringLiteral("doc.text"), tr("Terms of Use"),
+            information.termsOfUse);
+    return section;
+}
+
+QWidget *SettingsSheet::aboutSection(const AppInformation &information)
+{
+    auto *section = new SettingsSection(tr("About"));
+    auto *version = new TextLabel(TextStyle::Body, TextLabel::Tone::Secondary,
+                                  information.versionText);
+    version->setObjectName(QStringLiteral("versionText"));
+    section->addRow(tr("Version"), version);
+    return section;
+}
+
+} // namespace veltrix

@@ -1,0 +1,126 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/shell/sidebar.h"
+
+#include "ui/shell/app_selector.h"
+#include "ui/theme/painting.h"
+#include "ui/theme/symbols.h"
+#include "ui/theme/typography.h"
+#include "ui/widgets/accessibility.h"
+
+#include <QButtonGroup>
+#include <QLocale>
+#include <QPainter>
+#include <QStyleOptionButton>
+#include <QVBoxLayout>
+
+namespace veltrix
+{
+
+namespace
+{
+
+constexpr int sidebarWidth = 248;
+
+}
+
+WorkspaceButton::WorkspaceButton(const QString &objectName, const QString &symbol,
+                                 const QString &title, QWidget *parent)
+    : QAbstractButton(parent), m_symbol(symbol)
+{
+    nameControl(this, objectName, title);
+    setText(title);
+    setCheckable(true);
+    setAttribute(Qt::WA_Hover);
+    setFocusPolicy(Qt::StrongFocus);
+}
+
+void WorkspaceButton::setCount(std::optional<int> count)
+{
+    m_count = count;
+    setAccessibleDescription(count ? tr("%L1 tracked").arg(*count) : QString());
+    update();
+}
+
+QSize WorkspaceButton::sizeHint() const
+{
+    return {200, controlHeight(font()) + 2};
+}
+
+void WorkspaceButton::paintEvent(QPaintEvent *)
+{
+    const Tokens tokens = Tokens::of(this);
+    QPainter painter(this);
+    if (isChecked())
+        drawRoundedRect(painter, rect(), radius::control, tokens[Token::Selected]);
+    else if (underMouse())
+        drawRoundedRect(painter, rect(), radius::control, tokens[Token::Hover]);
+    const QColor color = tokens[isChecked() ? Token::Accent : Token::Text];
+    const qreal symbol = qRound(controlHeight(font()) * 16.0 / 30.0);
+    const QRectF content = QRectF(rect()).adjusted(10, 0, -10, 0);
+    drawSymbol(painter,
+               QRectF(content.x(), content.center().y() - symbol / 2, symbol, symbol), m_symbol,
+               color);
+    const QFont title =
+        fontFor(isChecked() ? TextStyle::BodySemibold : TextStyle::BodyMedium, font());
+    painter.setFont(title);
+    painter.setPen(color);
+    painter.drawText(content.adjusted(symbol + 10, 0, 0, 0), Qt::AlignVCenter, text());
+    if (m_count) {
+        painter.setFont(fontFor(
+            isChecked() ? TextStyle::SecondarySemibold : TextStyle::SecondaryMedium, font()));
+        painter.setPen(tokens[Token::Secondary]);
+        painter.drawText(content, Qt::AlignVCenter | Qt::AlignRight, QLocale().toString(*m_count));
+    }
+    QStyleOptionButton option;
+    option.initFrom(this);
+    if (showsFocus(option))
+        drawFocusRing(painter, rect(), radius::control, tokens[Token::Accent]);
+}
+
+Sidebar::Sidebar(ASOStore &store, ArtworkImages &images, QWidget *parent)
+    : QWidget(parent), m_selector(new AppSelector(store, images)),
+      m_keywords(new WorkspaceButton(QStringLiteral("workspaceKeywords"),
+                                     QStringLiteral("magnifyingglass"), tr("Keywords"))),
+      m_competitors(new WorkspaceButton(QStringLiteral("workspaceCompetitors"),
+                                        QStringLiteral("person.2"), tr("Competitors")))
+{
+    setObjectName(QStringLiteral("sidebar"));
+    setFixedWidth(sidebarWidth);
+    auto *group = new QButtonGroup(this);
+    group->addButton(m_keywords);
+    group->addButton(m_competitors);
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(spacing::m, spacing::m, spacing::m + 1, spacing::m);
+    layout->setSpacing(0);
+    layout->addWidget(m_selector);
+    layout->addSpacing(spacing::m);
+    layout->addWidget(m_keywords);
+    layout->addWidget(m_competitors);
+    layout->addStretch(1);
+    connect(m_keywords, &QAbstractButton::clicked, this,
+            [this] { Q_EMIT workspaceChosen(Workspace::Keywords); });
+    connect(m_competitors, &QAbstractButton::clicked, this,
+            [this] { Q_EMIT workspaceChosen(Workspace::Competitors); });
+    setWorkspace(Workspace::Keywords);
+}
+
+void Sidebar::setWorkspace(Workspace workspace)
+{
+    (workspace == Workspace::Keywords ? m_keywords : m_competitors)->setChecked(true);
+}
+
+void Sidebar::setCounts(std::optional<int> keywords, std::optional<int> competitors)
+{
+    m_keywords->setCount(keywords);
+    m_competitors->setCount(competitors);
+}
+
+void Sidebar::paintEvent(QPaintEvent *)
+{
+    const Tokens tokens = Tokens::of(this);
+    QPainter painter(this);
+    painter.fillRect(rect(), tokens[Token::Window]);
+    painter.fillRect(QRect(width() - 1, 0, 1, height()), tokens[Token::Hairline]);
+}
+
+} // namespace veltrix

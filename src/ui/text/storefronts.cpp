@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/text/storefronts.h"
+
+#include "ui/text/icu_text.h"
+
+#include <QHash>
+
+namespace veltrix
+{
+
+const QStringList &storefrontCodes()
+{
+    static const QStringList codes =
+        QStringLiteral("US GB CA AU DE FR IT ES NL SE NO DK FI IE CH AT BE PT PL CZ HU RO GR TR BR "
+                       "MX AR CL CO PE JP KR CN HK TW SG MY TH PH VN ID IN AE SA IL ZA NZ")
+            .split(u' ');
+    return codes;
+}
+
+QString storefrontName(const QString &code, const QLocale &locale)
+{
+    // Lists ask for the same few names again and again.
+    static QHash<QString, QString> names;
+    const QString key = locale.bcp47Name() + u'/' + code;
+    const auto known = names.constFind(key);
+    if (known != names.constEnd())
+        return *known;
+
+    icu::UnicodeString name;
+    const QByteArray region = code.toUpper().toLatin1();
+    icu::Locale("", region.constData()).getDisplayCountry(icuLocale(locale), name);
+    const QString text = fromIcu(name);
+    return *names.insert(key, text.isEmpty() ? code : text);
+}
+
+} // namespace veltrix

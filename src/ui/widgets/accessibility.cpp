@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/widgets/accessibility.h"
+
+#include <QAccessibleWidget>
+#include <QVariant>
+
+namespace veltrix
+{
+
+namespace
+{
+
+constexpr char roleProperty[] = "veltrixAccessibleRole";
+
+class RoleInterface final : public QAccessibleWidget
+{
+public:
+    RoleInterface(QWidget *widget, QAccessible::Role role) : QAccessibleWidget(widget, role) {}
+
+    [[nodiscard]] QAccessible::State state() const override
+    {
+        QAccessible::State state = QAccessibleWidget::state();
+        if (role() == QAccessible::Dialog)
+            state.modal = true;
+        return state;
+    }
+};
+
+QAccessibleInterface *roleInterface(const QString &className, QObject *object)
+{
+    // Only the most derived class asks, so that standard widgets keep their own interfaces.
+    auto *widget = qobject_cast<QWidget *>(object);
+    if (!widget || className != QLatin1String(widget->metaObject()->className()))
+        return nullptr;
+    const QVariant role = widget->property(roleProperty);
+    if (!role.isValid())
+        return nullptr;
+    return new RoleInterface(widget, static_cast<QAccessible::Role>(role.toInt()));
+}
+
+} // namespace
+
+void installAccessibleRoles()
+{
+    static const bool installed = [] {
+        QAccessible::installFactory(roleInterface);
+        return true;
+    }();
+    Q_UNUSED(installed)
+}
+
+void setAccessibleRole(QWidget *widget, QAccessible::Role role)
+{
+    widget->setProperty(roleProperty, int(role));
+}
+
+void nameControl(QWidget *widget, const QString &objectName, const QString &accessibleName)
+{
+    widget->setObjectName(objectName);
+    widget->setAccessibleName(accessibleName);
+}
+
+void announceNameChange(QWidget *widget)
+{
+    QAccessibleEvent event(widget, QAccessible::NameChanged);
+    QAccessible::updateAccessibility(&event);
+}
+
+} // namespace veltrix

@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/widgets/banner.h"
+
+#include "ui/theme/painting.h"
+#include "ui/theme/symbols.h"
+#include "ui/widgets/accessibility.h"
+#include "ui/widgets/button.h"
+#include "ui/widgets/text_label.h"
+
+#include <QHBoxLayout>
+
+namespace veltrix
+{
+
+Banner::Banner(const QString &objectName, const QString &symbol, const QString &action,
+               QWidget *parent)
+    : QWidget(parent), m_symbol(symbol), m_symbolSpace(new QWidget),
+      m_text(new TextLabel(TextStyle::Body, TextLabel::Tone::Text)),
+      m_action(new Button(Button::Kind::Standard, QStringLiteral("arrow.clockwise"), action))
+{
+    setAccessibleRole(this, QAccessible::AlertMessage);
+    setObjectName(objectName);
+    m_text->setWrapping(TextLabel::Wrapping::Wrapped);
+    m_action->setVisible(!action.isEmpty());
+    nameControl(m_action, objectName + QStringLiteral("Action"), action);
+    const int size = qRound(controlHeight(font()) * 16.0 / 30.0);
+    m_symbolSpace->setFixedSize(size, size);
+    auto *layout = new QHBoxLayout(this);
+    layout->setContentsMargins(spacing::l, 6, spacing::l, 7);
+    layout->setSpacing(10);
+    layout->addWidget(m_symbolSpace);
+    layout->addWidget(m_text, 1);
+    layout->addWidget(m_action);
+    setMinimumHeight(controlHeight(font()) + 13);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    connect(m_action, &Button::clicked, this, &Banner::actionTriggered);
+    hide();
+}
+
+void Banner::setMessage(const QString &message)
+{
+    m_text->setText(message);
+    setAccessibleName(message);
+    setVisible(!message.isEmpty());
+    if (!message.isEmpty()) {
+        QAccessibleEvent event(this, QAccessible::Alert);
+        QAccessible::updateAccessibility(&event);
+    }
+}
+
+QString Banner::message() const
+{
+    return m_text->text();
+}
+
+void Banner::setActionEnabled(bool enabled)
+{
+    m_action->setEnabled(enabled);
+}
+
+void Banner::paintEvent(QPaintEvent *)
+{
+    const Tokens tokens = Tokens::of(this);
+    QPainter painter(this);
+    painter.fillRect(rect(), tokens.tint(Token::Orange));
+    drawHorizontalHairline(painter, 0, width(), height() - 1, tokens[Token::Hairline]);
+    drawSymbol(painter, m_symbolSpace->geometry(), m_symbol, tokens[Token::Orange]);
+}
+
+} // namespace veltrix

@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// A strip over a screen's content that says what went wrong and offers the way on.
+#pragma once
+
+#include <QWidget>
+
+namespace veltrix
+{
+
+class Button;
+class TextLabel;
+
+class Banner final : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// `action` may be empty: then the banner has no button.
+    Banner(const QString &objectName, const QString &symbol, const QString &action,
+           QWidget *parent = nullptr);
+
+    /// Shows the message; hides the banner when it is empty.
+    void setMessage(const QString &message);
+    [[nodiscard]] QString message() const;
+    void setActionEnabled(bool enabled);
+
+Q_SIGNALS:
+    void actionTriggered();
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    QString m_symbol;
+    QWidget *m_symbolSpace;
+    TextLabel *m_text;
+    Button *m_action;
+};
+
+} // namespace veltrix

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The strip at the top of a page: its title at one end, its controls at the other.
+#pragma once
+
+#include <QWidget>
+
+class QHBoxLayout;
+
+namespace veltrix
+{
+
+class TextLabel;
+
+class PageToolbar final : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit PageToolbar(const QString &title, QWidget *parent = nullptr);
+
+    void setTitle(const QString &title);
+    /// The quiet text beside the title, "24 tracked".
+    void setSubtitle(const QString &subtitle);
+    /// Adds a control at the leading end, before the title.
+    void addLeading(QWidget *control);
+    /// Adds a control at the trailing end.
+    void addTrailing(QWidget *control);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    QHBoxLayout *m_leading;
+    QHBoxLayout *m_trailing;
+    TextLabel *m_title;
+    TextLabel *m_subtitle;
+};
+
+} // namespace veltrix

@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The line under a screen: what was done on one side, what is being done on the other.
+#pragma once
+
+#include <QWidget>
+
+#include <optional>
+
+namespace veltrix
+{
+
+class Button;
+class ElidedLabel;
+
+/// A thin bar that fills from the leading end; without a value it only shows its track.
+class ProgressLine final : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit ProgressLine(QWidget *parent = nullptr);
+
+    /// 0 to 1; nothing when the end is not known.
+    void setFraction(std::optional<double> fraction);
+    [[nodiscard]] std::optional<double> fraction() const { return m_fraction; }
+    [[nodiscard]] QSize sizeHint() const override { return {160, 4}; }
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    std::optional<double> m_fraction;
+};
+
+class StatusBar final : public QWidget
+{
+    Q_OBJECT
+
+public:
+    struct Work {
+        QString text;
+        /// 0 to 1; nothing when the end is not known.
+        std::optional<double> fraction;
+        bool operator==(const Work &) const = default;
+    };
+
+    explicit StatusBar(QWidget *parent = nullptr);
+
+    enum class Tone { Normal, Error };
+    void setMessage(const QString &message, Tone tone = Tone::Normal);
+    [[nodiscard]] QString message() const;
+    /// What is running; nothing hides that side.
+    void setWork(const std::optional<Work> &work);
+    [[nodiscard]] const std::optional<Work> &work() const { return m_work; }
+
+Q_SIGNALS:
+    void stopRequested();
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    std::optional<Work> m_work;
+    ElidedLabel *m_message;
+    ElidedLabel *m_workText;
+    ProgressLine *m_progress;
+    Button *m_stop;
+};
+
+} // namespace veltrix

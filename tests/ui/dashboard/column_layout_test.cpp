@@ -1,0 +1,100 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/dashboard/column_layout.h"
+
+#include "support/json_printers.h"
+
+#include <gtest/gtest.h>
+
+namespace veltrix
+{
+namespace
+{
+
+/// "keyword 279, target 175 hidden; sorted by keyword" and so on.
+QString picture(const ColumnLayout &layout)
+{
+    QStringList columns;
+    for (const auto &column : layout.columns)
+        columns << QLatin1String(keywordColumnInfo(column.column).id) +
+                       (column.isVisible ? QString() : QStringLiteral("-"));
+    return columns.join(u' ');
+}
+
+TEST(KeywordColumns, AreTheSixInTheirDefinedOrder)
+{
+    QStringList headers;
+    QStringList ids;
+    for (const KeywordColumnInfo &info : keywordColumns()) {
+        headers << info.headerText();
+        ids << QLatin1String(info.id);
+        EXPECT_EQ(&keywordColumnInfo(info.column), &info);
+        EXPECT_EQ(keywordColumnOf(QLatin1String(info.id)), info.column);
+    }
+    EXPECT_EQ(headers.join(u'|'), QStringLiteral("Keyword|Target|Popularity (est.)|Difficulty "
+                                                 "(est.)|Ranking|Apps"));
+    EXPECT_EQ(ids.join(u'|'),
+              QStringLiteral("keyword|target|popularity|difficulty|position|apps"));
+    EXPECT_EQ(keywordColumnInfo(KeywordColumn::Popularity).helpText(),
+              QStringLiteral("Estimated search popularity from the Quorvin model, not official "
+                             "Apple data. Its calibration used US data; unavailable does not mean "
+                             "low demand."));
+}
+
+TEST(ColumnLayout, ComesBackAsItWas)
+{
+    ColumnLayout layout = ColumnLayout::standard();
+    std::swap(layout.columns[1], layout.columns[4]);
+    layout.columns[2].width = 222;
+    layout.columns[3].isVisible = false;
+    layout.sortedBy = KeywordColumn::Popularity;
+    layout.sortOrder = Qt::DescendingOrder;
+    EXPECT_EQ(ColumnLayout::fromText(layout.toText()), layout);
+}
+
+TEST(ColumnLayout, NothingSavedIsTheStandard)
+{
+    EXPECT_EQ(ColumnLayout::fromText(QString()), ColumnLayout::standard());
+    EXPECT_EQ(ColumnLayout::fromText(QStringLiteral("\x01 garbage ;;; 7 8 9")),
+              ColumnLayout::standard());
+}
+
+TEST(ColumnLayout, AnUnknownColumnIsSkipped)
+{
+    EXPECT_EQ(picture(ColumnLayout::fromText(QStringLiteral(
+                  "keyword 200 shown; trend 90 shown; apps 100 hidden; target 120 shown; "
+                  "popularity 100 shown; difficulty 100 shown; position 100 shown"))),
+              QStringLiteral("keyword apps- target popularity difficulty position"));
+}
+
+TEST(ColumnLayout, AColumnThatIsNewComesInAtItsPlaceAndIsShown)
+{
+    // Written by a version that knew neither popularity nor position.
+    EXPECT_EQ(picture(ColumnLayout::fromText(QStringLiteral(
+                  "apps 100 shown; keyword 200 shown; target 120 hidden; difficulty 100 shown"))),
+              QStringLiteral("apps keyword target- popularity difficulty position"));
+}
+
+TEST(ColumnLayout, AColumnThatIsNamedTwiceIsThereOnce)
+{
+    EXPECT_EQ(ColumnLayout::fromText(QStringLiteral("target 120 shown; target 130 hidden"))
+                  .columns.size(),
+              6U);
+}
+
+TEST(ColumnLayout, WidthsStayWithinReason)
+{
+    const ColumnLayout layout =
+        ColumnLayout::fromText(QStringLiteral("target -5 shown; apps 999999999 shown"));
+    for (const auto &column : layout.columns) {
+        EXPECT_GE(column.width, keywordColumnInfo(column.column).minimumWidth);
+        EXPECT_LE(column.width, 4000);
+    }
+}
+
+TEST(ColumnLayout, TheKeywordsAreNeverHidden)
+{
+    EXPECT_TRUE(ColumnLayout::fromText(QStringLiteral("keyword 200 hidden")).columns[0].isVisible);
+}
+
+} // namespace
+} // namespace veltrix

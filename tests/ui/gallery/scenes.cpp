@@ -1,0 +1,240 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/gallery/scenes.h"
+
+#include "ui/app_search/app_search.h"
+#include "ui/app_search/app_search_sheet.h"
+#include "ui/dashboard/dashboard_page.h"
+#include "ui/dashboard/keyword_table_model.h"
+#include "ui/dashboard/keyword_table_view.h"
+#include "ui/gallery/sheet_scenes.h"
+#include "ui/shell/app_selector.h"
+#include "ui/support/ui_world.h"
+#include "ui/widgets/storefront_picker.h"
+#include "ui/widgets/text_field.h"
+
+#include <QApplication>
+#include <QHeaderView>
+#include <QMenu>
+#include <QTest>
+
+namespace veltrix
+{
+
+namespace
+{
+
+struct WindowStage {
+    std::shared_ptr<UiWorld> world;
+    std::unique_ptr<MainWindow> window;
+
+    Stage stage() { return {world, std::move(window)}; }
+    template <class T>
+    T *find(const char *name) const
+    {
+        T *found = nullptr;
+        for (T *widget : window->findChildren<T *>(QString::fromLatin1(name))) {
+            if (!found || widget->isVisible())
+                found = widget;
+        }
+        return found;
+    }
+};
+
+WindowStage openWindow(std::shared_ptr<UiWorld> world)
+{
+    WindowStage made;
+    made.window = std::make_unique<MainWindow>(world->collaborators());
+    made.world = std::move(world);
+    made.window->show();
+    return made;
+}
+
+WindowStage sampleWindow()
+{
+    WindowStage made = openWindow(UiWorld::sample());
+    made.find<AppSelector>("")->setExpanded(true);
+    return made;
+}
+
+void click(const WindowStage &made, const char *name)
+{
+    made.find<QAbstractButton>(name)->click();
+}
+
+Scene scene(const char *name, std::function<void(WindowStage &)> act)
+{
+    return {QString::fromLatin1(name), [act = std::move(act)] {
+                WindowStage made = sampleWindow();
+                act(made);
+                return made.stage();
+            }};
+}
+
+void selectRow(const WindowStage &made, int row)
+{
+    made.window->dashboard().table().QTableView::selectRow(row);
+}
+
+void searchApps(WindowStage &made, const QString &query)
+{
+    click(made, "addAppButton");
+    made.find<TextField>("appSearchField")->setText(query);
+    click(made, "appSearchSubmit");
+}
+
+std::vector<Scene> dashboardScenes()
+{
+    std::vector<Scene> scenes;
+    scenes.push_back({QStringLiteral("window-first-start"), [] {
+                          return openWindow(std::make_shared<UiWorld>()).stage();
+                      }});
+    scenes.push_back({QStringLiteral("window-no-keywords"), [] {
+                          PersistedState state = sampleState(VirtualClock().now(), {});
+                          state.trackedKeywords.clear();
+                          state.snapshots.clear();
+                          return openWindow(std::make_shared<UiWorld>(state)).stage();
+                      }});
+    scenes.push_back(scene("dashboard", [](WindowStage &made) { selectRow(made, 1); }));
+    scenes.push_back(scene("dashboard-measuring", [](WindowStage &made) {
+        made.world->client->holds = true;
+        made.world->store->queueKeywordRefreshes(made.world->store->trackedKeywords());
+    }));
+    scenes.push_back(scene("dashboard-error", [](WindowStage &made) {
+        made.world->client->fails = [](const QString &) {
+            return true;
+        };
+        made.world->clock->advance(Seconds(secondsPerDay));
+        made.window->setActive(true);
+        QCoreApplication::processEvents();
+        selectRow(made, 1);
+        QTest::mouseMove(made.window->dashboard().table().viewport(), QPoint(60, 180));
+    }));
+    scenes.push_back(scene("dashboard-no-match", [](WindowStage &made) {
+        made.find<TextField>("keywordSearch")->setText(QStringLiteral("watercolour"));
+        QTest::keyClick(made.find<TextField>("keywordSearch"), Qt::Key_Return);
+    }));
+    scenes.push_back(scene("dashboard-columns", [](WindowStage &made) {
+        KeywordTableView &table = made.window->dashboard().table();
+        table.setColumnVisible(KeywordColumn::Target, false);
+        table.horizontalHeader()->moveSection(4, 1);
+        table.horizontalHeader()->setSortIndicator(2, Qt::DescendingOrder);
+    }));
+    scenes.push_back(
+        scene("dashboard-narrow", [](WindowStage &made) { made.window->resize(900, 560); }));
+    scenes.push_back(
+        scene("add-keywords", [](WindowStage &made) { click(made, "addKeywordsButton"); }));
+    scenes.push_back(scene("add-keywords-many", [](WindowStage &made) {
+        click(made, "addKeywordsButton");
+        made.find<TextField>("keywordInput")
+            ->setText(QStringLiteral("double exposure, film grain, light leaks, sepia"));
+    }));
+    scenes.push_back(
+        scene("storefront-list", [](WindowStage &made) { click(made, "storefrontFilter"); }));
+    scenes.push_back(scene("delete-keyword", [](WindowStage &made) {
+        selectRow(made, 1);
+        made.window->dashboard().removeSelected();
+    }));
+    scenes.push_back(scene("delete-keywords", [](WindowStage &made) {
+        made.window->dashboard().table().selectAll();
+        made.window->dashboard().removeSelected();
+    }));
+    scenes.push_back(scene("keyboard-focus", [](WindowStage &made) {
+        selectRow(made, 3);
+        made.window->dashboard().table().setFocus(Qt::TabFocusReason);
+        QTest::keyClick(&made.window->dashboard().table(), Qt::Key_Down);
+    }));
+    return scenes;
+}
+
+std::vector<Scene> searchScenes()
+{
+    std::vector<Scene> scenes;
+    scenes.push_back(scene("app-search", [](WindowStage &made) { click(made, "addAppButton"); }));
+    scenes.push_back(scene("app-search-results", [](WindowStage &made) {
+        made.world->discovery->results = sampleResults();
+        searchApps(made, QStringLiteral("photo editor"));
+    }));
+    scenes.push_back(scene("app-search-searching", [](WindowStage &made) {
+        made.world->discovery->holds = true;
+        searchApps(made, QStringLiteral("photo editor"));
+    }));
+    scenes.push_back(scene("app-search-failed", [](WindowStage &made) {
+        made.world->discovery->fails = [](const QString &) {
+            return true;
+        };
+        searchApps(made, QStringLiteral("photo editor"));
+    }));
+    scenes.push_back(scene("app-search-none",
+                           [](WindowStage &made) { searchApps(made, QStringLiteral("zzzz")); }));
+    return scenes;
+}
+
+std::vector<Scene> shellScenes()
+{
+    std::vector<Scene> scenes;
+    scenes.push_back(scene("competitors", [](WindowStage &made) {
+        made.window->showWorkspace(Workspace::Competitors);
+    }));
+    scenes.push_back(scene("sidebar-no-match", [](WindowStage &made) {
+        made.find<TextField>("appSelectorSearch")->setText(QStringLiteral("zzz"));
+    }));
+    scenes.push_back(scene("settings", [](WindowStage &made) { made.window->openSettings(); }));
+    scenes.push_back(
+        {QStringLiteral("settings-updater"), [] {
+             std::shared_ptr<UiWorld> world = UiWorld::sample();
+             world->hasUpdater = true;
+             world->information.research = {ResearchServiceInformation::Kind::Research,
+                                            QStringLiteral("research.veltrix.example")};
+             world->updater.shown = {QStringLiteral("Loading Veltrix 1.5…"), 0.4, true, QString()};
+             WindowStage made = openWindow(world);
+             made.window->openSettings();
+             return made.stage();
+         }});
+    scenes.push_back(
+        {QStringLiteral("menu-more"), [] {
+             WindowStage made = sampleWindow();
+             click(made, "moreButton");
+             auto *menu = made.find<QMenu>("moreMenu");
+             // The menu is what is shown, and it lives in the window.
+             auto window = std::shared_ptr<MainWindow>(std::move(made.window));
+             auto world = made.world;
+             menu->setParent(nullptr, menu->windowFlags());
+             menu->setAttribute(Qt::WA_DeleteOnClose, false);
+             auto keep =
+                 std::make_shared<std::pair<std::shared_ptr<UiWorld>, std::shared_ptr<MainWindow>>>(
+                     world, window);
+             return Stage{keep, std::unique_ptr<QWidget>(menu)};
+         }});
+    return scenes;
+}
+
+} // namespace
+
+std::vector<Scene> galleryScenes()
+{
+    std::vector<Scene> scenes;
+    for (const auto &part :
+         {dashboardScenes(), searchScenes(), shellScenes(), sheetScenes(), competitorScenes()})
+        scenes.insert(scenes.end(), part.begin(), part.end());
+    return scenes;
+}
+
+Stage settledStage(const Scene &scene)
+{
+    Stage stage = scene.build();
+    stage.widget->show();
+    // Artwork arrives while the first picture is painted.
+    for (int i = 0; i < 3; ++i) {
+        QCoreApplication::processEvents();
+        stage.widget->grab();
+    }
+    return stage;
+}
+
+QPixmap renderScene(const Scene &scene)
+{
+    const Stage stage = settledStage(scene);
+    return stage.widget->grab();
+}
+
+} // namespace veltrix

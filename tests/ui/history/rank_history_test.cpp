@@ -1,0 +1,242 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The chart's data, drawn as text: one token a day.
+#include "ui/history/rank_history.h"
+
+#include "ui/history/rank_pictures.h"
+
+#include <rapidcheck/gtest.h>
+
+namespace veltrix
+{
+
+namespace
+{
+
+constexpr std::int64_t firstDay = firstPictureDay;
+
+QString chartOf(const char *picture)
+{
+    return drawn(rankChartData(daysOf(picture)));
+}
+
+QString ticksOf(std::int64_t worstRank)
+{
+    const RankAxis axis = rankAxis(worstRank);
+    QStringList texts;
+    for (const std::int64_t tick : axis.ticks)
+        texts.append(QString::number(tick));
+    return texts.join(u' ') + QStringLiteral(" to ") + QString::number(axis.bottom);
+}
+
+QString labelsOf(size_t days, size_t most)
+{
+    const std::vector<RankingTimeline::Day> range =
+        daysOf(QStringLiteral(". ").repeated(qsizetype(days)).toUtf8().constData());
+    QStringList texts;
+    for (const DayTick &tick : dayTicks(range, most, QLocale(QLocale::English)))
+        texts.append(tick.label);
+    return texts.join(QStringLiteral(" | "));
+}
+
+QString described(const std::vector<RankingTimeline::Day> &days)
+{
+    QStringList texts;
+    for (const RankingTimeline::Day &day : days) {
+        QString text = QString::number(utcDay(day.date) - firstDay);
+        if (day.observation)
+            text += u':' + day.observation->id.toString(QUuid::Id128).left(4) + u' ' +
+                    day.movement->label();
+        texts.append(text);
+    }
+    return texts.join(u'\n');
+}
+
+RankingTimeline timelineOf(std::initializer_list<std::pair<std::int64_t, int>> checks,
+                           std::int64_t trackedSince = firstDay)
+{
+    std::vector<RankingTimeline::Observation> observations;
+    for (const auto &[day, rank] : checks) {
+        observations.push_back({QUuid::createUuid(), noonOf(day),
+                                rank > 0 ? std::optional<std::int64_t>(rank) : std::nullopt});
+    }
+    return {std::move(observations), startOfUtcDay(trackedSince)};
+}
+
+} // namespace
+
+TEST(RankChartData, ConsecutiveRankedChecksShareASegment)
+{
+    EXPECT_EQ(chartOf("31 29 24"), text("a31 a29 a24"));
+}
+
+TEST(RankChartData, AnUnrankedCheckEndsTheSegment)
+{
+    EXPECT_EQ(chartOf("31 29 x 22 18"), text("a31 a29 x b22 b18"));
+}
+
+TEST(RankChartData, AMissingDayNeitherJoinsNorBreaks)
+{
+    EXPECT_EQ(chartOf("31 . 24 . . 26"), text("a31 . a24 . . a26"));
+}
+
+TEST(RankChartData, UnrankedChecksInARowOpenOneNewSegment)
+{
+    EXPECT_EQ(chartOf("12 x . x x 9"), text("a12 x . x x b9"));
+}
+
+TEST(RankChartData, UnrankedChecksBeforeTheFirstRankDoNotUseUpASegment)
+{
+    EXPECT_EQ(chartOf("x . x 9 x 8"), text("x . x a9 x b8"));
+}
+
+TEST(RankChartData, OnePointIsASegmentOfItsOwn)
+{
+    EXPECT_EQ(chartOf(". . 7 ."), text(". . a7 ."));
+}
+
+TEST(RankChartData, WithoutRankedChecksThereIsNothingToPlot)
+{
+    const RankChartData data = rankChartData(daysOf(". x ."));
+    EXPECT_TRUE(data.isEmpty());
+    EXPECT_EQ(data.unranked, std::vector<size_t>{1});
+    EXPECT_TRUE(rankChartData({}).isEmpty());
+}
+
+TEST(RankChartData, APointStandsAtTheStartOfItsDay)
+{
+    const RankChartData data = rankChartData(daysOf(". 7"));
+    ASSERT_EQ(data.points.size(), 1u);
+    EXPECT_EQ(data.points[0].date, startOfUtcDay(firstDay + 1));
+    EXPECT_EQ(data.points[0].id, data.days[1].observation->id);
+}
+
+TEST(RankChartData, TheWorstRankIsTheLargest)
+{
+    EXPECT_EQ(rankChartData(daysOf("12 100 x 1")).worstRank(), 100);
+    EXPECT_EQ(rankChartData(daysOf("1 1")).worstRank(), 1);
+    EXPECT_EQ(rankChartData({}).worstRank(), 0);
+}
+
+TEST(RankAxis, StartsAtRankOneAndHoldsRoundRanks)
+{
+    EXPECT_EQ(ticksOf(31), text("1 10 20 30 to 31"));
+    EXPECT_EQ(ticksOf(100), text("1 20 40 60 80 100 to 100"));
+    EXPECT_EQ(ticksOf(12), text("1 5 10 to 12"));
+    EXPECT_EQ(ticksOf(9), text("1 2 4 6 8 to 9"));
+    EXPECT_EQ(ticksOf(26), text("1 5 10 15 20 25 to 26"));
+}
+
+TEST(RankAxis, ARankOfOneStillHasRoomBelow)
+{
+    EXPECT_EQ(ticksOf(1), text("1 2 3 4 5 to 5"));
+    EXPECT_EQ(ticksOf(0), text("1 2 3 4 5 to 5"));
+}
+
+RC_GTEST_PROP(RankAxis, HoldsEveryRankWithFewAscendingTicks, ())
+{
+    const std::int64_t worst = *rc::gen::inRange<std::int64_t>(0, 1'000'000);
+    const RankAxis axis = rankAxis(worst);
+    RC_ASSERT(axis.bottom >= worst);
+    RC_ASSERT(axis.ticks.size() >= 2u && axis.ticks.size() <= 6u);
+    RC_ASSERT(axis.ticks.front() == 1);
+    RC_ASSERT(std::ranges::is_sorted(axis.ticks));
+    RC_ASSERT(axis.ticks.back() <= axis.bottom);
+}
+
+TEST(DayTicks, AreEvenlySpacedFromTheFirstDay)
+{
+    EXPECT_EQ(labelsOf(14, 7), text("Nov 8 | Nov 10 | Nov 12 | Nov 14 | Nov 16 | Nov 18 | Nov 20"));
+    EXPECT_EQ(labelsOf(3, 7), text("Nov 8 | Nov 9 | Nov 10"));
+    EXPECT_EQ(labelsOf(30, 7), text("Nov 8 | Nov 13 | Nov 18 | Nov 23 | Nov 28 | Dec 3"));
+}
+
+TEST(DayTicks, OfMoreThanAYearCarryTheYear)
+{
+    EXPECT_EQ(labelsOf(731, 5),
+              text("Nov 8, 2026 | May 9, 2027 | Nov 7, 2027 | May 7, 2028 | Nov 5, 2028"));
+}
+
+TEST(DayTicks, ThereIsOneEvenWithoutRoom)
+{
+    EXPECT_EQ(labelsOf(90, 0), text("Nov 8"));
+    EXPECT_EQ(labelsOf(0, 7), QString());
+}
+
+RC_GTEST_PROP(DayTicks, NeverExceedTheirNumber, ())
+{
+    const auto days = *rc::gen::inRange<size_t>(1, 3653);
+    const auto most = *rc::gen::inRange<size_t>(1, 20);
+    const std::vector<RankingTimeline::Day> range(days);
+    const auto ticks = dayTicks(range, most, QLocale::c());
+    RC_ASSERT(ticks.size() >= 1u && ticks.size() <= most);
+    RC_ASSERT(ticks.front().day == 0u);
+}
+
+TEST(HistoryDays, Of14DaysAreThoseOfTheTimeline)
+{
+    const RankingTimeline timeline =
+        timelineOf({{firstDay - 40, 50}, {firstDay - 20, 0}, {firstDay - 3, 12}, {firstDay, 9}},
+                   firstDay - 40);
+    EXPECT_EQ(described(historyDays(timeline, HistoryRange::Days14, noonOf(firstDay))),
+              described(timeline.days(14, noonOf(firstDay))));
+}
+
+TEST(HistoryDays, LongerRangesReachFurtherBack)
+{
+    const RankingTimeline timeline =
+        timelineOf({{firstDay - 800, 50}, {firstDay - 60, 20}, {firstDay, 9}}, firstDay - 800);
+    const Date now = noonOf(firstDay);
+    EXPECT_EQ(historyDays(timeline, HistoryRange::Days30, now).size(), 30u);
+    EXPECT_EQ(historyDays(timeline, HistoryRange::Days90, now).size(), 90u);
+    const auto all = historyDays(timeline, HistoryRange::All, now);
+    ASSERT_EQ(all.size(), 801u);
+    EXPECT_EQ(all.front().observation->position, 50);
+    EXPECT_EQ(all.front().movement, RankMovement::first());
+    EXPECT_EQ(all.back().movement, RankMovement::improved(11));
+}
+
+TEST(HistoryDays, DaysBeforeTrackingBeganAreNotListed)
+{
+    const RankingTimeline timeline = timelineOf({{firstDay - 1, 5}}, firstDay - 1);
+    EXPECT_EQ(historyDays(timeline, HistoryRange::Days90, noonOf(firstDay)).size(), 2u);
+}
+
+TEST(HistoryDays, ADateInTheDistantPastIsCutAtTenYears)
+{
+    const RankingTimeline timeline = timelineOf({{-3'000'000'000, 5}});
+    EXPECT_EQ(historyDays(timeline, HistoryRange::All, noonOf(firstDay)).size(),
+              size_t(longestHistory));
+}
+
+TEST(HistoryDays, AStartInTheFutureListsNothing)
+{
+    const RankingTimeline timeline = timelineOf({{firstDay + 10, 5}});
+    EXPECT_TRUE(historyDays(timeline, HistoryRange::All, noonOf(firstDay)).empty());
+}
+
+RC_GTEST_PROP(HistoryDays, AgreeWithTheTimelineForFourteenDays, ())
+{
+    const auto offsets = *rc::gen::container<std::vector<int>>(rc::gen::inRange(-60, 3));
+    std::vector<RankingTimeline::Observation> observations;
+    for (const int offset : offsets) {
+        observations.push_back(
+            {QUuid::createUuid(),
+             startOfUtcDay(firstDay + offset) + Seconds(offset & 1 ? 7 : 70'000),
+             offset % 3 ? std::optional<std::int64_t>(40 + offset % 7) : std::nullopt});
+    }
+    const RankingTimeline timeline(std::move(observations), startOfUtcDay(firstDay - 5));
+    RC_ASSERT(described(historyDays(timeline, HistoryRange::Days14, noonOf(firstDay))) ==
+              described(timeline.days(14, noonOf(firstDay))));
+}
+
+TEST(HistoryRangeNames, SayHowFarBackTheyReach)
+{
+    QStringList names;
+    for (const HistoryRange range : allHistoryRanges)
+        names << rangeName(range) << rangeTitle(range);
+    EXPECT_EQ(names, (QStringList{text("14 days"), text("Last 14 days"), text("30 days"),
+                                  text("Last 30 days"), text("90 days"), text("Last 90 days"),
+                                  text("All"), text("All saved checks")}));
+}
+
+} // namespace veltrix

@@ -1,0 +1,151 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// A window's surroundings for tests and pictures: a store with apps, keywords and a history, made-up
+// artwork, preferences and files in memory.
+#pragma once
+
+#include "clients/artwork_loading.h"
+#include "store/store_fixture.h"
+#include "ui/settings/updater_interface.h"
+#include "ui/shell/main_window.h"
+#include "ui/shell/preferences.h"
+#include "ui/theme/color_scheme_source.h"
+#include "ui/widgets/file_exchange.h"
+
+#include <QTemporaryDir>
+
+#include <memory>
+
+namespace veltrix
+{
+
+/// Gradients in place of icons, the same for the same address.
+class FakeArtwork final : public ArtworkLoading
+{
+public:
+    Task<QByteArray> load(Url url, std::stop_token stop) override;
+
+    QStringList asked;
+    bool fails = false;
+};
+
+class FakePreferences final : public Preferences
+{
+public:
+    [[nodiscard]] QString preferredStorefrontCountry() const override { return storefront; }
+    void setPreferredStorefrontCountry(const QString &code) override { storefront = code; }
+    [[nodiscard]] QString keywordTableColumns() const override { return columns; }
+    void setKeywordTableColumns(const QString &text) override { columns = text; }
+    [[nodiscard]] QByteArray windowGeometry() const override { return geometry; }
+    void setWindowGeometry(const QByteArray &bytes) override { geometry = bytes; }
+
+    QString storefront = QStringLiteral("US");
+    QString columns;
+    QByteArray geometry;
+};
+
+/// Dialogs that are answered before they are asked.
+class FakeFiles final : public FileExchange
+{
+public:
+    void save(QWidget *parent, const Request &request, const QByteArray &content,
+              std::function<void(QString path, std::optional<QString> error)> done) override;
+    void open(QWidget *parent, const Request &request,
+              std::function<void(QByteArray content, std::optional<QString> error)> done) override;
+
+    /// What the user picks; nothing cancels the dialog.
+    std::optional<QByteArray> opened;
+    bool cancels = false;
+    std::optional<QString> error;
+    QList<Request> requests;
+    QByteArray saved;
+};
+
+class FakeUpdater final : public UpdaterInterface
+{
+public:
+    [[nodiscard]] bool automaticallyChecksForUpdates() const override { return automatic; }
+    void setAutomaticallyChecksForUpdates(bool on) override { automatic = on; }
+    [[nodiscard]] bool canCheckForUpdates() const override { return canCheck; }
+    void checkForUpdates() override { ++checks; }
+    [[nodiscard]] UpdaterStatus status() const override { return shown; }
+    void stop() override { ++stops; }
+    void set(const UpdaterStatus &status)
+    {
+        shown = status;
+        Q_EMIT changed();
+    }
+
+    bool automatic = true;
+    bool canCheck = true;
+    int checks = 0;
+    int stops = 0;
+    UpdaterStatus shown;
+};
+
+/// A desktop whose scheme the test chooses.
+class FakeColorScheme final : public ColorSchemeSource
+{
+public:
+    [[nodiscard]] ColorScheme colorScheme() const override { return scheme; }
+    void set(ColorScheme wanted)
+    {
+        scheme = wanted;
+        Q_EMIT colorSchemeChanged();
+    }
+
+    ColorScheme scheme = ColorScheme::Light;
+};
+
+/// One keyword of the sample: what the table shows for it.
+struct SampleKeyword {
+    const char *keyword;
+    const char *country;
+    double minutesAgo;
+    /// Empty: no assessment.
+    const char *label;
+    int popularity;
+    int difficulty;
+    /// 0: not ranked. -1: never measured.
+    int position;
+    /// Position of the day before; 0 not ranked, -1 none.
+    int before;
+};
+
+/// The state behind most pictures: three apps, eleven keywords of the first.
+PersistedState sampleState(Date now, const QString &popularityVersion);
+const std::vector<SampleKeyword> &sampleKeywords();
+
+/// Everything a MainWindow needs. The store starts with `state`.
+class UiWorld
+{
+public:
+    explicit UiWorld(const PersistedState &state = {});
+    virtual ~UiWorld();
+
+    /// A world with the sample state.
+    static std::unique_ptr<UiWorld> sample();
+
+    [[nodiscard]] MainWindow::Collaborators collaborators();
+    [[nodiscard]] ASOStore::Arguments storeArguments() const;
+    /// The store again, from what it saved.
+    void restartStore();
+
+    QTemporaryDir folder;
+    std::shared_ptr<VirtualClock> clock = std::make_shared<VirtualClock>();
+    std::shared_ptr<FakeITunesClient> client = std::make_shared<FakeITunesClient>();
+    std::shared_ptr<FakeITunesClient> discovery = std::make_shared<FakeITunesClient>();
+    std::shared_ptr<FakePopularity> popularity = std::make_shared<FakePopularity>();
+    std::unique_ptr<ASOStore> store;
+    FakeArtwork artwork;
+    FakePreferences preferences;
+    FakeFiles files;
+    FakeUpdater updater;
+    bool hasUpdater = false;
+    AppInformation information;
+    QList<QUrl> openedUrls;
+};
+
+/// Search results with everything in them.
+QList<ITunesAppResult> sampleResults();
+
+} // namespace veltrix

@@ -1,0 +1,139 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "support/json_printers.h"
+#include "ui/text/csv.h"
+#include "ui/text/folding.h"
+#include "ui/text/relative_time.h"
+#include "ui/text/storefronts.h"
+
+#include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
+
+#include "support/generators.h"
+
+namespace veltrix
+{
+namespace
+{
+
+const QLocale english(QLocale::English, QLocale::UnitedStates);
+const QLocale german(QLocale::German, QLocale::Germany);
+
+QString phrase(double secondsAgo, const QLocale &locale = english)
+{
+    const Date now = dateFromUnixSeconds(1'795'262'400);
+    return RelativeTime(locale).sinceUpdate(now - Seconds(secondsAgo), now);
+}
+
+TEST(Storefronts, AreTheFortySevenInTheirFixedOrder)
+{
+    EXPECT_EQ(storefrontCodes().size(), 47);
+    EXPECT_EQ(storefrontCodes().join(u' '),
+              QStringLiteral("US GB CA AU DE FR IT ES NL SE NO DK FI IE CH AT BE PT PL CZ HU RO GR "
+                             "TR BR MX AR CL CO PE JP KR CN HK TW SG MY TH PH VN ID IN AE SA IL ZA "
+                             "NZ"));
+}
+
+TEST(Storefronts, AreNamedInTheUsersLanguage)
+{
+    EXPECT_EQ(storefrontName(QStringLiteral("DE"), english), QStringLiteral("Germany"));
+    EXPECT_EQ(storefrontName(QStringLiteral("DE"), german), QStringLiteral("Deutschland"));
+    EXPECT_EQ(storefrontName(QStringLiteral("us"), english), QStringLiteral("United States"));
+    EXPECT_EQ(storefrontName(QStringLiteral("JP"), QLocale(QLocale::Japanese)),
+              QStringLiteral("日本"));
+}
+
+TEST(Storefronts, AllHaveANameInEnglish)
+{
+    for (const QString &code : storefrontCodes())
+        EXPECT_NE(storefrontName(code, english), code);
+}
+
+TEST(Storefronts, ACodeWithoutANameStandsForItself)
+{
+    EXPECT_EQ(storefrontName(QStringLiteral("QX"), english), QStringLiteral("QX"));
+}
+
+TEST(TimeSinceUpdate, IsJustNowBelowAMinuteInEitherDirection)
+{
+    EXPECT_EQ(phrase(0), QStringLiteral("just now"));
+    EXPECT_EQ(phrase(59.9), QStringLiteral("just now"));
+    EXPECT_EQ(phrase(-59.9), QStringLiteral("just now"));
+}
+
+TEST(TimeSinceUpdate, IsTheSystemsShortPhraseFromAMinuteOn)
+{
+    EXPECT_EQ(phrase(60), QStringLiteral("1 min. ago"));
+    EXPECT_EQ(phrase(4 * 60 + 59), QStringLiteral("4 min. ago"));
+    EXPECT_EQ(phrase(2 * 3600), QStringLiteral("2 hr. ago"));
+    EXPECT_EQ(phrase(86'399), QStringLiteral("23 hr. ago"));
+    EXPECT_EQ(phrase(86'400), QStringLiteral("1 day ago"));
+    EXPECT_EQ(phrase(8 * 86'400), QStringLiteral("1 wk. ago"));
+    EXPECT_EQ(phrase(70 * 86'400), QStringLiteral("2 mo. ago"));
+    EXPECT_EQ(phrase(800 * 86'400.0), QStringLiteral("2 yr. ago"));
+    EXPECT_EQ(phrase(-120), QStringLiteral("in 2 min."));
+}
+
+TEST(TimeSinceUpdate, IsInTheUsersLanguage)
+{
+    EXPECT_EQ(phrase(4 * 60, german), QStringLiteral("vor 4 Min."));
+}
+
+TEST(FoldedText, IgnoresCaseAndDiacritics)
+{
+    EXPECT_EQ(foldedForSearch(QStringLiteral("Café CRÈME")),
+              foldedForSearch(QStringLiteral("cafe creme")));
+    EXPECT_EQ(foldedForSearch(QStringLiteral("Straße")),
+              foldedForSearch(QStringLiteral("STRASSE")));
+    EXPECT_EQ(foldedForSearch(QStringLiteral("ＰＨＯＴＯ")), QStringLiteral("photo"));
+}
+
+TEST(FoldedText, KeepsTheMarksThatAreLetters)
+{
+    // Thai vowel signs and Devanagari vowels are marks, but dropping them changes the word.
+    EXPECT_NE(foldedForSearch(QStringLiteral("กิน")), foldedForSearch(QStringLiteral("กัน")));
+    EXPECT_NE(foldedForSearch(QStringLiteral("कु")), foldedForSearch(QStringLiteral("के")));
+}
+
+TEST(Csv, QuotesOnlyWhatNeedsIt)
+{
+    EXPECT_EQ(toCsv({{QStringLiteral("a"), QStringLiteral("b,c")},
+                     {QStringLiteral("say \"hi\""), QStringLiteral("two\nlines")}}),
+              QStringLiteral("a,\"b,c\"\r\n\"say \"\"hi\"\"\",\"two\nlines\"\r\n"));
+}
+
+TEST(Csv, ReadsEveryKindOfLineEnd)
+{
+    const QList<QStringList> rows{{QStringLiteral("a"), QStringLiteral("b")},
+                                  {QStringLiteral("c"), QString()}};
+    for (const char *text : {"a,b\nc,\n", "a,b\r\nc,", "a,b\r\r\nc,\r"})
+        EXPECT_EQ(fromCsv(QString::fromLatin1(text)), rows) << text;
+    EXPECT_TRUE(fromCsv(QString()).isEmpty());
+}
+
+TEST(Csv, AMissingLastQuotationMarkEndsWithTheText)
+{
+    EXPECT_EQ(fromCsv(QStringLiteral("a,\"b\nc")),
+              (QList<QStringList>{{QStringLiteral("a"), QStringLiteral("b\nc")}}));
+}
+
+TEST(TabSeparatedText, KeepsCellsInTheirPlaces)
+{
+    EXPECT_EQ(toTabSeparated({{QStringLiteral("a\tb"), QStringLiteral("c")},
+                              {QStringLiteral("d\ne"), QString()}}),
+              QStringLiteral("a b\tc\nd e\t\n"));
+}
+
+RC_GTEST_PROP(Csv, ReadsBackWhatItWrote, (const std::vector<QStringList> &generated))
+{
+    QList<QStringList> rows;
+    for (QStringList row : generated) {
+        // A row of one empty cell is an empty line, which is no row.
+        if (row.isEmpty() || (row.size() == 1 && row.first().isEmpty()))
+            row = {QStringLiteral("x")};
+        rows.append(row);
+    }
+    RC_ASSERT(fromCsv(toCsv(rows)) == rows);
+}
+
+} // namespace
+} // namespace veltrix
