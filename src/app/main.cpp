@@ -1,0 +1,13 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Veltrix: one window over one data folder.
+#include "app/veltrix_app.h"
+
+#include <QApplication>
+
+int main(int argc, char **argv)
+{
+    QApplication::setApplicationName(QStringLiteral("Veltrix"));
+    QApplication::setDesktopFileName(QStringLiteral("veltrix"));
+    QApplication application(argc, argv);
+    return veltrix::VeltrixApp::run(application);
+}

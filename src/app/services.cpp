@@ -1,0 +1,147 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/services.h"
+
+#include "app/ranked_apps_adapter.h"
+#include "clients/autocomplete_client.h"
+#include "clients/itunes_client.h"
+#include "clients/supabase_configuration.h"
+#include "clients/update/stored_update_settings.h"
+#include "effects/data_locations.h"
+#include "scoring/autocomplete_popularity_provider.h"
+#include "scoring/quorvin_popularity_provider.h"
+
+#include <QDesktopServices>
+#include <QSettings>
+#include <QSysInfo>
+
+namespace veltrix
+{
+
+namespace
+{
+
+/// An address of the information dictionary, or the public service's.
+QUrl address(const Bundle &bundle, const QString &key, const QUrl &publicService)
+{
+    const auto text = bundle.information(key);
+    return text && !text->isEmpty() ? QUrl(*text) : publicService;
+}
+
+/// Which service keyword searches use, for the settings.
+ResearchServiceInformation researchService(const Bundle &bundle)
+{
+    if (!SupabaseConfiguration::exists(bundle.folder()))
+        return {};
+    try {
+        const auto configuration = SupabaseConfiguration::load(bundle.folder());
+        return {ResearchServiceInformation::Kind::Research, configuration.projectURL.host()};
+    } catch (const Error &error) {
+        return {ResearchServiceInformation::Kind::Misconfigured, error.description()};
+    }
+}
+
+AppInformation informationOf(const Bundle &bundle)
+{
+    const auto url = [&](const char *key) {
+        return QUrl(bundle.information(QString::fromLatin1(key)).value_or(QString()));
+    };
+    return {
+        .versionText = bundle.versionText(),
+        .supportEmail =
+            bundle.information(QStringLiteral("VeltrixSupportEmail")).value_or(QString()),
+        .privacyPolicy = url("VeltrixPrivacyURL"),
+        .termsOfUse = url("VeltrixTermsURL"),
+        .research = researchService(bundle),
+    };
+}
+
+} // namespace
+
+Services::Services(const Bundle &bundle, const QString &stateFolder, const QString &cacheFolder,
+                   std::shared_ptr<QSettings> preferences)
+    : m_clock(std::make_shared<SystemClock>()), m_information(informationOf(bundle))
+{
+    NetworkHttp::Options options;
+    options.version = bundle.information(QStringLiteral("CFBundleShortVersionString"))
+                          .value_or(QStringLiteral("0"));
+    options.trustedCertificatesPath = bundle.path(QStringLiteral("TrustedCertificates.pem"));
+    m_http = std::make_unique<NetworkHttp>(options);
+    m_artwork = std::make_unique<ArtworkLoader>(ArtworkLoader::Arguments{
+        .send = m_http->sender(),
+        .clock = m_clock,
+        .cacheFolder = cacheFolder + QStringLiteral("/artwork"),
+    });
+    m_appStoreUrl = bundle.information(QStringLiteral("VeltrixAppStoreURL"))
+                        .value_or(QStringLiteral("https://apps.apple.com"));
+    while (m_appStoreUrl.endsWith(u'/'))
+        m_appStoreUrl.chop(1);
+    buildStore(bundle, stateFolder);
+    buildUpdater(bundle, cacheFolder, std::move(preferences));
+}
+
+void Services::buildStore(const Bundle &bundle, const QString &stateFolder)
+{
+    const QString statePath = stateFolder + QStringLiteral("/aso_store_state.json");
+    const auto direct = std::make_shared<ITunesClient>(ITunesClient::Arguments{
+        .baseURL =
+            address(bundle, QStringLiteral("VeltrixITunesBaseURL"), ITunesClient::defaultBaseURL()),
+        .send = m_http->sender(),
+        .traffic = std::make_shared<ITunesTrafficController>(m_clock),
+    });
+
+    std::shared_ptr<ITunesClientProtocol> keywordClient = direct;
+    std::shared_ptr<RankedAppsSaving> rankedApps;
+    if (m_information.research.kind != ResearchServiceInformation::Kind::Direct) {
+        const auto research = std::make_shared<ResearchClient>(ResearchClient::Arguments{
+            .configuration = [folder =
+                                  bundle.folder()] { return SupabaseConfiguration::load(folder); },
+            .send = m_http->sender(),
+            .clock = m_clock,
+            .lookup = direct,
+            .cachePath = rankedAppsCachePath(statePath),
+        });
+        keywordClient = research;
+        rankedApps = std::make_shared<RankedAppsAdapter>(research);
+    }
+
+    const auto autocomplete = std::make_shared<AutocompleteClient>(AutocompleteClient::Arguments{
+        .send = m_http->sender(),
+        .clock = m_clock,
+        .persistencePath = stateFolder + QStringLiteral("/autocomplete_visibility_v2.json"),
+        .hintsURL = address(bundle, QStringLiteral("VeltrixSearchHintsURL"),
+                            AutocompleteClient::defaultHintsURL()),
+    });
+    const auto popularity = std::make_shared<AutocompletePopularityProvider>(
+        std::make_shared<QuorvinPopularityProvider>(), autocomplete);
+
+    m_store = std::make_unique<ASOStore>(ASOStore::Arguments{
+        .persistenceURL = statePath,
+        .iTunesClient = keywordClient,
+        .pipeline = KeywordPipeline{popularity, keywordClient, m_clock},
+        .discoveryClient = direct,
+        .clock = m_clock,
+        .rankedAppsCache = rankedApps,
+    });
+}
+
+void Services::buildUpdater(const Bundle &bundle, const QString &cacheFolder,
+                            std::shared_ptr<QSettings> preferences)
+{
+    m_updater = std::make_unique<AppUpdater>(
+        bundle.information(QStringLiteral("SUFeedURL")),
+        bundle.information(QStringLiteral("SUPublicEDKey")),
+        UpdaterEnvironment{
+            .send = m_http->sender(),
+            .download = m_http->downloader(),
+            .clock = m_clock,
+            .settings = std::make_shared<StoredUpdateSettings>(std::move(preferences)),
+            .openPackage =
+                [](QString path) { return QDesktopServices::openUrl(QUrl::fromLocalFile(path)); },
+            .installedVersion =
+                bundle.information(QStringLiteral("CFBundleVersion")).value_or(QString()),
+            .systemVersion = QSysInfo::kernelVersion(),
+            .downloadFolder = cacheFolder + QStringLiteral("/updates"),
+        });
+}
+
+} // namespace veltrix

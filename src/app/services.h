@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Every collaborator below the windows, chosen and put together.
+#pragma once
+
+#include "app/bundle.h"
+#include "clients/artwork_loader.h"
+#include "clients/network_http.h"
+#include "clients/update/app_updater.h"
+#include "effects/system_clock.h"
+#include "store/aso_store.h"
+#include "ui/settings/app_information.h"
+
+#include <memory>
+
+class QSettings;
+
+namespace veltrix
+{
+
+/// The real network, clock, clients and store of the program, as its bundle configures them:
+///
+/// - App searches and look-ups go directly to the App Store's search service.
+/// - Keyword searches go to the research service when the bundle has "SupabaseDevelopment.plist" (a
+/// wrong
+///   file shows its error), and directly to the App Store when it has none.
+/// - All of it shares one traffic controller and one HTTP session.
+class Services
+{
+public:
+    /// `stateFolder` and `cacheFolder` are the user's; both exist or are created when written to.
+    Services(const Bundle &bundle, const QString &stateFolder, const QString &cacheFolder,
+             std::shared_ptr<QSettings> preferences);
+
+    [[nodiscard]] ASOStore &store() { return *m_store; }
+    [[nodiscard]] ArtworkLoading &artwork() { return *m_artwork; }
+    /// Null when this copy cannot be updated.
+    [[nodiscard]] Updater *updater() const { return m_updater->updater(); }
+    [[nodiscard]] AppInformation information() const { return m_information; }
+    /// Web address of App Store pages, without a trailing slash.
+    [[nodiscard]] QString appStoreUrl() const { return m_appStoreUrl; }
+
+private:
+    void buildStore(const Bundle &bundle, const QString &stateFolder);
+    void buildUpdater(const Bundle &bundle, const QString &cacheFolder,
+                      std::shared_ptr<QSettings> preferences);
+
+    std::shared_ptr<SystemClock> m_clock;
+    std::unique_ptr<NetworkHttp> m_http;
+    AppInformation m_information;
+    QString m_appStoreUrl;
+    std::unique_ptr<ArtworkLoader> m_artwork;
+    std::unique_ptr<AppUpdater> m_updater;
+    std::unique_ptr<ASOStore> m_store;
+};
+
+} // namespace veltrix

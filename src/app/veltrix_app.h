@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The program: who works with whom is decided here and nowhere else.
+#pragma once
+
+#include "app/services.h"
+#include "app/updater_adapter.h"
+#include "ui/shell/main_window.h"
+#include "ui/shell/preferences.h"
+#include "ui/widgets/file_exchange.h"
+
+#include <memory>
+
+class QApplication;
+
+namespace veltrix
+{
+
+/// Holds the store, the updater and the window for the life of the process.
+class VeltrixApp
+{
+public:
+    /// Runs the program on the user's data folder and gives its exit status. When another process
+    /// has the folder, that one's window is raised and this one ends.
+    static int run(QApplication &application);
+
+    VeltrixApp(const Bundle &bundle, const QString &stateFolder, const QString &cacheFolder,
+               std::shared_ptr<QSettings> settings);
+
+    [[nodiscard]] MainWindow &window() { return *m_window; }
+
+private:
+    Services m_services;
+    std::shared_ptr<QSettings> m_settings;
+    StoredPreferences m_preferences;
+    FileDialogs m_files;
+    std::unique_ptr<UpdaterAdapter> m_updater;
+    std::unique_ptr<MainWindow> m_window;
+};
+
+} // namespace veltrix

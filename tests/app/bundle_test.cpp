@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/bundle.h"
+#include "effects/atomic_file.h"
+#include "support/json_printers.h"
+
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+namespace veltrix
+{
+namespace
+{
+
+class BundleTest : public testing::Test
+{
+protected:
+    Bundle bundleWith(const QByteArray &members) const
+    {
+        writeFileAtomically(m_folder.filePath(QStringLiteral("Info.plist")),
+                            "<plist version=\"1.0\"><dict>" + members + "</dict></plist>");
+        return Bundle(m_folder.path());
+    }
+
+    QTemporaryDir m_folder;
+};
+
+TEST_F(BundleTest, ShowsTheShortVersionWithTheBuildNumber)
+{
+    EXPECT_EQ(bundleWith("<key>CFBundleShortVersionString</key><string>1.4</string>"
+                         "<key>CFBundleVersion</key><string>27</string>")
+                  .versionText(),
+              QStringLiteral("1.4 (27)"));
+}
+
+TEST_F(BundleTest, AnEmptyBuildNumberIsNotShown)
+{
+    EXPECT_EQ(bundleWith("<key>CFBundleShortVersionString</key><string>1.4</string>"
+                         "<key>CFBundleVersion</key><string></string>")
+                  .versionText(),
+              QStringLiteral("1.4"));
+}
+
+TEST_F(BundleTest, WithNeitherTheVersionIsADash)
+{
+    EXPECT_EQ(bundleWith("").versionText(), QStringLiteral("—"));
+    EXPECT_EQ(bundleWith("<key>CFBundleShortVersionString</key><integer>1</integer>").versionText(),
+              QStringLiteral("—"));
+}
+
+TEST_F(BundleTest, AMissingOrDamagedDictionaryIsAnEmptyOne)
+{
+    EXPECT_EQ(Bundle(m_folder.filePath(QStringLiteral("nowhere"))).versionText(),
+              QStringLiteral("—"));
+    writeFileAtomically(m_folder.filePath(QStringLiteral("Info.plist")), "<plist><dict>");
+    EXPECT_EQ(Bundle(m_folder.path()).information(QStringLiteral("SUFeedURL")), std::nullopt);
+}
+
+TEST_F(BundleTest, KnowsWhichResourcesAreThere)
+{
+    const Bundle bundle = bundleWith("");
+    EXPECT_TRUE(bundle.has(QStringLiteral("Info.plist")));
+    EXPECT_FALSE(bundle.has(QStringLiteral("SupabaseDevelopment.plist")));
+}
+
+} // namespace
+} // namespace veltrix
