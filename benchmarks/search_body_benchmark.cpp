@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Decoding a 200-result search body into records, beside QJsonDocument's parse of the same bytes.
+#include "generated_bodies.h"
+#include "model/itunes_app_result.h"
+#include "model/json_reader.h"
+#include "ratio.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <benchmark/benchmark.h>
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace
+{
+
+using namespace veltrix;
+
+const QByteArray &body()
+{
+    static const QByteArray bytes = generatedSearchBody(200);
+    return bytes;
+}
+
+/// A benchmark of a wrong result is worthless: both readers must see the same apps.
+void checkResults()
+{
+    const auto response = fromJson<ITunesSearchResponse>(body());
+    const QJsonArray reference =
+        QJsonDocument::fromJson(body()).object().value(QStringLiteral("results")).toArray();
+    bool same = response.results.size() == 200 && reference.size() == 200;
+    for (qsizetype i = 0; same && i < reference.size(); ++i) {
+        const QJsonObject app = reference[i].toObject();
+        same =
+            response.results[i].trackId == app.value(QStringLiteral("trackId")).toInteger() &&
+            response.results[i].description == app.value(QStringLiteral("description")).toString();
+    }
+    if (!same) {
+        std::fputs("The body does not decode to the same apps.\n", stderr);
+        std::exit(1);
+    }
+}
+
+void decodeIntoRecords(benchmark::State &state)
+{
+    for (auto _ : state)
+        benchmark::DoNotOptimize(fromJson<ITunesSearchResponse>(body()));
+    state.SetBytesProcessed(state.iterations() * body().size());
+}
+BENCHMARK(decodeIntoRecords)->Unit(benchmark::kMillisecond);
+
+void parseWithQJsonDocument(benchmark::State &state)
+{
+    for (auto _ : state)
+        benchmark::DoNotOptimize(QJsonDocument::fromJson(body()));
+    state.SetBytesProcessed(state.iterations() * body().size());
+}
+BENCHMARK(parseWithQJsonDocument)->Unit(benchmark::kMillisecond);
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    checkResults();
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    const double ratio =
+        medianSpeedup([] { benchmark::DoNotOptimize(QJsonDocument::fromJson(body())); },
+                      [] { benchmark::DoNotOptimize(fromJson<ITunesSearchResponse>(body())); }, 31);
+    std::printf("Decoding a %lld-byte body of 200 results: %.1f times as fast as QJsonDocument "
+                "(goal: 3)\n",
+                static_cast<long long>(body().size()), ratio);
+    return 0;
+}
