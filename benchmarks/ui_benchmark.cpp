@@ -147,9 +147,8 @@ void startUp(const QString &path)
         [&] {
             const auto services = std::make_shared<NoServices>();
             const auto clock = std::make_shared<SystemClock>();
-            const ASOStore store(
-                {path, services, KeywordPipeline{services, services, clock}, services, clock,
-                 nullptr});
+            const ASOStore store({path, services, KeywordPipeline{services, services, clock},
+                                  services, clock, nullptr});
         },
         9);
     std::printf("first painted window, 5,000 snapshots: %.1f ms (of it the state file %.1f ms); an "

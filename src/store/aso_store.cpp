@@ -31,8 +31,7 @@ void ASOStore::save()
     m_file.save({m_apps, m_keywords.all(), m_snapshots.inFileOrder(), m_competitors},
                 m_clock->now());
     if (m_file.problem() != before)
-        Q_EMIT
-    persistenceProblemChanged();
+        Q_EMIT persistenceProblemChanged();
 }
 
 const QList<AppProfile> &ASOStore::apps() const
@@ -104,8 +103,7 @@ QList<TrackedKeyword> ASOStore::addTrackedKeywords(QUuid appId, const QStringLis
     if (added.isEmpty())
         return result;
     for (const QUuid &id : std::as_const(added))
-        Q_EMIT
-    keywordAdded(id);
+        Q_EMIT keywordAdded(id);
     save();
     return result;
 }
@@ -134,8 +132,7 @@ bool ASOStore::removeTracked(const QList<QUuid> &keywordIds)
     for (const QUuid &id : std::as_const(removed))
         m_snapshots.removeKeyword(id);
     for (const QUuid &id : std::as_const(removed))
-        Q_EMIT
-    keywordRemoved(id);
+        Q_EMIT keywordRemoved(id);
     return true;
 }
 

@@ -39,8 +39,7 @@ Task<DashboardKeywordRow> ASOStore::refreshKeyword(QUuid id, std::stop_token sto
         throw Cancelled();
     m_snapshots.store(std::move(snapshot));
     const DashboardKeywordRow row = dashboardRow(*keyword);
-    Q_EMIT
-    keywordChanged(id);
+    Q_EMIT keywordChanged(id);
     save();
     co_return row;
 }
@@ -60,8 +59,7 @@ void ASOStore::queueKeywordRefreshes(const QList<TrackedKeyword> &keywords)
         m_pendingKeywordRefreshes.push_back(keyword);
     }
     if (m_pendingKeywordRefreshes.size() != before)
-        Q_EMIT
-    refreshProgressChanged();
+        Q_EMIT refreshProgressChanged();
     if (m_isKeywordWorkerRunning || m_pendingKeywordRefreshes.empty())
         return;
     m_isKeywordWorkerRunning = true;
@@ -75,13 +73,11 @@ Task<void> ASOStore::runRefreshQueue(std::stop_token stop)
         const TrackedKeyword keyword = m_pendingKeywordRefreshes.front();
         m_pendingKeywordRefreshes.pop_front();
         if (!m_keywords.find(keyword.id)) {
-            Q_EMIT
-            refreshProgressChanged();
+            Q_EMIT refreshProgressChanged();
             continue;
         }
         m_activeKeywordRefresh = keyword;
-        Q_EMIT
-        refreshProgressChanged();
+        Q_EMIT refreshProgressChanged();
         throwIfStopped(stop);
 
         bool measured = false;
@@ -105,8 +101,7 @@ Task<void> ASOStore::runRefreshQueue(std::stop_token stop)
         if (measured)
             ++m_refreshesDone;
         if (!m_pendingKeywordRefreshes.empty())
-            Q_EMIT
-        refreshProgressChanged();
+            Q_EMIT refreshProgressChanged();
     }
     throwIfStopped(stop);
     endRefreshQueue();
@@ -118,8 +113,7 @@ void ASOStore::endRefreshQueue()
     m_activeKeywordRefresh.reset();
     m_isKeywordWorkerRunning = false;
     m_refreshesDone = 0;
-    Q_EMIT
-    refreshProgressChanged();
+    Q_EMIT refreshProgressChanged();
 }
 
 void ASOStore::stopKeywordRefreshes()
@@ -192,15 +186,13 @@ void ASOStore::setHistoryRefreshError(std::optional<QString> error)
     if (m_historyRefreshError == error)
         return;
     m_historyRefreshError = std::move(error);
-    Q_EMIT
-    historyRefreshErrorChanged();
+    Q_EMIT historyRefreshErrorChanged();
 }
 
 void ASOStore::setRefreshingHistory(bool refreshing)
 {
     m_isRefreshingHistory = refreshing;
-    Q_EMIT
-    isRefreshingHistoryChanged();
+    Q_EMIT isRefreshingHistoryChanged();
 }
 
 } // namespace veltrix

@@ -66,8 +66,7 @@ AppProfile ASOStore::addApp(const ITunesAppResult &result, QString country)
         QUuid::createUuid(), *result.trackId,   displayName(result), QStringLiteral("iPhone"),
         iconUrl(result),     country.toUpper(), m_apps.size()};
     m_apps.append(added);
-    Q_EMIT
-    appsChanged();
+    Q_EMIT appsChanged();
     save();
     return added;
 }
@@ -99,11 +98,9 @@ void ASOStore::removeApp(QUuid id)
         return competitor.appId == id;
     }) > 0;
     removeTracked(keywordIds);
-    Q_EMIT
-    appsChanged();
+    Q_EMIT appsChanged();
     if (hadCompetitors)
-        Q_EMIT
-    competitorsChanged();
+        Q_EMIT competitorsChanged();
     save();
 }
 
@@ -130,8 +127,7 @@ void ASOStore::addCompetitor(const ITunesAppResult &result, QUuid appId, QString
     }
     m_competitors.append({QUuid::createUuid(), appId, *result.trackId, displayName(result),
                           iconUrl(result), country, trimmedSeller(result)});
-    Q_EMIT
-    competitorsChanged();
+    Q_EMIT competitorsChanged();
     save();
 }
 
@@ -155,8 +151,7 @@ Task<void> ASOStore::updateCompetitorSeller(QUuid competitorId, std::stop_token 
     if (!found || competitor == m_competitors.end())
         co_return;
     competitor->sellerName = trimmedSeller(*found);
-    Q_EMIT
-    competitorsChanged();
+    Q_EMIT competitorsChanged();
     save();
 }
 
@@ -167,8 +162,7 @@ void ASOStore::removeCompetitor(QUuid id)
     };
     if (m_competitors.removeIf(isIt) == 0)
         return;
-    Q_EMIT
-    competitorsChanged();
+    Q_EMIT competitorsChanged();
     save();
 }
 

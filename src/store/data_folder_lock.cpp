@@ -92,8 +92,7 @@ void DataFolderLock::answerNextConnection()
             socket->write(raiseAnswer.data(), raiseAnswer.size());
         socket->disconnectFromServer();
         if (isRequest)
-            Q_EMIT
-        raiseRequested();
+            Q_EMIT raiseRequested();
     };
     connect(socket, &QLocalSocket::readyRead, this, answer);
     answer();

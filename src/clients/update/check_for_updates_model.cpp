@@ -18,8 +18,7 @@ void CheckForUpdatesModel::setCanCheckForUpdates(bool canCheck)
     if (canCheck == m_canCheckForUpdates)
         return;
     m_canCheckForUpdates = canCheck;
-    Q_EMIT
-    canCheckForUpdatesChanged(canCheck);
+    Q_EMIT canCheckForUpdatesChanged(canCheck);
 }
 
 } // namespace veltrix

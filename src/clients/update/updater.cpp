@@ -39,8 +39,7 @@ void Updater::setAutomaticallyChecksForUpdates(bool isOn)
         checkForUpdatesInBackground();
     else
         m_background.stop();
-    Q_EMIT
-    automaticallyChecksForUpdatesChanged(isOn);
+    Q_EMIT automaticallyChecksForUpdatesChanged(isOn);
 }
 
 bool Updater::canCheckForUpdates() const
@@ -224,12 +223,10 @@ void Updater::setStatus(UpdateStatus status)
     if (status == m_status)
         return;
     m_status = std::move(status);
-    Q_EMIT
-    statusChanged();
+    Q_EMIT statusChanged();
     // A listener may have changed the status again; what counts is how it stands now.
     if (std::exchange(m_toldCanCheck, canCheckForUpdates()) != m_toldCanCheck)
-        Q_EMIT
-    canCheckForUpdatesChanged(m_toldCanCheck);
+        Q_EMIT canCheckForUpdatesChanged(m_toldCanCheck);
 }
 
 void Updater::noteCheck()

@@ -21,9 +21,8 @@ std::optional<std::int64_t> wholeNumber(QStringView text)
     if (digits.startsWith(u'+') || digits.startsWith(u'-'))
         digits = digits.mid(1);
     const bool onlyDigits =
-        !digits.isEmpty() && std::all_of(digits.begin(), digits.end(), [](QChar c) {
-            return c >= u'0' && c <= u'9';
-        });
+        !digits.isEmpty() &&
+        std::all_of(digits.begin(), digits.end(), [](QChar c) { return c >= u'0' && c <= u'9'; });
     if (!onlyDigits)
         return std::nullopt;
     bool fits = false;
@@ -53,8 +52,7 @@ std::optional<std::int64_t> idOfLink(const QString &trimmed)
 
 QString digitsFrom(QStringView text)
 {
-    const auto end =
-        std::find_if(text.begin(), text.end(), [](QChar c) { return !c.isDigit(); });
+    const auto end = std::find_if(text.begin(), text.end(), [](QChar c) { return !c.isDigit(); });
     return text.left(end - text.begin()).toString();
 }
 

@@ -30,8 +30,8 @@ struct AppSearchInput {
 };
 
 /// Reads the text of the app search. A pasted link is read first: its last path component of the
-/// form "id" and digits is the ID. Then the lower-cased text is, in this order: a whole number; "id"
-/// and a whole number; the digits right after the first "id"; all its digits together; a name.
+/// form "id" and digits is the ID. Then the lower-cased text is, in this order: a whole number;
+/// "id" and a whole number; the digits right after the first "id"; all its digits together; a name.
 AppSearchInput parseAppSearch(const QString &text);
 
 } // namespace veltrix

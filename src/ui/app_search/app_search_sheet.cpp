@@ -156,12 +156,12 @@ void AppSearchSheet::showResults()
         delete item->widget();
         delete item;
     }
-    m_count->setText(found.results.size() == 1
-                         ? tr("1 result for “%1” in %2").arg(found.query,
-                                                             storefrontName(found.country))
-                         : tr("%L1 results for “%2” in %3")
-                               .arg(found.results.size())
-                               .arg(found.query, storefrontName(found.country)));
+    m_count->setText(
+        found.results.size() == 1
+            ? tr("1 result for “%1” in %2").arg(found.query, storefrontName(found.country))
+            : tr("%L1 results for “%2” in %3")
+                  .arg(found.results.size())
+                  .arg(found.query, storefrontName(found.country)));
     int rank = 0;
     for (const ITunesAppResult &result : found.results) {
         const AppSearchRowView::Content content{++rank, result, m_search->isTracked(result),

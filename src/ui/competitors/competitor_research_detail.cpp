@@ -194,8 +194,7 @@ QWidget *CompetitorResearchDetail::makeListing(const ITunesAppResult &app)
     auto *similar = new SimilarAppsPanel(*m_similar, m_context.images);
     connect(similar, &SimilarAppsPanel::opened, this, [this](const ITunesAppResult &other) {
         if (other.trackId)
-            Q_EMIT
-        opened(*other.trackId, displayName(other));
+            Q_EMIT opened(*other.trackId, displayName(other));
     });
     layout->addWidget(similar);
     layout->addStretch(1);

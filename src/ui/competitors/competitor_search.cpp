@@ -36,8 +36,7 @@ void CompetitorSearch::clear()
 {
     m_tasks.stop();
     m_state = {};
-    Q_EMIT
-    changed();
+    Q_EMIT changed();
 }
 
 void CompetitorSearch::run()
@@ -45,8 +44,7 @@ void CompetitorSearch::run()
     m_tasks.stop();
     m_state.isLoading = true;
     m_state.error.reset();
-    Q_EMIT
-    changed();
+    Q_EMIT changed();
     m_tasks.own(search(m_state.showsFullResults ? fullLimit : firstLimit, m_tasks.token()));
 }
 
@@ -63,8 +61,7 @@ Task<void> CompetitorSearch::search(std::int64_t limit, std::stop_token stop)
     throwIfStopped(stop);
     m_state.isLoading = false;
     m_state.hasSearched = true;
-    Q_EMIT
-    changed();
+    Q_EMIT changed();
 }
 
 } // namespace veltrix

@@ -173,8 +173,7 @@ void CompetitorsView::pickCountry(const QString &country)
         const CompetitorResearchDetail::Selection shown = m_research->selection();
         openResearch(shown.trackId, country, shown.name);
     }
-    Q_EMIT
-    countryPicked(country);
+    Q_EMIT countryPicked(country);
 }
 
 void CompetitorsView::focusSearch()

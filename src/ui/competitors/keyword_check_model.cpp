@@ -37,8 +37,7 @@ void KeywordCheckModel::clear()
     beginResetModel();
     m_rows.clear();
     endResetModel();
-    Q_EMIT
-    chosenChanged();
+    Q_EMIT chosenChanged();
 }
 
 void KeywordCheckModel::add(const AppKeywordCheck &check)
@@ -67,11 +66,9 @@ void KeywordCheckModel::setTracked(const QSet<QString> &keywords)
         row.isChosen = row.isChosen && !row.isTracked;
     }
     if (!m_rows.empty())
-        Q_EMIT
-    dataChanged(index(0, 0), index(rowCount() - 1, checkColumnCount - 1));
+        Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, checkColumnCount - 1));
     if (hadChosen)
-        Q_EMIT
-    chosenChanged();
+        Q_EMIT chosenChanged();
 }
 
 void KeywordCheckModel::setChosen(int row, bool isChosen)
@@ -80,10 +77,8 @@ void KeywordCheckModel::setChosen(int row, bool isChosen)
     if (changed.isTracked || changed.isChosen == isChosen)
         return;
     changed.isChosen = isChosen;
-    Q_EMIT
-    dataChanged(index(row, 0), index(row, checkColumnCount - 1));
-    Q_EMIT
-    chosenChanged();
+    Q_EMIT dataChanged(index(row, 0), index(row, checkColumnCount - 1));
+    Q_EMIT chosenChanged();
 }
 
 void KeywordCheckModel::chooseAll()
@@ -249,8 +244,7 @@ void KeywordCheckModel::sort(int column, Qt::SortOrder order)
 {
     m_sortColumn = column;
     m_sortOrder = order;
-    Q_EMIT
-    layoutAboutToBeChanged({}, VerticalSortHint);
+    Q_EMIT layoutAboutToBeChanged({}, VerticalSortHint);
     const std::vector<Row> before = m_rows;
     std::ranges::stable_sort(
         m_rows, [this](const Row &left, const Row &right) { return comesBefore(left, right); });
@@ -263,8 +257,7 @@ void KeywordCheckModel::sort(int column, Qt::SortOrder order)
         moved.append(
             createIndex(placeOf[size_t(before[size_t(index.row())].order)], index.column()));
     changePersistentIndexList(old, moved);
-    Q_EMIT
-    layoutChanged({}, VerticalSortHint);
+    Q_EMIT layoutChanged({}, VerticalSortHint);
 }
 
 } // namespace veltrix

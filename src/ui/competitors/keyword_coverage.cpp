@@ -25,8 +25,7 @@ void KeywordCoverage::start(const ITunesAppResult &app, const QString &country,
     m_checks.clear();
     m_pending = keywordPhrases(app).mid(0, phraseLimit);
     m_phase = Phase::Idle;
-    Q_EMIT
-    restarted();
+    Q_EMIT restarted();
     run();
 }
 
@@ -73,12 +72,10 @@ Task<void> KeywordCoverage::checkPending(std::stop_token stop)
             co_return;
         }
         const AppKeywordCheck check = m_checks.constLast();
-        Q_EMIT
-        checked(check);
+        Q_EMIT checked(check);
         throwIfStopped(stop);
         if (!m_pending.isEmpty())
-            Q_EMIT
-        progressChanged();
+            Q_EMIT progressChanged();
     }
     setPhase(Phase::Finished);
 }
@@ -115,8 +112,7 @@ QString KeywordCoverage::coverageText() const
 void KeywordCoverage::setPhase(Phase phase)
 {
     m_phase = phase;
-    Q_EMIT
-    progressChanged();
+    Q_EMIT progressChanged();
 }
 
 } // namespace veltrix

@@ -19,8 +19,7 @@ RankedAppResearchRow::RankedAppResearchRow(const ResearchContext &context, int r
     setResult(result);
     connect(this, &ResearchAppRow::opened, this, [this] {
         if (const auto trackId = app().trackId)
-            Q_EMIT
-        detailsRequested({*trackId, m_country, m_appId});
+            Q_EMIT detailsRequested({*trackId, m_country, m_appId});
     });
 }
 

@@ -232,9 +232,9 @@ void ResearchAppRow::keyPressEvent(QKeyEvent *event)
 {
     const int key = event->key();
     if (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space)
-        Q_EMIT
-    opened();
-    else QWidget::keyPressEvent(event);
+        Q_EMIT opened();
+    else
+        QWidget::keyPressEvent(event);
 }
 
 void ResearchAppRow::mousePressEvent(QMouseEvent *event)
@@ -247,8 +247,7 @@ void ResearchAppRow::mouseReleaseEvent(QMouseEvent *event)
     const bool wasPressed = std::exchange(m_isPressed, false);
     if (wasPressed && event->button() == Qt::LeftButton &&
         rect().contains(event->position().toPoint()))
-        Q_EMIT
-    opened();
+        Q_EMIT opened();
 }
 
 } // namespace veltrix

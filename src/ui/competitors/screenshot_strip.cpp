@@ -100,11 +100,13 @@ void ScreenshotThumb::keyPressEvent(QKeyEvent *event)
 {
     const int key = event->key();
     if (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space)
-        Q_EMIT
-    activated();
-    else if (key == Qt::Key_Right) focusNextChild();
-    else if (key == Qt::Key_Left) focusPreviousChild();
-    else QWidget::keyPressEvent(event);
+        Q_EMIT activated();
+    else if (key == Qt::Key_Right)
+        focusNextChild();
+    else if (key == Qt::Key_Left)
+        focusPreviousChild();
+    else
+        QWidget::keyPressEvent(event);
 }
 
 void ScreenshotThumb::mousePressEvent(QMouseEvent *event)
@@ -117,8 +119,7 @@ void ScreenshotThumb::mouseReleaseEvent(QMouseEvent *event)
     const bool wasPressed = std::exchange(m_isPressed, false);
     if (wasPressed && event->button() == Qt::LeftButton &&
         rect().contains(event->position().toPoint()))
-        Q_EMIT
-    activated();
+        Q_EMIT activated();
 }
 
 void ScreenshotThumb::focusInEvent(QFocusEvent *event)

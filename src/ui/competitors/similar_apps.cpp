@@ -31,13 +31,11 @@ void SimilarApps::retry()
     m_error.clear();
     const QString term = termFor(m_app);
     m_phase = term.isEmpty() ? Phase::Found : Phase::Searching;
-    Q_EMIT
-    changed();
+    Q_EMIT changed();
     if (m_phase == Phase::Searching)
         m_tasks.own(search(term, m_tasks.token()));
     else
-        Q_EMIT
-    settled();
+        Q_EMIT settled();
 }
 
 Task<void> SimilarApps::search(QString term, std::stop_token stop)
@@ -56,11 +54,9 @@ Task<void> SimilarApps::search(QString term, std::stop_token stop)
         m_phase = Phase::Failed;
     }
     throwIfStopped(stop);
-    Q_EMIT
-    changed();
+    Q_EMIT changed();
     throwIfStopped(stop);
-    Q_EMIT
-    settled();
+    Q_EMIT settled();
 }
 
 } // namespace veltrix

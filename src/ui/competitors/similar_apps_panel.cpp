@@ -44,10 +44,7 @@ void SimilarAppsPanel::showState()
     for (const ITunesAppResult &app : m_similar.apps()) {
         auto *row = new ResearchAppRow(app, m_images);
         row->setObjectName(QStringLiteral("similarApp%1").arg(++number));
-        connect(row, &ResearchAppRow::opened, this, [this, app] {
-            Q_EMIT
-            opened(app);
-        });
+        connect(row, &ResearchAppRow::opened, this, [this, app] { Q_EMIT opened(app); });
         row->setEnds(ResearchAppRow::Ends::Flush);
         m_rows->addWidget(row);
     }

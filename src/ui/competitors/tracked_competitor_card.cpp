@@ -83,8 +83,7 @@ QString TrackedCompetitorCard::developerText() const
 {
     if (m_competitor.sellerName)
         return *m_competitor.sellerName;
-    return m_isLookingUp || !m_hasLookedUp ? tr("Loading developer…")
-                                           : tr("Developer unavailable");
+    return m_isLookingUp || !m_hasLookedUp ? tr("Loading developer…") : tr("Developer unavailable");
 }
 
 void TrackedCompetitorCard::showTexts()
@@ -152,9 +151,9 @@ void TrackedCompetitorCard::keyPressEvent(QKeyEvent *event)
 {
     const int key = event->key();
     if (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space)
-        Q_EMIT
-    opened();
-    else Card::keyPressEvent(event);
+        Q_EMIT opened();
+    else
+        Card::keyPressEvent(event);
 }
 
 void TrackedCompetitorCard::mousePressEvent(QMouseEvent *event)
@@ -167,8 +166,7 @@ void TrackedCompetitorCard::mouseReleaseEvent(QMouseEvent *event)
     const bool wasPressed = std::exchange(m_isPressed, false);
     if (wasPressed && event->button() == Qt::LeftButton &&
         rect().contains(event->position().toPoint()))
-        Q_EMIT
-    opened();
+        Q_EMIT opened();
 }
 
 void TrackedCompetitorCard::contextMenuEvent(QContextMenuEvent *event)

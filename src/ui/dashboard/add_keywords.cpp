@@ -41,9 +41,8 @@ AddKeywordsCard::AddKeywordsCard(const QString &country, QWidget *parent)
     nameControl(cancel, QStringLiteral("addKeywordsCancel"), tr("Cancel"));
 
     auto *title = new QHBoxLayout;
-    title->addWidget(new TextLabel(TextStyle::BodySemibold, TextLabel::Tone::Text,
-                                   tr("Add Keyword")),
-                     1);
+    title->addWidget(
+        new TextLabel(TextStyle::BodySemibold, TextLabel::Tone::Text, tr("Add Keyword")), 1);
     title->addWidget(m_storefront);
     auto *buttons = new QHBoxLayout;
     buttons->setSpacing(spacing::s);

@@ -39,8 +39,7 @@ void insertAtDefinedPlace(ColumnLayout &layout, const KeywordColumnInfo &info)
             (before == layout.columns.end() || it->column > before->column))
             before = it;
     }
-    const auto place =
-        before == layout.columns.end() ? layout.columns.begin() : std::next(before);
+    const auto place = before == layout.columns.end() ? layout.columns.begin() : std::next(before);
     layout.columns.insert(place, standardColumn(info));
 }
 

@@ -36,8 +36,8 @@ void DashboardPage::showRowMenu(const QPoint &globalPosition)
         connect(add(QStringLiteral("lightbulb"), tr("Keyword Analysis")), &QAction::triggered, this,
                 [this, row] { Q_EMIT analysisRequested(row); });
         QAction *apps = add(QStringLiteral("square.grid.2x2"), tr("View ranked apps"));
-        apps->setWhatsThis(tr("Show ranked apps for %1 in %2")
-                               .arg(row.keyword, storefrontName(row.country)));
+        apps->setWhatsThis(
+            tr("Show ranked apps for %1 in %2").arg(row.keyword, storefrontName(row.country)));
         connect(apps, &QAction::triggered, this, [this, row] { Q_EMIT rankedAppsRequested(row); });
         QAction *history = add(QStringLiteral("chart.xyaxis.line"), tr("Ranking history"));
         history->setWhatsThis(tr("View ranking history for %1").arg(row.keyword));
@@ -49,12 +49,12 @@ void DashboardPage::showRowMenu(const QPoint &globalPosition)
     connect(refresh, &QAction::triggered, this,
             [this, ids = m_table->selectedIds()] { m_actions->refresh(ids); });
     QAction *copy = add(QStringLiteral("doc.on.doc"), tr("Copy") + QStringLiteral("\tCtrl+C"));
-    connect(copy, &QAction::triggered, this, [this] {
-        m_actions->copy(m_table->selectedRows(), m_table->shownColumns());
-    });
+    connect(copy, &QAction::triggered, this,
+            [this] { m_actions->copy(m_table->selectedRows(), m_table->shownColumns()); });
     menu->addSeparator();
-    QAction *remove = add(QStringLiteral("trash"),
-                          one ? tr("Remove Keyword…") : tr("Remove %L1 Keywords…").arg(rows.size()));
+    QAction *remove =
+        add(QStringLiteral("trash"),
+            one ? tr("Remove Keyword…") : tr("Remove %L1 Keywords…").arg(rows.size()));
     connect(remove, &QAction::triggered, this, &DashboardPage::removeSelected);
     menu->popup(globalPosition);
 }
@@ -100,8 +100,8 @@ void DashboardPage::fillSortMenu(QMenu *menu)
     menu->addSeparator();
     auto *orders = new QActionGroup(menu);
     for (const Qt::SortOrder order : {Qt::AscendingOrder, Qt::DescendingOrder}) {
-        QAction *action = menu->addAction(order == Qt::AscendingOrder ? tr("Ascending")
-                                                                      : tr("Descending"));
+        QAction *action =
+            menu->addAction(order == Qt::AscendingOrder ? tr("Ascending") : tr("Descending"));
         action->setCheckable(true);
         action->setChecked(m_model->sortOrder() == order);
         orders->addAction(action);

@@ -271,11 +271,11 @@ void DashboardPage::updateWork()
                                               .arg(progress.total()),
                                           double(progress.done) / progress.total()});
     } else if (refreshing) {
-        m_status->setWork(StatusBar::Work{
-            m_updatedSinceStart == 0
-                ? tr("Updating rankings…")
-                : tr("Updating rankings… · %L1 updated").arg(m_updatedSinceStart),
-            std::nullopt});
+        m_status->setWork(
+            StatusBar::Work{m_updatedSinceStart == 0
+                                ? tr("Updating rankings…")
+                                : tr("Updating rankings… · %L1 updated").arg(m_updatedSinceStart),
+                            std::nullopt});
     } else {
         m_status->setWork(std::nullopt);
         // The order may have changed under the new figures; nobody is pointing at a row now.
@@ -321,11 +321,10 @@ void DashboardPage::openAddKeywords()
                 }
                 overlay->dismiss();
             });
-    connect(card, &AddKeywordsCard::importRequested, this,
-            [this, overlay](const QString &country) {
-                overlay->dismiss();
-                m_actions->importFile(window(), m_appId, country);
-            });
+    connect(card, &AddKeywordsCard::importRequested, this, [this, overlay](const QString &country) {
+        overlay->dismiss();
+        m_actions->importFile(window(), m_appId, country);
+    });
 }
 
 void DashboardPage::refreshAll()

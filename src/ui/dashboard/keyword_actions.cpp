@@ -139,8 +139,7 @@ void KeywordActions::copy(const std::vector<int> &rows,
                           const std::vector<KeywordColumn> &columns) const
 {
     if (!rows.empty())
-        QGuiApplication::clipboard()->setText(
-            toTabSeparated(keywordTable(m_model, rows, columns)));
+        QGuiApplication::clipboard()->setText(toTabSeparated(keywordTable(m_model, rows, columns)));
 }
 
 void KeywordActions::exportTable(QWidget *dialogParent, const QString &appName,

@@ -161,8 +161,7 @@ QString appsText(const KeywordEntry &entry)
 
 QString appsSentence(const KeywordEntry &entry)
 {
-    return translated(
-               QT_TRANSLATE_NOOP("KeywordTable", "Show ranked apps for %1 in %2"))
+    return translated(QT_TRANSLATE_NOOP("KeywordTable", "Show ranked apps for %1 in %2"))
         .arg(entry.row.keyword, storefrontName(entry.row.country));
 }
 

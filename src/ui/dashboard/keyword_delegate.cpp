@@ -43,8 +43,7 @@ KeywordCellGeometry layoutKeywordCell(const QRectF &content, const QFontMetricsF
     const qreal lower = std::ceil(subtitle.height());
     const qreal top = std::round(content.center().y() - (upper + lower) / 2);
     const qreal width = std::max(0.0, content.width() - reserved);
-    return {QRectF(content.x(), top, width, upper),
-            QRectF(content.x(), top + upper, width, lower)};
+    return {QRectF(content.x(), top, width, upper), QRectF(content.x(), top + upper, width, lower)};
 }
 
 KeywordDelegate::KeywordDelegate(ArtworkImages &images, QObject *parent)
@@ -122,9 +121,9 @@ void KeywordDelegate::paint(QPainter *painter, const QStyleOptionViewItem &optio
         break;
     case KeywordColumn::Apps: {
         const bool selected = option.state & QStyle::State_Selected;
-        const Token under = selected                        ? Token::Selected
+        const Token under = selected                      ? Token::Selected
                             : index.row() == m_hoveredRow ? Token::Hover
-                                                            : Token::Surface;
+                                                          : Token::Surface;
         paintOverlappingIcons(*painter, content, iconSize(option.font), entry.row.appsInRanking,
                               m_images, tokens, tokens[under]);
         break;

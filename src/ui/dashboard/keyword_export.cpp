@@ -43,12 +43,10 @@ QStringList historyLine(const TrackedKeyword &keyword, const KeywordSnapshot &sn
     std::optional<std::int64_t> popularity;
     if (snapshot.popularityMeasurement && isSearchPopularity(*snapshot.popularityMeasurement))
         popularity = snapshot.popularityMeasurement->score;
-    const auto competition = snapshot.competition
-                                 ? std::optional(snapshot.competition->score)
-                                 : std::optional<std::int64_t>();
-    const auto opportunity = snapshot.opportunity
-                                 ? std::optional(snapshot.opportunity->score)
-                                 : std::optional<std::int64_t>();
+    const auto competition = snapshot.competition ? std::optional(snapshot.competition->score)
+                                                  : std::optional<std::int64_t>();
+    const auto opportunity = snapshot.opportunity ? std::optional(snapshot.opportunity->score)
+                                                  : std::optional<std::int64_t>();
     const bool sampled = snapshot.difficultyComponents.sampledAppCount != 0;
     return {keyword.keyword,
             keyword.country,

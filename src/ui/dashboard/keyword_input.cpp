@@ -62,8 +62,8 @@ QList<ImportedKeyword> keywordsFromFile(const QByteArray &content)
     const QStringList header = rows.value(0);
     const qsizetype keywordColumn = columnNamed(header, {QStringLiteral("Keyword")});
     if (keywordColumn >= 0) {
-        const qsizetype countryColumn = columnNamed(
-            header, {QStringLiteral("Storefront"), QStringLiteral("Country")});
+        const qsizetype countryColumn =
+            columnNamed(header, {QStringLiteral("Storefront"), QStringLiteral("Country")});
         for (qsizetype i = 1; i < rows.size(); ++i) {
             const QString keyword = rows[i].value(keywordColumn).simplified();
             if (!keyword.isEmpty())

@@ -198,9 +198,8 @@ void KeywordTableModel::addOne(QUuid id)
     if (!isShown(*entry))
         return;
     // Rows that have changed in place may stand out of order, so there is nothing to bisect.
-    const auto place =
-        std::find_if(m_visible.begin(), m_visible.end(),
-                     [&](const auto &other) { return comesBefore(*entry, *other); });
+    const auto place = std::find_if(m_visible.begin(), m_visible.end(),
+                                    [&](const auto &other) { return comesBefore(*entry, *other); });
     const int row = int(place - m_visible.begin());
     beginInsertRows({}, row, row);
     m_visible.insert(place, entry);
@@ -264,8 +263,8 @@ QString KeywordTableModel::timeText(const KeywordEntry &entry) const
         return tr("Refreshing…");
     if (entry.row.awaitingMetrics)
         return tr("Awaiting metrics");
-    return tr("Updated %1").arg(
-        m_relativeTime.sinceUpdate(entry.row.lastUpdate, m_store.clock().now()));
+    return tr("Updated %1")
+        .arg(m_relativeTime.sinceUpdate(entry.row.lastUpdate, m_store.clock().now()));
 }
 
 QString KeywordTableModel::updatedText(const KeywordEntry &entry) const
@@ -301,11 +300,12 @@ QVariant KeywordTableModel::data(const QModelIndex &index, int role) const
     const KeywordColumnInfo &info = keywordColumns()[size_t(index.column())];
     const bool isKeyword = info.column == KeywordColumn::Keyword;
     switch (role) {
-    case Qt::DisplayRole: return info.text(entry);
+    case Qt::DisplayRole:
+        return info.text(entry);
     case Qt::AccessibleTextRole:
-        return isKeyword ? keywordRowSentence(entry, timeText(entry))
-                         : info.accessibleText(entry);
-    case Qt::AccessibleDescriptionRole: return info.accessibleHint(entry);
+        return isKeyword ? keywordRowSentence(entry, timeText(entry)) : info.accessibleText(entry);
+    case Qt::AccessibleDescriptionRole:
+        return info.accessibleHint(entry);
     case Qt::ToolTipRole: {
         if (isKeyword)
             return entry.row.keyword + QStringLiteral(" · ") + storefrontName(entry.row.country);
@@ -313,7 +313,8 @@ QVariant KeywordTableModel::data(const QModelIndex &index, int role) const
             return info.accessibleText(entry);
         return info.accessibleHint(entry);
     }
-    default: return {};
+    default:
+        return {};
     }
 }
 
@@ -324,8 +325,10 @@ QVariant KeywordTableModel::headerData(int section, Qt::Orientation orientation,
     const KeywordColumnInfo &info = keywordColumns()[size_t(section)];
     switch (role) {
     case Qt::DisplayRole:
-    case Qt::AccessibleTextRole: return info.headerText();
-    case Qt::ToolTipRole: return info.helpText();
+    case Qt::AccessibleTextRole:
+        return info.headerText();
+    case Qt::ToolTipRole:
+        return info.helpText();
     case Qt::AccessibleDescriptionRole: {
         if (info.column != m_sortedBy)
             return info.helpText();
@@ -333,8 +336,10 @@ QVariant KeywordTableModel::headerData(int section, Qt::Orientation orientation,
             m_sortOrder == Qt::AscendingOrder ? tr("Sorted ascending.") : tr("Sorted descending.");
         return QString(order + u' ' + info.helpText()).trimmed();
     }
-    case Qt::TextAlignmentRole: return QVariant(Qt::AlignLeading | Qt::AlignVCenter);
-    default: return {};
+    case Qt::TextAlignmentRole:
+        return QVariant(Qt::AlignLeading | Qt::AlignVCenter);
+    default:
+        return {};
     }
 }
 

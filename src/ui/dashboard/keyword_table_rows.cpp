@@ -19,8 +19,8 @@ void KeywordTableView::rowsInserted(const QModelIndex &parent, int start, int en
     QTableView::rowsInserted(parent, start, end);
     if (offset > 0 && firstVisible >= 0 && start <= firstVisible) {
         updateGeometries();
-        verticalScrollBar()->setValue(offset + (end - start + 1) *
-                                                   verticalHeader()->defaultSectionSize());
+        verticalScrollBar()->setValue(offset +
+                                      (end - start + 1) * verticalHeader()->defaultSectionSize());
     }
     setHoveredRow(-1);
 }
@@ -31,8 +31,8 @@ void KeywordTableView::rowsAboutToBeRemoved(const QModelIndex &parent, int start
     const int offset = verticalScrollBar()->value();
     QTableView::rowsAboutToBeRemoved(parent, start, end);
     if (offset > 0 && end < firstVisible)
-        verticalScrollBar()->setValue(offset - (end - start + 1) *
-                                                   verticalHeader()->defaultSectionSize());
+        verticalScrollBar()->setValue(offset -
+                                      (end - start + 1) * verticalHeader()->defaultSectionSize());
     setHoveredRow(-1);
 }
 
@@ -50,8 +50,7 @@ void KeywordTableView::keepSelectionOverReset()
         for (const QUuid &id : std::as_const(m_selectedBeforeReset)) {
             const int row = m_model.rowOf(id);
             if (row >= 0)
-                selection.select(m_model.index(row, 0),
-                                 m_model.index(row, keywordColumnCount - 1));
+                selection.select(m_model.index(row, 0), m_model.index(row, keywordColumnCount - 1));
         }
         const int current = m_model.rowOf(m_currentBeforeReset);
         if (current >= 0)

@@ -21,8 +21,7 @@
 namespace veltrix
 {
 
-KeywordTableView::KeywordTableView(KeywordTableModel &model, ArtworkImages &images,
-                                   QWidget *parent)
+KeywordTableView::KeywordTableView(KeywordTableModel &model, ArtworkImages &images, QWidget *parent)
     : QTableView(parent), m_model(model), m_delegate(new KeywordDelegate(images, this)),
       m_header(new TableHeader(this)), m_rowActions(new RowActions(viewport()))
 {
@@ -227,8 +226,9 @@ void KeywordTableView::paintEvent(QPaintEvent *event)
     QStyleOption option;
     option.initFrom(this);
     // A current row that is not selected would not be seen otherwise.
-    const bool ring = hasFocus() && currentIndex().isValid() &&
-                      (showsFocus(option) || !selectionModel()->isRowSelected(currentIndex().row()));
+    const bool ring =
+        hasFocus() && currentIndex().isValid() &&
+        (showsFocus(option) || !selectionModel()->isRowSelected(currentIndex().row()));
     if (ring) {
         QPainter painter(viewport());
         const int row = currentIndex().row();
@@ -253,8 +253,11 @@ bool KeywordTableView::viewportEvent(QEvent *event)
         viewport()->setCursor(isAppsCell(position) ? Qt::PointingHandCursor : Qt::ArrowCursor);
         break;
     }
-    case QEvent::Leave: setHoveredRow(-1); break;
-    default: break;
+    case QEvent::Leave:
+        setHoveredRow(-1);
+        break;
+    default:
+        break;
     }
     return QTableView::viewportEvent(event);
 }

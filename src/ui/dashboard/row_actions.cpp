@@ -12,9 +12,8 @@ namespace veltrix
 {
 
 RowActions::RowActions(QWidget *parent)
-    : QWidget(parent),
-      m_rankedApps(
-          new Button(Button::Kind::Plain, QStringLiteral("square.grid.2x2"), QString(), this)),
+    : QWidget(parent), m_rankedApps(new Button(Button::Kind::Plain,
+                                               QStringLiteral("square.grid.2x2"), QString(), this)),
       m_history(
           new Button(Button::Kind::Plain, QStringLiteral("chart.xyaxis.line"), QString(), this)),
       m_more(new Button(Button::Kind::Plain, QStringLiteral("ellipsis"), QString(), this))
@@ -35,16 +34,15 @@ RowActions::RowActions(QWidget *parent)
     m_more->setToolTip(tr("More actions"));
     connect(m_rankedApps, &Button::clicked, this, &RowActions::rankedAppsRequested);
     connect(m_history, &Button::clicked, this, &RowActions::historyRequested);
-    connect(m_more, &Button::clicked, this, [this] {
-        Q_EMIT menuRequested(m_more->mapToGlobal(QPoint(0, m_more->height())));
-    });
+    connect(m_more, &Button::clicked, this,
+            [this] { Q_EMIT menuRequested(m_more->mapToGlobal(QPoint(0, m_more->height()))); });
     setRow({});
 }
 
 void RowActions::setRow(const DashboardKeywordRow &row)
 {
-    m_rankedApps->setAccessibleName(tr("Show ranked apps for %1 in %2")
-                                        .arg(row.keyword, storefrontName(row.country)));
+    m_rankedApps->setAccessibleName(
+        tr("Show ranked apps for %1 in %2").arg(row.keyword, storefrontName(row.country)));
     m_history->setAccessibleName(tr("View ranking history for %1").arg(row.keyword));
     m_more->setAccessibleName(tr("More actions for %1").arg(row.keyword));
 }

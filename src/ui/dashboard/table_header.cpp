@@ -77,10 +77,10 @@ void TableHeader::paintSection(QPainter *painter, const QRect &rect, int logical
     painter->setPen(tokens[sorted ? Token::Text : Token::Secondary]);
     painter->drawText(content, Qt::AlignVCenter | Qt::TextSingleLine, text);
     if (sorted)
-        drawSortArrow(*painter,
-                      {content.x() + metrics.horizontalAdvance(text) + arrowGap,
-                       content.center().y() + 0.5},
-                      sortIndicatorOrder(), tokens[Token::Text]);
+        drawSortArrow(
+            *painter,
+            {content.x() + metrics.horizontalAdvance(text) + arrowGap, content.center().y() + 0.5},
+            sortIndicatorOrder(), tokens[Token::Text]);
     painter->restore();
 }
 

@@ -29,10 +29,8 @@ RangeControl::RangeControl(QWidget *parent) : QWidget(parent), m_buttons(new QBu
     }
     setRange(HistoryRange::Days14);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-    connect(m_buttons, &QButtonGroup::idClicked, this, [this](int id) {
-        Q_EMIT
-        rangeChanged(static_cast<HistoryRange>(id));
-    });
+    connect(m_buttons, &QButtonGroup::idClicked, this,
+            [this](int id) { Q_EMIT rangeChanged(static_cast<HistoryRange>(id)); });
 }
 
 HistoryRange RangeControl::range() const

@@ -43,8 +43,7 @@ void RankChart::setData(RankChartData data)
     m_selected = selected;
     m_view->rebuild();
     m_view->viewport()->update();
-    Q_EMIT
-    selectedDayChanged(m_selected);
+    Q_EMIT selectedDayChanged(m_selected);
 }
 
 void RankChart::setSelectedDay(std::optional<size_t> day)
@@ -56,8 +55,7 @@ void RankChart::setSelectedDay(std::optional<size_t> day)
     m_selected = day;
     m_view->viewport()->update();
     announceSelection();
-    Q_EMIT
-    selectedDayChanged(m_selected);
+    Q_EMIT selectedDayChanged(m_selected);
 }
 
 void RankChart::announceSelection()

@@ -177,8 +177,7 @@ void RankingHistoryContent::updateChart()
     else
         m_stack->setCurrentIndex(0);
     updateInspection();
-    Q_EMIT
-    stateChanged();
+    Q_EMIT stateChanged();
 }
 
 void RankingHistoryContent::showEmpty(const QString &symbol, const QString &title,

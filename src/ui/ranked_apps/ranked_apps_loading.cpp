@@ -68,8 +68,7 @@ void RankedAppsLoading::start()
     }
     m_state.errorMessage.reset();
     m_state.isLoading = true;
-    Q_EMIT
-    changed();
+    Q_EMIT changed();
     m_tasks.own(load(m_tasks.token()));
 }
 
@@ -82,8 +81,7 @@ void RankedAppsLoading::retry()
 void RankedAppsLoading::showMore()
 {
     m_state.visibleCount += RankedAppsState::page;
-    Q_EMIT
-    changed();
+    Q_EMIT changed();
 }
 
 Task<void> RankedAppsLoading::load(std::stop_token stop)
@@ -98,8 +96,7 @@ Task<void> RankedAppsLoading::load(std::stop_token stop)
     }
     throwIfStopped(stop);
     m_state.isLoading = false;
-    Q_EMIT
-    changed();
+    Q_EMIT changed();
 }
 
 } // namespace veltrix

@@ -146,9 +146,9 @@ QWidget *SettingsSheet::researchSection(Preferences &preferences,
                                         const ResearchServiceInformation &research)
 {
     auto *section = new SettingsSection(tr("Research"));
-    auto *picker = new StorefrontPicker(QStringLiteral("defaultStorefront"),
-                                        tr("Default storefront"),
-                                        StorefrontPicker::Offer::Storefronts);
+    auto *picker =
+        new StorefrontPicker(QStringLiteral("defaultStorefront"), tr("Default storefront"),
+                             StorefrontPicker::Offer::Storefronts);
     picker->setCode(preferences.preferredStorefrontCountry());
     section->addRow(tr("Default storefront"), picker);
     section->addNote(tr("Used when searching for apps. The Keywords view still opens with All "
@@ -234,8 +234,8 @@ QWidget *SettingsSheet::helpSection(const AppInformation &information)
 QWidget *SettingsSheet::aboutSection(const AppInformation &information)
 {
     auto *section = new SettingsSection(tr("About"));
-    auto *version = new TextLabel(TextStyle::Body, TextLabel::Tone::Secondary,
-                                  information.versionText);
+    auto *version =
+        new TextLabel(TextStyle::Body, TextLabel::Tone::Secondary, information.versionText);
     version->setObjectName(QStringLiteral("versionText"));
     section->addRow(tr("Version"), version);
     return section;

@@ -94,15 +94,18 @@ QVariant AppListModel::data(const QModelIndex &index, int role) const
     const AppProfile &app = m_apps[index.row()];
     switch (role) {
     case Qt::DisplayRole:
-    case Qt::ToolTipRole: return app.appName;
+    case Qt::ToolTipRole:
+        return app.appName;
     case Qt::AccessibleTextRole: {
         QString sentence = app.appName + QStringLiteral(", ") + storefrontName(app.country);
         if (isSelected(index.row()))
             sentence += QStringLiteral(", ") + tr("selected");
         return sentence;
     }
-    case idRole: return app.id;
-    default: return {};
+    case idRole:
+        return app.id;
+    default:
+        return {};
     }
 }
 

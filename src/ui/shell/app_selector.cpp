@@ -42,15 +42,15 @@ void paintAppLine(QPainter &painter, const AppLineGeometry &geometry, const AppP
                  QStringLiteral("app.fill"), tokens);
     painter.setFont(nameFont);
     painter.setPen(tokens[Token::Text]);
-    painter.drawText(geometry.name, Qt::AlignVCenter | Qt::TextSingleLine,
-                     QFontMetricsF(nameFont).elidedText(app.appName, Qt::ElideRight,
-                                                        geometry.name.width()));
+    painter.drawText(
+        geometry.name, Qt::AlignVCenter | Qt::TextSingleLine,
+        QFontMetricsF(nameFont).elidedText(app.appName, Qt::ElideRight, geometry.name.width()));
     painter.setFont(countryFont);
     painter.setPen(tokens[Token::Secondary]);
-    painter.drawText(geometry.country, Qt::AlignVCenter | Qt::TextSingleLine,
-                     QFontMetricsF(countryFont)
-                         .elidedText(storefrontName(app.country), Qt::ElideRight,
-                                     geometry.country.width()));
+    painter.drawText(
+        geometry.country, Qt::AlignVCenter | Qt::TextSingleLine,
+        QFontMetricsF(countryFont)
+            .elidedText(storefrontName(app.country), Qt::ElideRight, geometry.country.width()));
 }
 
 } // namespace
@@ -62,8 +62,8 @@ AppLineGeometry layoutAppLine(const QRectF &rect, qreal nameHeight, qreal countr
     const qreal middle = rect.center().y();
     const qreal top = std::round(middle - (nameHeight + countryHeight) / 2);
     geometry.icon = QRectF(rect.x(), std::round(middle - iconSize / 2), iconSize, iconSize);
-    geometry.mark = QRectF(rect.right() - markSize, std::round(middle - markSize / 2), markSize,
-                           markSize);
+    geometry.mark =
+        QRectF(rect.right() - markSize, std::round(middle - markSize / 2), markSize, markSize);
     const qreal left = geometry.icon.right() + 10;
     const qreal width = std::max(0.0, geometry.mark.x() - spacing::s - left);
     geometry.name = QRectF(left, top, width, nameHeight);
@@ -155,10 +155,10 @@ void AppListDelegate::paint(QPainter *painter, const QStyleOptionViewItem &optio
         painter->fillRect(option.rect, tokens[Token::Hover]);
     const QFont nameFont = fontFor(TextStyle::BodyMedium, option.font);
     const QFont countryFont = fontFor(TextStyle::Secondary, option.font);
-    const AppLineGeometry geometry = layoutAppLine(
-        QRectF(option.rect).adjusted(10, 0, -11, 0), std::ceil(QFontMetricsF(nameFont).height()),
-        std::ceil(QFontMetricsF(countryFont).height()),
-        std::round(option.rect.height() * 24.0 / 46.0));
+    const AppLineGeometry geometry = layoutAppLine(QRectF(option.rect).adjusted(10, 0, -11, 0),
+                                                   std::ceil(QFontMetricsF(nameFont).height()),
+                                                   std::ceil(QFontMetricsF(countryFont).height()),
+                                                   std::round(option.rect.height() * 24.0 / 46.0));
     paintAppLine(*painter, geometry, model->appAt(index.row()), m_images, tokens, nameFont,
                  countryFont);
     if (selected)
@@ -174,8 +174,8 @@ AppSelector::AppSelector(ASOStore &store, ArtworkImages &images, QWidget *parent
       m_search(new TextField(QStringLiteral("appSelectorSearch"), tr("Search apps"),
                              QStringLiteral("magnifyingglass"))),
       m_list(new QListView),
-      m_noMatch(new TextLabel(TextStyle::Secondary, TextLabel::Tone::Secondary,
-                              tr("No matching apps."))),
+      m_noMatch(
+          new TextLabel(TextStyle::Secondary, TextLabel::Tone::Secondary, tr("No matching apps."))),
       m_add(new Button(Button::Kind::Link, QStringLiteral("plus"), tr("Add App")))
 {
     nameControl(m_list, QStringLiteral("appList"), tr("Apps"));

@@ -43,8 +43,8 @@ MainWindow::MainWindow(Collaborators collaborators, QWidget *parent)
       m_searchStorefront(m_with.preferences.preferredStorefrontCountry()),
       m_sidebar(new Sidebar(m_with.store, *m_images)),
       m_dashboard(new DashboardPage(m_with.store, *m_images, m_with.preferences, m_with.files)),
-      m_competitors(new CompetitorsView(
-          {m_with.store, *m_images, m_with.openUrl, m_with.appStoreUrl})),
+      m_competitors(
+          new CompetitorsView({m_with.store, *m_images, m_with.openUrl, m_with.appStoreUrl})),
       m_pages(new QStackedWidget),
       m_refreshLoop(m_with.store.clock(), [this](std::stop_token stop) {
           return m_with.store.refreshHistory(std::move(stop));
@@ -114,8 +114,7 @@ void MainWindow::buildActions()
     addKey(tr("Settings"), QKeySequence(Qt::CTRL | Qt::Key_Comma), [this] { openSettings(); });
 }
 
-QAction *MainWindow::addKey(const QString &text, const QKeySequence &key,
-                            std::function<void()> act)
+QAction *MainWindow::addKey(const QString &text, const QKeySequence &key, std::function<void()> act)
 {
     auto *action = new QAction(text, this);
     action->setShortcut(key);
@@ -207,8 +206,7 @@ void MainWindow::connectCompetitors()
     m_competitors->setCountry(m_dashboard->storefrontOfNewKeywords());
     connect(m_dashboard, &DashboardPage::storefrontOfNewKeywordsChanged, m_competitors,
             &CompetitorsView::setCountry);
-    connect(m_competitors, &CompetitorsView::countryPicked, this,
-            &MainWindow::setSearchStorefront);
+    connect(m_competitors, &CompetitorsView::countryPicked, this, &MainWindow::setSearchStorefront);
     connect(this, &MainWindow::selectedAppChanged, m_competitors, &CompetitorsView::setApp);
 }
 
@@ -243,9 +241,8 @@ void MainWindow::showWorkspace(Workspace workspace)
 {
     m_workspace = workspace;
     m_sidebar->setWorkspace(workspace);
-    m_pages->setCurrentWidget(workspace == Workspace::Keywords
-                                  ? static_cast<QWidget *>(m_dashboard)
-                                  : m_competitors);
+    m_pages->setCurrentWidget(workspace == Workspace::Keywords ? static_cast<QWidget *>(m_dashboard)
+                                                               : m_competitors);
 }
 
 void MainWindow::openAppSearch()
@@ -263,8 +260,8 @@ void MainWindow::openAppSearch()
 
 void MainWindow::openSettings()
 {
-    auto *sheet = new SettingsSheet(m_with.preferences, m_with.information, m_with.updater,
-                                    m_with.openUrl);
+    auto *sheet =
+        new SettingsSheet(m_with.preferences, m_with.information, m_with.updater, m_with.openUrl);
     Overlay *overlay = Overlay::open(Overlay::Kind::Sheet, this, sheet);
     connect(sheet, &SettingsSheet::closeRequested, overlay, &Overlay::dismiss);
     connect(sheet, &SettingsSheet::preferredStorefrontChanged, this,
@@ -318,8 +315,11 @@ bool MainWindow::event(QEvent *event)
     switch (event->type()) {
     case QEvent::Show:
     case QEvent::Hide:
-    case QEvent::WindowStateChange: updateActivity(); break;
-    default: break;
+    case QEvent::WindowStateChange:
+        updateActivity();
+        break;
+    default:
+        break;
     }
     return QWidget::event(event);
 }

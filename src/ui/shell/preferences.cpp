@@ -19,8 +19,7 @@ const QString geometryKey = QStringLiteral("windowGeometry");
 
 QString StoredPreferences::preferredStorefrontCountry() const
 {
-    const QString code =
-        m_settings.value(storefrontKey, QStringLiteral("US")).toString().toUpper();
+    const QString code = m_settings.value(storefrontKey, QStringLiteral("US")).toString().toUpper();
     // A file edited by hand may hold anything.
     return storefrontCodes().contains(code) ? code : QStringLiteral("US");
 }

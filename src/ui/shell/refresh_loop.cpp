@@ -39,7 +39,9 @@ Task<void> RefreshLoop::refreshOnce(std::stop_token stop)
     // A stop of the loop stops the refresh, but a stop of the refresh leaves the loop.
     m_refreshStop = std::stop_source();
     std::stop_source refreshStop = m_refreshStop;
-    auto forward = [refreshStop]() mutable { refreshStop.request_stop(); };
+    auto forward = [refreshStop]() mutable {
+        refreshStop.request_stop();
+    };
     const std::stop_callback onStop(stop, forward);
     try {
         co_await m_refresh(refreshStop.get_token());

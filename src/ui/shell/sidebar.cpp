@@ -57,9 +57,8 @@ void WorkspaceButton::paintEvent(QPaintEvent *)
     const QColor color = tokens[isChecked() ? Token::Accent : Token::Text];
     const qreal symbol = qRound(controlHeight(font()) * 16.0 / 30.0);
     const QRectF content = QRectF(rect()).adjusted(10, 0, -10, 0);
-    drawSymbol(painter,
-               QRectF(content.x(), content.center().y() - symbol / 2, symbol, symbol), m_symbol,
-               color);
+    drawSymbol(painter, QRectF(content.x(), content.center().y() - symbol / 2, symbol, symbol),
+               m_symbol, color);
     const QFont title =
         fontFor(isChecked() ? TextStyle::BodySemibold : TextStyle::BodyMedium, font());
     painter.setFont(title);

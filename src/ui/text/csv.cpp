@@ -9,8 +9,8 @@ namespace
 
 QString quoted(const QString &cell)
 {
-    const bool needsQuotes = cell.contains(u',') || cell.contains(u'"') || cell.contains(u'\n') ||
-                             cell.contains(u'\r');
+    const bool needsQuotes =
+        cell.contains(u',') || cell.contains(u'"') || cell.contains(u'\n') || cell.contains(u'\r');
     if (!needsQuotes)
         return cell;
     QString doubled = cell;

@@ -39,9 +39,12 @@ std::optional<ColorScheme> DesktopColorScheme::schemeFromPortal(const QVariant &
     while (inner.canConvert<QDBusVariant>())
         inner = inner.value<QDBusVariant>().variant();
     switch (inner.toUInt()) {
-    case 1: return ColorScheme::Dark;
-    case 2: return ColorScheme::Light;
-    default: return std::nullopt;
+    case 1:
+        return ColorScheme::Dark;
+    case 2:
+        return ColorScheme::Light;
+    default:
+        return std::nullopt;
     }
 }
 

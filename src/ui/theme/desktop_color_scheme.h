@@ -28,8 +28,7 @@ public:
     static std::optional<ColorScheme> schemeFromPortal(const QVariant &value);
 
 private Q_SLOTS:
-    void portalSettingChanged(const QString &group, const QString &key,
-                              const QDBusVariant &value);
+    void portalSettingChanged(const QString &group, const QString &key, const QDBusVariant &value);
 
 private:
     void askPortal();

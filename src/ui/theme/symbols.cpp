@@ -94,7 +94,9 @@ void drawSymbol(QPainter &painter, const QRectF &rect, const QString &name, cons
     const qreal scale = painter.device()->devicePixelRatioF();
     const QPixmap pixmap = symbolPixmap(name, size, color, scale);
     // Whole device pixels keep the strokes sharp.
-    const auto snapped = [scale](qreal value) { return std::round(value * scale) / scale; };
+    const auto snapped = [scale](qreal value) {
+        return std::round(value * scale) / scale;
+    };
     const QPointF corner(snapped(rect.x() + (rect.width() - size) / 2),
                          snapped(rect.y() + (rect.height() - size) / 2));
     painter.drawPixmap(corner, pixmap);

@@ -38,7 +38,7 @@ enum class Token {
 };
 
 inline constexpr std::array allTokens{
-    Token::Window, Token::Surface, Token::Raised, Token::Text,   Token::Secondary, Token::Hairline,
+    Token::Window, Token::Surface,  Token::Raised, Token::Text,  Token::Secondary, Token::Hairline,
     Token::Hover,  Token::Selected, Token::Accent, Token::Green, Token::Yellow,    Token::Orange,
     Token::Red,    Token::Blue,     Token::Gray,   Token::Scrim, Token::Shadow};
 

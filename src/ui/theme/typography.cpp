@@ -41,14 +41,22 @@ QFont fontFor(TextStyle style, const QFont &base)
         return font;
     };
     switch (style) {
-    case TextStyle::Title: return make(17, QFont::DemiBold);
-    case TextStyle::Body: return make(13, QFont::Normal);
-    case TextStyle::BodyMedium: return make(13, QFont::Medium);
-    case TextStyle::BodySemibold: return make(13, QFont::DemiBold);
-    case TextStyle::Secondary: return make(12, QFont::Normal);
-    case TextStyle::SecondaryMedium: return make(12, QFont::Medium);
-    case TextStyle::SecondarySemibold: return make(12, QFont::DemiBold);
-    case TextStyle::Figure: return make(22, QFont::DemiBold);
+    case TextStyle::Title:
+        return make(17, QFont::DemiBold);
+    case TextStyle::Body:
+        return make(13, QFont::Normal);
+    case TextStyle::BodyMedium:
+        return make(13, QFont::Medium);
+    case TextStyle::BodySemibold:
+        return make(13, QFont::DemiBold);
+    case TextStyle::Secondary:
+        return make(12, QFont::Normal);
+    case TextStyle::SecondaryMedium:
+        return make(12, QFont::Medium);
+    case TextStyle::SecondarySemibold:
+        return make(12, QFont::DemiBold);
+    case TextStyle::Figure:
+        return make(22, QFont::DemiBold);
     }
     Q_UNREACHABLE();
 }

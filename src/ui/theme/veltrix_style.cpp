@@ -188,17 +188,22 @@ QRect VeltrixStyle::subControlRect(ComplexControl control, const QStyleOptionCom
     const int start = sliderPositionFromValue(bar->minimum, bar->maximum, bar->sliderPosition,
                                               length - slider, bar->upsideDown);
     const auto piece = [&](int from, int size) {
-        const QRect rect = horizontal
-                               ? QRect(bar->rect.x() + from, bar->rect.y(), size, bar->rect.height())
-                               : QRect(bar->rect.x(), bar->rect.y() + from, bar->rect.width(), size);
+        const QRect rect =
+            horizontal ? QRect(bar->rect.x() + from, bar->rect.y(), size, bar->rect.height())
+                       : QRect(bar->rect.x(), bar->rect.y() + from, bar->rect.width(), size);
         return visualRect(bar->direction, bar->rect, rect);
     };
     switch (subControl) {
-    case SC_ScrollBarSlider: return piece(start, slider);
-    case SC_ScrollBarSubPage: return piece(0, start);
-    case SC_ScrollBarAddPage: return piece(start + slider, length - start - slider);
-    case SC_ScrollBarGroove: return bar->rect;
-    default: return {};
+    case SC_ScrollBarSlider:
+        return piece(start, slider);
+    case SC_ScrollBarSubPage:
+        return piece(0, start);
+    case SC_ScrollBarAddPage:
+        return piece(start + slider, length - start - slider);
+    case SC_ScrollBarGroove:
+        return bar->rect;
+    default:
+        return {};
     }
 }
 
@@ -222,19 +227,30 @@ int VeltrixStyle::pixelMetric(PixelMetric metric, const QStyleOption *option,
                               const QWidget *widget) const
 {
     switch (metric) {
-    case PM_ScrollBarExtent: return scrollBarExtent;
-    case PM_ScrollBarSliderMin: return smallestSlider;
+    case PM_ScrollBarExtent:
+        return scrollBarExtent;
+    case PM_ScrollBarSliderMin:
+        return smallestSlider;
     case PM_IndicatorWidth:
-    case PM_IndicatorHeight: return 16;
-    case PM_CheckBoxLabelSpacing: return spacing::s;
-    case PM_MenuPanelWidth: return 1;
-    case PM_MenuVMargin: return 4;
-    case PM_MenuHMargin: return 0;
+    case PM_IndicatorHeight:
+        return 16;
+    case PM_CheckBoxLabelSpacing:
+        return spacing::s;
+    case PM_MenuPanelWidth:
+        return 1;
+    case PM_MenuVMargin:
+        return 4;
+    case PM_MenuHMargin:
+        return 0;
     case PM_SmallIconSize:
-    case PM_ButtonIconSize: return menuSymbol;
-    case PM_ToolTipLabelFrameWidth: return 6;
-    case PM_FocusFrameHMargin: return 3;
-    default: return QProxyStyle::pixelMetric(metric, option, widget);
+    case PM_ButtonIconSize:
+        return menuSymbol;
+    case PM_ToolTipLabelFrameWidth:
+        return 6;
+    case PM_FocusFrameHMargin:
+        return 3;
+    default:
+        return QProxyStyle::pixelMetric(metric, option, widget);
     }
 }
 
@@ -242,13 +258,20 @@ int VeltrixStyle::styleHint(StyleHint hint, const QStyleOption *option, const QW
                             QStyleHintReturn *returned) const
 {
     switch (hint) {
-    case SH_ScrollBar_Transient: return 0;
-    case SH_ScrollBar_LeftClickAbsolutePosition: return 0;
-    case SH_ToolTipLabel_Opacity: return 255;
-    case SH_Menu_MouseTracking: return 1;
-    case SH_UnderlineShortcut: return 0;
-    case SH_ItemView_ActivateItemOnSingleClick: return 0;
-    default: return QProxyStyle::styleHint(hint, option, widget, returned);
+    case SH_ScrollBar_Transient:
+        return 0;
+    case SH_ScrollBar_LeftClickAbsolutePosition:
+        return 0;
+    case SH_ToolTipLabel_Opacity:
+        return 255;
+    case SH_Menu_MouseTracking:
+        return 1;
+    case SH_UnderlineShortcut:
+        return 0;
+    case SH_ItemView_ActivateItemOnSingleClick:
+        return 0;
+    default:
+        return QProxyStyle::styleHint(hint, option, widget, returned);
     }
 }
 

@@ -68,8 +68,8 @@ AppRowGeometry layoutAppRow(const QRectF &rect, qreal nameHeight, qreal detailHe
     const qreal middle = rect.center().y();
     const qreal top = std::round(middle - (nameHeight + detailHeight) / 2);
     geometry.rank = QRectF(rect.x() + spacing::s, rect.y(), rankWidth, rect.height());
-    geometry.icon = QRectF(geometry.rank.right() + spacing::m, std::round(middle - icon / 2), icon,
-                           icon);
+    geometry.icon =
+        QRectF(geometry.rank.right() + spacing::m, std::round(middle - icon / 2), icon, icon);
     const qreal textLeft = geometry.icon.right() + spacing::m;
     const qreal ratingRight = rect.right() - trailing;
     const qreal ratingLeft = std::max(textLeft, ratingRight - ratingWidth);
@@ -135,9 +135,8 @@ QSize AppSearchRowView::sizeHint() const
 void AppSearchRowView::placeButton()
 {
     const QSize size = m_add->sizeHint();
-    m_add->setGeometry(QRect(QPoint(width() - spacing::s - size.width(),
-                                    (height() - size.height()) / 2),
-                             size));
+    m_add->setGeometry(
+        QRect(QPoint(width() - spacing::s - size.width(), (height() - size.height()) / 2), size));
 }
 
 void AppSearchRowView::resizeEvent(QResizeEvent *event)
@@ -161,13 +160,12 @@ void AppSearchRowView::paintEvent(QPaintEvent *)
     const QFontMetricsF details(detailFont);
     const qreal rankWidth = tabularWidth(details, QStringLiteral("000"));
     // The same for every row, so that stars stand in a column.
-    const qreal ratingWidth = std::max(
-        details.horizontalAdvance(m_texts.ratingCount),
-        details.horizontalAdvance(tr("%1 ratings").arg(QLocale().toString(888'888))));
-    const AppRowGeometry geometry =
-        layoutAppRow(rect(), std::ceil(QFontMetricsF(nameFont).height()),
-                     std::ceil(details.height()), rankWidth, ratingWidth,
-                     m_add->width() + 2 * spacing::s);
+    const qreal ratingWidth =
+        std::max(details.horizontalAdvance(m_texts.ratingCount),
+                 details.horizontalAdvance(tr("%1 ratings").arg(QLocale().toString(888'888))));
+    const AppRowGeometry geometry = layoutAppRow(
+        rect(), std::ceil(QFontMetricsF(nameFont).height()), std::ceil(details.height()), rankWidth,
+        ratingWidth, m_add->width() + 2 * spacing::s);
 
     QPainter painter(this);
     if (underMouse())

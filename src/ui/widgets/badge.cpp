@@ -53,8 +53,7 @@ BadgeGeometry layoutBadge(const QRectF &rect, const QFontMetricsF &metrics, cons
     const qreal wanted = std::ceil(metrics.horizontalAdvance(badge.text)) + 2 * sidePadding;
     const qreal width = std::min(wanted, rect.width());
     BadgeGeometry geometry;
-    geometry.capsule =
-        QRectF(rect.x(), std::round(rect.center().y() - height / 2), width, height);
+    geometry.capsule = QRectF(rect.x(), std::round(rect.center().y() - height / 2), width, height);
     geometry.text = geometry.capsule.adjusted(sidePadding, 0, -sidePadding, 0);
     return geometry;
 }

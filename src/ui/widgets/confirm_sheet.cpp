@@ -64,11 +64,10 @@ void ConfirmSheet::ask(QWidget *opener, const Question &question, std::function<
     opener->window()->setAttribute(Qt::WA_KeyboardFocusChange);
     Overlay *overlay = Overlay::open(Overlay::Kind::Sheet, opener, sheet);
     connect(sheet, &ConfirmSheet::cancelled, overlay, &Overlay::dismiss);
-    connect(sheet, &ConfirmSheet::confirmed, overlay,
-            [overlay, confirmed = std::move(confirmed)] {
-                overlay->dismiss();
-                confirmed();
-            });
+    connect(sheet, &ConfirmSheet::confirmed, overlay, [overlay, confirmed = std::move(confirmed)] {
+        overlay->dismiss();
+        confirmed();
+    });
 }
 
 } // namespace veltrix

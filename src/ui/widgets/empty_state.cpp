@@ -79,8 +79,7 @@ void EmptyState::paintEvent(QPaintEvent *)
     if (m_content.symbol.isEmpty())
         return;
     QPainter painter(this);
-    drawSymbol(painter, m_symbolSpace->geometry(), m_content.symbol,
-               Tokens::of(this)[Token::Gray]);
+    drawSymbol(painter, m_symbolSpace->geometry(), m_content.symbol, Tokens::of(this)[Token::Gray]);
 }
 
 } // namespace veltrix

@@ -10,7 +10,8 @@ namespace veltrix
 class Button;
 class TextLabel;
 
-/// A symbol, a heading, a sentence and a way on, centred. Every part but the heading may be missing.
+/// A symbol, a heading, a sentence and a way on, centred. Every part but the heading may be
+/// missing.
 class EmptyState final : public QWidget
 {
     Q_OBJECT

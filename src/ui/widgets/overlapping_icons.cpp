@@ -32,8 +32,8 @@ void paintOverlappingIcons(QPainter &painter, const QRectF &rect, qreal iconSize
         if (i > 0)
             drawRoundedRect(painter, square.adjusted(-1, -1, 1, 1), artworkRadius(iconSize) + 1,
                             under);
-        paintArtwork(painter, square, images.image(urls[qsizetype(i)]),
-                     QStringLiteral("app.fill"), tokens);
+        paintArtwork(painter, square, images.image(urls[qsizetype(i)]), QStringLiteral("app.fill"),
+                     tokens);
     }
 }
 

@@ -25,8 +25,8 @@ constexpr int popoverGap = 6;
 
 bool takesFocusByTab(const QWidget *widget)
 {
-    return (widget->focusPolicy() & Qt::TabFocus) && widget->isEnabled() &&
-           widget->isVisible() && !widget->focusProxy();
+    return (widget->focusPolicy() & Qt::TabFocus) && widget->isEnabled() && widget->isVisible() &&
+           !widget->focusProxy();
 }
 
 } // namespace
@@ -42,7 +42,8 @@ QRect layoutSheet(const QRect &window, QSize preferred)
 
 QRect layoutPopover(const QRect &window, const QRect &anchor, QSize preferred)
 {
-    const QRect room = window.adjusted(popoverMargin, popoverMargin, -popoverMargin, -popoverMargin);
+    const QRect room =
+        window.adjusted(popoverMargin, popoverMargin, -popoverMargin, -popoverMargin);
     const QSize size = preferred.boundedTo(room.size());
     int x = anchor.right() + 1 - size.width();
     x = std::clamp(x, room.left(), std::max(room.left(), room.right() + 1 - size.width()));

@@ -17,9 +17,9 @@ QRect layoutSheet(const QRect &window, QSize preferred);
 /// a margin of 8 pixels; above the anchor when only there it fits.
 QRect layoutPopover(const QRect &window, const QRect &anchor, QSize preferred);
 
-/// A card over a whole window. It belongs to the window, takes all its input while it is open, keeps
-/// the keyboard focus inside, closes on Escape, and gives the focus back. Drawing inside the window
-/// rather than in one of its own gives it round corners and a shadow on every desktop.
+/// A card over a whole window. It belongs to the window, takes all its input while it is open,
+/// keeps the keyboard focus inside, closes on Escape, and gives the focus back. Drawing inside the
+/// window rather than in one of its own gives it round corners and a shadow on every desktop.
 class Overlay final : public QWidget
 {
     Q_OBJECT

@@ -31,18 +31,22 @@ QString PositionBadge::text() const
     if (!position)
         return QCoreApplication::translate("PositionBadge", "Not ranked");
     switch (*position) {
-    case 1: return QCoreApplication::translate("PositionBadge", "1st");
-    case 2: return QCoreApplication::translate("PositionBadge", "2nd");
-    case 3: return QCoreApplication::translate("PositionBadge", "3rd");
-    default: return QStringLiteral("# ") + QString::number(*position);
+    case 1:
+        return QCoreApplication::translate("PositionBadge", "1st");
+    case 2:
+        return QCoreApplication::translate("PositionBadge", "2nd");
+    case 3:
+        return QCoreApplication::translate("PositionBadge", "3rd");
+    default:
+        return QStringLiteral("# ") + QString::number(*position);
     }
 }
 
 QString PositionBadge::accessibleText() const
 {
     if (!position)
-        return QCoreApplication::translate(
-            "PositionBadge", "Absent from returned search results (up to 100 apps)");
+        return QCoreApplication::translate("PositionBadge",
+                                           "Absent from returned search results (up to 100 apps)");
     return QCoreApplication::translate("PositionBadge", "Rank %1").arg(*position);
 }
 
@@ -50,12 +54,15 @@ Token movementToken(const RankMovement &movement)
 {
     switch (movement.kind()) {
     case RankMovement::Kind::Improved:
-    case RankMovement::Kind::Entered: return Token::Green;
+    case RankMovement::Kind::Entered:
+        return Token::Green;
     case RankMovement::Kind::Declined:
-    case RankMovement::Kind::Left: return Token::Red;
+    case RankMovement::Kind::Left:
+        return Token::Red;
     case RankMovement::Kind::First:
     case RankMovement::Kind::Unchanged:
-    case RankMovement::Kind::StillUnranked: return Token::Secondary;
+    case RankMovement::Kind::StillUnranked:
+        return Token::Secondary;
     }
     Q_UNREACHABLE();
 }
@@ -76,8 +83,7 @@ PositionGeometry layoutPosition(const QRectF &rect, const QFontMetricsF &rank,
                                 const PositionBadge &badge)
 {
     PositionGeometry geometry;
-    const qreal baseline =
-        std::round(rect.center().y() + (rank.ascent() - rank.descent()) / 2);
+    const qreal baseline = std::round(rect.center().y() + (rank.ascent() - rank.descent()) / 2);
     qreal x = rect.x();
     if (badge.hasTrophy()) {
         const qreal size = std::round(rank.height());
@@ -98,8 +104,7 @@ void paintPosition(QPainter &painter, const QRectF &rect, const PositionBadge &b
     const QFont rank = fontFor(rankStyle(badge), base);
     const QFont moved = fontFor(TextStyle::SecondaryMedium, base);
     const QFontMetricsF movedMetrics(moved);
-    const PositionGeometry geometry =
-        layoutPosition(rect, QFontMetricsF(rank), badge);
+    const PositionGeometry geometry = layoutPosition(rect, QFontMetricsF(rank), badge);
     painter.save();
     if (badge.hasTrophy())
         drawSymbol(painter, geometry.trophy, QStringLiteral("trophy.fill"), tokens[Token::Yellow]);
@@ -109,9 +114,9 @@ void paintPosition(QPainter &painter, const QRectF &rect, const PositionBadge &b
     if (movement) {
         painter.setFont(moved);
         painter.setPen(tokens[movementToken(*movement)]);
-        painter.drawText(geometry.movementBaseline,
-                         movedMetrics.elidedText(movement->label(), Qt::ElideRight,
-                                                 geometry.movementWidth));
+        painter.drawText(
+            geometry.movementBaseline,
+            movedMetrics.elidedText(movement->label(), Qt::ElideRight, geometry.movementWidth));
     }
     painter.restore();
 }

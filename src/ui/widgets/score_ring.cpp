@@ -90,8 +90,7 @@ void paintScoreRing(QPainter &painter, const QRectF &rect, const ScoreRing &valu
     painter.setBrush(Qt::NoBrush);
     painter.drawEllipse(geometry.ring);
     if (value.fraction() > 0) {
-        painter.setPen(
-            QPen(tokens[value.token()], geometry.stroke, Qt::SolidLine, Qt::RoundCap));
+        painter.setPen(QPen(tokens[value.token()], geometry.stroke, Qt::SolidLine, Qt::RoundCap));
         // From twelve o'clock, clockwise, in sixteenths of a degree.
         painter.drawArc(geometry.ring, 90 * 16, -int(std::lround(value.fraction() * 360 * 16)));
     }

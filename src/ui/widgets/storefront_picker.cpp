@@ -74,7 +74,8 @@ public:
         connect(m_view, &QListView::activated, this, [this](const QModelIndex &i) { choose(i); });
         m_filter->setFocus();
         QMetaObject::invokeMethod(
-            m_view, [this] { m_view->scrollTo(m_view->currentIndex(), QListView::PositionAtCenter); },
+            m_view,
+            [this] { m_view->scrollTo(m_view->currentIndex(), QListView::PositionAtCenter); },
             Qt::QueuedConnection);
     }
 
@@ -177,19 +178,18 @@ void PickerDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option
     const Tokens tokens = Tokens::of(option.palette);
     const bool current = option.state & (QStyle::State_Selected | QStyle::State_MouseOver);
     if (current)
-        drawRoundedRect(*painter, option.rect, 5,
-                        tokens[option.state & QStyle::State_Selected ? Token::Selected
-                                                                     : Token::Hover]);
+        drawRoundedRect(
+            *painter, option.rect, 5,
+            tokens[option.state & QStyle::State_Selected ? Token::Selected : Token::Hover]);
     QRect text = option.rect.adjusted(spacing::s, 0, -spacing::s - 20, 0);
     painter->setFont(option.font);
     painter->setPen(tokens[Token::Text]);
-    painter->drawText(text, Qt::AlignVCenter | Qt::TextSingleLine,
-                      option.fontMetrics.elidedText(index.data().toString(), Qt::ElideRight,
-                                                    text.width()));
+    painter->drawText(
+        text, Qt::AlignVCenter | Qt::TextSingleLine,
+        option.fontMetrics.elidedText(index.data().toString(), Qt::ElideRight, text.width()));
     if (index.data(StorefrontListModel::codeRole) == m_chosen.data(StorefrontListModel::codeRole) &&
         m_chosen.isValid())
-        drawSymbol(*painter,
-                   QRectF(option.rect.right() - 22, option.rect.center().y() - 6, 14, 14),
+        drawSymbol(*painter, QRectF(option.rect.right() - 22, option.rect.center().y() - 6, 14, 14),
                    QStringLiteral("checkmark"), tokens[Token::Accent]);
 }
 

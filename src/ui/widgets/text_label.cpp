@@ -29,10 +29,18 @@ void TextLabel::setWrapping(Wrapping wrapping)
 void TextLabel::setTone(Tone tone)
 {
     switch (tone) {
-    case Tone::Text: setForegroundRole(QPalette::WindowText); break;
-    case Tone::Secondary: setForegroundRole(QPalette::PlaceholderText); break;
-    case Tone::Accent: setForegroundRole(QPalette::Link); break;
-    case Tone::Red: setForegroundRole(QPalette::BrightText); break;
+    case Tone::Text:
+        setForegroundRole(QPalette::WindowText);
+        break;
+    case Tone::Secondary:
+        setForegroundRole(QPalette::PlaceholderText);
+        break;
+    case Tone::Accent:
+        setForegroundRole(QPalette::Link);
+        break;
+    case Tone::Red:
+        setForegroundRole(QPalette::BrightText);
+        break;
     }
 }
 
@@ -76,8 +84,9 @@ void ElidedLabel::paintEvent(QPaintEvent *)
     const QRect area = contentsRect();
     const QString shown =
         QFontMetricsF(font()).elidedText(text(), Qt::ElideRight, area.width() + 0.5);
-    painter.drawText(area, int(QStyle::visualAlignment(layoutDirection(), alignment())) |
-                               int(Qt::TextSingleLine),
+    painter.drawText(area,
+                     int(QStyle::visualAlignment(layoutDirection(), alignment())) |
+                         int(Qt::TextSingleLine),
                      shown);
 }
 

@@ -20,8 +20,7 @@ class KeywordAnalysisSheetTest : public ResearchTest
 protected:
     QWidget *openFor(const char *keyword)
     {
-        Q_EMIT
-        page().analysisRequested(rivals().row(keyword));
+        Q_EMIT page().analysisRequested(rivals().row(keyword));
         settle();
         return topSheet();
     }

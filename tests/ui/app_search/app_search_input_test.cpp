@@ -40,13 +40,14 @@ TEST_P(AppSearchTexts, AreReadStepByStep)
     EXPECT_EQ(read(GetParam().text), QString::fromUtf8(GetParam().meaning));
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Numbers, AppSearchTexts,
-    testing::Values(Case{"42", "42"}, Case{"  42\n", "42"}, Case{"  ID42  ", "42"},
-                    Case{"id42", "42"}, Case{"id-7", "-7"}, Case{"id 42", "42?"},
-                    Case{"9223372036854775807", "9223372036854775807"},
-                    Case{"9223372036854775808", "“9223372036854775808”"},
-                    Case{"video id99 and 5", "995?"}, Case{"an id99 and 5", "99"}));
+INSTANTIATE_TEST_SUITE_P(Numbers, AppSearchTexts,
+                         testing::Values(Case{"42", "42"}, Case{"  42\n", "42"},
+                                         Case{"  ID42  ", "42"}, Case{"id42", "42"},
+                                         Case{"id-7", "-7"}, Case{"id 42", "42?"},
+                                         Case{"9223372036854775807", "9223372036854775807"},
+                                         Case{"9223372036854775808", "“9223372036854775808”"},
+                                         Case{"video id99 and 5", "995?"},
+                                         Case{"an id99 and 5", "99"}));
 
 INSTANTIATE_TEST_SUITE_P(
     Links, AppSearchTexts,
@@ -62,7 +63,8 @@ INSTANTIATE_TEST_SUITE_P(
 
 INSTANTIATE_TEST_SUITE_P(Names, AppSearchTexts,
                          testing::Values(Case{"idle game", "“idle game”"}, Case{"", "“”"},
-                                         Case{"   ", "“”"}, Case{"  Lumen Editor ", "“Lumen Editor”"},
+                                         Case{"   ", "“”"},
+                                         Case{"  Lumen Editor ", "“Lumen Editor”"},
                                          Case{"Asphalt 9", "9?"}, Case{"2048 plus 1", "20481?"},
                                          Case{"写真", "“写真”"}, Case{"idea", "“idea”"}));
 

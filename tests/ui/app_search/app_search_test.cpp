@@ -92,7 +92,9 @@ TEST_F(AppSearchTest, NoResultsIsAStateOfItsOwn)
 TEST_F(AppSearchTest, AFailureShowsItsTextAndTryAgainRunsTheSameSearch)
 {
     openSearch();
-    world->discovery->fails = [](const QString &) { return true; };
+    world->discovery->fails = [](const QString &) {
+        return true;
+    };
     search(QStringLiteral("photo"));
     EXPECT_EQ(message().title, QStringLiteral("Couldn't search apps"));
     EXPECT_EQ(message().symbol, QStringLiteral("wifi.exclamationmark"));
@@ -178,7 +180,9 @@ TEST_F(AppSearchTest, DigitsInANameFallBackToTheName)
 TEST_F(AppSearchTest, AFailedFallBackIsAFailure)
 {
     openSearch();
-    world->discovery->fails = [](const QString &term) { return term == QStringLiteral("Asphalt 9"); };
+    world->discovery->fails = [](const QString &term) {
+        return term == QStringLiteral("Asphalt 9");
+    };
     search(QStringLiteral("Asphalt 9"));
     EXPECT_EQ(message().text, QStringLiteral("The network is down."));
 }

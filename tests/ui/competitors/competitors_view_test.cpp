@@ -251,8 +251,7 @@ TEST_F(CompetitorsViewTest, ACompetitorOfAnotherStorefrontSaysWhich)
 TEST_F(CompetitorsViewTest, AnotherStorefrontSearchesAgainAndIsRemembered)
 {
     search("film camera");
-    Q_EMIT
-    find<StorefrontPicker>("competitorsStorefront")->picked(text("FR"));
+    Q_EMIT find<StorefrontPicker>("competitorsStorefront")->picked(text("FR"));
     EXPECT_EQ(appStore().searches.constLast(), text("film camera/FR/20"));
     EXPECT_EQ(window->searchStorefront(), text("FR"));
     EXPECT_EQ(view().country(), text("FR"));
@@ -260,8 +259,7 @@ TEST_F(CompetitorsViewTest, AnotherStorefrontSearchesAgainAndIsRemembered)
 
 TEST_F(CompetitorsViewTest, TheFilterOfTheKeywordsIsItsStorefrontToo)
 {
-    Q_EMIT
-    find<StorefrontPicker>("storefrontFilter")->picked(text("GB"));
+    Q_EMIT find<StorefrontPicker>("storefrontFilter")->picked(text("GB"));
     find<StorefrontPicker>("storefrontFilter")->setCode(text("GB"));
     EXPECT_EQ(page().storefrontOfNewKeywords(), text("GB"));
 }
@@ -270,8 +268,7 @@ TEST_F(CompetitorsViewTest, AnotherStorefrontReloadsTheResearchPage)
 {
     view().openResearch(201, text("US"), text("Foxglove"));
     settle();
-    Q_EMIT
-    find<StorefrontPicker>("competitorsStorefront")->picked(text("GB"));
+    Q_EMIT find<StorefrontPicker>("competitorsStorefront")->picked(text("GB"));
     settle();
     EXPECT_EQ(appStore().lookups, (QStringList{text("201/US"), text("201/GB")}));
     EXPECT_EQ(view().research()->selection().country, text("GB"));

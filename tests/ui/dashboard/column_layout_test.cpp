@@ -32,8 +32,7 @@ TEST(KeywordColumns, AreTheSixInTheirDefinedOrder)
     }
     EXPECT_EQ(headers.join(u'|'), QStringLiteral("Keyword|Target|Popularity (est.)|Difficulty "
                                                  "(est.)|Ranking|Apps"));
-    EXPECT_EQ(ids.join(u'|'),
-              QStringLiteral("keyword|target|popularity|difficulty|position|apps"));
+    EXPECT_EQ(ids.join(u'|'), QStringLiteral("keyword|target|popularity|difficulty|position|apps"));
     EXPECT_EQ(keywordColumnInfo(KeywordColumn::Popularity).helpText(),
               QStringLiteral("Estimated search popularity from the Quorvin model, not official "
                              "Apple data. Its calibration used US data; unavailable does not mean "

@@ -192,7 +192,9 @@ TEST_F(DashboardPageTest, NewKeywordsGoToTheFilteredStorefrontElseToTheOneOfSear
 TEST_F(DashboardPageTest, AFailureOfTheBackgroundQueueShowsTheStoresMessage)
 {
     open();
-    world->client->fails = [](const QString &) { return true; };
+    world->client->fails = [](const QString &) {
+        return true;
+    };
     click("addKeywordsButton");
     type("keywordInput", QStringLiteral("a"));
     press(Qt::Key_Return);
@@ -205,7 +207,9 @@ TEST_F(DashboardPageTest, AFailureOfTheBackgroundQueueShowsTheStoresMessage)
 TEST_F(DashboardPageTest, TheBannersRefreshTriesAgainAndClearsIt)
 {
     open();
-    world->client->fails = [](const QString &) { return true; };
+    world->client->fails = [](const QString &) {
+        return true;
+    };
     press(Qt::Key_F5);
     EXPECT_EQ(find<Banner>("refreshBanner")->message(),
               QStringLiteral("Some rankings couldn't be updated. Try again later."));
@@ -278,9 +282,11 @@ TEST_F(DashboardPageTest, RefreshKeywordMeasuresOneRow)
 TEST_F(DashboardPageTest, AFailedRefreshOfOneKeywordSaysWhy)
 {
     open();
-    world->client->fails = [](const QString &) { return true; };
-    page().actions().refresh({model().entryAt(model().rowOf(store().trackedKeywords().last().id))
-                                  .row.id});
+    world->client->fails = [](const QString &) {
+        return true;
+    };
+    page().actions().refresh(
+        {model().entryAt(model().rowOf(store().trackedKeywords().last().id)).row.id});
     settle();
     EXPECT_EQ(status(), QStringLiteral("The network is down."));
 }
@@ -345,8 +351,8 @@ TEST_F(DashboardPageTest, ExportsTheWholeHistoryOneLineASnapshot)
                                        "Popularity model,Scoring model"));
     EXPECT_EQ(lines[1], QStringLiteral("bildbearbeitung,DE,2026-11-20T12:00:00.000Z,19,37,47,,62,"
                                        "Supporting,popularity-7,quorvin-opportunity-v1"));
-    EXPECT_TRUE(lines[2].startsWith(
-        QStringLiteral("bildbearbeitung,DE,2026-11-21T09:50:00.000Z,18,")));
+    EXPECT_TRUE(
+        lines[2].startsWith(QStringLiteral("bildbearbeitung,DE,2026-11-21T09:50:00.000Z,18,")));
 }
 
 TEST_F(DashboardPageTest, AFailedExportSaysWhyAndACancelledOneNothing)

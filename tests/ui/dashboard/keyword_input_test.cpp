@@ -38,8 +38,7 @@ TEST(KeywordInput, TrimsWhiteSpaceOfEveryKind)
 
 TEST(KeywordInput, TakesPastedLinesAndTabs)
 {
-    EXPECT_EQ(split("one\ntwo\r\nthree\tfour,five\n\n"),
-              QStringLiteral("one|two|three|four|five"));
+    EXPECT_EQ(split("one\ntwo\r\nthree\tfour,five\n\n"), QStringLiteral("one|two|three|four|five"));
 }
 
 TEST(KeywordInput, KeepsCaseAndInnerSpaces)

@@ -83,8 +83,8 @@ TEST_F(KeywordTableModelTest, RankedComesBeforeUnrankedAndUnrankedBeforePending)
     tested->setApp(app);
     for (const Qt::SortOrder direction : {Qt::AscendingOrder, Qt::DescendingOrder}) {
         tested->sort(int(KeywordColumn::Position), direction);
-        EXPECT_TRUE(order().endsWith(
-            QStringLiteral("passport photo booth|grain filter|polaroid frame")));
+        EXPECT_TRUE(
+            order().endsWith(QStringLiteral("passport photo booth|grain filter|polaroid frame")));
     }
     EXPECT_TRUE(order().startsWith(QStringLiteral("photo editor|remove background")));
 }
@@ -225,15 +225,15 @@ TEST_F(KeywordTableModelTest, TellsTheStorefrontWhereItIsNotPlain)
 TEST_F(KeywordTableModelTest, ReadsEveryRowAsASentence)
 {
     tested->setApp(app);
-    EXPECT_EQ(at(tested->rowOf(idOf("collage maker")), KeywordColumn::Keyword,
-                 Qt::AccessibleTextRole)
-                  .toString(),
-              QStringLiteral("collage maker, United States, Updated 4 min. ago, Target: Good "
-                             "Target, Popularity: 61, Estimated difficulty: 44, Rank 9, up 2"));
-    EXPECT_EQ(at(tested->rowOf(idOf("polaroid frame")), KeywordColumn::Keyword,
-                 Qt::AccessibleTextRole)
-                  .toString(),
-              QStringLiteral("polaroid frame, United States, Awaiting metrics"));
+    EXPECT_EQ(
+        at(tested->rowOf(idOf("collage maker")), KeywordColumn::Keyword, Qt::AccessibleTextRole)
+            .toString(),
+        QStringLiteral("collage maker, United States, Updated 4 min. ago, Target: Good "
+                       "Target, Popularity: 61, Estimated difficulty: 44, Rank 9, up 2"));
+    EXPECT_EQ(
+        at(tested->rowOf(idOf("polaroid frame")), KeywordColumn::Keyword, Qt::AccessibleTextRole)
+            .toString(),
+        QStringLiteral("polaroid frame, United States, Awaiting metrics"));
 }
 
 TEST_F(KeywordTableModelTest, EveryCellHasItsAccessibleText)

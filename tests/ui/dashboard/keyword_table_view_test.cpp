@@ -167,8 +167,8 @@ TEST_F(KeywordTableViewTest, AHiddenColumnIsNeitherCopiedNorLost)
     table().setColumnVisible(KeywordColumn::Target, false);
     selectKeywords({QStringLiteral("grain filter")});
     press(Qt::Key_C, Qt::ControlModifier);
-    EXPECT_TRUE(QGuiApplication::clipboard()->text().startsWith(QStringLiteral(
-        "Keyword\tStorefront\tPopularity (est.)\tDifficulty (est.)\tRanking\n")));
+    EXPECT_TRUE(QGuiApplication::clipboard()->text().startsWith(
+        QStringLiteral("Keyword\tStorefront\tPopularity (est.)\tDifficulty (est.)\tRanking\n")));
     table().setColumnVisible(KeywordColumn::Target, true);
     EXPECT_EQ(table().shownColumns().size(), 5U);
     table().setColumnVisible(KeywordColumn::Keyword, false);

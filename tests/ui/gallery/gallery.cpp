@@ -37,12 +37,11 @@ int main(int argc, char **argv)
         for (const ColorScheme wanted : {ColorScheme::Light, ColorScheme::Dark}) {
             scheme.set(wanted);
             const QPixmap picture = renderScene(scene);
-            const QString path = folder.filePath(
-                QStringLiteral("%1-%2@%3x.png")
-                    .arg(scene.name,
-                         wanted == ColorScheme::Light ? QStringLiteral("light")
-                                                      : QStringLiteral("dark"))
-                    .arg(picture.devicePixelRatio()));
+            const QString path = folder.filePath(QStringLiteral("%1-%2@%3x.png")
+                                                     .arg(scene.name, wanted == ColorScheme::Light
+                                                                          ? QStringLiteral("light")
+                                                                          : QStringLiteral("dark"))
+                                                     .arg(picture.devicePixelRatio()));
             if (picture.isNull() || !picture.save(path)) {
                 std::fprintf(stderr, "cannot write %s\n", qPrintable(path));
                 ++failures;

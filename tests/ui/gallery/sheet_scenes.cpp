@@ -68,8 +68,7 @@ void openHistory(ResearchStage &made, const char *keyword)
 
 void openRankedApps(ResearchStage &made, const char *keyword)
 {
-    Q_EMIT
-    made.window->dashboard().rankedAppsRequested(made.world->row(keyword));
+    Q_EMIT made.window->dashboard().rankedAppsRequested(made.world->row(keyword));
 }
 
 void openCompetitors(ResearchStage &made)

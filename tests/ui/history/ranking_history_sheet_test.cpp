@@ -23,8 +23,7 @@ class RankingHistorySheetTest : public ResearchTest
 protected:
     QWidget *openFor(const char *keyword)
     {
-        Q_EMIT
-        page().historyRequested(rivals().row(keyword));
+        Q_EMIT page().historyRequested(rivals().row(keyword));
         settle();
         return topSheet();
     }

@@ -17,8 +17,7 @@ class RankingAppsSheetTest : public ResearchTest
 protected:
     QWidget *openFor(const char *keyword)
     {
-        Q_EMIT
-        page().rankedAppsRequested(rivals().row(keyword));
+        Q_EMIT page().rankedAppsRequested(rivals().row(keyword));
         settle();
         window->grab();
         return topSheet();

@@ -175,7 +175,9 @@ TEST_F(MainWindowTest, WhileASheetIsOpenTheWindowsKeysRest)
 TEST_F(MainWindowTest, TheOpenWindowFollowsTheDesktopsScheme)
 {
     open();
-    const auto corner = [this] { return window->grab().toImage().pixelColor(3, 3); };
+    const auto corner = [this] {
+        return window->grab().toImage().pixelColor(3, 3);
+    };
     EXPECT_EQ(corner(), Tokens(ColorScheme::Light)[Token::Window]);
     testTheme().set(ColorScheme::Dark);
     settle();

@@ -37,8 +37,8 @@ bool isControl(const QWidget *widget)
 
 QString described(const QWidget *widget)
 {
-    QString text = QString::fromLatin1(widget->metaObject()->className()) + u' ' +
-                   widget->objectName();
+    QString text =
+        QString::fromLatin1(widget->metaObject()->className()) + u' ' + widget->objectName();
     if (const auto *label = qobject_cast<const QLabel *>(widget))
         text += QStringLiteral(" “%1”").arg(label->text());
     if (const auto *button = qobject_cast<const QAbstractButton *>(widget))
@@ -62,16 +62,16 @@ bool clips(const QLabel *label)
         return false;
     const QRect room = label->contentsRect();
     const int flags = int(label->alignment()) | (label->wordWrap() ? Qt::TextWordWrap : 0);
-    const QRect needed = label->fontMetrics().boundingRect(QRect(0, 0, room.width(), 100'000),
-                                                           flags, label->text());
+    const QRect needed =
+        label->fontMetrics().boundingRect(QRect(0, 0, room.width(), 100'000), flags, label->text());
     return needed.height() > room.height() + 1 || needed.width() > room.width() + 1;
 }
 
 bool clips(const QAbstractButton *button)
 {
     // Buttons that give way (storefront names) say their whole name in their minimum size.
-    const QSize least = button->minimumSizeHint().isValid() ? button->minimumSizeHint()
-                                                            : button->sizeHint();
+    const QSize least =
+        button->minimumSizeHint().isValid() ? button->minimumSizeHint() : button->sizeHint();
     return button->width() < least.width() || button->height() < least.height();
 }
 
@@ -141,8 +141,8 @@ QStringList faintTexts(QWidget *root)
                              fontFor(TextStyle::Figure, QFont(root->font())).pixelSize();
         const double least = isLarge ? 3 : 4.5;
         if (contrastRatio(text, under) < least)
-            faint << QStringLiteral("%1: %2 on %3")
-                         .arg(described(label), text.name(), under.name());
+            faint
+                << QStringLiteral("%1: %2 on %3").arg(described(label), text.name(), under.name());
     }
     return faint;
 }

@@ -116,8 +116,8 @@ void UiTest::selectKeywords(const QStringList &keywords)
     for (int row = 0; row < model().rowCount(); ++row) {
         if (keywords.contains(model().entryAt(row).row.keyword)) {
             const QModelIndex index = model().index(row, 0);
-            table().selectionModel()->setCurrentIndex(
-                index, QItemSelectionModel::Select | QItemSelectionModel::Rows);
+            table().selectionModel()->setCurrentIndex(index, QItemSelectionModel::Select |
+                                                                 QItemSelectionModel::Rows);
         }
     }
     table().setFocus();

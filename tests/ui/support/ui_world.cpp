@@ -72,9 +72,13 @@ KeywordSnapshot snapshot(const TrackedKeyword &keyword, const SampleKeyword &sam
     if (position > 0)
         made.position = position;
     if (sample.popularity > 0)
-        made.popularityMeasurement = PopularityMeasurement{
-            sample.popularity, QString(popularity_source::quorvinCalibratedEstimate),
-            popularityVersion, 25, 11, 318.5};
+        made.popularityMeasurement =
+            PopularityMeasurement{sample.popularity,
+                                  QString(popularity_source::quorvinCalibratedEstimate),
+                                  popularityVersion,
+                                  25,
+                                  11,
+                                  318.5};
     made.popularityModelVersion = popularityVersion;
     made.scoringModelVersion = QString(currentScoringModelVersion);
     if (*sample.label)
@@ -188,8 +192,12 @@ std::unique_ptr<UiWorld> UiWorld::sample()
 
 ASOStore::Arguments UiWorld::storeArguments() const
 {
-    return {folder.filePath(QStringLiteral("state.json")), client,
-            KeywordPipeline{popularity, client, clock}, discovery, clock, nullptr};
+    return {folder.filePath(QStringLiteral("state.json")),
+            client,
+            KeywordPipeline{popularity, client, clock},
+            discovery,
+            clock,
+            nullptr};
 }
 
 void UiWorld::restartStore()
@@ -200,9 +208,15 @@ void UiWorld::restartStore()
 
 MainWindow::Collaborators UiWorld::collaborators()
 {
-    return {*store, artwork,     preferences, files,
-            information, hasUpdater ? &updater : nullptr,
-            [this](const QUrl &url) { openedUrls.append(url); }};
+    return {*store,
+            artwork,
+            preferences,
+            files,
+            information,
+            hasUpdater ? &updater : nullptr,
+            [this](const QUrl &url) {
+                openedUrls.append(url);
+            }};
 }
 
 QList<ITunesAppResult> sampleResults()

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// A window's surroundings for tests and pictures: a store with apps, keywords and a history, made-up
-// artwork, preferences and files in memory.
+// A window's surroundings for tests and pictures: a store with apps, keywords and a history,
+// made-up artwork, preferences and files in memory.
 #pragma once
 
 #include "clients/artwork_loading.h"

@@ -15,15 +15,43 @@ namespace
 {
 
 /// Every symbol that the windows use by name.
-const char *const usedSymbols[] = {
-    "magnifyingglass", "person.2", "chevron.up", "chevron.down", "chevron.left", "chevron.right",
-    "checkmark", "app.fill", "app.dashed", "trash", "plus", "globe", "gearshape",
-    "arrow.clockwise", "wifi.exclamationmark", "plus.circle", "checkmark.circle.fill",
-    "xmark.circle.fill", "exclamationmark.triangle", "trophy.fill", "star.fill",
-    "square.grid.2x2", "chart.xyaxis.line", "lightbulb", "info.circle", "arrow.up.right.square",
-    "person.2.fill", "key.fill", "clock.arrow.circlepath", "photo", "ellipsis",
-    "square.and.arrow.up", "square.and.arrow.down", "doc.on.doc", "envelope", "hand.raised",
-    "doc.text"};
+const char *const usedSymbols[] = {"magnifyingglass",
+                                   "person.2",
+                                   "chevron.up",
+                                   "chevron.down",
+                                   "chevron.left",
+                                   "chevron.right",
+                                   "checkmark",
+                                   "app.fill",
+                                   "app.dashed",
+                                   "trash",
+                                   "plus",
+                                   "globe",
+                                   "gearshape",
+                                   "arrow.clockwise",
+                                   "wifi.exclamationmark",
+                                   "plus.circle",
+                                   "checkmark.circle.fill",
+                                   "xmark.circle.fill",
+                                   "exclamationmark.triangle",
+                                   "trophy.fill",
+                                   "star.fill",
+                                   "square.grid.2x2",
+                                   "chart.xyaxis.line",
+                                   "lightbulb",
+                                   "info.circle",
+                                   "arrow.up.right.square",
+                                   "person.2.fill",
+                                   "key.fill",
+                                   "clock.arrow.circlepath",
+                                   "photo",
+                                   "ellipsis",
+                                   "square.and.arrow.up",
+                                   "square.and.arrow.down",
+                                   "doc.on.doc",
+                                   "envelope",
+                                   "hand.raised",
+                                   "doc.text"};
 
 int inkedPixels(const QImage &image)
 {

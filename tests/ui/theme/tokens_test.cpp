@@ -35,8 +35,8 @@ std::vector<Pair> pairsInUse(const Tokens &tokens)
     };
     const std::initializer_list<Token> rowBackgrounds{Token::Surface, Token::Hover,
                                                       Token::Selected};
-    for (const Token under : {Token::Window, Token::Surface, Token::Raised, Token::Hover,
-                              Token::Selected}) {
+    for (const Token under :
+         {Token::Window, Token::Surface, Token::Raised, Token::Hover, Token::Selected}) {
         add("text", tokens[Token::Text], tokens[under], forText);
         add("secondary text", tokens[Token::Secondary], tokens[under], forText);
         add("accent text", tokens[Token::Accent], tokens[under], forText);

@@ -78,9 +78,9 @@ TEST(ScoreRing, IsReadAsItsMetricAndItsValue)
     EXPECT_EQ(difficulty(0).accessibleText(), QStringLiteral("Estimated difficulty: 0"));
     EXPECT_EQ(popularity(61).accessibleHint(),
               QStringLiteral("Popularity. Directional estimate, not an official Apple metric."));
-    EXPECT_EQ(
-        difficulty(61).accessibleHint(),
-        QStringLiteral("Estimated difficulty. Directional estimate, not an official Apple metric."));
+    EXPECT_EQ(difficulty(61).accessibleHint(),
+              QStringLiteral(
+                  "Estimated difficulty. Directional estimate, not an official Apple metric."));
 }
 
 TEST(ScoreRing, TheArcCoversTheShareOfTheCircle)

@@ -150,9 +150,10 @@ class ConfirmTest : public OverlayTest
 protected:
     ConfirmTest()
     {
-        ConfirmSheet::ask(opener, {QStringLiteral("Delete?"), QStringLiteral("All of it."),
-                                   QStringLiteral("Delete")},
-                          [this] { ++agreed; });
+        ConfirmSheet::ask(
+            opener,
+            {QStringLiteral("Delete?"), QStringLiteral("All of it."), QStringLiteral("Delete")},
+            [this] { ++agreed; });
     }
     template <class T>
     T *find(const char *name)

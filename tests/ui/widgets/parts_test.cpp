@@ -38,7 +38,8 @@ TEST(ButtonGeometry, CentresSymbolAndTextTogether)
 
 TEST_F(PartsTest, AButtonIsAsWideAsItsTextNeeds)
 {
-    const Button text(Button::Kind::Standard, QStringLiteral("plus"), QStringLiteral("Add keywords"));
+    const Button text(Button::Kind::Standard, QStringLiteral("plus"),
+                      QStringLiteral("Add keywords"));
     const QFontMetrics metrics(fontFor(TextStyle::BodyMedium, text.font()));
     EXPECT_GE(text.sizeHint().width(), metrics.horizontalAdvance(text.text()) + 16 + 8 + 24);
     const Button symbol(Button::Kind::Standard, QStringLiteral("plus"), QString());
