@@ -9,13 +9,15 @@
 
 namespace veltrix
 {
-namespace
-{
 
+// Names the scene in the list of tests.
 void PrintTo(const Scene &scene, std::ostream *out)
 {
     *out << scene.name.toStdString();
 }
+
+namespace
+{
 
 class Audit : public testing::TestWithParam<Scene>
 {

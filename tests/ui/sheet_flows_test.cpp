@@ -20,7 +20,7 @@ protected:
     /// Chooses an entry of the row's menu with the keyboard.
     void chooseWithKeys(const QString &entry)
     {
-        QContextMenuEvent menuKey(QContextMenuEvent::Keyboard, QPoint(5, 5));
+        QContextMenuEvent menuKey(QContextMenuEvent::Keyboard, QPoint(5, 5), QPoint(5, 5));
         QCoreApplication::sendEvent(table().viewport(), &menuKey);
         settle();
         auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());

@@ -10,6 +10,8 @@
 #include "ui/widgets/empty_state.h"
 
 #include <QClipboard>
+#include <QCoreApplication>
+#include <QEvent>
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QScrollArea>
@@ -175,7 +177,10 @@ void KeywordAnalysisSheet::showNewestSnapshot()
     delete m_content;
     m_content = new KeywordAnalysisContent(m_shown);
     body()->addWidget(m_content, 1);
-    body()->activate();
+    // Shown and laid out at once: the place in the new content is there to go back to.
+    m_content->show();
+    QEvent layout(QEvent::LayoutRequest);
+    QCoreApplication::sendEvent(scrollArea()->widget(), &layout);
     scrollArea()->verticalScrollBar()->setValue(place);
 }
 

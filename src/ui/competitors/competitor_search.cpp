@@ -11,7 +11,7 @@ CompetitorSearch::CompetitorSearch(ASOStore &store, QObject *parent)
 
 CompetitorSearch::~CompetitorSearch() = default;
 
-void CompetitorSearch::submit(const QString &term, const QString &country)
+void CompetitorSearch::submit(QString term, QString country)
 {
     clear();
     m_state.lastSearchTerm = term.trimmed();

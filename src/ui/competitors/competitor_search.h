@@ -43,7 +43,7 @@ public:
     ~CompetitorSearch() override;
 
     /// Searches a trimmed text; an empty one clears what was found.
-    void submit(const QString &term, const QString &country);
+    void submit(QString term, QString country);
     /// The last search again.
     void retry();
     /// The last search with fullLimit.

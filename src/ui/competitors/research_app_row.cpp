@@ -86,7 +86,7 @@ ResearchAppRow::ResearchAppRow(const ITunesAppResult &app, ArtworkImages &images
         if (icon && icon->text() == url)
             update();
     });
-    setAccessibleName(tr("Research %1").arg(displayName(m_app)));
+    ResearchAppRow::updateAccessibleTexts();
 }
 
 QString ResearchAppRow::openText() const

@@ -204,7 +204,8 @@ void RankChart::View::drawSelection(QPainter &painter, const Tokens &tokens) con
     if (!selected)
         return;
     const RankPlot plotted = plot();
-    const qreal x = plotted.x(*selected);
+    // In the middle of a pixel, so that the dashes are crisp.
+    const qreal x = std::floor(plotted.x(*selected)) + 0.5;
     QPen crosshair(tokens[Token::Secondary], 1.2);
     crosshair.setDashPattern({3, 3});
     painter.setPen(crosshair);

@@ -21,7 +21,6 @@ Banner::Banner(const QString &objectName, const QString &symbol, const QString &
     setAccessibleRole(this, QAccessible::AlertMessage);
     setObjectName(objectName);
     m_text->setWrapping(TextLabel::Wrapping::Wrapped);
-    m_action->setVisible(!action.isEmpty());
     nameControl(m_action, objectName + QStringLiteral("Action"), action);
     const int size = qRound(controlHeight(font()) * 16.0 / 30.0);
     m_symbolSpace->setFixedSize(size, size);
@@ -31,6 +30,8 @@ Banner::Banner(const QString &objectName, const QString &symbol, const QString &
     layout->addWidget(m_symbolSpace);
     layout->addWidget(m_text, 1);
     layout->addWidget(m_action);
+    // Only now that it has a parent: shown before, it would be a window.
+    m_action->setVisible(!action.isEmpty());
     setMinimumHeight(controlHeight(font()) + 13);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     connect(m_action, &Button::clicked, this, &Banner::actionTriggered);

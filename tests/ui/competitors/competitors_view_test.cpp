@@ -252,6 +252,7 @@ TEST_F(CompetitorsViewTest, AnotherStorefrontSearchesAgainAndIsRemembered)
 {
     search("film camera");
     Q_EMIT find<StorefrontPicker>("competitorsStorefront")->picked(text("FR"));
+    settle();
     EXPECT_EQ(appStore().searches.constLast(), text("film camera/FR/20"));
     EXPECT_EQ(window->searchStorefront(), text("FR"));
     EXPECT_EQ(view().country(), text("FR"));

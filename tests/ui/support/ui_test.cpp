@@ -13,8 +13,34 @@ FakeColorScheme &testTheme()
     return scheme;
 }
 
-UiTest::UiTest()
+namespace
 {
+
+/// Fails the test when something other than a window of the program shows as one: a part that is
+/// shown before it has a parent flashes up on its own and takes the focus.
+class StrayWindowWatch : public QObject
+{
+public:
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() != QEvent::Show || !watched->isWidgetType())
+            return false;
+        const auto *widget = static_cast<QWidget *>(watched);
+        const bool isExpected = qobject_cast<const MainWindow *>(widget) ||
+                                widget->windowFlags().testAnyFlags(Qt::Popup | Qt::ToolTip) ||
+                                widget->metaObject() == &QWidget::staticMetaObject;
+        if (widget->isWindow() && !isExpected)
+            ADD_FAILURE() << "a stray window: " << widget->metaObject()->className() << ' '
+                          << widget->objectName().toStdString();
+        return false;
+    }
+};
+
+} // namespace
+
+UiTest::UiTest() : m_watch(std::make_unique<StrayWindowWatch>())
+{
+    qApp->installEventFilter(m_watch.get());
     QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
     testTheme().set(ColorScheme::Light);
 }

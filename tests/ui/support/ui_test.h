@@ -85,6 +85,9 @@ protected:
 
     std::unique_ptr<UiWorld> world;
     std::unique_ptr<MainWindow> window;
+
+private:
+    std::unique_ptr<QObject> m_watch;
 };
 
 } // namespace veltrix
