@@ -66,7 +66,10 @@ void RankedAppsLoading::start()
         m_state.results = saved->results;
         m_state.savedDate = saved->fetchedAt;
     }
-    m_state.errorMessage.reset();
+    // Over a list, the message stays until there is an answer, so that nothing jumps and its button
+    // keeps the focus.
+    if (!m_state.hasResults())
+        m_state.errorMessage.reset();
     m_state.isLoading = true;
     Q_EMIT changed();
     m_tasks.own(load(m_tasks.token()));
@@ -91,6 +94,7 @@ Task<void> RankedAppsLoading::load(std::stop_token stop)
         throwIfStopped(stop);
         m_state.results = results;
         m_state.savedDate.reset();
+        m_state.errorMessage.reset();
     } catch (const Error &error) {
         m_state.errorMessage = error.description();
     }

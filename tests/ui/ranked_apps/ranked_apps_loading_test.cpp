@@ -86,9 +86,11 @@ TEST_F(RankedAppsLoadingTest, ARetryAfterAFailureStartsTheLoadingAgain)
     client.holds = true;
     loading->retry();
     EXPECT_EQ(state().attempt, 1);
-    EXPECT_EQ(state().failureText(), QString());
+    EXPECT_EQ(state().failureText(), text("Showing saved results. The network is down."))
+        << "it stands until there is an answer";
     EXPECT_TRUE(state().isLoading);
     client.release();
+    EXPECT_EQ(state().failureText(), QString());
     EXPECT_EQ(state().results.size(), 3);
     EXPECT_EQ(client.searches.size(), 2);
 }
