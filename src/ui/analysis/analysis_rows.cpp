@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/analysis/analysis_rows.h"
 
-#include "ui/analysis/card.h"
 #include "ui/theme/typography.h"
 #include "ui/widgets/accessibility.h"
+#include "ui/widgets/card.h"
 
 #include <QHBoxLayout>
 

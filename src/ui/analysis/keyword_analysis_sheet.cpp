@@ -2,12 +2,12 @@
 #include "ui/analysis/keyword_analysis_sheet.h"
 
 #include "ui/analysis/analysis_rows.h"
-#include "ui/analysis/card.h"
-#include "ui/analysis/feedback_button.h"
 #include "ui/text/storefronts.h"
 #include "ui/theme/typography.h"
 #include "ui/widgets/accessibility.h"
+#include "ui/widgets/card.h"
 #include "ui/widgets/empty_state.h"
+#include "ui/widgets/feedback_button.h"
 
 #include <QClipboard>
 #include <QCoreApplication>

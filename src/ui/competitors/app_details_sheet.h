@@ -3,8 +3,8 @@
 #pragma once
 
 #include "effects/task_scope.h"
-#include "ui/analysis/sheet_frame.h"
 #include "ui/competitors/ranked_app_research_row.h"
+#include "ui/widgets/sheet_frame.h"
 
 class QStackedWidget;
 

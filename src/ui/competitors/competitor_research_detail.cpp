@@ -2,8 +2,6 @@
 #include "ui/competitors/competitor_research_detail.h"
 
 #include "store/aso_store.h"
-#include "ui/analysis/card.h"
-#include "ui/analysis/sheet_frame.h"
 #include "ui/competitors/app_facts.h"
 #include "ui/competitors/app_header.h"
 #include "ui/competitors/expandable_text.h"
@@ -13,7 +11,9 @@
 #include "ui/competitors/similar_apps_panel.h"
 #include "ui/competitors/track_competitor_button.h"
 #include "ui/widgets/accessibility.h"
+#include "ui/widgets/card.h"
 #include "ui/widgets/empty_state.h"
+#include "ui/widgets/sheet_frame.h"
 
 #include <QHBoxLayout>
 #include <QScrollArea>

@@ -2,7 +2,6 @@
 #include "ui/competitors/competitors_view.h"
 
 #include "store/aso_store.h"
-#include "ui/analysis/sheet_frame.h"
 #include "ui/competitors/card_grid.h"
 #include "ui/competitors/failure_card.h"
 #include "ui/competitors/research_app_row.h"
@@ -11,6 +10,7 @@
 #include "ui/widgets/accessibility.h"
 #include "ui/widgets/empty_state.h"
 #include "ui/widgets/page_toolbar.h"
+#include "ui/widgets/sheet_frame.h"
 #include "ui/widgets/storefront_picker.h"
 #include "ui/widgets/text_field.h"
 

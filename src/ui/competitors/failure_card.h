@@ -2,7 +2,7 @@
 // What went wrong with a part of a page, and the way on.
 #pragma once
 
-#include "ui/analysis/card.h"
+#include "ui/widgets/card.h"
 
 namespace veltrix
 {

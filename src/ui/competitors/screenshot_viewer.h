@@ -3,7 +3,7 @@
 #pragma once
 
 #include "model/url.h"
-#include "ui/analysis/sheet_frame.h"
+#include "ui/widgets/sheet_frame.h"
 
 #include <QList>
 

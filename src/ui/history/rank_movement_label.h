@@ -3,7 +3,7 @@
 #pragma once
 
 #include "store/rank_movement.h"
-#include "ui/analysis/card.h"
+#include "ui/widgets/card.h"
 
 namespace veltrix
 {

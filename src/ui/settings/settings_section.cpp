@@ -3,6 +3,7 @@
 
 #include "ui/theme/painting.h"
 #include "ui/widgets/accessibility.h"
+#include "ui/widgets/button.h"
 #include "ui/widgets/text_label.h"
 
 #include <QHBoxLayout>
@@ -16,7 +17,8 @@ SettingsSection::SettingsSection(const QString &title, QWidget *parent)
 {
     setAccessibleRole(this, QAccessible::Grouping);
     setAccessibleName(title);
-    m_rows->setContentsMargins(spacing::l, spacing::s, spacing::m, spacing::s);
+    // A link brings padding of its own, so that its text is in line with the labels.
+    m_rows->setContentsMargins(spacing::l - spacing::xs, spacing::xs, spacing::m, spacing::xs);
     m_rows->setSpacing(0);
     m_card->setLayout(m_rows);
     auto *layout = new QVBoxLayout(this);
@@ -28,8 +30,8 @@ SettingsSection::SettingsSection(const QString &title, QWidget *parent)
 
 void SettingsSection::addRow(const QString &label, QWidget *control)
 {
-    auto *row = new QWidget;
-    auto *layout = new QHBoxLayout(row);
+    auto *parts = new QWidget;
+    auto *layout = new QHBoxLayout(parts);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(spacing::m);
     auto *text = new TextLabel(TextStyle::Body, TextLabel::Tone::Text, label);
@@ -37,14 +39,28 @@ void SettingsSection::addRow(const QString &label, QWidget *control)
     layout->addWidget(text);
     layout->addStretch(1);
     layout->addWidget(control);
-    addRow(row);
+    addRow(parts);
 }
 
 void SettingsSection::addRow(QWidget *control)
 {
-    control->setMinimumHeight(oneLineRowHeight(font()) + 2);
-    m_rows->addWidget(control);
-    m_rowStarts.append(control);
+    append(control, spacing::xs);
+}
+
+void SettingsSection::addLink(Button *link)
+{
+    append(link, 0)->addStretch(1);
+}
+
+QBoxLayout *SettingsSection::append(QWidget *control, int inset)
+{
+    control->setMinimumHeight(oneLineRowHeight(font()) + spacing::s);
+    auto *line = new QHBoxLayout;
+    line->setContentsMargins(inset, 0, 0, 0);
+    line->addWidget(control);
+    m_rows->addLayout(line);
+    m_rowControls.append(control);
+    return line;
 }
 
 void SettingsSection::addNote(const QString &text, const QString &objectName)
@@ -52,6 +68,7 @@ void SettingsSection::addNote(const QString &text, const QString &objectName)
     auto *note = new TextLabel(TextStyle::Secondary, TextLabel::Tone::Secondary, text);
     note->setObjectName(objectName);
     note->setWrapping(TextLabel::Wrapping::Wrapped);
+    note->setContentsMargins(spacing::xs, 0, 0, 0);
     m_rows->addWidget(note);
     m_rows->addSpacing(spacing::s);
 }
@@ -62,10 +79,12 @@ void SettingsSection::paintEvent(QPaintEvent *)
     QPainter painter(this);
     drawRoundedRect(painter, m_card->geometry(), radius::card, Qt::transparent,
                     tokens[Token::Hairline]);
-    for (qsizetype i = 1; i < m_rowStarts.size(); ++i) {
-        const QPoint top = m_rowStarts[i]->mapTo(this, QPoint());
-        drawHorizontalHairline(painter, top.x(), m_card->geometry().right() - spacing::m, top.y(),
-                               tokens[Token::Hairline]);
+    for (qsizetype i = 1; i < m_rowControls.size(); ++i) {
+        if (!m_rowControls[i]->isVisibleTo(this))
+            continue;
+        drawHorizontalHairline(
+            painter, m_card->x() + spacing::l, m_card->geometry().right() - spacing::m,
+            m_rowControls[i]->mapTo(this, QPoint()).y(), tokens[Token::Hairline]);
     }
 }
 

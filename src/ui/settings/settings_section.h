@@ -4,10 +4,13 @@
 
 #include <QWidget>
 
+class QBoxLayout;
 class QVBoxLayout;
 
 namespace veltrix
 {
+
+class Button;
 
 class SettingsSection final : public QWidget
 {
@@ -20,6 +23,8 @@ public:
     void addRow(const QString &label, QWidget *control);
     /// A row that is one control.
     void addRow(QWidget *control);
+    /// A row that is a link.
+    void addLink(Button *link);
     /// A quiet explanation below the row before.
     void addNote(const QString &text, const QString &objectName = QString());
 
@@ -27,9 +32,12 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    /// Adds a row whose control starts `inset` inside.
+    QBoxLayout *append(QWidget *control, int inset);
+
     QWidget *m_card;
     QVBoxLayout *m_rows;
-    QList<QWidget *> m_rowStarts;
+    QList<QWidget *> m_rowControls;
 };
 
 } // namespace veltrix

@@ -5,6 +5,7 @@
 #include "ui/settings/updater_interface.h"
 #include "ui/shell/preferences.h"
 #include "ui/widgets/accessibility.h"
+#include "ui/widgets/sheet_frame.h"
 #include "ui/widgets/status_bar.h"
 #include "ui/widgets/storefront_picker.h"
 #include "ui/widgets/text_label.h"
@@ -125,6 +126,7 @@ SettingsSheet::SettingsSheet(Preferences &preferences, const AppInformation &inf
     scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     scroll->viewport()->setAutoFillBackground(false);
     content->setAutoFillBackground(false);
+    takeScrollBarFromMargin(*scroll, *m_sections);
 
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, spacing::s);
@@ -210,13 +212,7 @@ QWidget *SettingsSheet::helpSection(const AppInformation &information)
         link->setToolTip(url.isEmpty() ? tr("Not available in this build") : url.toDisplayString());
         link->setEnabled(!url.isEmpty());
         connect(link, &Button::clicked, this, [this, url] { m_openUrl(url); });
-        auto *row = new QWidget;
-        auto *layout = new QHBoxLayout(row);
-        // The link's own padding must not indent its symbol.
-        layout->setContentsMargins(-spacing::xs, 0, 0, 0);
-        layout->addWidget(link);
-        layout->addStretch(1);
-        section->addRow(row);
+        section->addLink(link);
     };
     QUrl mail;
     if (!information.supportEmail.isEmpty()) {

@@ -173,7 +173,7 @@ AppSelector::AppSelector(ASOStore &store, ArtworkImages &images, QWidget *parent
       m_header(new AppSelectorButton(images)), m_card(new QWidget),
       m_search(new TextField(QStringLiteral("appSelectorSearch"), tr("Search apps"),
                              QStringLiteral("magnifyingglass"))),
-      m_list(new QListView),
+      m_searchRow(new QWidget), m_list(new QListView),
       m_noMatch(
           new TextLabel(TextStyle::Secondary, TextLabel::Tone::Secondary, tr("No matching apps."))),
       m_add(new Button(Button::Kind::Link, QStringLiteral("plus"), tr("Add App")))
@@ -194,17 +194,17 @@ AppSelector::AppSelector(ASOStore &store, ArtworkImages &images, QWidget *parent
     m_list->installEventFilter(this);
 
     auto *card = new QVBoxLayout(m_card);
-    card->setContentsMargins(1, 9, 1, 1);
+    card->setContentsMargins(1, 1, 1, 1);
     card->setSpacing(0);
-    auto *searchRow = new QHBoxLayout;
-    searchRow->setContentsMargins(8, 0, 8, 8);
+    auto *searchRow = new QHBoxLayout(m_searchRow);
+    searchRow->setContentsMargins(8, 8, 8, 8);
     searchRow->addWidget(m_search);
     auto *addRow = new QHBoxLayout;
     addRow->setContentsMargins(6, 4, 6, 2);
     addRow->addWidget(m_add);
     addRow->addStretch(1);
     m_noMatch->setContentsMargins(spacing::m, spacing::xs, spacing::m, spacing::m);
-    card->addLayout(searchRow);
+    card->addWidget(m_searchRow);
     card->addWidget(m_list);
     card->addWidget(m_noMatch);
     card->addLayout(addRow);
@@ -250,7 +250,7 @@ void AppSelector::updateList()
     m_list->setFixedHeight(row * std::min(count, mostVisibleApps));
     m_list->setVisible(count > 0);
     const bool isFiltered = !m_search->text().trimmed().isEmpty();
-    m_search->setVisible(count > 0 || isFiltered);
+    m_searchRow->setVisible(count > 0 || isFiltered);
     m_noMatch->setVisible(count == 0 && isFiltered);
 }
 

@@ -94,6 +94,8 @@ private:
     AppSelectorButton *m_header;
     QWidget *m_card;
     TextField *m_search;
+    /// The field and the room around it, which goes when there is nothing to search.
+    QWidget *m_searchRow;
     QListView *m_list;
     TextLabel *m_noMatch;
     Button *m_add;

@@ -16,7 +16,7 @@ namespace veltrix
 namespace
 {
 
-constexpr int widestText = 380;
+constexpr int widestText = 440;
 
 }
 

@@ -287,7 +287,6 @@ std::vector<Scene> competitorScenes()
                 [](ResearchWorld &world) {
                     ITunesAppResult bare;
                     bare.trackId = 201;
-                    bare.trackName = text("42");
                     world.appStore->apps.insert(201, bare);
                 },
                 openResearch),

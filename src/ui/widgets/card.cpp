@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ui/analysis/card.h"
+#include "ui/widgets/card.h"
 
 #include "ui/theme/painting.h"
 #include "ui/theme/symbols.h"

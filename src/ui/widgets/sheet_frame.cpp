@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ui/analysis/sheet_frame.h"
+#include "ui/widgets/sheet_frame.h"
 
 #include "ui/theme/painting.h"
 #include "ui/theme/typography.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ui/analysis/feedback_button.h"
+#include "ui/widgets/feedback_button.h"
 
 #include "ui/widgets/accessibility.h"
 
