@@ -1,62 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // HTTP against a real server on loopback, mostly a hostile one.
-#include "clients/network_http.h"
+#include "clients/network_http_fixture.h"
 
 #include "clients/itunes_client.h"
 #include "effects/system_clock.h"
 #include "model/json_error.h"
-#include "support/json_printers.h"
-#include "support/loopback_server.h"
-#include "support/task_outcome.h"
-
-#include <gtest/gtest.h>
-#include <zlib.h>
 
 namespace veltrix
 {
 namespace
 {
-
-using namespace std::chrono_literals;
-using Request = LoopbackServer::Request;
-using Connection = LoopbackServer::Connection;
-
-QByteArray gzip(const QByteArray &plain)
-{
-    z_stream stream{};
-    EXPECT_EQ(deflateInit2(&stream, Z_BEST_COMPRESSION, Z_DEFLATED, 15 + 16, 8, Z_DEFAULT_STRATEGY),
-              Z_OK);
-    QByteArray packed(qsizetype(deflateBound(&stream, uLong(plain.size()))), '\0');
-    stream.next_in = reinterpret_cast<Bytef *>(const_cast<char *>(plain.constData()));
-    stream.avail_in = uInt(plain.size());
-    stream.next_out = reinterpret_cast<Bytef *>(packed.data());
-    stream.avail_out = uInt(packed.size());
-    EXPECT_EQ(deflate(&stream, Z_FINISH), Z_STREAM_END);
-    packed.resize(qsizetype(stream.total_out));
-    deflateEnd(&stream);
-    return packed;
-}
-
-class NetworkHttpTest : public testing::Test
-{
-protected:
-    static HttpRequest get(const QUrl &url)
-    {
-        HttpRequest request;
-        request.url = url;
-        request.timeout = Seconds(5);
-        return request;
-    }
-    Outcome<HttpResponse> send(HttpRequest request, std::stop_token stop = {})
-    {
-        return Outcome(m_http->sender()(std::move(request), std::move(stop)));
-    }
-    /// The text that a failure of the request gives the user.
-    QString failure(HttpRequest request) { return send(std::move(request)).wait().failureText(); }
-
-    std::unique_ptr<NetworkHttp> m_http =
-        std::make_unique<NetworkHttp>(NetworkHttp::Options{QStringLiteral("1.2.3"), {}});
-};
 
 TEST_F(NetworkHttpTest, AnAnswerComesWithStatusHeadersAndBody)
 {
@@ -233,110 +186,6 @@ TEST_F(NetworkHttpTest, BrokenCompressionIsAFailure)
         connection.answer(200, packed, {"Content-Encoding: gzip"});
     });
     EXPECT_TRUE(send(get(server.url())).wait().holds<TransportError>());
-}
-
-TEST_F(NetworkHttpTest, AServerThatStaysSilentTimesOut)
-{
-    LoopbackServer server([](const Request &, Connection &connection) { connection.wait(10s); });
-    HttpRequest request = get(server.url());
-    request.timeout = Seconds(0.15);
-    EXPECT_EQ(failure(request), QStringLiteral("The server “127.0.0.1” did not answer in time."));
-}
-
-TEST_F(NetworkHttpTest, AServerThatStopsInTheMiddleTimesOut)
-{
-    LoopbackServer server([](const Request &, Connection &connection) {
-        connection.send("HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\nfirst half");
-        connection.wait(10s);
-    });
-    HttpRequest request = get(server.url());
-    request.timeout = Seconds(0.15);
-    EXPECT_EQ(failure(request), QStringLiteral("The server “127.0.0.1” did not answer in time."));
-}
-
-/// One byte at a time, `pause` apart.
-void trickle(Connection &connection, QByteArrayView bytes, std::chrono::milliseconds pause)
-{
-    for (const char byte : bytes) {
-        if (!connection.send(QByteArrayView(&byte, 1)) || !connection.wait(pause))
-            return;
-    }
-}
-
-TEST_F(NetworkHttpTest, OneByteASecondTimesOutWhenTheTimeoutIsShorter)
-{
-    LoopbackServer server([](const Request &, Connection &connection) {
-        connection.send("HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\n");
-        trickle(connection, QByteArray(100, 'x'), 1s);
-    });
-    HttpRequest request = get(server.url());
-    request.timeout = Seconds(0.3);
-    EXPECT_EQ(failure(request), QStringLiteral("The server “127.0.0.1” did not answer in time."));
-}
-
-TEST_F(NetworkHttpTest, BytesThatKeepTricklingInStillEndAtTheTotalTime)
-{
-    LoopbackServer server([](const Request &, Connection &connection) {
-        connection.send("HTTP/1.1 200 OK\r\nContent-Length: 1000\r\n\r\n");
-        trickle(connection, QByteArray(1000, 'x'), 20ms);
-    });
-    HttpRequest request = get(server.url());
-    request.timeout = Seconds(2);
-    request.totalTimeout = Seconds(0.4);
-    EXPECT_EQ(failure(request), QStringLiteral("The server “127.0.0.1” did not answer in time."));
-}
-
-TEST_F(NetworkHttpTest, SlowProgressIsNoTimeout)
-{
-    LoopbackServer server([](const Request &, Connection &connection) {
-        connection.send("HTTP/1.1 200 OK\r\nContent-Length: 8\r\n\r\n");
-        trickle(connection, "12345678", 100ms);
-    });
-    HttpRequest request = get(server.url());
-    request.timeout = Seconds(0.5);
-    EXPECT_EQ(send(request).wait().value().body, "12345678");
-}
-
-TEST_F(NetworkHttpTest, ABodyBeyondTheLimitEndsTheTransferWhileItArrives)
-{
-    LoopbackServer server([](const Request &, Connection &connection) {
-        connection.send("HTTP/1.1 200 OK\r\nContent-Length: 41943040\r\n\r\n");
-        const QByteArray block(1024 * 1024, 'x');
-        for (int i = 0; i < 40; ++i) {
-            if (!connection.send(block))
-                return;
-        }
-    });
-    EXPECT_EQ(failure(get(server.url())),
-              QStringLiteral("The answer of the server “127.0.0.1” was too large."));
-    HttpRequest small = get(server.url());
-    small.bodyLimit = 1000;
-    EXPECT_EQ(failure(small),
-              QStringLiteral("The answer of the server “127.0.0.1” was too large."));
-}
-
-TEST_F(NetworkHttpTest, ABodyOfExactlyTheLimitIsAccepted)
-{
-    LoopbackServer server([](const Request &request, Connection &connection) {
-        connection.answer(200, QByteArray(request.target.mid(1).toInt(), 'x'));
-    });
-    HttpRequest request = get(server.url(QStringLiteral("/100000")));
-    request.bodyLimit = 100'000;
-    EXPECT_EQ(send(request).wait().value().body.size(), 100'000);
-    request.url = server.url(QStringLiteral("/100001"));
-    EXPECT_EQ(failure(request),
-              QStringLiteral("The answer of the server “127.0.0.1” was too large."));
-}
-
-TEST_F(NetworkHttpTest, ACompressedBodyIsMeasuredByWhatItUnpacksTo)
-{
-    const QByteArray bomb = gzip(QByteArray(200LL * 1024 * 1024, '\0'));
-    ASSERT_LT(bomb.size(), 1024 * 1024);
-    LoopbackServer server([&bomb](const Request &, Connection &connection) {
-        connection.answer(200, bomb, {"Content-Encoding: gzip"});
-    });
-    EXPECT_EQ(failure(get(server.url())),
-              QStringLiteral("The answer of the server “127.0.0.1” was too large."));
 }
 
 TEST_F(NetworkHttpTest, RedirectsAreFollowedFiveTimesAndNotSix)
