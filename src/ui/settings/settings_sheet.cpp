@@ -212,8 +212,7 @@ QWidget *SettingsSheet::helpSection(const AppInformation &information)
         connect(link, &Button::clicked, this, [this, url] { m_openUrl(url); });
         auto *row = new QWidget;
         auto *layout = new QHBoxLayout(row);
-        // The link's own padding must not indent its symbol.
-        layout->setContentsMargins(-spacing::xs, 0, 0, 0);
+        layout->setContentsMargins(0, 0, 0, 0);
         layout->addWidget(link);
         layout->addStretch(1);
         section->addRow(row);
