@@ -87,7 +87,10 @@ void CompetitorsView::buildOverview()
     auto *close = new Button(Button::Kind::Plain, QStringLiteral("xmark"), QString());
     nameControl(close, QStringLiteral("competitorResultsClose"), tr("Close search results"));
     close->setToolTip(tr("Close search results"));
-    connect(close, &Button::clicked, m_field, &QLineEdit::clear);
+    connect(close, &Button::clicked, this, [this] {
+        m_field->clear();
+        m_field->setFocus();
+    });
     auto *head = new QHBoxLayout;
     head->addWidget(m_resultsTitle, 1);
     head->addWidget(m_showAll);

@@ -327,6 +327,13 @@ void KeywordTableView::mouseReleaseEvent(QMouseEvent *event)
         Q_EMIT rankedAppsRequested(pressed.row());
 }
 
+void KeywordTableView::selectCurrentIfNone()
+{
+    // Who comes by Tab sees a ring around the current row, which nothing has selected yet.
+    if (currentIndex().isValid() && selectedRows().empty())
+        QTableView::selectRow(currentIndex().row());
+}
+
 void KeywordTableView::keyPressEvent(QKeyEvent *event)
 {
     const bool hasCurrent = currentIndex().isValid();
@@ -334,11 +341,13 @@ void KeywordTableView::keyPressEvent(QKeyEvent *event)
         Q_EMIT opened(currentIndex().row());
         return;
     }
-    if (event->key() == Qt::Key_Delete && !selectedRows().empty()) {
+    if (event->key() == Qt::Key_Delete && hasCurrent) {
+        selectCurrentIfNone();
         Q_EMIT removeRequested();
         return;
     }
     if (event->matches(QKeySequence::Copy)) {
+        selectCurrentIfNone();
         Q_EMIT copyRequested();
         return;
     }
@@ -351,6 +360,7 @@ void KeywordTableView::contextMenuEvent(QContextMenuEvent *event)
     if (event->reason() == QContextMenuEvent::Keyboard) {
         if (!currentIndex().isValid())
             return;
+        selectCurrentIfNone();
         position = viewport()->mapToGlobal(visualRect(currentIndex()).center());
     }
     if (!selectedRows().empty())

@@ -64,6 +64,7 @@ private:
     void placeRowActions();
     void applyRowHeight();
     void keepSelectionOverReset();
+    void selectCurrentIfNone();
     void fillWidth();
     [[nodiscard]] bool isAppsCell(const QPoint &position) const;
 

@@ -29,8 +29,11 @@ RangeControl::RangeControl(QWidget *parent) : QWidget(parent), m_buttons(new QBu
     }
     setRange(HistoryRange::Days14);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-    connect(m_buttons, &QButtonGroup::idClicked, this,
-            [this](int id) { Q_EMIT rangeChanged(static_cast<HistoryRange>(id)); });
+    // Assistive technology toggles a button without a click.
+    connect(m_buttons, &QButtonGroup::idToggled, this, [this](int id, bool isChosen) {
+        if (isChosen)
+            Q_EMIT rangeChanged(static_cast<HistoryRange>(id));
+    });
 }
 
 HistoryRange RangeControl::range() const

@@ -26,6 +26,8 @@ constexpr qreal smallestPoint = 3;
 /// Share of a day's column that a point may fill.
 constexpr qreal pointShare = 0.6;
 constexpr qreal crossArm = 4;
+/// Keeps the labels clear of the focus ring.
+constexpr QMargins ringMargins(6, 4, 4, 4);
 /// Room between two day labels.
 constexpr qreal labelGap = 24;
 
@@ -49,7 +51,7 @@ RankChart::View::View(RankChart &owner)
     chart()->legend()->hide();
     chart()->setBackgroundVisible(false);
     chart()->setPlotAreaBackgroundVisible(false);
-    chart()->setMargins(QMargins(0, 0, 0, 0));
+    chart()->setMargins(ringMargins);
     chart()->layout()->setContentsMargins(0, 0, 0, 0);
     chart()->setAnimationOptions(QChart::NoAnimation);
     for (QCategoryAxis *axis : {m_days, m_ranks}) {

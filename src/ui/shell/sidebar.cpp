@@ -96,10 +96,15 @@ Sidebar::Sidebar(ASOStore &store, ArtworkImages &images, QWidget *parent)
     layout->addWidget(m_keywords);
     layout->addWidget(m_competitors);
     layout->addStretch(1);
-    connect(m_keywords, &QAbstractButton::clicked, this,
-            [this] { Q_EMIT workspaceChosen(Workspace::Keywords); });
-    connect(m_competitors, &QAbstractButton::clicked, this,
-            [this] { Q_EMIT workspaceChosen(Workspace::Competitors); });
+    // Assistive technology toggles a button without a click.
+    const auto connectChoice = [this](WorkspaceButton *button, Workspace workspace) {
+        connect(button, &QAbstractButton::toggled, this, [this, workspace](bool isChosen) {
+            if (isChosen)
+                Q_EMIT workspaceChosen(workspace);
+        });
+    };
+    connectChoice(m_keywords, Workspace::Keywords);
+    connectChoice(m_competitors, Workspace::Competitors);
     setWorkspace(Workspace::Keywords);
 }
 

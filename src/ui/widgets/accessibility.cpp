@@ -2,6 +2,9 @@
 #include "ui/widgets/accessibility.h"
 
 #include <QAccessibleWidget>
+#include <QCoreApplication>
+#include <QKeyEvent>
+#include <QPointer>
 #include <QVariant>
 
 namespace veltrix
@@ -23,6 +26,29 @@ public:
         if (role() == QAccessible::Dialog)
             state.modal = true;
         return state;
+    }
+
+    [[nodiscard]] QStringList actionNames() const override
+    {
+        QStringList names = QAccessibleWidget::actionNames();
+        if (role() == QAccessible::Button && widget()->isEnabled())
+            names.prepend(pressAction());
+        return names;
+    }
+
+    void doAction(const QString &actionName) override
+    {
+        if (role() != QAccessible::Button || actionName != pressAction()) {
+            QAccessibleWidget::doAction(actionName);
+            return;
+        }
+        // A row or card that stands for a button takes the space bar as one.
+        const QPointer<QWidget> button = widget();
+        for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+            QKeyEvent event(type, Qt::Key_Space, Qt::NoModifier, QStringLiteral(" "));
+            if (button && button->isEnabled())
+                QCoreApplication::sendEvent(button, &event);
+        }
     }
 };
 

@@ -240,5 +240,31 @@ TEST_F(KeywordTableViewTest, TheMenuKeyOpensTheActionsOfTheRow)
     menu->close();
 }
 
+TEST_F(KeywordTableViewTest, KeysThatActOnASelectionTakeTheCurrentRowWhereThereIsNone)
+{
+    const QString current = shownKeywords().at(2);
+    const auto moveTo = [this] {
+        table().clearSelection();
+        table().selectionModel()->setCurrentIndex(model().index(2, 0),
+                                                  QItemSelectionModel::NoUpdate);
+        table().setFocus();
+    };
+    moveTo();
+    QContextMenuEvent event(QContextMenuEvent::Keyboard, {}, {});
+    QCoreApplication::sendEvent(&table(), &event);
+    auto *menu = find<QMenu>("rowMenu");
+    ASSERT_TRUE(menu);
+    EXPECT_EQ(menu->accessibleName(), QStringLiteral("Actions for %1").arg(current));
+    menu->close();
+
+    moveTo();
+    press(Qt::Key_C, Qt::ControlModifier);
+    EXPECT_TRUE(QGuiApplication::clipboard()->text().contains(current));
+
+    moveTo();
+    press(Qt::Key_Delete);
+    EXPECT_TRUE(find<QLabel>("confirmMessage")->text().contains(current));
+}
+
 } // namespace
 } // namespace veltrix

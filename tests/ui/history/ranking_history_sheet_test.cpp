@@ -67,6 +67,9 @@ TEST_F(RankingHistorySheetTest, OtherRangesReachFurtherBack)
         EXPECT_EQ(chart()->data().days.size(), days) << button;
         EXPECT_EQ(label("historyRangeTitle"), find(button)->accessibleName());
     }
+    // As assistive technology does.
+    find<QAbstractButton>("historyRange2")->toggle();
+    EXPECT_EQ(chart()->data().days.size(), 90U);
 }
 
 TEST_F(RankingHistorySheetTest, HoveringShowsThatDaysCheck)

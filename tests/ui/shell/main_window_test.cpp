@@ -6,6 +6,7 @@
 #include "ui/shell/app_selector.h"
 #include "ui/widgets/storefront_picker.h"
 
+#include <QAccessible>
 #include <QListView>
 
 namespace veltrix
@@ -137,6 +138,18 @@ TEST_F(MainWindowTest, TheWorkspacesShowTheirCountsAndSwitchByClickAndKey)
     EXPECT_EQ(window->workspace(), Workspace::Competitors);
     click("workspaceKeywords");
     EXPECT_EQ(window->workspace(), Workspace::Keywords);
+    // As assistive technology does.
+    find<QAbstractButton>("workspaceCompetitors")->toggle();
+    EXPECT_EQ(window->workspace(), Workspace::Competitors);
+    EXPECT_FALSE(page().isVisible());
+}
+
+TEST_F(MainWindowTest, IsAWindowToAScreenReader)
+{
+    open();
+    QAccessibleInterface *told = QAccessible::queryAccessibleInterface(window.get());
+    EXPECT_EQ(told->role(), QAccessible::Window);
+    EXPECT_EQ(told->text(QAccessible::Name), QStringLiteral("Veltrix"));
 }
 
 TEST_F(MainWindowTest, TheCountsFollowTheStore)

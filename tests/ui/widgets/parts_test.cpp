@@ -6,6 +6,8 @@
 #include "ui/widgets/artwork_images.h"
 #include "ui/widgets/page_toolbar.h"
 
+#include <QAccessible>
+
 namespace veltrix
 {
 namespace
@@ -191,6 +193,10 @@ TEST_F(PartsTest, AnAppRowAddsAndOpens)
     row.setFocus();
     QTest::keyClick(&row, Qt::Key_Return);
     EXPECT_EQ(opened.size(), 2);
+    QAccessibleInterface *told = QAccessible::queryAccessibleInterface(&row);
+    EXPECT_EQ(told->role(), QAccessible::Button);
+    told->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_EQ(opened.size(), 3) << "assistive technology presses it as a button";
     row.setTracked(true);
     EXPECT_EQ(row.findChild<Button *>()->accessibleName(), QStringLiteral("Already tracking"));
     EXPECT_FALSE(row.findChild<Button *>()->isEnabled());
