@@ -94,6 +94,11 @@ def read_history(flow, veltrix):
     veltrix.wait_focus("Keywords")
 
 
+def has_saved_line(sheet):
+    line = next(text for text in texts(sheet) if text.startswith("Results from "))
+    return re.fullmatch(r"Results from .*\d{1,2}:\d\d.*(?<!Refreshing…)", line)
+
+
 def ranked_names(sheet):
     buttons = find_all(sheet, ("push button",), starts="View details for ")
     return [button.get_name() for button in buttons]
@@ -106,8 +111,7 @@ def see_saved_apps(flow, veltrix):
     for _ in range(2):
         problem = veltrix.text(starts="Showing saved results. ", inside=sheet)
         check(len(problem) > len("Showing saved results. "), "a reason for the failed refresh")
-        when = veltrix.text(starts="Results from ", inside=sheet)
-        check(re.fullmatch(r"Results from .*\d{1,2}:\d\d.*(?<!Refreshing…)", when), f"a date: {when}")
+        wait_for("the date of the saved apps, and no refresh", lambda: has_saved_line(sheet))
         count = re.fullmatch(r"Showing (\d+) of (\d+) results", veltrix.text(starts="Showing 25 of "))
         check(count is not None and int(count[2]) > 25, "more saved apps than are shown")
         check(len(ranked_names(sheet)) > 5, "the saved apps on the screen")

@@ -52,8 +52,8 @@ MainWindow::MainWindow(Collaborators collaborators, QWidget *parent)
 {
     setObjectName(QStringLiteral("mainWindow"));
     setWindowTitle(QStringLiteral("Veltrix"));
-    setAccessibleName(QStringLiteral("Veltrix"));
     setAccessibleRole(this, QAccessible::Window);
+    setAccessibleName(QStringLiteral("Veltrix"));
     if (!restoreGeometry(m_with.preferences.windowGeometry()))
         resize(firstSize);
     m_pages->addWidget(m_dashboard);

@@ -18,7 +18,13 @@ constexpr char roleProperty[] = "veltrixAccessibleRole";
 class RoleInterface final : public QAccessibleWidget
 {
 public:
-    RoleInterface(QWidget *widget, QAccessible::Role role) : QAccessibleWidget(widget, role) {}
+    explicit RoleInterface(QWidget *widget) : QAccessibleWidget(widget) {}
+
+    [[nodiscard]] QAccessible::Role role() const override
+    {
+        // A row may become a button later than it is first asked what it is.
+        return static_cast<QAccessible::Role>(widget()->property(roleProperty).toInt());
+    }
 
     [[nodiscard]] QAccessible::State state() const override
     {
@@ -58,10 +64,9 @@ QAccessibleInterface *roleInterface(const QString &className, QObject *object)
     auto *widget = qobject_cast<QWidget *>(object);
     if (!widget || className != QLatin1String(widget->metaObject()->className()))
         return nullptr;
-    const QVariant role = widget->property(roleProperty);
-    if (!role.isValid())
+    if (!widget->property(roleProperty).isValid())
         return nullptr;
-    return new RoleInterface(widget, static_cast<QAccessible::Role>(role.toInt()));
+    return new RoleInterface(widget);
 }
 
 } // namespace

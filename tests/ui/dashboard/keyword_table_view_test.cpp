@@ -247,7 +247,6 @@ TEST_F(KeywordTableViewTest, KeysThatActOnASelectionTakeTheCurrentRowWhereThereI
         table().clearSelection();
         table().selectionModel()->setCurrentIndex(model().index(2, 0),
                                                   QItemSelectionModel::NoUpdate);
-        table().setFocus();
     };
     moveTo();
     QContextMenuEvent event(QContextMenuEvent::Keyboard, {}, {});
@@ -256,14 +255,15 @@ TEST_F(KeywordTableViewTest, KeysThatActOnASelectionTakeTheCurrentRowWhereThereI
     ASSERT_TRUE(menu);
     EXPECT_EQ(menu->accessibleName(), QStringLiteral("Actions for %1").arg(current));
     menu->close();
+    settle();
 
     moveTo();
-    press(Qt::Key_C, Qt::ControlModifier);
+    QTest::keyClick(&table(), Qt::Key_C, Qt::ControlModifier);
     EXPECT_TRUE(QGuiApplication::clipboard()->text().contains(current));
 
     moveTo();
-    press(Qt::Key_Delete);
-    EXPECT_TRUE(find<QLabel>("confirmMessage")->text().contains(current));
+    QTest::keyClick(&table(), Qt::Key_Delete);
+    EXPECT_TRUE(find<TextLabel>("confirmMessage")->text().contains(current));
 }
 
 } // namespace
