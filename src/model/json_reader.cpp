@@ -201,7 +201,7 @@ QString JsonReader::readRepeated(Value value, std::uint32_t place)
 {
     const std::string_view text = textOf(value);
     QString &last = m_lastTexts[place % m_lastTexts.size()];
-    if (size_t(last.size()) == text.size() &&
+    if (!text.empty() && size_t(last.size()) == text.size() &&
         last == QLatin1String(text.data(), qsizetype(text.size())))
         return last;
     QString read = m_strings.share(text);
