@@ -61,17 +61,19 @@ Spread seconds(Work &&work, int rounds, TimeOf which = TimeOf::Processor)
     return spreadOf(std::move(times));
 }
 
-/// The quotients of two measurements over `rounds` pairs. Each pair is taken back to back, in turn
-/// one and the other first, so that a slow moment of the machine touches both.
+/// The quotients of two measurements over `rounds`. Each round takes both twice, the second time in
+/// the other order, so that neither a slow moment of the machine nor what one leaves behind for the
+/// next favours either.
 template <class Dividend, class Divisor>
 Spread quotients(Dividend &&dividend, Divisor &&divisor, int rounds)
 {
     std::vector<double> ratios;
     for (int i = 0; i < rounds; ++i) {
-        const bool isOdd = i % 2 != 0;
-        const double early = isOdd ? divisor() : dividend();
-        const double late = isOdd ? dividend() : divisor();
-        ratios.push_back(isOdd ? late / early : early / late);
+        const double first = dividend();
+        const double second = divisor();
+        const double third = divisor();
+        const double fourth = dividend();
+        ratios.push_back((first + fourth) / (second + third));
     }
     return spreadOf(std::move(ratios));
 }

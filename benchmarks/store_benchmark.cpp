@@ -49,7 +49,7 @@ std::unique_ptr<ASOStore> openStore(const QString &path)
 /// Encoding and decoding of 5,000 snapshots, as a save and a start do it.
 void codec(const QString &path)
 {
-    constexpr int rounds = 31;
+    constexpr int rounds = 17;
     const PersistedState state = generatedState(50, 100);
     const QByteArray text = toJson(state);
     writeFileAtomically(path, text);
@@ -167,7 +167,7 @@ void load(const QString &path)
                 wall.push_back(parseWall / loadWall);
             return figures[0];
         },
-        9);
+        5);
     report("loading 73,000 snapshots, times as fast as QJsonDocument's parse alone", ratio,
            atLeast(3));
     reportDetail("the same by the wall's clock", spreadOf(wall), "times");
@@ -217,7 +217,7 @@ void save(const QString &path)
     };
     writePlain();
     const Spread ratio = quotients([&] { return secondsOf(changeOne, TimeOf::Wall); },
-                                   [&] { return secondsOf(writePlain, TimeOf::Wall); }, 15);
+                                   [&] { return secondsOf(writePlain, TimeOf::Wall); }, 9);
     require(!store->persistenceProblem(), "every save succeeds");
     report("saving after one changed keyword, times a plain write, flush and rename", ratio,
            atMost(2));

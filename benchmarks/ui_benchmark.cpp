@@ -161,7 +161,7 @@ void startUp(const QTemporaryDir &folder, const PersistedState &state)
     startEmpty();
     startWhole();
     report("start to first painted window, 5,000 snapshots, times an empty window's",
-           quotients(startWhole, startEmpty, 21), atMost(2));
+           quotients(startWhole, startEmpty, 11), atMost(2));
     std::vector<double> wall;
     for (size_t i = 0; i < waitedWhole.size(); ++i)
         wall.push_back(waitedWhole[i] / waitedEmpty[i]);

@@ -76,8 +76,8 @@ PersistedState StateFile::load()
     if (!info.exists() && !info.isSymLink())
         return {};
     try {
-        // A loaded state takes about half the memory of its text.
-        const HeapRoom room(info.size() / 2);
+        // A loaded state takes about half the memory of its text, and reading it a little more.
+        const HeapRoom room(info.size() * 3 / 5);
         return readState(m_path);
     } catch (const std::exception &error) {
         const auto *known = dynamic_cast<const Error *>(&error);
