@@ -140,28 +140,27 @@ void score(benchmark::State &state, const QString &keyword)
         benchmark::DoNotOptimize(scoreAll(keyword, search().results, now()));
 }
 
-/// Prints the shares of the decoding time and the bytes; false when a goal is missed.
-bool reportCase(const KeywordCase &one)
+void reportCase(const KeywordCase &one)
 {
     const auto work = [&one] {
         benchmark::DoNotOptimize(scoreAll(one.keyword, search().results, now()));
     };
     const auto shareOf = [&work](const QByteArray &body) {
-        return 1 / medianSpeedup(
-                       [&body] { benchmark::DoNotOptimize(fromJson<ITunesSearchResponse>(body)); },
-                       work, 301);
+        return timesAsLong(
+            work, [&body] { benchmark::DoNotOptimize(fromJson<ITunesSearchResponse>(body)); }, 301);
     };
-    const double serviceShare = shareOf(serviceBody());
-    const double recordShare = shareOf(recordBody());
+    const auto row = [&one](const char *what) {
+        return std::string(what) + " (" + one.name + ")";
+    };
     const HeapUse before = heapUse();
     work();
-    const HeapUse after = heapUse();
-    std::printf("Scoring 100 results (%s): %.3f of decoding them as the service sends them (goal: "
-                "%.1f), %.3f of decoding bare records; %zu allocations of %zu bytes together "
-                "(goal: below %zu)\n",
-                one.name, serviceShare, highestShare, recordShare,
-                after.allocations - before.allocations, after.bytes - before.bytes, highestBytes);
-    return serviceShare <= highestShare && after.bytes - before.bytes < highestBytes;
+    const double bytes = double(heapUse().bytes - before.bytes);
+    report(row("scoring 100 results, share of decoding their body").c_str(), shareOf(serviceBody()),
+           atMost(highestShare));
+    reportDetail(row("the same beside decoding bare records").c_str(), shareOf(recordBody()),
+                 "share");
+    report(row("  heap taken for it, share of 64 KiB").c_str(),
+           spreadOf({bytes / double(highestBytes)}), atMost(1));
 }
 
 } // namespace
@@ -182,8 +181,7 @@ int main(int argc, char **argv)
     std::printf("Bodies: %lld bytes from the service, %lld bytes as records\n",
                 static_cast<long long>(serviceBody().size()),
                 static_cast<long long>(recordBody().size()));
-    bool met = true;
     for (const KeywordCase &one : keywordCases())
-        met = reportCase(one) && met;
-    return met ? 0 : 1;
+        reportCase(one);
+    return 0;
 }

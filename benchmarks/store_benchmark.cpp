@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The state at scale: reading and saving a year of 200 keywords, the rows of 10,000, a long
-// timeline. Every figure stands beside its reference in the same run.
+// The state at scale: encoding and decoding, a year of 200 keywords loaded and saved, the rows of
+// 10,000, a long timeline. Every figure stands beside its reference in the same run.
 #include "effects/atomic_file.h"
 #include "effects/system_clock.h"
 #include "generated_state.h"
 #include "memory_use.h"
 #include "model/json_writer.h"
+#include "own_process.h"
 #include "ratio.h"
 #include "store/aso_store.h"
 #include "store/state_file.h"
-#include "store/state_reader.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -18,8 +18,7 @@
 #include <QJsonObject>
 #include <QTemporaryDir>
 
-#include <cstdio>
-#include <cstdlib>
+#include <algorithm>
 #include <fcntl.h>
 #include <string_view>
 #include <unistd.h>
@@ -33,95 +32,149 @@ constexpr int yearKeywords = 200;
 constexpr int yearDays = 365;
 constexpr double megabyte = 1e6;
 
-[[noreturn]] void fail(const char *what)
-{
-    std::fprintf(stderr, "Wrong result: %s\n", what);
-    std::exit(1);
-}
-
-void require(bool right, const char *what)
-{
-    if (!right)
-        fail(what);
-}
-
 template <class T>
 void keep(const T &value)
 {
     asm volatile("" : : "g"(&value) : "memory");
 }
 
+std::unique_ptr<ASOStore> openStore(const QString &path)
+{
+    ASOStore::Arguments arguments;
+    arguments.persistenceURL = path;
+    arguments.clock = std::make_shared<SystemClock>();
+    return std::make_unique<ASOStore>(std::move(arguments));
+}
+
 /// Encoding and decoding of 5,000 snapshots, as a save and a start do it.
 void codec(const QString &path)
 {
+    constexpr int rounds = 17;
     const PersistedState state = generatedState(50, 100);
     const QByteArray text = toJson(state);
     writeFileAtomically(path, text);
     QJsonDocument document = QJsonDocument::fromJson(text);
     require(state.snapshots.size() == 5'000, "5,000 snapshots");
-    require(toJson(readState(path)) == text, "a state comes back as it was");
+    require(toJson(StateFile(path).load()) == text, "a state comes back as it was");
+    require(numbersFromSelf({QStringLiteral("decode-and-measure"), path}, size_t(2))[1] == 5'000,
+            "a process of its own decodes all");
     require(QJsonDocument::fromJson(document.toJson(QJsonDocument::Compact)) == document,
             "the reference comes back as it was");
 
-    const double size = double(text.size()) / megabyte;
     QByteArray written;
-    const auto forgetText = [&] {
-        written = QByteArray();
-    };
     const auto encode = [&] {
         written = toJson(state, text.size() + text.size() / 64);
     };
-    const double encoding = medianSpeedup(
-        [&] { written = document.toJson(QJsonDocument::Compact); }, encode, 15, forgetText);
-    std::printf("5,000 snapshots, %.1f MB of JSON\n", size);
-    std::printf("  encoding: %5.2f times as fast as QJsonDocument (goal: 8), %.0f MB/s\n", encoding,
-                size / medianSeconds(encode, 15, forgetText));
+    const double size = double(text.size()) / megabyte;
+    report("encoding 5,000 snapshots, times as fast as QJsonDocument",
+           timesAsFast(
+               encode, [&] { written = document.toJson(QJsonDocument::Compact); }, rounds,
+               [&] { written = QByteArray(); }),
+           atLeast(8));
 
+    const QString decodeAlone = QStringLiteral("decode-and-measure");
+    const QString parseAlone = QStringLiteral("parse-and-measure");
+    report("decoding their file, times as fast as QJsonDocument's parse of the bytes",
+           quotients(
+               [&] {
+                   return numbersFromSelf({parseAlone, path}, size_t(3))[0];
+               },
+               [&] {
+                   return numbersFromSelf({decodeAlone, path}, size_t(2))[0];
+               },
+               rounds),
+           atLeast(3));
     PersistedState read;
-    const auto forget = [&] {
-        read = PersistedState();
-        document = QJsonDocument();
-    };
     const auto decode = [&] {
-        read = readState(path);
+        read = StateFile(path).load();
     };
-    const double decoding =
-        medianSpeedup([&] { document = QJsonDocument::fromJson(text); }, decode, 15, forget);
-    std::printf(
-        "  decoding: %5.2f times as fast as QJsonDocument (goal: 3), %.0f MB/s, reading the "
-        "file included\n",
-        decoding, size / medianSeconds(decode, 15, forget));
+    reportDetail("the same again and again in one process",
+                 timesAsFast(
+                     decode, [&] { document = QJsonDocument::fromJson(text); }, rounds,
+                     [&] {
+                         read = PersistedState();
+                         document = QJsonDocument();
+                     }),
+                 "times");
+    reportDetail("size of their text", spreadOf({size}), "MB");
+    reportDetail("time to encode them", inMilliseconds(seconds(encode, rounds)), "ms of processor");
+    reportDetail("time to decode them", inMilliseconds(seconds(decode, rounds)), "ms of processor");
 }
 
-/// Loading a year into records, beside the parse alone of the same bytes.
+/// In a process of its own: decodes a file and prints the processor's seconds and the number of
+/// snapshots.
+void decodeAndMeasure(const QString &path)
+{
+    PersistedState state;
+    const double processor = secondsOf([&] { state = StateFile(path).load(); });
+    std::printf("%.6f %zu\n", processor, state.snapshots.size());
+}
+
+/// In a process of its own: opens the store on a file and prints the processor's and the wall's
+/// seconds, and by how much resident and peak memory have grown.
+void openAndMeasure(const QString &path)
+{
+    resetPeakResident();
+    const double before = residentBytes();
+    const double wall = clockSeconds(TimeOf::Wall);
+    std::unique_ptr<ASOStore> store;
+    const double processor = secondsOf([&] { store = openStore(path); });
+    const double waited = clockSeconds(TimeOf::Wall) - wall;
+    const double resident = residentBytes() - before;
+    const double peak = peakResidentBytes() - before;
+    require(store->snapshots().size() == size_t(yearKeywords) * yearDays, "73,000 snapshots");
+    std::printf("%.6f %.6f %.0f %.0f\n", processor, waited, resident, peak);
+}
+
+/// The same for the reference: the parse of the bytes, which are in memory already.
+void parseAndMeasure(const QString &path)
+{
+    const QByteArray text = readWholeFile(path);
+    const double wall = clockSeconds(TimeOf::Wall);
+    QJsonDocument document;
+    const double processor = secondsOf([&] { document = QJsonDocument::fromJson(text); });
+    const double waited = clockSeconds(TimeOf::Wall) - wall;
+    std::printf("%.6f %.6f %lld\n", processor, waited,
+                static_cast<long long>(document.object().value(u"snapshots").toArray().size()));
+}
+
 void load(const QString &path)
 {
     const auto fileSize = double(QFile(path).size());
-    resetPeakResident();
-    const double before = residentBytes();
-    StateFile file(path);
-    auto state = std::make_unique<PersistedState>(file.load());
-    const double resident = residentBytes() - before;
-    const double peak = peakResidentBytes() - before;
-    require(state->snapshots.size() == size_t(yearKeywords) * yearDays, "73,000 snapshots");
-    require(toJson(*state) == readWholeFile(path), "the loaded state is the file");
-    state.reset();
-
-    const QByteArray text = readWholeFile(path);
-    require(QJsonDocument::fromJson(text).object().value(u"snapshots").toArray().size() ==
-                yearKeywords * yearDays,
-            "the reference sees 73,000 snapshots");
-    const auto loadOnce = [&] {
-        keep(StateFile(path).load());
-    };
-    const double ratio = medianSpeedup([&] { keep(QJsonDocument::fromJson(text)); }, loadOnce, 5);
-    const double seconds = medianSeconds(loadOnce, 5);
-    std::printf("Loading %d snapshots, %.1f MB\n", yearKeywords * yearDays, fileSize / megabyte);
-    std::printf("  time: %.3f s, %.2f times as fast as QJsonDocument's parse alone (goal: 3)\n",
-                seconds, ratio);
-    std::printf("  resident after load: %.2f of the file (goal: at most 0.8)\n",
-                resident / fileSize);
-    std::printf("  peak during load: %.2f of the file (goal: at most 2)\n", peak / fileSize);
+    require(toJson(StateFile(path).load()) == readWholeFile(path), "the loaded state is the file");
+    std::vector<double> wall;
+    std::vector<double> resident;
+    std::vector<double> peak;
+    std::vector<double> own;
+    double loadWall = 0;
+    double parseWall = 0;
+    const Spread ratio = quotients(
+        [&] {
+            const auto figures =
+                numbersFromSelf({QStringLiteral("parse-and-measure"), path}, size_t(3));
+            require(figures[2] == yearKeywords * yearDays, "the reference sees 73,000 snapshots");
+            parseWall = figures[1];
+            return figures[0];
+        },
+        [&] {
+            const auto figures =
+                numbersFromSelf({QStringLiteral("open-and-measure"), path}, size_t(4));
+            loadWall = figures[1];
+            own.push_back(figures[0]);
+            resident.push_back(figures[2] / fileSize);
+            peak.push_back(figures[3] / fileSize);
+            if (parseWall > 0)
+                wall.push_back(parseWall / loadWall);
+            return figures[0];
+        },
+        5);
+    report("loading 73,000 snapshots, times as fast as QJsonDocument's parse alone", ratio,
+           atLeast(3));
+    reportDetail("the same by the wall's clock", spreadOf(wall), "times");
+    reportDetail("size of the file", spreadOf({fileSize / megabyte}), "MB");
+    reportDetail("time from file to store", spreadOf(own), "s of processor");
+    report("memory that stays after loading, share of the file", spreadOf(resident), atMost(0.8));
+    report("peak of memory while loading, share of the file", spreadOf(peak), atMost(2));
 }
 
 /// The least that a safe save can do: write, flush, rename.
@@ -141,81 +194,75 @@ void writePlainly(const QByteArray &path, const QByteArray &bytes)
             "the plain flush and rename succeed");
 }
 
-/// A save after one new snapshot, beside a plain write, flush and rename of the same bytes.
+/// A change of one keyword with its save, beside a plain write, flush and rename of the same bytes.
 void save(const QString &path)
 {
-    StateFile file(path);
-    PersistedState state = file.load();
-    const Date now = SystemClock().now();
-    int keyword = 0;
-    const auto addOne = [&] {
-        state.snapshots.push_back(nextMeasurement(state, keyword++ % yearKeywords));
+    const auto store = openStore(path);
+    const QUuid app = store->apps().constFirst().id;
+    int changes = 0;
+    const auto changeOne = [&] {
+        store->addTrackedKeyword(app, QStringLiteral("changed %1").arg(++changes),
+                                 QStringLiteral("US"));
     };
-    addOne();
-    file.save(state, now);
-    require(!file.problem(), "the save succeeds");
+    changeOne();
+    require(!store->persistenceProblem(), "the save succeeds");
     const QByteArray bytes = readWholeFile(path);
-    require(bytes == toJson(state), "the file is the state");
+    require(bytes == toJson(PersistedState{store->apps(), store->trackedKeywords(),
+                                           store->snapshots(), store->competitors()}),
+            "the file is the state");
 
-    const QByteArray plainPath = path.toUtf8() + ".plain";
+    const QByteArray plainPath = QFile::encodeName(path) + ".plain";
     const auto writePlain = [&] {
         writePlainly(plainPath, bytes);
     };
     writePlain();
-    const auto saveOne = [&] {
-        file.save(state, now);
-    };
-    const double plain = medianSeconds(writePlain, 9);
-    const double slowdown = medianSpeedup(saveOne, writePlain, 9, addOne);
-    require(!file.problem(), "every save succeeds");
+    const Spread ratio = quotients([&] { return secondsOf(changeOne, TimeOf::Wall); },
+                                   [&] { return secondsOf(writePlain, TimeOf::Wall); }, 9);
+    require(!store->persistenceProblem(), "every save succeeds");
+    report("saving after one changed keyword, times a plain write, flush and rename", ratio,
+           atMost(2));
+    reportDetail("the plain write, flush and rename", seconds(writePlain, 5, TimeOf::Wall),
+                 "s of the wall");
+    reportDetail("processor time of a save", seconds(changeOne, 5), "s of processor");
     resetPeakResident();
     const double before = residentBytes();
-    saveOne();
-    std::printf("Saving after one new snapshot, %.1f MB\n", double(bytes.size()) / megabyte);
-    std::printf("  plain write, flush and rename: %.3f s; the save takes %.2f times as long (goal: "
-                "at most 2)\n",
-                plain, slowdown);
-    std::printf("  peak memory of a save: %.1f MB\n", (peakResidentBytes() - before) / megabyte);
-    QFile::remove(QString::fromUtf8(plainPath));
+    changeOne();
+    reportDetail("peak of memory in a save", spreadOf({(peakResidentBytes() - before) / megabyte}),
+                 "MB");
+    QFile::remove(QFile::decodeName(plainPath));
 }
 
-std::unique_ptr<ASOStore> openStore(const QString &path)
-{
-    ASOStore::Arguments arguments;
-    arguments.persistenceURL = path;
-    arguments.clock = std::make_shared<SystemClock>();
-    return std::make_unique<ASOStore>(std::move(arguments));
-}
-
-/// All rows of 10,000 keywords with a short and a long history.
+/// All rows of 10,000 keywords with a short and with a long history.
 void rows(const QString &folder)
 {
-    std::printf("Rows of 10,000 keywords\n");
-    double shortHistory = 0;
-    for (const int days : {1, 4, 32}) {
-        const QString path = folder + QStringLiteral("/rows.json");
+    constexpr int longHistory = 32;
+    const auto storeOver = [&](int days) {
+        const QString path = folder + QStringLiteral("/rows-%1.json").arg(days);
         writeFileAtomically(path, toJson(generatedBareState(10'000, days)));
-        const auto store = openStore(path);
+        auto store = openStore(path);
         require(store->snapshots().size() == size_t(10'000) * size_t(days), "all snapshots");
-        int measured = 0;
-        const auto allRows = [&] {
-            measured = 0;
-            for (const TrackedKeyword &keyword : store->trackedKeywords())
-                measured += store->dashboardRow(keyword).awaitingMetrics ? 0 : 1;
-        };
-        allRows();
-        require(measured == 10'000, "every row has its metrics");
-        const double seconds = medianSeconds(allRows, 31);
-        if (days == 1)
-            shortHistory = seconds;
-        std::printf("  %d snapshot(s) a keyword: %.2f ms, %.2f times the time for one (goal: no "
-                    "dependence on history)\n",
-                    days, seconds * 1e3, seconds / shortHistory);
         QFile::remove(path);
-    }
+        return store;
+    };
+    const auto shortStore = storeOver(1);
+    const auto longStore = storeOver(longHistory);
+    const auto allRows = [](const ASOStore &store) {
+        int measured = 0;
+        for (const TrackedKeyword &keyword : store.trackedKeywords())
+            measured += store.dashboardRow(keyword).awaitingMetrics ? 0 : 1;
+        require(measured == 10'000, "every row has its metrics");
+    };
+    const auto often = [&](const ASOStore &store) {
+        for (int i = 0; i < 20; ++i)
+            allRows(store);
+    };
+    report("rows of 10,000 keywords, 32 snapshots a keyword beside one",
+           timesAsLong([&] { often(*longStore); }, [&] { often(*shortStore); }, 41), atMost(2));
+    reportDetail("all rows", inMilliseconds(seconds([&] { allRows(*shortStore); }, 31)),
+                 "ms of processor");
 }
 
-/// A timeline over ten years of days, beside sorting its dates.
+/// A timeline over ten years of days, beside putting its observations in order.
 void timeline()
 {
     constexpr int days = 3'650;
@@ -223,17 +270,21 @@ void timeline()
     for (int day = 0; day < days; ++day)
         observations.push_back(
             {QUuid::createUuid(), startOfUtcDay(day) + Seconds(40'000), day % 90 + 1});
-    const Date now = startOfUtcDay(days - 1) + Seconds(50'000);
+    const Date today = startOfUtcDay(days - 1) + Seconds(50'000);
     const RankingTimeline made(observations, Date());
     require(made.observations.size() == size_t(days), "one observation a day");
-    require(made.days(14, now).size() == 14, "fourteen days");
+    require(made.days(14, today).size() == 14, "fourteen days");
     require(made.latestMovement() == RankMovement::declined(1), "the last movement");
-    const double copying = medianSeconds([&] { keep(std::vector(observations)); }, 101);
-    const double building =
-        medianSeconds([&] { keep(RankingTimeline(observations, Date()).days(14, now)); }, 101);
-    std::printf("A timeline over %d snapshots\n", days);
-    std::printf("  built and read in %.3f ms, %.1f times a copy of the observations\n",
-                building * 1e3, building / copying);
+    report("timeline of 3,650 days, times copying and sorting its observations",
+           timesAsLong([&] { keep(RankingTimeline(observations, Date()).days(14, today)); },
+                       [&] {
+                           auto sorted = observations;
+                           std::ranges::stable_sort(sorted, {},
+                                                    &RankingTimeline::Observation::date);
+                           keep(sorted);
+                       },
+                       301),
+           atMost(2));
 }
 
 } // namespace
@@ -241,8 +292,20 @@ void timeline()
 int main(int argc, char **argv)
 {
     const QCoreApplication application(argc, argv);
-    const QTemporaryDir folder;
     const std::string_view only = argc > 1 ? argv[1] : "";
+    if (argc > 2) {
+        const QString path = QFile::decodeName(argv[2]);
+        if (only == "open-and-measure")
+            openAndMeasure(path);
+        else if (only == "decode-and-measure")
+            decodeAndMeasure(path);
+        else if (only == "parse-and-measure")
+            parseAndMeasure(path);
+        else
+            require(false, "a known measurement");
+        return 0;
+    }
+    const QTemporaryDir folder;
     const auto wanted = [&](std::string_view name) {
         return only.empty() || only == name;
     };

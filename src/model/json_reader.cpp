@@ -197,16 +197,32 @@ QString JsonReader::readString(Value value)
     return m_strings.share(textOf(value));
 }
 
+QString JsonReader::readRepeated(Value value, std::uint32_t place)
+{
+    const std::string_view text = textOf(value);
+    QString &last = m_lastTexts[place % m_lastTexts.size()];
+    if (!text.empty() && size_t(last.size()) == text.size() &&
+        last == QLatin1String(text.data(), qsizetype(text.size())))
+        return last;
+    QString read = m_strings.share(text);
+    // Only of ASCII has the text as many units as bytes, and only then do they compare.
+    if (size_t(read.size()) == text.size() && text.size() <= StringPool::longestShared)
+        last = read;
+    return read;
+}
+
 QStringList JsonReader::readStringList(Value value)
 {
     auto array = json_detail::array(value);
     const std::string_view json = json_detail::required(array.raw_json());
     return m_stringLists.share(json, [&] {
         json_detail::required(array.reset());
-        QStringList list;
+        // Gathered first, so that the list takes one block of just the right size.
+        QVarLengthArray<QString, 16> texts;
         for (auto element : array)
-            list.append(readString(json_detail::required(element)));
-        return list;
+            texts.append(readString(json_detail::required(element)));
+        return QStringList(std::make_move_iterator(texts.begin()),
+                           std::make_move_iterator(texts.end()));
     });
 }
 

@@ -17,6 +17,7 @@
 #include <QVarLengthArray>
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <cstring>
 #include <iterator>
@@ -79,6 +80,8 @@ public:
     std::int64_t readInteger(Value value) const;
     double readNumber(Value value) const;
     QString readString(Value value);
+    /// A text that is often the same as the last one in its place; `place` is any number for that.
+    QString readRepeated(Value value, std::uint32_t place);
     /// A list of texts. Equal lists of one text share their memory.
     QStringList readStringList(Value value);
     /// A list of non-empty texts, shared in the same way.
@@ -97,6 +100,8 @@ private:
     };
 
     StringPool m_strings;
+    /// The last texts in some places, without what is not ASCII.
+    std::array<QString, 64> m_lastTexts;
     /// The names that were last seen at the first places of an object.
     std::vector<UsualName> m_usualNames;
     ValuePool<QStringList> m_stringLists;
@@ -256,6 +261,15 @@ private:
     size_t m_next = 0;
 };
 
+/// Tells the keys of records apart well enough.
+constexpr std::uint32_t placeOfKey(std::string_view key)
+{
+    std::uint32_t hash = 2166136261U;
+    for (const char c : key)
+        hash = (hash ^ std::uint8_t(c)) * 16777619U;
+    return hash ^ hash >> 16U;
+}
+
 template <class Record, size_t place>
 void readMember(JsonReader &reader, JsonReader::Value value, Record &out)
 {
@@ -265,10 +279,14 @@ void readMember(JsonReader &reader, JsonReader::Value value, Record &out)
     if constexpr (isOptional<Member>) {
         if (JsonReader::readNull(value))
             member.reset();
+        else if constexpr (std::is_same_v<Member, std::optional<QString>>)
+            member = reader.readRepeated(value, placeOfKey(listed.key));
         else
             readJson(reader, value, member.emplace());
     } else if (listed.presence == Presence::Lenient && JsonReader::readNull(value)) {
         member = Member{};
+    } else if constexpr (std::is_same_v<Member, QString>) {
+        member = reader.readRepeated(value, placeOfKey(listed.key));
     } else {
         readJson(reader, value, member);
     }

@@ -32,33 +32,59 @@ bool isPlain(char16_t c)
     return c >= 0x20 && c < 0x80 && c != u'"' && c != u'\\';
 }
 
+#ifdef __SSE2__
+__m128i eightUnits(const char16_t *in)
+{
+    return _mm_loadu_si128(reinterpret_cast<const __m128i *>(in));
+}
+
+/// Two bits for each of eight units, set where it is plain.
+unsigned plainMask(__m128i units)
+{
+    // Zero where 0x20 <= unit < 0x80: below wraps around to far above.
+    const __m128i outside =
+        _mm_subs_epu16(_mm_sub_epi16(units, _mm_set1_epi16(0x20)), _mm_set1_epi16(0x5F));
+    const __m128i special = _mm_or_si128(_mm_cmpeq_epi16(units, _mm_set1_epi16('"')),
+                                         _mm_cmpeq_epi16(units, _mm_set1_epi16('\\')));
+    return unsigned(_mm_movemask_epi8(
+        _mm_andnot_si128(special, _mm_cmpeq_epi16(outside, _mm_setzero_si128()))));
+}
+
+void writeLowBytes(char *out, __m128i units)
+{
+    _mm_storel_epi64(reinterpret_cast<__m128i *>(out), _mm_packus_epi16(units, units));
+}
+
+constexpr unsigned allPlain = 0xFFFF;
+#endif
+
 /// Copies from `in` up to the first character that is not plain, and moves `in` there. The output
 /// has room for the longest form of every character.
 char *writePlainRun(char *out, const char16_t *&in, const char16_t *end)
 {
 #ifdef __SSE2__
     // Eight at a time: nearly all texts are plain from end to end.
-    const __m128i lowest = _mm_set1_epi16(0x20);
-    const __m128i span = _mm_set1_epi16(0x5F);
-    const __m128i quote = _mm_set1_epi16('"');
-    const __m128i backslash = _mm_set1_epi16('\\');
+    const char16_t *const start = in;
     while (end - in >= 8) {
-        const __m128i units = _mm_loadu_si128(reinterpret_cast<const __m128i *>(in));
-        // Zero where 0x20 <= unit < 0x80: below wraps around to far above.
-        const __m128i outside = _mm_subs_epu16(_mm_sub_epi16(units, lowest), span);
-        const __m128i special =
-            _mm_or_si128(_mm_cmpeq_epi16(units, quote), _mm_cmpeq_epi16(units, backslash));
-        const __m128i plain =
-            _mm_andnot_si128(special, _mm_cmpeq_epi16(outside, _mm_setzero_si128()));
-        _mm_storel_epi64(reinterpret_cast<__m128i *>(out), _mm_packus_epi16(units, units));
-        const auto mask = unsigned(_mm_movemask_epi8(plain));
-        if (mask != 0xFFFFU) {
+        const __m128i units = eightUnits(in);
+        writeLowBytes(out, units);
+        if (const unsigned mask = plainMask(units); mask != allPlain) {
             const int count = std::countr_one(mask) / 2;
             in += count;
             return out + count;
         }
         in += 8;
         out += 8;
+    }
+    if (in != start && in != end) {
+        // The last eight, of which the first are written already.
+        const __m128i units = eightUnits(end - 8);
+        if (plainMask(units) == allPlain) {
+            out += end - in;
+            in = end;
+            writeLowBytes(out - 8, units);
+            return out;
+        }
     }
 #endif
     while (in != end && isPlain(*in))

@@ -29,77 +29,85 @@ public:
     template <class Make>
     T share(std::string_view bytes, Make &&make)
     {
-        const std::uint64_t hash = hashBytes(bytes) | 1U;
-        size_t index = placeOf(hash);
-        for (; m_slots[index].hash != 0; index = (index + 1) & (m_slots.size() - 1)) {
-            if (m_slots[index].hash == hash && isFrom(m_slots[index], bytes))
-                return m_slots[index].value;
+        const auto tag = std::uint32_t(hashBytes(bytes) >> 32U);
+        size_t index = tag & (m_places.size() - 1);
+        for (; m_places[index].entry != 0; index = (index + 1) & (m_places.size() - 1)) {
+            const Place place = m_places[index];
+            if (place.tag == tag && isFrom(m_entries[place.entry - 1], bytes))
+                return m_entries[place.entry - 1].value;
         }
-        // Making a list fills other pools but never this one, so the slot is still free.
+        // Making a list fills other pools but never this one, so the place is still free.
         T value = make();
         // Starts are kept in 32 bits; what would go beyond is not shared.
         if (m_bytes.size() + bytes.size() > UINT32_MAX)
             return value;
-        Slot &slot = m_slots[index];
-        slot = {hash, std::uint32_t(m_bytes.size()), std::uint32_t(bytes.size()), value};
-        if (!isOwnKey(slot))
+        const Entry &entry = m_entries.emplace_back(std::uint32_t(m_bytes.size()),
+                                                    std::uint32_t(bytes.size()), value);
+        m_places[index] = {tag, std::uint32_t(m_entries.size())};
+        if (!isOwnKey(entry))
             m_bytes.append(bytes);
         // At most half full, so that probing stays short.
-        if (++m_count * 2 > m_slots.size())
+        if (m_entries.size() * 2 > m_places.size())
             grow();
         return value;
     }
 
 private:
-    struct Slot {
-        /// 0 in a free slot.
-        std::uint64_t hash = 0;
-        std::uint32_t start = 0;
-        std::uint32_t size = 0;
+    struct Entry {
+        Entry(std::uint32_t start_, std::uint32_t size_, T value_)
+            : start(start_), size(size_), value(std::move(value_))
+        {
+        }
+
+        std::uint32_t start;
+        std::uint32_t size;
         T value;
+    };
+
+    /// Small, so that the places of many values stay in the processor's cache.
+    struct Place {
+        std::uint32_t tag = 0;
+        /// The number of the entry, counted from one; 0 in a free place.
+        std::uint32_t entry = 0;
     };
 
     /// The bytes of an ASCII text can be seen in the text itself, whose memory has to be touched
     /// anyway to share it. As many units as bytes means ASCII.
-    static bool isOwnKey(const Slot &slot)
+    static bool isOwnKey(const Entry &entry)
     {
         if constexpr (std::is_same_v<T, QString>)
-            return size_t(slot.value.size()) == slot.size;
+            return size_t(entry.value.size()) == entry.size;
         else
             return false;
     }
 
-    bool isFrom(const Slot &slot, std::string_view bytes) const
+    bool isFrom(const Entry &entry, std::string_view bytes) const
     {
-        if (slot.size != bytes.size())
+        if (entry.size != bytes.size())
             return false;
         if constexpr (std::is_same_v<T, QString>) {
-            if (isOwnKey(slot))
-                return slot.value == QLatin1String(bytes.data(), qsizetype(bytes.size()));
+            if (isOwnKey(entry))
+                return entry.value == QLatin1String(bytes.data(), qsizetype(bytes.size()));
         }
-        return std::memcmp(m_bytes.data() + slot.start, bytes.data(), bytes.size()) == 0;
-    }
-
-    [[nodiscard]] size_t placeOf(std::uint64_t hash) const
-    {
-        return (hash >> 32U) & (m_slots.size() - 1);
+        return std::memcmp(m_bytes.data() + entry.start, bytes.data(), bytes.size()) == 0;
     }
 
     void grow()
     {
-        std::vector<Slot> old = std::exchange(m_slots, std::vector<Slot>(m_slots.size() * 2));
-        for (Slot &slot : old) {
-            if (slot.hash == 0)
+        const std::vector<Place> old =
+            std::exchange(m_places, std::vector<Place>(m_places.size() * 2));
+        for (const Place &place : old) {
+            if (place.entry == 0)
                 continue;
-            size_t index = placeOf(slot.hash);
-            while (m_slots[index].hash != 0)
-                index = (index + 1) & (m_slots.size() - 1);
-            m_slots[index] = std::move(slot);
+            size_t index = place.tag & (m_places.size() - 1);
+            while (m_places[index].entry != 0)
+                index = (index + 1) & (m_places.size() - 1);
+            m_places[index] = place;
         }
     }
 
-    std::vector<Slot> m_slots = std::vector<Slot>(64);
-    size_t m_count = 0;
+    std::vector<Place> m_places = std::vector<Place>(64);
+    std::vector<Entry> m_entries;
     /// The bytes of the values that do not show them, end to end.
     std::string m_bytes;
 };

@@ -111,6 +111,47 @@ TEST(JsonStrings, HalfACharacterIsWrittenAsTheReplacementCharacter)
                                                                     "a\"");
 }
 
+TEST(JsonStrings, ASpecialCharacterAtAnyPlaceOfAnyLengthSurvives)
+{
+    for (int length = 0; length < 40; ++length) {
+        const QString plain =
+            QStringLiteral("abcdefghijklmnopqrstuvwxyz0123456789ABCD").left(length);
+        ASSERT_EQ(toJson(plain), "\"" + plain.toLatin1() + "\"");
+        for (int place = 0; place < length; ++place) {
+            for (const char16_t special : {u'"', u'\\', u'\n', u'\x7f', u'é', u'日'}) {
+                QString text = plain;
+                text[place] = special;
+                ASSERT_EQ(read("0", "0", toJson(text)).text, text) << length << ' ' << place;
+            }
+        }
+    }
+}
+
+TEST(JsonStrings, AFieldThatRepeatsItsTextIsReadAsItStands)
+{
+    // The bytes of "é" are those of "Ã©" in Latin-1, which must not make them equal.
+    const QList<QString> texts{QStringLiteral("same"),
+                               QStringLiteral("same"),
+                               QStringLiteral("sane"),
+                               QStringLiteral("Ã©"),
+                               QStringLiteral("é"),
+                               QStringLiteral("Ã©"),
+                               QStringLiteral("a\"b"),
+                               QStringLiteral("a\"b"),
+                               QString(),
+                               QString(),
+                               QStringLiteral("same"),
+                               QString(2000, u'x'),
+                               QString(2000, u'x'),
+                               QString(2000, u'y')};
+    QList<Scalars> records;
+    for (const QString &text : texts)
+        records.append({1, 2, true, text});
+    const auto back = fromJson<QList<Scalars>>(toJson(records));
+    EXPECT_EQ(back, records);
+    EXPECT_EQ(back[0].text.constData(), back[1].text.constData());
+}
+
 TEST(JsonStrings, AnotherParserReadsTheSameTexts)
 {
     EXPECT_TRUE(rc::check("an independent parser reads what is written", [](const QString &text) {

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Veltrix as main() starts it, over a given bundle and data folder, until its window is painted:
+// started_program BUNDLE FOLDER.
+#include "app/veltrix_app.h"
+#include "first_paint.h"
+#include "store/data_folder_lock.h"
+#include "ui/theme/desktop_color_scheme.h"
+#include "ui/theme/theme_controller.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QSettings>
+
+int main(int argc, char **argv)
+{
+    using namespace veltrix;
+    if (argc != 3)
+        return 2;
+    QApplication::setApplicationName(QStringLiteral("Veltrix"));
+    QApplication application(argc, argv);
+    FirstPaint firstPaint;
+    const QString folder = QFile::decodeName(argv[2]);
+    DataFolderLock lock(folder);
+    if (lock.acquire() == DataFolderLock::Outcome::HeldByAnother)
+        return 1;
+    DesktopColorScheme colorScheme;
+    const ThemeController theme(colorScheme);
+    VeltrixApp app(Bundle(QFile::decodeName(argv[1])), folder, folder + QStringLiteral("/cache"),
+                   std::make_shared<QSettings>(folder + QStringLiteral("/settings.conf"),
+                                               QSettings::IniFormat));
+    app.window().followApplicationState();
+    app.window().show();
+    return QApplication::exec();
+}
