@@ -2,6 +2,7 @@
 #include "ui/widgets/app_row.h"
 
 #include "model/date.h"
+#include "ui/text/date_texts.h"
 #include "ui/theme/painting.h"
 #include "ui/theme/symbols.h"
 #include "ui/theme/typography.h"
@@ -9,7 +10,6 @@
 #include "ui/widgets/artwork_images.h"
 #include "ui/widgets/button.h"
 
-#include <QDateTime>
 #include <QKeyEvent>
 #include <QLocale>
 #include <QMouseEvent>
@@ -52,11 +52,8 @@ AppRowTexts AppRowTexts::of(const ITunesAppResult &result)
                                 : AppSearchRowView::tr("%1 ratings")
                                       .arg(locale.toString(qlonglong(*result.userRatingCount)));
     const auto date = parseInternetDateTime(result.currentVersionReleaseDate.value_or(QString()));
-    if (date) {
-        const auto moment = QDateTime::fromMSecsSinceEpoch(qint64(unixSeconds(*date) * 1000));
-        texts.updated = AppSearchRowView::tr("Updated %1")
-                            .arg(locale.toString(moment.date(), QLocale::ShortFormat));
-    }
+    if (date)
+        texts.updated = AppSearchRowView::tr("Updated %1").arg(dateText(*date, locale));
     return texts;
 }
 
@@ -159,10 +156,10 @@ void AppSearchRowView::paintEvent(QPaintEvent *)
     const QFont detailFont = fontFor(TextStyle::Secondary, font());
     const QFontMetricsF details(detailFont);
     const qreal rankWidth = tabularWidth(details, QStringLiteral("000"));
-    // The same for every row, so that stars stand in a column.
+    // The same for every row, so that stars stand in a column; the largest apps have millions.
     const qreal ratingWidth =
         std::max(details.horizontalAdvance(m_texts.ratingCount),
-                 details.horizontalAdvance(tr("%1 ratings").arg(QLocale().toString(888'888))));
+                 details.horizontalAdvance(tr("%1 ratings").arg(QLocale().toString(88'888'888))));
     const AppRowGeometry geometry = layoutAppRow(
         rect(), std::ceil(QFontMetricsF(nameFont).height()), std::ceil(details.height()), rankWidth,
         ratingWidth, m_add->width() + 2 * spacing::s);

@@ -149,6 +149,7 @@ TEST_F(PartsTest, AnAppRowsTextsFollowTheLocale)
     EXPECT_EQ(texts.rating, QStringLiteral("4.8"));
     EXPECT_EQ(texts.ratingCount, QStringLiteral("128,402 ratings"));
     EXPECT_TRUE(texts.updated.startsWith(QStringLiteral("Updated ")));
+    EXPECT_TRUE(texts.updated.endsWith(QStringLiteral(", 2026"))) << texts.updated.toStdString();
     QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
     EXPECT_EQ(AppRowTexts::of(results.first()).ratingCount, QStringLiteral("128.402 ratings"));
     QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
