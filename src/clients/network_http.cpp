@@ -10,13 +10,21 @@
 #include <QSslConfiguration>
 #include <QSslSocket>
 
+#include <optional>
+
 namespace veltrix
 {
 
 struct NetworkHttp::Session {
     QNetworkAccessManager manager;
-    QSslConfiguration tls = QSslConfiguration::defaultConfiguration();
+    /// Made at the first request that needs it: loading the TLS library would hold up the start.
+    const QSslConfiguration &tls();
+
+    QString trustedCertificatesPath;
     QByteArray userAgent;
+
+private:
+    std::optional<QSslConfiguration> m_tls;
 };
 
 namespace
@@ -52,10 +60,11 @@ bool isSameOrigin(const QUrl &one, const QUrl &other)
     return one.scheme() == other.scheme() && one.host() == other.host() && port(one) == port(other);
 }
 
-QNetworkRequest prepare(const Session &session, const HttpRequest &request)
+QNetworkRequest prepare(Session &session, const HttpRequest &request)
 {
     QNetworkRequest prepared(request.url);
-    prepared.setSslConfiguration(session.tls);
+    if (request.url.scheme() == QLatin1String("https"))
+        prepared.setSslConfiguration(session.tls());
     // The loop below judges redirects itself: it must not carry a key to another origin.
     prepared.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
                           QNetworkRequest::ManualRedirectPolicy);
@@ -142,10 +151,17 @@ QSslConfiguration trusting(const QString &certificatesPath)
 
 } // namespace
 
+const QSslConfiguration &NetworkHttp::Session::tls()
+{
+    if (!m_tls)
+        m_tls = trusting(trustedCertificatesPath);
+    return *m_tls;
+}
+
 NetworkHttp::NetworkHttp(const Options &options) : m_session(std::make_shared<Session>())
 {
     m_session->userAgent = "Veltrix/" + options.version.toUtf8();
-    m_session->tls = trusting(options.trustedCertificatesPath);
+    m_session->trustedCertificatesPath = options.trustedCertificatesPath;
     m_session->manager.setCookieJar(new NoCookies);
     m_session->manager.setAutoDeleteReplies(false);
 }
