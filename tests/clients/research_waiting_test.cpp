@@ -188,6 +188,8 @@ TEST_F(ResearchWaitingTest, AHugeRetryAfterIsSaidAndHarmsNothing)
     m_http.answerWith(status(202, "", QByteArray(400, '9').constData()));
     const Outcome outcome(search("b"));
     EXPECT_FALSE(outcome.isDone());
+    m_stop.request_stop();
+    EXPECT_TRUE(outcome.isCancelled());
 }
 
 TEST_F(ResearchWaitingTest, TwoCallsForOneKeyHonourEachOthersRetryDate)
