@@ -16,7 +16,7 @@ import gi
 gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi, GLib  # noqa: E402
 
-BUTTONS = ("push button", "button", "toggle button", "check box", "menu item")
+BUTTONS = ("push button", "button", "toggle button", "radio button", "check box", "menu item")
 FIELDS = ("text", "entry")
 CELLS = ("table cell", "list item")
 TABLES = ("table", "tree table", "tree")

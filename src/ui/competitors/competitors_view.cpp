@@ -186,6 +186,14 @@ void CompetitorsView::focusSearch()
     m_field->selectAll();
 }
 
+void CompetitorsView::focusContent()
+{
+    if (m_research)
+        m_back->setFocus(Qt::ShortcutFocusReason);
+    else
+        m_field->setFocus(Qt::ShortcutFocusReason);
+}
+
 void CompetitorsView::submit()
 {
     m_search->submit(m_field->text(), m_country);

@@ -43,6 +43,8 @@ public:
     /// The shell adds its own controls at the end.
     [[nodiscard]] PageToolbar &toolbar() { return *m_toolbar; }
     void focusSearch();
+    /// The search field, or the way back from a research page.
+    void focusContent();
 
     /// Opens the research page of an app in that storefront.
     void openResearch(std::int64_t trackId, const QString &country, const QString &name);

@@ -307,6 +307,14 @@ void DashboardPage::focusSearch()
     m_search->selectAll();
 }
 
+void DashboardPage::focusContent()
+{
+    if (m_table->isVisibleTo(this))
+        m_table->setFocus(Qt::ShortcutFocusReason);
+    else
+        m_search->setFocus(Qt::ShortcutFocusReason);
+}
+
 void DashboardPage::openAddKeywords()
 {
     auto *card = new AddKeywordsCard(storefrontOfNewKeywords());

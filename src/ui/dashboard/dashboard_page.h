@@ -51,6 +51,8 @@ public:
     [[nodiscard]] KeywordActions &actions() { return *m_actions; }
 
     void focusSearch();
+    /// The table, or the search field when there is none.
+    void focusContent();
     void openAddKeywords();
     void refreshAll();
     void removeSelected();

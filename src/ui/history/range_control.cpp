@@ -24,6 +24,8 @@ RangeControl::RangeControl(QWidget *parent) : QWidget(parent), m_buttons(new QBu
         auto *button = new Button(Button::Kind::Plain, rangeName(range));
         nameControl(button, QStringLiteral("historyRange%1").arg(int(range)), rangeTitle(range));
         button->setCheckable(true);
+        // Read as one choice of several, not as a box to check.
+        button->setAutoExclusive(true);
         m_buttons->addButton(button, int(range));
         layout->addWidget(button);
     }

@@ -40,7 +40,7 @@ public:
     [[nodiscard]] virtual UpdaterStatus status() const = 0;
     virtual void stop() = 0;
     /// Does what status().action says.
-    virtual void performAction() {}
+    virtual void performAction() = 0;
 
 Q_SIGNALS:
     /// Any of the above has changed.

@@ -20,6 +20,7 @@
 #include "ui/widgets/overlay.h"
 #include "ui/widgets/page_toolbar.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QGuiApplication>
 #include <QHBoxLayout>
@@ -240,10 +241,18 @@ void MainWindow::updateCounts()
 
 void MainWindow::showWorkspace(Workspace workspace)
 {
+    const QWidget *focused = QApplication::focusWidget();
+    const bool losesFocus = workspace != m_workspace && focused && m_pages->isAncestorOf(focused);
     m_workspace = workspace;
     m_sidebar->setWorkspace(workspace);
     m_pages->setCurrentWidget(workspace == Workspace::Keywords ? static_cast<QWidget *>(m_dashboard)
                                                                : m_competitors);
+    if (!losesFocus)
+        return;
+    if (workspace == Workspace::Keywords)
+        m_dashboard->focusContent();
+    else
+        m_competitors->focusContent();
 }
 
 void MainWindow::openAppSearch()

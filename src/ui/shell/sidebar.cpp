@@ -30,6 +30,8 @@ WorkspaceButton::WorkspaceButton(const QString &objectName, const QString &symbo
     nameControl(this, objectName, title);
     setText(title);
     setCheckable(true);
+    // Read as one choice of several, not as a box to check.
+    setAutoExclusive(true);
     setAttribute(Qt::WA_Hover);
     setFocusPolicy(Qt::StrongFocus);
 }

@@ -190,6 +190,15 @@ std::vector<Scene> shellScenes()
              made.window->openSettings();
              return made.stage();
          }});
+    scenes.push_back({QStringLiteral("settings-update-available"), [] {
+                          std::shared_ptr<UiWorld> world = UiWorld::sample();
+                          world->hasUpdater = true;
+                          world->updater.shown = {QStringLiteral("Veltrix 1.5 is available."),
+                                                  std::nullopt, false, QStringLiteral("Download")};
+                          WindowStage made = openWindow(world);
+                          made.window->openSettings();
+                          return made.stage();
+                      }});
     scenes.push_back(
         {QStringLiteral("menu-more"), [] {
              WindowStage made = sampleWindow();

@@ -121,6 +121,19 @@ TEST_F(SettingsTest, CheckNowStartsACheckWhileOneMayStart)
     EXPECT_EQ(text("updaterStatus"), QStringLiteral("Veltrix is up to date."));
 }
 
+TEST_F(SettingsTest, OffersWhatCanBeDoneAboutAnUpdate)
+{
+    openSettings();
+    EXPECT_FALSE(isShown("updaterAction"));
+    world->updater.set({QStringLiteral("Veltrix 1.5 is available."), std::nullopt, false,
+                        QStringLiteral("Download")});
+    EXPECT_EQ(find("updaterAction")->accessibleName(), QStringLiteral("Download"));
+    click("updaterAction");
+    EXPECT_EQ(world->updater.actions, 1);
+    world->updater.set({QStringLiteral("Loading Veltrix 1.5…"), 0.1, true, {}});
+    EXPECT_FALSE(isShown("updaterAction"));
+}
+
 TEST_F(SettingsTest, TheLinksOpenTheirAddresses)
 {
     openSettings();

@@ -124,6 +124,20 @@ TEST_F(MainWindowTest, DeletingTheLastAppLeavesAnEmptyWindow)
               QStringLiteral("Add keywords to discover your next opportunity"));
 }
 
+TEST_F(MainWindowTest, ChangingTheWorkspaceByKeysTakesTheFocusToItsContent)
+{
+    open();
+    table().setFocus();
+    press(Qt::Key_2, Qt::ControlModifier);
+    EXPECT_EQ(QApplication::focusWidget(), find("competitorSearch"));
+    press(Qt::Key_1, Qt::ControlModifier);
+    EXPECT_EQ(QApplication::focusWidget(), &table());
+    // Who is in the sidebar stays there.
+    find("workspaceKeywords")->setFocus();
+    press(Qt::Key_2, Qt::ControlModifier);
+    EXPECT_EQ(QApplication::focusWidget(), find("workspaceKeywords"));
+}
+
 TEST_F(MainWindowTest, TheWorkspacesShowTheirCountsAndSwitchByClickAndKey)
 {
     open();
@@ -138,6 +152,8 @@ TEST_F(MainWindowTest, TheWorkspacesShowTheirCountsAndSwitchByClickAndKey)
     EXPECT_EQ(window->workspace(), Workspace::Competitors);
     click("workspaceKeywords");
     EXPECT_EQ(window->workspace(), Workspace::Keywords);
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(find("workspaceKeywords"))->role(),
+              QAccessible::RadioButton);
     // As assistive technology does.
     find<QAbstractButton>("workspaceCompetitors")->toggle();
     EXPECT_EQ(window->workspace(), Workspace::Competitors);

@@ -69,6 +69,7 @@ public:
     void checkForUpdates() override { ++checks; }
     [[nodiscard]] UpdaterStatus status() const override { return shown; }
     void stop() override { ++stops; }
+    void performAction() override { ++actions; }
     void set(const UpdaterStatus &status)
     {
         shown = status;
@@ -79,6 +80,7 @@ public:
     bool canCheck = true;
     int checks = 0;
     int stops = 0;
+    int actions = 0;
     UpdaterStatus shown;
 };
 
