@@ -252,7 +252,11 @@ void DashboardPage::updateContent()
 
 void DashboardPage::updateRefreshError()
 {
-    m_refreshBanner->setMessage(m_store.historyRefreshError().value_or(QString()));
+    const QString error = m_store.historyRefreshError().value_or(QString());
+    m_refreshBanner->setMessage(error);
+    // What the line below announced has not come to pass.
+    if (!error.isEmpty())
+        showStatus(QString());
 }
 
 void DashboardPage::updateWork()

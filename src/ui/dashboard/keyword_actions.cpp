@@ -51,9 +51,10 @@ std::optional<QString> KeywordActions::add(std::optional<QUuid> appId,
     QList<TrackedKeyword> added;
     for (const QString &place : std::as_const(countries))
         added.append(m_store.addTrackedKeywords(*appId, texts[place], place));
-    m_store.queueKeywordRefreshes(added);
+    // Said before the queue starts: should it fail at once, its own message comes after this one.
     Q_EMIT statusChanged(tr("Keywords saved. Metrics will update in the background."),
                          StatusBar::Tone::Normal);
+    m_store.queueKeywordRefreshes(added);
     return std::nullopt;
 }
 

@@ -3,7 +3,10 @@
 
 #include "model/error.h"
 
+#include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
+#include <QStandardPaths>
 
 namespace veltrix
 {
@@ -11,10 +14,22 @@ namespace veltrix
 namespace
 {
 
-QFileDialog *makeDialog(QWidget *parent, const FileExchange::Request &request,
-                        QFileDialog::AcceptMode mode)
+/// Where people keep their files: their documents, where the desktop has such a folder.
+QString usualFolder()
 {
-    auto *dialog = new QFileDialog(parent, request.title, QString(), request.filter);
+    const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    return QFileInfo(documents).isDir() ? documents : QDir::homePath();
+}
+
+QFileDialog *makeDialog(QWidget *parent, const FileExchange::Request &request,
+                        QFileDialog::AcceptMode mode, const std::shared_ptr<QString> &folder)
+{
+    if (folder->isEmpty())
+        *folder = usualFolder();
+    auto *dialog = new QFileDialog(parent, request.title, *folder, request.filter);
+    QObject::connect(dialog, &QFileDialog::fileSelected, dialog, [folder](const QString &path) {
+        *folder = QFileInfo(path).absolutePath();
+    });
     dialog->setObjectName(QStringLiteral("fileDialog"));
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setAcceptMode(mode);
@@ -30,7 +45,7 @@ QFileDialog *makeDialog(QWidget *parent, const FileExchange::Request &request,
 void FileDialogs::save(QWidget *parent, const Request &request, const QByteArray &content,
                        std::function<void(QString, std::optional<QString>)> done)
 {
-    QFileDialog *dialog = makeDialog(parent, request, QFileDialog::AcceptSave);
+    QFileDialog *dialog = makeDialog(parent, request, QFileDialog::AcceptSave, m_folder);
     dialog->setDefaultSuffix(QStringLiteral("csv"));
     QObject::connect(dialog, &QFileDialog::fileSelected, parent,
                      [write = m_write, content, done = std::move(done)](const QString &path) {
@@ -47,7 +62,7 @@ void FileDialogs::save(QWidget *parent, const Request &request, const QByteArray
 void FileDialogs::open(QWidget *parent, const Request &request,
                        std::function<void(QByteArray, std::optional<QString>)> done)
 {
-    QFileDialog *dialog = makeDialog(parent, request, QFileDialog::AcceptOpen);
+    QFileDialog *dialog = makeDialog(parent, request, QFileDialog::AcceptOpen, m_folder);
     QObject::connect(dialog, &QFileDialog::fileSelected, parent,
                      [read = m_read, done = std::move(done)](const QString &path) {
                          QByteArray content;

@@ -6,6 +6,7 @@
 #include <QString>
 
 #include <functional>
+#include <memory>
 #include <optional>
 
 class QWidget;
@@ -58,6 +59,8 @@ public:
 private:
     Read m_read;
     Write m_write;
+    /// The folder that was used last, where the next dialog starts.
+    std::shared_ptr<QString> m_folder = std::make_shared<QString>();
 };
 
 } // namespace veltrix

@@ -202,6 +202,7 @@ TEST_F(DashboardPageTest, AFailureOfTheBackgroundQueueShowsTheStoresMessage)
               QStringLiteral("Keywords are saved. Metrics couldn't be loaded; use Refresh to "
                              "retry."));
     EXPECT_TRUE(isShown("refreshBanner"));
+    EXPECT_EQ(status(), QString()) << "it no longer says that metrics will update";
 }
 
 TEST_F(DashboardPageTest, TheBannersRefreshTriesAgainAndClearsIt)
