@@ -251,8 +251,8 @@ QUuid JsonReader::readUuid(Value value) const
     std::array<std::uint8_t, 16> bytes{};
     int wrong = 0;
     for (size_t i = 0; i < bytes.size(); ++i) {
-        const int high = hexValues[std::uint8_t(text[places[i]])];
-        const int low = hexValues[std::uint8_t(text[places[i] + 1U])];
+        const auto high = static_cast<int>(hexValues[std::uint8_t(text[places[i]])]);
+        const auto low = static_cast<int>(hexValues[std::uint8_t(text[places[i] + 1U])]);
         wrong |= high | low;
         bytes[i] = std::uint8_t(unsigned(high) << 4U | unsigned(low));
     }
