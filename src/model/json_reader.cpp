@@ -124,14 +124,14 @@ namespace
 {
 
 /// The value of each hexadecimal digit, -1 for every other byte.
-constexpr std::array<std::int8_t, 256> hexValues = [] {
-    std::array<std::int8_t, 256> values{};
+constexpr std::array<std::int16_t, 256> hexValues = [] {
+    std::array<std::int16_t, 256> values{};
     values.fill(-1);
     for (int i = 0; i < 10; ++i)
-        values[size_t('0' + i)] = std::int8_t(i);
+        values[size_t('0' + i)] = std::int16_t(i);
     for (int i = 0; i < 6; ++i) {
-        values[size_t('a' + i)] = std::int8_t(10 + i);
-        values[size_t('A' + i)] = std::int8_t(10 + i);
+        values[size_t('a' + i)] = std::int16_t(10 + i);
+        values[size_t('A' + i)] = std::int16_t(10 + i);
     }
     return values;
 }();
@@ -251,8 +251,8 @@ QUuid JsonReader::readUuid(Value value) const
     std::array<std::uint8_t, 16> bytes{};
     int wrong = 0;
     for (size_t i = 0; i < bytes.size(); ++i) {
-        const auto high = static_cast<int>(hexValues[std::uint8_t(text[places[i]])]);
-        const auto low = static_cast<int>(hexValues[std::uint8_t(text[places[i] + 1U])]);
+        const int high = hexValues[std::uint8_t(text[places[i]])];
+        const int low = hexValues[std::uint8_t(text[places[i] + 1U])];
         wrong |= high | low;
         bytes[i] = std::uint8_t(unsigned(high) << 4U | unsigned(low));
     }
