@@ -193,7 +193,7 @@ std::vector<Scene> shellScenes()
     scenes.push_back({QStringLiteral("settings-update-available"), [] {
                           std::shared_ptr<UiWorld> world = UiWorld::sample();
                           world->hasUpdater = true;
-                          world->updater.shown = {QStringLiteral("Veltrix 1.5 is available."),
+                          world->updater.shown = {QStringLiteral("Version 1.5 is available."),
                                                   std::nullopt, false, QStringLiteral("Download")};
                           WindowStage made = openWindow(world);
                           made.window->openSettings();

@@ -124,7 +124,7 @@ TEST_F(SettingsTest, CheckNowStartsACheckWhileOneMayStart)
 TEST_F(SettingsTest, OffersWhatCanBeDoneAboutAnUpdate)
 {
     openSettings([](UiWorld &made) { made.hasUpdater = true; });
-    world->updater.set({QStringLiteral("Veltrix 1.5 is available."), std::nullopt, false,
+    world->updater.set({QStringLiteral("Version 1.5 is available."), std::nullopt, false,
                         QStringLiteral("Download")});
     EXPECT_EQ(find("updaterAction")->accessibleName(), QStringLiteral("Download"));
     click("updaterAction");
