@@ -149,6 +149,7 @@ void DashboardPage::buildContent()
         Q_EMIT stopRequested();
         m_isStopping = false;
         updateWork();
+        showStatus(tr("Stopped. Refresh measures what is left."));
     });
 }
 

@@ -19,8 +19,8 @@ QString formatted(std::unique_ptr<icu::DateFormat> format, Date date, const QTim
     if (!format)
         return formatInternetDateTime(date);
     const QByteArray id = zone.id();
-    format->adoptTimeZone(
-        icu::TimeZone::createTimeZone(icu::UnicodeString(id.constData(), id.size(), US_INV)));
+    format->adoptTimeZone(icu::TimeZone::createTimeZone(
+        icu::UnicodeString(id.constData(), int32_t(id.size()), US_INV)));
     icu::UnicodeString text;
     format->format(unixSeconds(date) * 1000, text);
     // Many fonts lack the narrow space that some locales put before AM and PM.

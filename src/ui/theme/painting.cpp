@@ -36,7 +36,7 @@ void drawShadow(QPainter &painter, const QRectF &rect, qreal radius, const QColo
     painter.setPen(Qt::NoPen);
     // Thin layers add up to a blur; their strength falls with the square of the distance.
     QColor layer = color;
-    layer.setAlphaF(color.alphaF() / (shadowReach / 3.0));
+    layer.setAlphaF(color.alphaF() / (shadowReach / 3.0F));
     painter.setBrush(layer);
     for (int reach = shadowReach; reach > 0; reach -= 2) {
         const qreal spread = double(reach) * reach / shadowReach;

@@ -259,17 +259,14 @@ int VeltrixStyle::styleHint(StyleHint hint, const QStyleOption *option, const QW
 {
     switch (hint) {
     case SH_ScrollBar_Transient:
-        return 0;
     case SH_ScrollBar_LeftClickAbsolutePosition:
+    case SH_UnderlineShortcut:
+    case SH_ItemView_ActivateItemOnSingleClick:
         return 0;
     case SH_ToolTipLabel_Opacity:
         return 255;
     case SH_Menu_MouseTracking:
         return 1;
-    case SH_UnderlineShortcut:
-        return 0;
-    case SH_ItemView_ActivateItemOnSingleClick:
-        return 0;
     default:
         return QProxyStyle::styleHint(hint, option, widget, returned);
     }

@@ -259,6 +259,7 @@ TEST_F(DashboardPageTest, TheStatusLineTellsHowFarTheQueueIsAndStopStopsIt)
     EXPECT_NEAR(*find<StatusBar>("statusBar")->work()->fraction, 1.0 / 3, 1e-9);
     click("stopButton");
     EXPECT_EQ(work(), QString());
+    EXPECT_EQ(status(), QStringLiteral("Stopped. Refresh measures what is left."));
     EXPECT_TRUE(store().refreshProgress().isIdle());
     EXPECT_FALSE(isShown("refreshBanner"));
     EXPECT_EQ(tracked().size(), 12);
