@@ -27,9 +27,8 @@ QFileDialog *makeDialog(QWidget *parent, const FileExchange::Request &request,
     if (folder->isEmpty())
         *folder = usualFolder();
     auto *dialog = new QFileDialog(parent, request.title, *folder, request.filter);
-    QObject::connect(dialog, &QFileDialog::fileSelected, dialog, [folder](const QString &path) {
-        *folder = QFileInfo(path).absolutePath();
-    });
+    QObject::connect(dialog, &QFileDialog::fileSelected, dialog,
+                     [folder](const QString &path) { *folder = QFileInfo(path).absolutePath(); });
     dialog->setObjectName(QStringLiteral("fileDialog"));
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setAcceptMode(mode);
