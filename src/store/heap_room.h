@@ -7,9 +7,8 @@
 namespace veltrix
 {
 
-/// While one exists, the heap grows in one step of about `expected` bytes, on large pages where the
-/// system has them: the first touch of each ordinary page costs as much as parsing a kilobyte. What
-/// was not needed is given back at the end. Without effect for small amounts.
+/// While one exists, the heap grows in one step of about `expected` bytes instead of many small
+/// ones. What was not needed is given back at the end. Without effect for small amounts.
 class HeapRoom
 {
 public:
