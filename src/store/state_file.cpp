@@ -3,7 +3,6 @@
 
 #include "effects/atomic_file.h"
 #include "model/json_writer.h"
-#include "store/heap_room.h"
 #include "store/state_reader.h"
 
 #include <QFile>
@@ -11,6 +10,9 @@
 
 #include <cerrno>
 #include <cstdio>
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
 #include <unistd.h>
 
 namespace veltrix
@@ -28,6 +30,14 @@ void printLine(const char *prefix, QString reason)
     reason.replace(u'\n', u' ');
     std::printf("%s%s\n", prefix, reason.toUtf8().constData());
     std::fflush(stdout);
+}
+
+/// Gives back what only the reading of a large file needed.
+void releaseUnusedMemory()
+{
+#ifdef __GLIBC__
+    malloc_trim(0);
+#endif
 }
 
 /// "state.json" becomes "state.unreadable-2026-11-21T12-00-00Z.json", or "…Z-2.json" when that name
@@ -76,9 +86,11 @@ PersistedState StateFile::load()
     if (!info.exists() && !info.isSymLink())
         return {};
     try {
-        // A loaded state takes about half the memory of its text, and reading it a little more.
-        const HeapRoom room(info.size() * 3 / 5);
-        return readState(m_path);
+        PersistedState state = readState(m_path);
+        constexpr qint64 large = 16 * 1024 * 1024;
+        if (info.size() > large)
+            releaseUnusedMemory();
+        return state;
     } catch (const std::exception &error) {
         const auto *known = dynamic_cast<const Error *>(&error);
         printLine("ASOStore load failed: ",
