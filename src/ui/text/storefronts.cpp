@@ -8,15 +8,6 @@
 namespace veltrix
 {
 
-const QStringList &storefrontCodes()
-{
-    static const QStringList codes =
-        QStringLiteral("US GB CA AU DE FR IT ES NL SE NO DK FI IE CH AT BE PT PL CZ HU RO GR TR BR "
-                       "MX AR CL CO PE JP KR CN HK TW SG MY TH PH VN ID IN AE SA IL ZA NZ")
-            .split(u' ');
-    return codes;
-}
-
 QString storefrontName(const QString &code, const QLocale &locale)
 {
     // Lists ask for the same few names again and again.

@@ -1,16 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The storefronts that pickers offer, and their names.
+// The names of storefronts.
 #pragma once
+
+#include "model/storefront_codes.h"
 
 #include <QLocale>
 #include <QString>
-#include <QStringList>
 
 namespace veltrix
 {
-
-/// Two-letter codes of the storefronts in pickers, in their fixed order (47).
-const QStringList &storefrontCodes();
 
 /// The region's name in the language of `locale`, or the code itself when the locale has none.
 QString storefrontName(const QString &code, const QLocale &locale = QLocale());
