@@ -13,9 +13,10 @@ create function aso_research.utc_day(p_moment timestamptz) returns date
 language sql immutable set search_path = ''
 as $$ select (p_moment at time zone 'UTC')::date $$;
 
-create function aso_research.seconds(p_duration interval) returns double precision
+-- Decimal, because a wait is rounded up to whole seconds later: 17 must not be a little more than 17.
+create function aso_research.seconds(p_duration interval) returns numeric
 language sql immutable set search_path = ''
-as $$ select extract(epoch from p_duration)::double precision $$;
+as $$ select round(extract(epoch from p_duration), 3) $$;
 
 -- Three digits of fraction and a Z, as clients expect it.
 create function aso_research.internet_time(p_moment timestamptz) returns text
@@ -38,7 +39,7 @@ $$;
 -- What is being fetched is in the first place; it uses no slot of the others any more.
 create function aso_research.wait_of(
   p_job aso_research.fetch_job, p_setting aso_research.setting, p_moment timestamptz
-) returns double precision
+) returns numeric
 language sql stable set search_path = ''
 as $$
   select greatest(
@@ -60,7 +61,7 @@ declare
   budget aso_research.fetch_budget;
   settings aso_research.setting;
   has_result boolean;
-  wait double precision;
+  wait numeric;
 begin
   select * into result from aso_research.ranked_result
     where country = p_country and keyword = p_keyword;
