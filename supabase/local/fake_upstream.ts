@@ -8,6 +8,8 @@ export interface Arrival {
   term: string;
   country: string;
   query: string;
+  /** What stands in the path before "/search". */
+  prefix: string;
 }
 
 export type Behaviour = (arrival: Arrival) => Response | undefined | Promise<Response | undefined>;
@@ -82,8 +84,14 @@ export class FakeUpstream {
     const url = new URL(request.url);
     const term = url.searchParams.get("term") ?? "";
     const country = url.searchParams.get("country") ?? "";
-    if (url.pathname !== "/search") return new Response(null, { status: 404 });
-    const arrival = { at: Date.now(), term, country, query: url.search };
+    if (!url.pathname.endsWith("/search")) return new Response(null, { status: 404 });
+    const arrival = {
+      at: Date.now(),
+      term,
+      country,
+      query: url.search,
+      prefix: url.pathname.slice(0, -7),
+    };
     this.arrivals.push(arrival);
     const special = await (this.behaviours.get(term) ?? this.behaviour)(arrival);
     return special ?? searchAnswer(term, country, this.appCount);

@@ -282,7 +282,8 @@ begin
     returning * into job;
   update aso_research.fetch_budget set next_at = moment + settings.pace, claims = claims + 1;
   return jsonb_build_object('state', 'fetch', 'country', job.country, 'keyword', job.keyword,
-    'token', job.lease_token, 'fetched_at', aso_research.internet_time(moment));
+    'token', job.lease_token, 'fetched_at', aso_research.internet_time(moment),
+    'pace', aso_research.seconds(settings.pace));
 end
 $$;
 

@@ -16,10 +16,6 @@ const address = "192.0.2.1";
 Deno.test("the contract", async (test) => {
   const database = await Database.make();
   const upstream = new FakeUpstream();
-  const project = serveProject(database.cluster, keys, {
-    upstreamUrl: upstream.url,
-    log: () => {},
-  });
   for (const one of contract.cases) {
     await test.step(one.name, async () => {
       // A new service for each case, so that nothing is remembered but what the database holds.

@@ -13,7 +13,15 @@ export type Known =
 
 /** What a worker is to do next. */
 export type Claim =
-  | { state: "fetch"; country: string; keyword: string; token: string; fetched_at: string }
+  | {
+    state: "fetch";
+    country: string;
+    keyword: string;
+    token: string;
+    fetched_at: string;
+    /** Seconds between the starts of two fetches. */
+    pace: number;
+  }
   | { state: "wait"; wait: number }
   | { state: "nothing" | "occupied" };
 

@@ -23,12 +23,11 @@ export class Holding {
   async hold(
     key: string,
     known: Known,
-    stop: AbortSignal,
     ask: () => Promise<Known>,
   ): Promise<Known> {
     const deadline = performance.now() + this.longestMs;
     if (!isQueued(known) || known.wait * 1000 > this.longestMs) return known;
-    while (isQueued(known) && !stop.aborted && performance.now() + pollMs <= deadline) {
+    while (isQueued(known) && performance.now() + pollMs <= deadline) {
       try {
         known = await this.#look(key, ask);
       } catch {

@@ -140,7 +140,7 @@ export class ResearchService {
       clientAddress(request.headers, peer, trustsForwarded),
     );
     const ask = () => this.#ask(question, client);
-    const known = await this.#holding.hold(key, await ask(), request.signal, ask);
+    const known = await this.#holding.hold(key, await ask(), ask);
     if (known.state !== "ready") return waitingAnswer(known);
     const body = fromBase64(known.body);
     // Only what is of this very day may be given away without asking again.

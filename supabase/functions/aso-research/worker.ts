@@ -32,6 +32,7 @@ export function readyBody(fetchedAt: string, apps: SentApp[]): Promise<ArrayBuff
 export class Worker {
   #parts: WorkerParts;
   #shifts = 0;
+  #earliestFetch = 0;
 
   constructor(parts: WorkerParts) {
     this.#parts = parts;
@@ -82,6 +83,9 @@ export class Worker {
   }
 
   async #fetch(claim: FetchClaim) {
+    // The database spaces the claims; that an answer of it came late must not bring two fetches closer.
+    await sleep(Math.max(0, this.#earliestFetch - performance.now()));
+    this.#earliestFetch = performance.now() + claim.pace * 1000;
     const fetched = await this.#parts.upstream.search(claim);
     const outcome = await this.#report(claim, fetched);
     this.#parts.log("fetch", {
