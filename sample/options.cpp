@@ -16,13 +16,13 @@ searched for ("sample:slow running"); alone, the command searches for "photo edi
 
   command      search              hints            research
   throttled    403, empty          403              -
-  limited      429, empty          429              429, Retry-After: 120
-  unavailable  -                   503              503 without Retry-After
+  limited      429, empty          429              429, Retry-After: 60
+  unavailable  -                   503              503, Retry-After: 10
   error        500                 500              500, JSON of the platform
   boot, idle, worker, missing                       503, 504, 546, 404 of the platform
-  pending                                           202, Retry-After: 2; the next call is ready
-  stale                                             200 "stale", retryAfter 90.5 in the body
-  failed                                            200 "failed", Retry-After: 120
+  pending                                           202, Retry-After: 1; the next call is ready
+  stale                                             200 "stale", Retry-After: 90
+  failed                                            200 "failed", Retry-After: 600
   slow         after 3 seconds     after 3 seconds  after 3 seconds
   garbage      200 with HTML       200 with HTML    200 with HTML
   cut          half of the body    half             half

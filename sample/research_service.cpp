@@ -4,16 +4,12 @@
 
 #include "sample/command_term.h"
 #include "sample/http_reply.h"
-#include "sample/json_text.h"
-
-#include <QDateTime>
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <QTimeZone>
+#include "sample/research_answer.h"
+#include "sample/research_question.h"
 
 #include <algorithm>
 #include <array>
-#include <utility>
+#include <optional>
 
 namespace veltrix::sample
 {
@@ -21,163 +17,142 @@ namespace veltrix::sample
 namespace
 {
 
-constexpr int resultLimit = 100;
-constexpr std::chrono::seconds slowness(3);
-constexpr const char *pendingSeconds = "2";
-constexpr const char *limitedSeconds = "120";
-const char *const jsonType = "application/json";
+using std::chrono::milliseconds;
+using std::chrono::seconds;
 
-/// The fields that the function passes on.
-constexpr std::array<QByteArrayView, 19> passedOn{"trackId",
-                                                  "trackName",
-                                                  "userRatingCount",
-                                                  "averageUserRating",
-                                                  "releaseDate",
-                                                  "currentVersionReleaseDate",
-                                                  "artworkUrl60",
-                                                  "artworkUrl100",
-                                                  "artworkUrl512",
-                                                  "primaryGenreName",
-                                                  "kind",
-                                                  "description",
-                                                  "screenshotUrls",
-                                                  "ipadScreenshotUrls",
-                                                  "sellerName",
-                                                  "version",
-                                                  "formattedPrice",
-                                                  "minimumOsVersion",
-                                                  "trackViewUrl"};
+constexpr seconds slowness(3);
+/// How often the queue is asked about a question that is held.
+constexpr milliseconds glance(50);
 
-QByteArray objectOf(const std::vector<RecordField> &fields)
-{
-    QByteArrayList members;
-    for (const RecordField &field : fields)
-        if (std::ranges::find(passedOn, QByteArrayView(field.key)) != passedOn.end())
-            members += '"' + field.key + "\":" + field.value;
-    return '{' + members.join(',') + '}';
-}
-
-/// The status and code with which the platform itself refuses, before the function runs.
+/// With what the platform itself refuses, before the function runs.
 struct PlatformError {
     QLatin1String command;
-    int status;
-    QByteArrayView code;
-    QByteArrayView message;
+    Refusal refusal;
 };
+constexpr Refusal functionNotFound{404, "404", "Function not found"};
 constexpr std::array platformErrors{
-    PlatformError{QLatin1String("error"), 500, "\"INTERNAL_ERROR\"", "Internal Server Error"},
-    PlatformError{QLatin1String("boot"), 503, "\"BOOT_ERROR\"", "Function failed to start"},
-    PlatformError{QLatin1String("idle"), 504, "\"IDLE_TIMEOUT\"", "Function timed out"},
-    PlatformError{QLatin1String("worker"), 546, "\"WORKER_LIMIT\"", "Function ran out of memory"},
-    PlatformError{QLatin1String("missing"), 404, "404", "Function not found"},
+    PlatformError{QLatin1String("error"), {500, "\"INTERNAL_ERROR\"", "Internal Server Error"}},
+    PlatformError{QLatin1String("boot"), {503, "\"BOOT_ERROR\"", "Function failed to start"}},
+    PlatformError{QLatin1String("idle"), {504, "\"IDLE_TIMEOUT\"", "Function timed out"}},
+    PlatformError{QLatin1String("worker"), {546, "\"WORKER_LIMIT\"", "Function ran out of memory"}},
+    PlatformError{QLatin1String("missing"), functionNotFound},
 };
 
-void replyPlatformError(const httplib::Request &request, httplib::Response &response, int status,
-                        QByteArrayView code, QByteArrayView message)
+/// The standing that a command asks for.
+std::optional<Standing> commandedStanding(const QString &command)
 {
-    response.status = status;
-    replyText(request, response,
-              QByteArray("{\"code\":").append(code) + ",\"message\":\"" +
-                  QByteArray().append(message) + "\"}",
-              jsonType);
+    if (command == QLatin1String("limited"))
+        return Refused::TooManyOutstanding;
+    if (command == QLatin1String("unavailable"))
+        return Refused::DatabaseOutOfReach;
+    if (command == QLatin1String("failed"))
+        return Failed{ResearchQueue::failedFor};
+    if (command == QLatin1String("stale")) {
+        const auto now = std::chrono::floor<milliseconds>(std::chrono::system_clock::now());
+        return Stale{now - std::chrono::days(1), seconds(90)};
+    }
+    return std::nullopt;
 }
 
-/// An answer without results; Retry-After in seconds, or none for null.
-void replyStatus(const httplib::Request &request, httplib::Response &response, int httpStatus,
-                 const char *status, const char *retryAfter)
+/// The wait of a question that only has to wait for its turn.
+std::optional<milliseconds> turnOf(const Standing &standing)
 {
-    response.status = httpStatus;
-    if (retryAfter)
-        response.set_header("Retry-After", retryAfter);
-    replyText(request, response, QByteArray("{\"status\":\"") + status + "\"}", jsonType);
+    if (const auto *pending = std::get_if<Pending>(&standing))
+        return pending->wait;
+    if (const auto *stale = std::get_if<Stale>(&standing))
+        return stale->wait;
+    return std::nullopt;
 }
 
 } // namespace
 
-ResearchService::ResearchService(const AppStore &store, Pause &pause, QString pictureOrigin,
-                                 FirstAnswer firstAnswer)
-    : m_store(store), m_pause(pause), m_pictureOrigin(std::move(pictureOrigin)),
-      m_firstAnswer(firstAnswer)
+ResearchService::ResearchService(ResearchQueue &queue, Pause &pause, milliseconds hold)
+    : m_queue(queue), m_pause(pause), m_hold(hold)
 {
 }
 
 void ResearchService::install(httplib::Server &server)
 {
-    server.Post(researchPath, [this](const httplib::Request &request, httplib::Response &response) {
+    using Request = httplib::Request;
+    using Response = httplib::Response;
+    server.Post(researchPath, [this](const Request &request, Response &response) {
         research(request, response);
     });
+    const auto refuseMethod = [](const Request &request, Response &response) {
+        response.set_header("Allow", "POST");
+        replyRefusal(request, response, {405, "\"METHOD_NOT_ALLOWED\"", "The method is not POST"});
+    };
+    const auto refusePath = [](const Request &request, Response &response) {
+        replyRefusal(request, response, functionNotFound);
+    };
+    using Add =
+        httplib::Server &(httplib::Server::*)(const std::string &, httplib::Server::Handler);
+    for (const Add add : {static_cast<Add>(&httplib::Server::Get), Add(&httplib::Server::Put),
+                          Add(&httplib::Server::Patch), Add(&httplib::Server::Delete),
+                          Add(&httplib::Server::Options)})
+        (server.*add)(researchPath, refuseMethod);
+    for (const Add add : {Add(&httplib::Server::Get), Add(&httplib::Server::Post)})
+        (server.*add)("/functions/v1/.+", refusePath);
 }
 
 void ResearchService::research(const httplib::Request &request, httplib::Response &response)
 {
-    if (request.get_header_value("apikey") != publishableKey)
-        return replyPlatformError(request, response, 401, "401", "Invalid API key");
-    const QJsonObject question =
-        QJsonDocument::fromJson(QByteArray::fromStdString(request.body)).object();
-    const QString keyword = question.value(QLatin1String("keyword")).toString();
-    const QString country = question.value(QLatin1String("country")).toString();
-    if (keyword.isEmpty() || country.size() != 2)
-        return replyPlatformError(request, response, 400, "\"BAD_REQUEST\"",
-                                  "keyword and country are required");
-    const auto [command, term] = commandTerm(keyword);
-    const bool canBePending =
-        command == QLatin1String("pending") || m_firstAnswer == FirstAnswer::Pending;
-    if (canBePending && isFirstQuestion(country, keyword))
-        return replyStatus(request, response, 202, "pending", pendingSeconds);
-    answerCommand(command, country, term, request, response);
+    const auto read = readResearchQuestion(request);
+    if (const auto *refusal = std::get_if<Refusal>(&read))
+        return replyRefusal(request, response, *refusal);
+    const auto &question = std::get<ResearchQuestion>(read);
+    const QString command = commandTerm(question.keyword).command;
+    if (misbehave(command, request, response))
+        return;
+    if (command == QLatin1String("slow"))
+        m_pause.wait(slowness);
+    const Standing standing =
+        answerTo(question, QString::fromStdString(request.remote_addr),
+                 command == QLatin1String("pending") ? milliseconds(0) : m_hold);
+    const auto *ready = std::get_if<Ready>(&standing);
+    if (command == QLatin1String("cut") && ready)
+        return replyCut(response, readyBody(*ready), "application/json");
+    replyStanding(request, response, standing);
 }
 
-void ResearchService::answerCommand(const QString &command, const QString &country,
-                                    const QString &term, const httplib::Request &request,
-                                    httplib::Response &response)
+bool ResearchService::misbehave(const QString &command, const httplib::Request &request,
+                                httplib::Response &response)
 {
     const auto *error = std::ranges::find(platformErrors, command, &PlatformError::command);
     if (error != platformErrors.end())
-        return replyPlatformError(request, response, error->status, error->code, error->message);
-    if (command == QLatin1String("limited"))
-        return replyStatus(request, response, 429, "unavailable", limitedSeconds);
-    if (command == QLatin1String("unavailable"))
-        return replyStatus(request, response, 503, "unavailable", nullptr);
-    if (command == QLatin1String("failed"))
-        return replyStatus(request, response, 200, "failed", limitedSeconds);
-    if (command == QLatin1String("stale"))
-        return replyText(request, response, R"({"status":"stale","retryAfter":90.5})", jsonType);
-    if (command == QLatin1String("garbage"))
-        return replyGarbage(response);
-    if (command == QLatin1String("cut"))
-        return replyCut(response, readyBody(country, term), jsonType);
-    if (command == QLatin1String("slow"))
-        m_pause.wait(slowness);
-    answerReady(country, term, request, response);
-}
-
-bool ResearchService::isFirstQuestion(const QString &country, const QString &keyword)
-{
-    const std::lock_guard lock(m_mutex);
-    const QString key = country + QLatin1Char(':') + keyword;
-    if (m_pending.erase(key) > 0)
+        replyRefusal(request, response, error->refusal);
+    else if (const auto standing = commandedStanding(command))
+        replyStanding(request, response, *standing);
+    else if (command == QLatin1String("garbage"))
+        replyGarbage(response);
+    else
         return false;
-    m_pending.insert(key);
     return true;
 }
 
-void ResearchService::answerReady(const QString &country, const QString &term,
-                                  const httplib::Request &request,
-                                  httplib::Response &response) const
+Standing ResearchService::answerTo(const ResearchQuestion &question, const QString &client,
+                                   milliseconds hold)
 {
-    replyText(request, response, readyBody(country, term), jsonType);
+    Standing standing = ask(question, client);
+    const auto turn = turnOf(standing);
+    if (!turn || *turn > hold)
+        return standing;
+    // Glances are counted, so that this ends when the services do and pauses no longer last.
+    for (milliseconds held(0);; held += glance) {
+        standing = ask(question, client);
+        if (!turnOf(standing) || held >= hold)
+            return standing;
+        m_pause.wait(glance);
+    }
 }
 
-QByteArray ResearchService::readyBody(const QString &country, const QString &term) const
+Standing ResearchService::ask(const ResearchQuestion &question, const QString &client)
 {
-    QByteArrayList results;
-    if (const Storefront *storefront = findStorefront(country))
-        for (const auto &record : m_store.search(term, *storefront, resultLimit, m_pictureOrigin))
-            results += objectOf(record);
-    const QString now =
-        QDateTime::currentDateTimeUtc().toString(QStringLiteral("yyyy-MM-ddTHH:mm:ss.zzzZ"));
-    return "{\"status\":\"ready\",\"fetchedAt\":" + jsonString(now) + ",\"results\":[" +
-           results.join(',') + "]}";
+    const Standing standing = m_queue.ask(question, client);
+    // What is queued is fetched: the worker begins with the first question that finds nothing.
+    if (turnOf(standing) || std::holds_alternative<Blocked>(standing))
+        m_queue.wake();
+    return standing;
 }
 
 } // namespace veltrix::sample

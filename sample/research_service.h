@@ -2,57 +2,45 @@
 // The research function: ranked apps of a keyword, at once or after a while.
 #pragma once
 
-#include "sample/app_store.h"
 #include "sample/pause.h"
-
-#include <QString>
+#include "sample/research_queue.h"
 
 #include <httplib.h>
 
-#include <mutex>
-#include <set>
+#include <chrono>
 
 namespace veltrix::sample
 {
 
 inline constexpr const char *researchPath = "/functions/v1/aso-research";
-/// What clients must send in the header "apikey".
-inline constexpr const char *publishableKey = "sb_publishable_veltrix_sample";
 
-enum class FirstAnswer {
-    Ready,
-    /// The first question about a keyword is answered with 202, the next with results.
-    Pending,
-};
-
-/// Serves POST researchPath with {"keyword":…,"country":…} and the publishable key.
+/// Serves POST researchPath with {"keyword":…,"country":…} and the publishable key, as
+/// supabase/contract/README.md says, and terms that make it misbehave.
 class ResearchService
 {
 public:
-    /// Pictures are taken from `pictureOrigin`, such as "http://127.0.0.1:8080". Store and pause
-    /// must outlive the service.
-    ResearchService(const AppStore &store, Pause &pause, QString pictureOrigin,
-                    FirstAnswer firstAnswer);
+    static constexpr std::chrono::seconds longestHold{8};
 
-    /// Adds the route; the service must outlive the server.
+    /// A question that should be answered within `hold` is held until it is; with 0 none is.
+    /// Queue and pause must outlive the service.
+    ResearchService(ResearchQueue &queue, Pause &pause,
+                    std::chrono::milliseconds hold = longestHold);
+
+    /// Adds the routes; the service must outlive the server.
     void install(httplib::Server &server);
 
 private:
     void research(const httplib::Request &request, httplib::Response &response);
-    void answerCommand(const QString &command, const QString &country, const QString &term,
-                       const httplib::Request &request, httplib::Response &response);
-    void answerReady(const QString &country, const QString &term, const httplib::Request &request,
-                     httplib::Response &response) const;
-    [[nodiscard]] QByteArray readyBody(const QString &country, const QString &term) const;
-    /// Whether this question is the first about its keyword, so that the answer is still pending.
-    bool isFirstQuestion(const QString &country, const QString &keyword);
+    /// Answers a command that asks for a standing or a fault of its own; whether it did.
+    static bool misbehave(const QString &command, const httplib::Request &request,
+                          httplib::Response &response);
+    Standing answerTo(const ResearchQuestion &question, const QString &client,
+                      std::chrono::milliseconds hold);
+    Standing ask(const ResearchQuestion &question, const QString &client);
 
-    const AppStore &m_store;
+    ResearchQueue &m_queue;
     Pause &m_pause;
-    QString m_pictureOrigin;
-    FirstAnswer m_firstAnswer;
-    std::mutex m_mutex;
-    std::set<QString> m_pending;
+    std::chrono::milliseconds m_hold;
 };
 
 } // namespace veltrix::sample

@@ -2,8 +2,12 @@
 // All sample services, wired together and running.
 #include "sample/sample_services.h"
 
+#include "sample/research_question.h"
+#include "sample/research_upstream.h"
+
 #include <QDateTime>
 
+#include <chrono>
 #include <memory>
 
 namespace veltrix::sample
@@ -11,6 +15,19 @@ namespace veltrix::sample
 
 namespace
 {
+
+using std::chrono::milliseconds;
+
+/// The real service fetches once in 3.2 seconds; nobody who tries the program out wants to wait.
+constexpr milliseconds noPace(0);
+/// Fast enough for a demonstration, and slow enough that work in progress can be seen.
+constexpr milliseconds unhurriedPace(1'000);
+constexpr milliseconds noHold(0);
+
+Moment moment()
+{
+    return std::chrono::floor<milliseconds>(std::chrono::system_clock::now());
+}
 
 std::function<QDate()> dayOf(const Options &options)
 {
@@ -42,8 +59,10 @@ SampleServices::SampleServices(const Options &options)
           std::make_unique<httplib::SSLServer>(m_identity.certificate.get(), m_identity.key.get()),
           options.httpsPort, m_log),
       m_itunes(m_store, m_pause, options.throttle),
-      m_research(m_store, m_pause, httpOrigin(),
-                 options.researchPending ? FirstAnswer::Pending : FirstAnswer::Ready),
+      m_researchQueue(options.researchPending ? unhurriedPace : noPace,
+                      searchIn(m_store, httpOrigin()), moment),
+      m_research(m_researchQueue, m_pause,
+                 options.researchPending ? noHold : ResearchService::longestHold),
       m_updates(options.updateVersion, m_signingKey)
 {
     m_itunes.install(m_http.routes());

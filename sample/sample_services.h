@@ -9,6 +9,7 @@
 #include "sample/loopback_server.h"
 #include "sample/options.h"
 #include "sample/pause.h"
+#include "sample/research_queue.h"
 #include "sample/research_service.h"
 #include "sample/server_identity.h"
 #include "sample/update_feed.h"
@@ -50,6 +51,7 @@ private:
     LoopbackServer m_https;
     ItunesService m_itunes;
     HintsService m_hints{m_hintIndex, m_pause};
+    ResearchQueue m_researchQueue;
     ResearchService m_research;
     UpdateFeed m_updates;
 };

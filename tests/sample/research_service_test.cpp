@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The research function over real HTTPS on loopback.
+#include "sample/research_question.h"
 #include "services_fixture.h"
 
 #include <QRegularExpression>
@@ -86,8 +87,8 @@ TEST_F(ResearchServiceTest, IsPendingFirstAndReadyNextByCommand)
 {
     const auto first = ask("sample:pending collage maker");
     EXPECT_EQ(first.status, 202);
-    EXPECT_EQ(first.get_header_value("Retry-After"), "2");
-    EXPECT_EQ(first.body, R"({"status":"pending"})");
+    EXPECT_EQ(first.get_header_value("Retry-After"), "1");
+    EXPECT_EQ(first.body, R"({"status":"pending","retryAfter":1})");
     const auto next = ask("sample:pending collage maker");
     EXPECT_EQ(next.status, 200);
     EXPECT_EQ(resultsOf(next.body).size(), 100);
@@ -97,18 +98,38 @@ TEST_F(ResearchServiceTest, LimitsByCommand)
 {
     const auto limited = ask("sample:limited");
     EXPECT_EQ(limited.status, 429);
-    EXPECT_EQ(limited.get_header_value("Retry-After"), "120");
+    EXPECT_EQ(limited.get_header_value("Retry-After"), "60");
+    EXPECT_EQ(limited.body, R"({"status":"unavailable","retryAfter":60})");
     const auto unavailable = ask("sample:unavailable");
     EXPECT_EQ(unavailable.status, 503);
-    EXPECT_FALSE(unavailable.has_header("Retry-After"));
+    EXPECT_EQ(unavailable.get_header_value("Retry-After"), "10");
+    EXPECT_EQ(unavailable.body, R"({"status":"unavailable","retryAfter":10})");
 }
 
 TEST_F(ResearchServiceTest, IsNotReadyByCommand)
 {
     const auto failed = ask("sample:failed");
     EXPECT_EQ(failed.status, 200);
-    EXPECT_EQ(failed.body, R"({"status":"failed"})");
-    EXPECT_EQ(ask("sample:stale").body, R"({"status":"stale","retryAfter":90.5})");
+    EXPECT_EQ(failed.get_header_value("Retry-After"), "600");
+    EXPECT_EQ(failed.body, R"({"status":"failed","retryAfter":600})");
+    const auto stale = ask("sample:stale");
+    EXPECT_EQ(stale.status, 200);
+    EXPECT_EQ(stale.get_header_value("Retry-After"), "90");
+    const QJsonObject envelope = jsonOf(stale.body);
+    EXPECT_EQ(envelope.keys(), QStringList({u"fetchedAt"_qs, u"retryAfter"_qs, u"status"_qs}));
+    EXPECT_LT(envelope.value(u"fetchedAt").toString().left(10),
+              QDateTime::currentDateTimeUtc().toString(Qt::ISODate).left(10));
+}
+
+TEST_F(ResearchServiceTest, AnswersInEveryStorefrontThatHasAnAppStore)
+{
+    // The made-up store is not sold in Zimbabwe.
+    const auto answer = post(R"({"keyword":"photo editor","country":"ZW"})");
+    EXPECT_EQ(answer.status, 200);
+    EXPECT_EQ(jsonOf(answer.body).value(u"results"), QJsonArray());
+    for (const char *country : {"EA", "E ", " A", "U", "USA", ""})
+        EXPECT_EQ(post(std::string(R"({"keyword":"a","country":")") + country + "\"}").status, 400)
+            << country;
 }
 
 TEST_F(ResearchServiceTest, FailsLikeThePlatformByCommand)
