@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 # The information dictionary of the program, from cache variables. A service without a value has no key,
-# and the program then uses the public service.
-set(VELTRIX_BUILD_NUMBER "1" CACHE STRING "CFBundleVersion: the build number shown beside the version")
+# and the program then uses the public service. Updates are compared by CFBundleVersion, which therefore is
+# the project's version and cannot be forgotten at a release.
 set(VELTRIX_UPDATE_FEED_URL "" CACHE STRING "SUFeedURL: address of the signed update feed")
 set(VELTRIX_UPDATE_PUBLIC_KEY "" CACHE STRING "SUPublicEDKey: base64 Ed25519 key that signs updates")
 set(VELTRIX_ITUNES_BASE_URL "" CACHE STRING "VeltrixITunesBaseURL: App Store search service")

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/bundle.h"
+#include "clients/update/version_order.h"
 #include "effects/atomic_file.h"
 #include "support/json_printers.h"
 
@@ -61,6 +62,23 @@ TEST_F(BundleTest, KnowsWhichResourcesAreThere)
     const Bundle bundle = bundleWith("");
     EXPECT_TRUE(bundle.has(QStringLiteral("Info.plist")));
     EXPECT_FALSE(bundle.has(QStringLiteral("SupabaseDevelopment.plist")));
+}
+
+TEST(BuiltBundle, TheBuildNumberIsTheVersionSoThatTheNextReleaseIsNewer)
+{
+    // The tree of a build looks like an installation, and this test stands beside the program.
+    const Bundle bundle = Bundle::ofThisProgram();
+    const QString build = bundle.information(QStringLiteral("CFBundleVersion")).value_or(QString());
+    EXPECT_EQ(build, bundle.information(QStringLiteral("CFBundleShortVersionString")));
+    QStringList numbers = build.split(u'.');
+    ASSERT_EQ(numbers.size(), 3) << build.toStdString();
+    for (QString &number : numbers) {
+        const QString before = number;
+        number = QString::number(number.toInt() + 1);
+        EXPECT_TRUE(compareVersions(numbers.join(u'.'), build) > 0)
+            << numbers.join(u'.').toStdString();
+        number = before;
+    }
 }
 
 } // namespace

@@ -80,6 +80,16 @@ TEST(UpdateSelection, AnOfferCarriesWhatTheUserIsAskedAbout)
     EXPECT_TRUE(select({feedItem}).offer == expected);
 }
 
+TEST(UpdateSelection, Version020IsOfferedToAnInstalled010)
+{
+    UpdateTarget first = installed;
+    first.installedVersion = QStringLiteral("0.1.0");
+    EXPECT_EQ(chosen({item("0.1.0"), item("0.2.0")}, first), QStringLiteral("0.2.0"));
+    first.installedVersion = QStringLiteral("0.2.0");
+    EXPECT_EQ(chosen({item("0.1.0")}, first),
+              QStringLiteral("Version 0.1.0 is not newer than this one."));
+}
+
 TEST(UpdateSelection, NothingThatIsNotNewerIsOffered)
 {
     EXPECT_EQ(chosen({item("1.4.9")}), QStringLiteral("Version 1.4.9 is not newer than this one."));
