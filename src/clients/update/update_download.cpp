@@ -47,7 +47,8 @@ QString store(const QByteArray &content, const QString &folder, const QString &f
 } // namespace
 
 Task<QString> downloadUpdate(HttpDownload download, UpdatePackage package, UpdateKey key,
-                             QString folder, HttpProgress progress, std::stop_token stop)
+                             ExpectedVersion version, QString folder, HttpProgress progress,
+                             std::stop_token stop)
 {
     throwIfStopped(stop);
     const HttpRequest request = requestFor(package);
@@ -60,6 +61,7 @@ Task<QString> downloadUpdate(HttpDownload download, UpdatePackage package, Updat
                               .arg(response.status));
     }
     key.requireGenuine(response.body, package.length, package.signature);
+    requirePackageVersion(response.body, version);
     co_return store(response.body, folder, package.fileName);
 }
 

@@ -163,8 +163,9 @@ Task<void> Updater::download(UpdateOffer offer, std::stop_token stop)
     const HttpProgress progress = progressReporter();
     UpdateStatus outcome;
     try {
+        const ExpectedVersion version{offer.version, m_environment.installedVersion};
         const QString path = co_await veltrix::downloadUpdate(
-            m_environment.download, *offer.package, m_source.key, folder, progress, stop);
+            m_environment.download, *offer.package, m_source.key, version, folder, progress, stop);
         outcome = handOver(offer, path);
     } catch (const Error &error) {
         outcome = UpdateFailed{error.description()};

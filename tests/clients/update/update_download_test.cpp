@@ -3,6 +3,7 @@
 
 #include "clients/update/fake_download.h"
 #include "clients/update/test_feed.h"
+#include "clients/update/test_package.h"
 #include "clients/update/update_error.h"
 #include "effects/atomic_file.h"
 #include "support/json_printers.h"
@@ -38,8 +39,8 @@ protected:
             m_progress.append(received);
         };
         return Outcome(downloadUpdate(m_http.downloader(), m_package,
-                                      UpdateKey::fromBase64(m_signer.publicKey()).value(), folder(),
-                                      progress, std::move(stop)));
+                                      UpdateKey::fromBase64(m_signer.publicKey()).value(),
+                                      m_versions, folder(), progress, std::move(stop)));
     }
 
     [[nodiscard]] QString folder() const { return m_root.filePath(QStringLiteral("a/updates")); }
@@ -55,7 +56,8 @@ protected:
 
     QTemporaryDir m_root;
     TestSigner m_signer;
-    QByteArray m_content = "the new veltrix";
+    QByteArray m_content = packageOf("2.0");
+    ExpectedVersion m_versions{QStringLiteral("2.0"), QStringLiteral("1.5")};
     UpdatePackage m_package;
     FakeDownload m_http;
     QList<qint64> m_progress;
@@ -116,14 +118,31 @@ TEST_F(UpdateDownloadTest, WhatIsNotGenuineNeverReachesTheDisk)
         EXPECT_FALSE(QFileInfo::exists(folder())) << body.toStdString();
         return text;
     };
-    EXPECT_EQ(failureFor("The new veltrix"),
+    const auto wrongSize = [this](qsizetype size) {
+        return QStringLiteral("The update was refused: it has %1 bytes, not the announced %2.")
+            .arg(size)
+            .arg(m_content.size());
+    };
+    QByteArray other = m_content;
+    other[3] = 'x';
+    EXPECT_EQ(failureFor(other),
               QStringLiteral("The update was refused: its signature is not that of Veltrix."));
-    EXPECT_EQ(failureFor("the new veltrix "),
-              QStringLiteral("The update was refused: it has 16 bytes, not the announced 15."));
-    EXPECT_EQ(failureFor("the new veltri"),
-              QStringLiteral("The update was refused: it has 14 bytes, not the announced 15."));
-    EXPECT_EQ(failureFor(""),
-              QStringLiteral("The update was refused: it has 0 bytes, not the announced 15."));
+    EXPECT_EQ(failureFor(m_content + ' '), wrongSize(m_content.size() + 1));
+    EXPECT_EQ(failureFor(m_content.chopped(1)), wrongSize(m_content.size() - 1));
+    EXPECT_EQ(failureFor(""), wrongSize(0));
+}
+
+TEST_F(UpdateDownloadTest, AGenuinePackageOfAnotherVersionNeverReachesTheDisk)
+{
+    m_versions.announced = QStringLiteral("3.0");
+    EXPECT_EQ(download().failureText(),
+              QStringLiteral("The update was refused: its package holds version 2.0, not the "
+                             "announced 3.0."));
+    m_versions = {QStringLiteral("2.0"), QStringLiteral("2.0")};
+    EXPECT_EQ(download().failureText(),
+              QStringLiteral("The update was refused: its package holds version 2.0, which is not "
+                             "newer than this one."));
+    EXPECT_FALSE(QFileInfo::exists(folder()));
 }
 
 TEST_F(UpdateDownloadTest, AnErrorPageIsNoPackage)

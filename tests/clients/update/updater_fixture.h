@@ -5,6 +5,7 @@
 #include "clients/update/fake_download.h"
 #include "clients/update/memory_update_settings.h"
 #include "clients/update/test_feed.h"
+#include "clients/update/test_package.h"
 #include "clients/update/updater.h"
 #include "support/fake_http.h"
 #include "support/json_printers.h"
@@ -45,7 +46,7 @@ protected:
     [[nodiscard]] QList<double> hoursOfChecks() const;
 
     const TestSigner m_signer;
-    QByteArray m_package = "the new veltrix";
+    QByteArray m_package = packageOf("2.0");
     QTemporaryDir m_folder;
     std::shared_ptr<VirtualClock> m_clock = std::make_shared<VirtualClock>();
     const Date m_start = m_clock->now();

@@ -47,7 +47,9 @@ protected:
 
 TEST_F(UpdaterHostile, ATamperedPackage)
 {
-    m_download.answerWith(200, "the evil veltri");
+    QByteArray evil = m_package;
+    evil[evil.size() / 2] = char(evil[evil.size() / 2] ^ 1);
+    m_download.answerWith(200, evil);
     EXPECT_EQ(
         ending(),
         QStringLiteral("failed: The update was refused: its signature is not that of Veltrix."));
@@ -56,11 +58,12 @@ TEST_F(UpdaterHostile, ATamperedPackage)
 TEST_F(UpdaterHostile, ATamperedLength)
 {
     TestItem longer = item(QStringLiteral("2.0"));
-    longer.length = QStringLiteral("16");
+    longer.length = QString::number(m_package.size() + 1);
     offer({longer});
-    EXPECT_EQ(ending(),
-              QStringLiteral("failed: The update was refused: it has 15 bytes, not the announced "
-                             "16."));
+    EXPECT_EQ(ending(), QStringLiteral("failed: The update was refused: it has %1 bytes, not the "
+                                       "announced %2.")
+                            .arg(m_package.size())
+                            .arg(m_package.size() + 1));
 }
 
 TEST_F(UpdaterHostile, AnItemWithoutALength)
@@ -89,6 +92,24 @@ TEST_F(UpdaterHostile, ASignatureOfAnotherPackage)
     EXPECT_EQ(
         ending(),
         QStringLiteral("failed: The update was refused: its signature is not that of Veltrix."));
+}
+
+TEST_F(UpdaterHostile, AnOldSignedPackageUnderANewLabel)
+{
+    m_package = packageOf("1.4");
+    m_download.answerWith(200, m_package);
+    offer({item(QStringLiteral("2.0"))});
+    EXPECT_EQ(ending(), QStringLiteral("failed: The update was refused: its package holds version "
+                                       "1.4, not the announced 2.0."));
+}
+
+TEST_F(UpdaterHostile, ASignedFileThatIsNoPackage)
+{
+    m_package = "the new veltrix";
+    m_download.answerWith(200, m_package);
+    offer({item(QStringLiteral("2.0"))});
+    EXPECT_EQ(ending(), QStringLiteral("failed: The update was refused: it is not a Debian package "
+                                       "that can be read."));
 }
 
 TEST_F(UpdaterHostile, AnUnsignedItem)

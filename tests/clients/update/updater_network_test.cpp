@@ -25,7 +25,7 @@ protected:
         const QString trusted = m_folder.filePath(QStringLiteral("trusted.pem"));
         writeFileAtomically(trusted, m_authority.certificatePem());
         m_network.emplace(NetworkHttp::Options{QStringLiteral("1.5"), trusted});
-        m_package = QByteArray(3'000'000, 'v');
+        m_package = packageOf("2.0", 3'000'000);
     }
 
     /// A server with a certificate that is trusted here.
@@ -182,18 +182,20 @@ TEST_F(UpdaterNetwork, ADownloadThatBreaksOffOrRunsOverIsRefusedAndLeavesNothing
     };
     const QByteArray half = m_package.first(m_package.size() / 2);
     EXPECT_EQ(
-        sends("Content-Length: 3000000\r\n", half),
+        sends("Content-Length: " + QByteArray::number(m_package.size()) + "\r\n", half),
         QStringLiteral("failed: The server “127.0.0.1” closed the connection before its answer "
                        "was whole."));
     EXPECT_EQ(sends("", half),
-              QStringLiteral("failed: The update was refused: it has 1500000 bytes, "
-                             "not the announced 3000000."));
+              QStringLiteral("failed: The update was refused: it has %1 bytes, not the "
+                             "announced %2.")
+                  .arg(half.size())
+                  .arg(m_package.size()));
     EXPECT_EQ(sends("", m_package + "more"),
               QStringLiteral("failed: The answer of the server “127.0.0.1” was too large."));
     QByteArray tampered = m_package;
     tampered[1'234'567] = 'x';
     EXPECT_EQ(
-        sends("Content-Length: 3000000\r\n", tampered),
+        sends("Content-Length: " + QByteArray::number(tampered.size()) + "\r\n", tampered),
         QStringLiteral("failed: The update was refused: its signature is not that of Veltrix."));
 }
 
