@@ -21,7 +21,7 @@ public:
     [[nodiscard]] virtual bool automaticallyChecksForUpdates() const = 0;
     virtual void setAutomaticallyChecksForUpdates(bool isOn) = 0;
 
-    /// When a check last began, whether or not it succeeded.
+    /// When a check last succeeded: the feed was there and could be read.
     [[nodiscard]] virtual std::optional<Date> lastCheck() const = 0;
     virtual void setLastCheck(Date date) = 0;
 

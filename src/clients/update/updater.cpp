@@ -87,7 +87,6 @@ void Updater::dismiss()
 
 Task<UpdateSelection> Updater::findUpdate(std::optional<int> rolloutGroup, std::stop_token stop)
 {
-    noteCheck();
     HttpRequest request;
     request.url = m_source.feed;
     request.bodyLimit = largestAppcast;
@@ -102,7 +101,9 @@ Task<UpdateSelection> Updater::findUpdate(std::optional<int> rolloutGroup, std::
     }
     const UpdateTarget target{m_environment.installedVersion, m_environment.systemVersion,
                               rolloutGroup, m_environment.clock->now()};
-    co_return selectUpdate(readAppcast(response.body), target);
+    const UpdateSelection selection = selectUpdate(readAppcast(response.body), target);
+    noteCheck();
+    co_return selection;
 }
 
 Task<void> Updater::check(std::stop_token stop)
@@ -143,7 +144,8 @@ Task<void> Updater::checkSilently(std::stop_token stop)
     try {
         selection = co_await findUpdate(rolloutGroup(), stop);
     } catch (const Error &) {
-        // Nobody asked, so nobody is told; the next check is due in a day.
+        // Nobody asked, so nobody is told. It stays due, and is tried again at the next reading of
+        // the clock.
         co_return;
     }
     // A check or a download that the user asked for meanwhile has the word.

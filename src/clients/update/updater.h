@@ -56,12 +56,13 @@ class Updater final : public QObject
     Q_PROPERTY(bool canCheckForUpdates READ canCheckForUpdates NOTIFY canCheckForUpdatesChanged)
 
 public:
-    /// Least time between a check and the next one in the background.
+    /// Least time between a check that succeeded and the next one in the background.
     static constexpr Seconds checkInterval{86'400};
     /// Time between the request for background checks and the first of them, so that none is in the
     /// way of a start.
     static constexpr Seconds backgroundDelay{10};
-    /// Longest time for which the wall clock is left unread: a machine may sleep meanwhile.
+    /// Longest time for which the wall clock is left unread: a machine may sleep meanwhile. Also
+    /// the time between a background check that failed and the next attempt.
     static constexpr Seconds clockReadingInterval{3'600};
 
     Updater(UpdateSource source, UpdaterEnvironment environment);

@@ -95,25 +95,63 @@ TEST_F(UpdaterTest, ARequestedCheckPutsTheNextOneOff)
     EXPECT_EQ(hoursOfChecks(), (QList<double>{12, 36}));
 }
 
-TEST_F(UpdaterTest, AFailureInTheBackgroundIsSilentAndNotRepeatedAtOnce)
+TEST_F(UpdaterTest, AFailureInTheBackgroundIsSilentAndTriedAgainInAnHour)
 {
     m_settings->isAutomatic = true;
     const std::vector<HttpResponse> answers{FakeHttp::response(500),
                                             FakeHttp::response(200, "<rss><channel>"),
+                                            FakeHttp::response(200, "<html>Please sign in</html>"),
                                             FakeHttp::response(200, feedOf({TestItem()}))};
     m_http.answerInTurn(answers);
     open();
-    m_clock->advance(3 * day);
-    EXPECT_EQ(m_http.count(), 3);
+    m_clock->advance(Updater::backgroundDelay + 3 * Updater::clockReadingInterval);
+    EXPECT_EQ(hoursOfChecks(),
+              (QList<double>{delayInHours, delayInHours + 1, delayInHours + 2, delayInHours + 3}));
+    m_clock->advance(day - Seconds(1));
+    EXPECT_EQ(m_http.count(), 4) << "the check that succeeded was the day's";
     m_http.answerWith([](const HttpRequest &) -> HttpResponse {
         throw TransportError(QStringLiteral("The network is not available."));
     });
-    m_clock->advance(day);
-    EXPECT_EQ(m_http.count(), 4);
+    m_clock->advance(Seconds(1));
+    EXPECT_EQ(m_http.count(), 5);
     EXPECT_EQ(takeHistory(), QStringList());
     EXPECT_TRUE(m_canCheck.isEmpty());
     m_updater->checkForUpdates();
     EXPECT_EQ(takeHistory().last(), QStringLiteral("failed: The network is not available."));
+}
+
+TEST_F(UpdaterTest, AFailedCheckDoesNotUseUpTheDayForTheNextStart)
+{
+    m_settings->isAutomatic = true;
+    m_http.answerWith(FakeHttp::response(503));
+    open();
+    m_clock->advance(Seconds(60));
+    m_updater->checkForUpdates();
+    EXPECT_EQ(m_settings->checked, std::nullopt);
+    offer({item(QStringLiteral("2.0"))});
+    open();
+    m_clock->advance(Updater::backgroundDelay);
+    EXPECT_EQ(takeHistory().last(), QStringLiteral("found 2.0"));
+    EXPECT_EQ(m_settings->checked, m_clock->now());
+}
+
+TEST_F(UpdaterTest, AMonthOnAnUnreliableLineIsCheckedEveryDay)
+{
+    m_settings->isAutomatic = true;
+    int asked = 0;
+    QList<Date> succeeded{m_start};
+    m_http.answerWith([&](const HttpRequest &) -> HttpResponse {
+        // Two of three checks fail.
+        if (++asked % 3 != 0)
+            throw TransportError(QStringLiteral("The network is not available."));
+        succeeded.append(m_clock->now());
+        return FakeHttp::response(200, feedOf({}));
+    });
+    open();
+    m_clock->advance(30 * day);
+    succeeded.append(m_clock->now());
+    for (qsizetype i = 1; i < succeeded.size(); ++i)
+        EXPECT_LE((succeeded[i] - succeeded[i - 1]).count(), 26 * 3600 + 60) << i;
 }
 
 TEST_F(UpdaterTest, ALastCheckInTheFutureDoesNotBlockChecks)
@@ -124,6 +162,22 @@ TEST_F(UpdaterTest, ALastCheckInTheFutureDoesNotBlockChecks)
     open();
     m_clock->advance(Seconds(60));
     EXPECT_EQ(m_http.count(), 1);
+}
+
+TEST_F(UpdaterTest, AClockThatIsSetBackWhileVeltrixIsOpenDoesNotBlockChecks)
+{
+    offer({});
+    m_settings->isAutomatic = true;
+    open();
+    m_clock->advance(Seconds(60));
+    EXPECT_EQ(m_http.count(), 1);
+    // The last check now lies a year ahead, and no wait of the updater's is longer than a day.
+    m_clock->jumpTo(m_clock->now() - 365 * day);
+    m_clock->advance(Updater::clockReadingInterval);
+    EXPECT_EQ(m_http.count(), 2);
+    EXPECT_LE(m_settings->checked, m_clock->now());
+    m_clock->advance(day);
+    EXPECT_EQ(m_http.count(), 3) << "and the next day goes on from there";
 }
 
 TEST_F(UpdaterTest, AMachineThatSleptChecksSoonAfterItWakes)
