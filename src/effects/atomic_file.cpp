@@ -1,14 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "effects/atomic_file.h"
 
+#include "effects/file_reader.h"
+#include "effects/posix_files.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
 #include <QUuid>
 
-#include <cerrno>
-#include <cstring>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -22,32 +23,33 @@ namespace
 /// Hexadecimal digits that tell temporary files of one path apart.
 constexpr qsizetype temporaryNameLength = 8;
 
-QString reason(int code)
+QString temporaryPath(const QString &target)
 {
-    return QString::fromLocal8Bit(std::strerror(code));
+    const QFileInfo info(target);
+    return QStringLiteral("%1/.%2.%3.tmp")
+        .arg(info.path(), info.fileName(),
+             QUuid::createUuid().toString(QUuid::Id128).left(temporaryNameLength));
 }
 
-/// Makes a rename in the folder durable. Some file systems refuse it; the rename itself stands.
-void flushFolder(const QByteArray &folder)
+/// `fileName` is a pattern of the names that the temporary files were to get.
+void removeTemporaryFiles(QDir folder, const QString &fileName)
 {
-    const int descriptor = ::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (descriptor < 0)
-        return;
-    ::fsync(descriptor);
-    ::close(descriptor);
+    const QRegularExpression pattern(
+        QStringLiteral("^\\.%1\\.[0-9a-f]{%2}\\.tmp$").arg(fileName).arg(temporaryNameLength));
+    const QStringList names = folder.entryList(QDir::Files | QDir::Hidden | QDir::System);
+    for (const QString &name : names.filter(pattern))
+        folder.remove(name);
 }
 
 } // namespace
 
-AtomicFileWriter::AtomicFileWriter(const QString &path) : m_path(path)
+AtomicFileWriter::AtomicFileWriter(const QString &path)
+    : m_path(path), m_target(resolveLinks(path)),
+      m_temporary(QFile::encodeName(temporaryPath(m_target)))
 {
-    const QFileInfo info(path);
-    const QString temporary =
-        QStringLiteral("%1/.%2.%3.tmp")
-            .arg(info.path(), info.fileName(),
-                 QUuid::createUuid().toString(QUuid::Id128).left(temporaryNameLength));
-    m_temporary = QFile::encodeName(temporary);
-    m_descriptor = ::open(m_temporary.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
+    m_descriptor = untilNotInterrupted([this] {
+        return ::open(m_temporary.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
+    });
     if (m_descriptor < 0)
         fail();
 }
@@ -56,21 +58,21 @@ AtomicFileWriter::~AtomicFileWriter()
 {
     if (m_descriptor >= 0)
         ::close(m_descriptor);
-    if (!m_isCommitted)
+    if (!m_placed)
         ::unlink(m_temporary.constData());
 }
 
 void AtomicFileWriter::write(QByteArrayView content)
 {
-    qsizetype done = 0;
-    while (done < content.size()) {
-        const ssize_t count =
-            ::write(m_descriptor, content.data() + done, size_t(content.size() - done));
-        if (count < 0 && errno != EINTR)
+    for (qsizetype done = 0; done < content.size();) {
+        const ssize_t count = untilNotInterrupted([&] {
+            return ::write(m_descriptor, content.data() + done, size_t(content.size() - done));
+        });
+        if (count < 0)
             fail();
-        done += std::max<ssize_t>(count, 0);
+        done += count;
     }
-    m_written += done;
+    m_written += content.size();
     startWriteback();
 }
 
@@ -87,20 +89,31 @@ void AtomicFileWriter::startWriteback()
 #endif
 }
 
+void AtomicFileWriter::flush()
+{
+    if (m_flushed)
+        return;
+    struct stat status {
+    };
+    // Closing may report a late write error, so it is a step like the others.
+    if (::fsync(m_descriptor) != 0 || ::fstat(m_descriptor, &status) != 0 ||
+        ::close(std::exchange(m_descriptor, -1)) != 0)
+        fail();
+    m_flushed = identityOf(status);
+}
+
 void AtomicFileWriter::commit()
 {
-    // Closing may report a late write error, so it is a step like the others.
-    if (::fsync(m_descriptor) != 0 || ::close(std::exchange(m_descriptor, -1)) != 0 ||
-        ::rename(m_temporary.constData(), QFile::encodeName(m_path).constData()) != 0)
+    flush();
+    if (::rename(m_temporary.constData(), QFile::encodeName(m_target).constData()) != 0)
         fail();
-    m_isCommitted = true;
-    flushFolder(QFile::encodeName(QFileInfo(m_path).path()));
+    m_placed = m_flushed;
+    flushFolder(QFileInfo(m_target).path(), m_target);
 }
 
 void AtomicFileWriter::fail() const
 {
-    throw FileError(
-        QStringLiteral("The file “%1” could not be written: %2.").arg(m_path, reason(errno)));
+    throw FileError::unwritable(m_path, systemReason(errno));
 }
 
 void writeFileAtomically(const QString &path, QByteArrayView content)
@@ -112,28 +125,30 @@ void writeFileAtomically(const QString &path, QByteArrayView content)
 
 void removeInterruptedWrites(const QString &path)
 {
-    const QFileInfo info(path);
-    const QRegularExpression pattern(QStringLiteral("^\\.%1\\.[0-9a-f]{%2}\\.tmp$")
-                                         .arg(QRegularExpression::escape(info.fileName()))
-                                         .arg(temporaryNameLength));
-    QDir folder(info.path());
-    const QStringList names = folder.entryList(QDir::Files | QDir::Hidden);
-    for (const QString &name : names.filter(pattern))
-        folder.remove(name);
+    try {
+        const QFileInfo target(resolveLinks(path));
+        removeTemporaryFiles(target.dir(), QRegularExpression::escape(target.fileName()));
+    } catch (const FileError &) {
+        // They cost room, no more.
+    }
+}
+
+void removeInterruptedWritesIn(const QString &folder)
+{
+    const QDir place(folder);
+    removeTemporaryFiles(place, QStringLiteral(".+"));
+    // What a link points to is written where it lies.
+    for (const QFileInfo &info : place.entryInfoList(QDir::Files | QDir::System)) {
+        if (info.isSymLink())
+            removeInterruptedWrites(info.filePath());
+    }
 }
 
 QByteArray readWholeFile(const QString &path)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        throw FileError(
-            QStringLiteral("The file “%1” could not be read: %2.").arg(path, file.errorString()));
-    }
-    QByteArray content = file.readAll();
-    if (file.error() != QFileDevice::NoError) {
-        throw FileError(
-            QStringLiteral("The file “%1” could not be read: %2.").arg(path, file.errorString()));
-    }
+    const FileReader file(path);
+    QByteArray content = file.read(0, file.size());
+    file.requireUnchanged();
     return content;
 }
 

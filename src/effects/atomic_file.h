@@ -2,24 +2,20 @@
 // Whole files, written so that a reader or a power cut never meets half of one.
 #pragma once
 
-#include "model/error.h"
+#include "effects/file_error.h"
+#include "effects/file_identity.h"
 
 #include <QByteArrayView>
 #include <QString>
 
+#include <optional>
+
 namespace veltrix
 {
 
-/// A file could not be read or written. The description names the file and says why.
-class FileError final : public Error
-{
-public:
-    using Error::Error;
-};
-
 /// Writes a new version of the file at `path`, piece by piece, into a temporary file in the same
 /// folder. Until commit() has succeeded the old version stays in place; without a commit() the
-/// temporary file is removed.
+/// temporary file is removed. A symbolic link stays, and what it points to is written.
 class AtomicFileWriter
 {
 public:
@@ -33,20 +29,30 @@ public:
     /// flush of a large file has little left to wait for.
     void write(QByteArrayView content);
 
-    /// Flushes the new version to the disk, renames it over the old one, and flushes the folder.
+    /// Flushes the new version to the disk, so that only its name is left to give.
+    void flush();
+
+    /// Flushes, renames the new version over the old one, and flushes the folder.
     void commit();
+
+    /// The new version, once it has taken the old one's place: also when commit() has failed after
+    /// that, and it is only not certain to outlast a power cut.
+    [[nodiscard]] const std::optional<FileIdentity> &placed() const { return m_placed; }
 
 private:
     void startWriteback();
     [[noreturn]] void fail() const;
 
     QString m_path;
+    /// The path behind its links.
+    QString m_target;
     QByteArray m_temporary;
     /// -1 once it is closed.
     int m_descriptor = -1;
     qint64 m_written = 0;
     qint64 m_handedToDisk = 0;
-    bool m_isCommitted = false;
+    std::optional<FileIdentity> m_flushed;
+    std::optional<FileIdentity> m_placed;
 };
 
 /// Replaces the file at `path` by `content`, as an AtomicFileWriter does. Throws FileError when any
@@ -56,6 +62,9 @@ void writeFileAtomically(const QString &path, QByteArrayView content);
 /// Removes the temporary files that writes of this path left when the process or the machine
 /// stopped in the middle. Only for whoever alone writes the path; failures are ignored.
 void removeInterruptedWrites(const QString &path);
+
+/// The same for every path in a folder.
+void removeInterruptedWritesIn(const QString &folder);
 
 /// The whole content of a file. Throws FileError when it cannot be read.
 QByteArray readWholeFile(const QString &path);

@@ -2,6 +2,7 @@
 #include "model/json_reader.h"
 
 #include <cmath>
+#include <new>
 
 namespace veltrix
 {
@@ -69,6 +70,9 @@ void failAt(const DecodingError &error, qsizetype index)
 
 void failSyntax(simdjson::error_code code)
 {
+    // Says nothing about the text.
+    if (code == simdjson::MEMALLOC)
+        throw std::bad_alloc();
     throw DecodingError(QStringLiteral("it is not well-formed JSON (%1)")
                             .arg(QString::fromUtf8(simdjson::error_message(code))));
 }

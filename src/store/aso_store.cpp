@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The store's state: loading, saving, keywords and what is read of them.
+// The store's state: keywords and what is read of them.
 #include "store/aso_store.h"
 
 namespace veltrix
@@ -10,28 +10,15 @@ ASOStore::ASOStore(Arguments arguments, QObject *parent)
       m_iTunesClient(std::move(arguments.iTunesClient)),
       m_discoveryClient(std::move(arguments.discoveryClient)), m_clock(std::move(arguments.clock)),
       m_rankedAppsCache(std::move(arguments.rankedAppsCache)),
-      m_file(std::move(arguments.persistenceURL))
+      m_file(std::move(arguments.persistenceURL), arguments.folderLock)
 {
-    PersistedState state = m_file.load();
-    m_apps = std::move(state.apps);
-    renumberApps();
-    m_keywords = KeywordList(std::move(state.trackedKeywords));
-    m_snapshots = SnapshotIndex(state.snapshots);
-    m_competitors = std::move(state.competitors);
+    adopt(m_file.load());
+    followPersistence(std::nullopt);
 }
 
 ASOStore::~ASOStore()
 {
     m_life.reset();
-}
-
-void ASOStore::save()
-{
-    const std::optional<QString> before = m_file.problem();
-    m_file.save({m_apps, m_keywords.all(), m_snapshots.inFileOrder(), m_competitors},
-                m_clock->now());
-    if (m_file.problem() != before)
-        Q_EMIT persistenceProblemChanged();
 }
 
 const QList<AppProfile> &ASOStore::apps() const
@@ -87,6 +74,7 @@ TrackedKeyword ASOStore::addTrackedKeyword(QUuid appId, QString keyword, QString
 QList<TrackedKeyword> ASOStore::addTrackedKeywords(QUuid appId, const QStringList &keywords,
                                                    QString country)
 {
+    requireStateRead();
     country = country.toUpper();
     QList<TrackedKeyword> result;
     QList<QUuid> added;
@@ -179,11 +167,6 @@ RankingTimeline ASOStore::rankingTimeline(QUuid keywordId) const
         observations.push_back({snapshot->id, snapshot->fetchedAt, snapshot->position});
     const TrackedKeyword *keyword = m_keywords.find(keywordId);
     return {std::move(observations), keyword ? keyword->createdAt : m_clock->now()};
-}
-
-std::optional<QString> ASOStore::persistenceProblem() const
-{
-    return m_file.problem();
 }
 
 Clock &ASOStore::clock() const

@@ -27,7 +27,8 @@
 namespace veltrix
 {
 
-/// A store operation that cannot be done. `code` is 404 (not there) or 422 (not usable).
+/// A store operation that cannot be done. `code` is 404 (not there), 422 (not usable) or 423 (not
+/// now: the saved state has not been read).
 class StoreError final : public Error
 {
 public:
@@ -90,6 +91,8 @@ public:
         std::shared_ptr<Clock> clock;
         /// Where ranked results are kept; may be null.
         std::shared_ptr<RankedAppsSaving> rankedAppsCache;
+        /// Holds the folder of the state file; must outlive the store. May be null.
+        DataFolderLock *folderLock = nullptr;
     };
 
     /// How old a keyword's newest snapshot may be before it is measured again.
@@ -98,8 +101,11 @@ public:
     static constexpr Seconds historyStaleness{86'400};
     /// How old saved ranked apps may be before they are searched afresh.
     static constexpr Seconds rankedAppsReuse{1'800};
+    /// How long after a failed save, or a file that could not be reached, it is tried again.
+    static constexpr Seconds persistenceRetryInterval{60};
 
-    /// Loads the state file; a file that cannot be read leaves the store empty.
+    /// Loads the state file; a file that cannot be read leaves the store empty, and one that cannot
+    /// be reached leaves it read-only.
     explicit ASOStore(Arguments arguments, QObject *parent = nullptr);
     ~ASOStore() override;
 
@@ -171,9 +177,23 @@ public:
     [[nodiscard]] std::optional<SavedRankedApps>
     savedRankedApps(const DashboardKeywordRow &row) const;
 
-    /// What went wrong with the state file, in words for the user: that it could not be read (and
-    /// where its copy is), or that the last save failed. Empty when all is well.
-    [[nodiscard]] std::optional<QString> persistenceProblem() const;
+    // The state file.
+    /// What went wrong with the state file, in words for the user, and what can be done about it.
+    /// Empty when all is well.
+    [[nodiscard]] std::optional<PersistenceProblem> persistenceProblem() const;
+    /// Whether it is known what was saved. Until then the lists are empty, and what would change
+    /// them throws StoreError 423.
+    [[nodiscard]] bool isStateRead() const;
+    /// The last change is in memory alone.
+    [[nodiscard]] bool hasUnsavedChange() const;
+    /// Reads the file that could not be reached, or saves the change that could not be saved.
+    /// Happens by itself every minute.
+    void retryPersistence();
+    /// Gives up a file that could not be reached: keeps it under another name, and starts with
+    /// nothing. When that fails, persistenceProblem() says why.
+    void beginAnew();
+    /// Forgets a problem about which nothing can be done.
+    void dismissPersistenceNotices();
 
     [[nodiscard]] Clock &clock() const;
 
@@ -188,9 +208,18 @@ Q_SIGNALS:
     void isRefreshingHistoryChanged();
     void refreshProgressChanged();
     void persistenceProblemChanged();
+    /// The state was read later than at the start: everything may be another. Follows the signals
+    /// of the single lists.
+    void stateRead();
 
 private:
+    void adopt(PersistedState state);
     void save();
+    /// Throws StoreError 423 while the state has not been read.
+    void requireStateRead() const;
+    /// Announces a problem that has changed, and sees to it that it is tried again.
+    void followPersistence(const std::optional<PersistenceProblem> &before);
+    Task<void> retryPersistenceEveryMinute(std::stop_token stop);
     void setHistoryRefreshError(std::optional<QString> error);
     void setRefreshingHistory(bool refreshing);
 
@@ -227,7 +256,9 @@ private:
     /// Expires first of all when the store dies: operations that a view started under its own stop
     /// token look at it before they go on after a wait.
     std::shared_ptr<const bool> m_life = std::make_shared<const bool>(true);
-    /// The keyword worker. Last, so that it ends while everything else still lives.
+    bool m_isRetryingPersistence = false;
+    /// Its own, and the keyword worker. Last, so that they end while everything else still lives.
+    TaskScope m_persistenceTask;
     TaskScope m_keywordRefreshTask;
 };
 

@@ -58,6 +58,7 @@ AppProfile ASOStore::addApp(const ITunesAppResult &result, QString country)
 {
     if (!result.trackId)
         throw StoreError(422, QStringLiteral("Missing trackId on selected result"));
+    requireStateRead();
     for (const AppProfile &known : std::as_const(m_apps)) {
         if (known.trackId == *result.trackId)
             return known;

@@ -1,19 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "store/data_folder_lock.h"
 
+#include "effects/data_locations.h"
+
 #include <QCryptographicHash>
 #include <QDeadlineTimer>
 #include <QFile>
 #include <QFileInfo>
 #include <QLocalSocket>
-#include <QStandardPaths>
 #include <QThread>
 #include <QtDebug>
-
-#include <cerrno>
-#include <fcntl.h>
-#include <sys/file.h>
-#include <unistd.h>
 
 namespace veltrix
 {
@@ -31,31 +27,41 @@ DataFolderLock::DataFolderLock(QString folder, QObject *parent)
 {
 }
 
-DataFolderLock::~DataFolderLock()
-{
-    m_server.reset();
-    if (m_descriptor >= 0)
-        ::close(m_descriptor);
-}
+DataFolderLock::~DataFolderLock() = default;
 
 DataFolderLock::Outcome DataFolderLock::acquire()
 {
-    if (m_descriptor >= 0)
-        return Outcome::Acquired;
-    const QByteArray path = QFile::encodeName(lockPath());
-    int descriptor = ::open(path.constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
-    if (descriptor < 0)
-        descriptor = ::open(path.constData(), O_RDONLY | O_CLOEXEC);
-    if (descriptor < 0)
-        return Outcome::Unavailable;
-    if (::flock(descriptor, LOCK_EX | LOCK_NB) != 0) {
-        const bool held = errno == EWOULDBLOCK;
-        ::close(descriptor);
-        return held ? Outcome::HeldByAnother : Outcome::Unavailable;
+    if (m_lock.isStillAt(lockPath())) {
+        m_outcome = Outcome::Acquired;
+        return *m_outcome;
     }
-    m_descriptor = descriptor;
-    listen();
-    return Outcome::Acquired;
+    FileLock lock;
+    m_outcome = lock.acquire(lockPath());
+    // The first look may have failed by chance, and the other is this one.
+    if (m_outcome == Outcome::HeldByAnother && m_lock.isStillAt(lockPath()))
+        m_outcome = Outcome::Acquired;
+    else if (m_outcome == Outcome::Acquired) {
+        // Nobody listens under the name of a folder that is not held.
+        m_server.reset();
+        m_lock = std::move(lock);
+        listen();
+    }
+    return *m_outcome;
+}
+
+std::optional<QString> DataFolderLock::warning() const
+{
+    if (m_outcome == Outcome::Unsupported) {
+        return QStringLiteral("The disk of “%1” has no file locks, so Veltrix cannot notice when "
+                              "it is started a second time on the same data.")
+            .arg(m_folder);
+    }
+    if (m_outcome == Outcome::Unavailable) {
+        return QStringLiteral("“%1” could not be locked, so Veltrix cannot notice when it is "
+                              "started a second time on the same data.")
+            .arg(m_folder);
+    }
+    return std::nullopt;
 }
 
 void DataFolderLock::listen()
@@ -75,8 +81,7 @@ void DataFolderLock::listen()
     }
     // The lock file says where, so that a start in another session finds this one.
     const QByteArray content = m_server->fullServerName().toUtf8();
-    if (::ftruncate(m_descriptor, 0) != 0 ||
-        ::pwrite(m_descriptor, content.constData(), size_t(content.size()), 0) != content.size())
+    if (!m_lock.write(content))
         qWarning("Cannot write %s", qUtf8Printable(lockPath()));
 }
 
@@ -131,9 +136,7 @@ QString DataFolderLock::ownServerName() const
     // Socket names are limited to about a hundred bytes, folders are not.
     const QByteArray folder = QFile::encodeName(QFileInfo(m_folder).canonicalFilePath());
     const QByteArray hash = QCryptographicHash::hash(folder, QCryptographicHash::Sha256).toHex();
-    return QStringLiteral("%1/veltrix-%2")
-        .arg(QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation),
-             QString::fromLatin1(hash.left(16)));
+    return QStringLiteral("%1/veltrix-%2").arg(runtimeFolder(), QString::fromLatin1(hash.left(16)));
 }
 
 QString DataFolderLock::ownersServerName() const

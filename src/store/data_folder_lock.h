@@ -2,37 +2,39 @@
 // One process a data folder.
 #pragma once
 
+#include "effects/file_lock.h"
+
 #include <QLocalServer>
 #include <QObject>
 
 #include <chrono>
 #include <memory>
+#include <optional>
 
 namespace veltrix
 {
 
 /// Holds a data folder for this process, so that no second one writes the same state, and lets a
-/// second start ask the first to show itself. The lock belongs to an open file: however the process
-/// ends, the kernel frees it, and nothing stale is left that could block the next start.
+/// second start ask the first to show itself.
 class DataFolderLock final : public QObject
 {
     Q_OBJECT
 
 public:
-    enum class Outcome {
-        /// The folder is this process's until the lock is destroyed.
-        Acquired,
-        /// Another process has it.
-        HeldByAnother,
-        /// The folder cannot hold a lock: it is missing or read-only, so saves will fail too.
-        Unavailable,
-    };
+    using Outcome = FileLock::Outcome;
 
     explicit DataFolderLock(QString folder, QObject *parent = nullptr);
     ~DataFolderLock() override;
 
-    /// Tries to take the folder, and from then on listens for other starts.
+    /// Tries to take the folder, and from then on listens for other starts. When the folder is held
+    /// already, looks whether the lock still stands in it: its file may have been removed and the
+    /// folder moved, and then it is taken again. To be called before each save.
     Outcome acquire();
+
+    /// Whether the folder was this process's at the last look.
+    [[nodiscard]] bool isHeld() const { return m_outcome == Outcome::Acquired; }
+    /// That a second start cannot be noticed, and why, in words for the user; empty when it can.
+    [[nodiscard]] std::optional<QString> warning() const;
 
     /// Asks the process that has the folder to show its window. True when it has answered; waits at
     /// most `patience`, without an event loop.
@@ -50,7 +52,8 @@ private:
     [[nodiscard]] QString ownersServerName() const;
 
     QString m_folder;
-    int m_descriptor = -1;
+    FileLock m_lock;
+    std::optional<Outcome> m_outcome;
     /// Closed before the lock is freed: a next owner may listen under the same name.
     std::unique_ptr<QLocalServer> m_server;
 };

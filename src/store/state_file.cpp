@@ -1,19 +1,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "store/state_file.h"
 
-#include "effects/atomic_file.h"
+#include "model/json_error.h"
 #include "model/json_writer.h"
+#include "store/data_folder_lock.h"
 #include "store/state_reader.h"
 
-#include <QFile>
+#include <QDir>
 #include <QFileInfo>
 
-#include <cerrno>
 #include <cstdio>
 #ifdef __GLIBC__
 #include <malloc.h>
 #endif
-#include <unistd.h>
 
 namespace veltrix
 {
@@ -30,6 +29,8 @@ void printLine(const char *prefix, QString reason)
     reason.replace(u'\n', u' ');
     std::printf("%s%s\n", prefix, reason.toUtf8().constData());
     std::fflush(stdout);
+    // Nobody may be reading; the next line is tried all the same.
+    std::clearerr(stdout);
 }
 
 /// Gives back what only the reading of a large file needed.
@@ -40,113 +41,229 @@ void releaseUnusedMemory()
 #endif
 }
 
-/// "state.json" becomes "state.unreadable-2026-11-21T12-00-00Z.json", or "…Z-2.json" when that name
-/// is taken.
-QString datedName(const QString &path, Date now, int attempt)
+QString describe(const std::exception &error)
 {
-    const QFileInfo info(path);
-    QString date = formatInternetDateTime(now).left(19);
-    date.replace(u':', u'-');
-    QString name =
-        QStringLiteral("%1/%2.unreadable-%3Z").arg(info.path(), info.completeBaseName(), date);
-    if (attempt > 1)
-        name += QStringLiteral("-%1").arg(attempt);
-    if (!info.suffix().isEmpty())
-        name += u'.' + info.suffix();
-    return name;
-}
-
-/// Gives the file a second, dated name and returns it. The two names share the content until the
-/// next save puts a new file under the old name, so this needs neither room on the disk nor the
-/// right to read; where a file system has no such links, the content is copied.
-QString keepUnderDatedName(const QString &path, Date now)
-{
-    constexpr int mostNames = 1000;
-    for (int attempt = 1; attempt <= mostNames; ++attempt) {
-        const QString name = datedName(path, now, attempt);
-        if (::link(QFile::encodeName(path).constData(), QFile::encodeName(name).constData()) == 0)
-            return name;
-        if (errno == EEXIST)
-            continue;
-        writeFileAtomically(name, readWholeFile(path));
-        return name;
-    }
-    throw FileError(
-        QStringLiteral("The file “%1” could not be kept under another name.").arg(path));
+    const auto *known = dynamic_cast<const Error *>(&error);
+    return known ? known->description() : QString::fromLocal8Bit(error.what());
 }
 
 } // namespace
 
-StateFile::StateFile(QString path) : m_path(std::move(path)) {}
+StateFile::StateFile(QString path, DataFolderLock *lock)
+    : m_path(std::move(path)), m_lock(lock), m_guard(m_path)
+{
+}
 
 PersistedState StateFile::load()
 {
-    removeInterruptedWrites(m_path);
-    const QFileInfo info(m_path);
-    if (!info.exists() && !info.isSymLink())
-        return {};
+    m_guard.forget();
+    m_notRead.reset();
+    m_anewProblem.reset();
+    m_isUnreadable = false;
+    m_unreadableNotice.reset();
+    PersistedState state;
     try {
-        PersistedState state = readState(m_path);
-        constexpr qint64 large = 16 * 1024 * 1024;
-        if (info.size() > large)
-            releaseUnusedMemory();
-        return state;
-    } catch (const std::exception &error) {
-        const auto *known = dynamic_cast<const Error *>(&error);
-        printLine("ASOStore load failed: ",
-                  known ? known->description() : QString::fromLocal8Bit(error.what()));
-        m_holdsUnreadable = true;
-        m_loadProblem =
+        state = read();
+    } catch (const DecodingError &error) {
+        printLine("ASOStore load failed: ", error.description());
+        m_isUnreadable = true;
+        m_unreadableNotice =
             QStringLiteral("The saved data in “%1” couldn’t be read, so Veltrix started "
                            "without it. The file will be kept under another name before "
                            "anything is saved.")
                 .arg(m_path);
+        state = {};
+    } catch (const std::exception &error) {
+        m_notRead = describe(error);
+        printLine("ASOStore load failed: ", *m_notRead);
         return {};
     }
+    m_folder = identityOfFolder(QFileInfo(m_path).path());
+    probeFolder();
+    return state;
+}
+
+PersistedState StateFile::read()
+{
+    requireOneWriter();
+    // Without the lock they may belong to another process that is writing now.
+    if (!m_lock || m_lock->isHeld())
+        removeInterruptedWrites(m_path);
+    const FileLook look = lookAtFile(m_path);
+    if (std::holds_alternative<NoFile>(look))
+        return {};
+    if (const auto *unknown = std::get_if<UnknownFile>(&look))
+        throw FileError::unreadable(m_path, unknown->reason);
+    const FileReader file(m_path);
+    PersistedState state;
+    try {
+        state = readState(file);
+    } catch (const DecodingError &) {
+        // Half of one version and half of another is not damaged.
+        file.requireUnchanged();
+        throw;
+    }
+    file.requireUnchanged();
+    m_guard.know(file.identity());
+    constexpr qint64 large = 16 * 1024 * 1024;
+    if (file.size() > large)
+        releaseUnusedMemory();
+    return state;
+}
+
+void StateFile::requireOneWriter() const
+{
+    if (m_lock && m_lock->acquire() == DataFolderLock::Outcome::HeldByAnother) {
+        throw FileError(QStringLiteral("Another Veltrix has opened the folder “%1”.")
+                            .arg(QFileInfo(m_path).path()));
+    }
+}
+
+void StateFile::probeFolder()
+{
+    m_folderProblem.reset();
+    try {
+        // What a save begins with, and gone again at once.
+        const AtomicFileWriter probe(m_path);
+    } catch (const FileError &error) {
+        m_folderProblem = error.description();
+    }
+}
+
+void StateFile::tryFolderAgain()
+{
+    if (isRead() && m_folderProblem)
+        probeFolder();
+}
+
+bool StateFile::beginAnew(Date now)
+{
+    if (isRead())
+        return true;
+    QDir().mkpath(QFileInfo(m_path).path());
+    const std::optional<QString> reason = std::exchange(m_notRead, std::nullopt);
+    m_guard.forget();
+    m_isUnreadable = true;
+    save({}, now);
+    // The empty state may lie there and only not be certain to last.
+    if (!m_isUnreadable)
+        return true;
+    m_isUnreadable = false;
+    m_anewProblem = std::exchange(m_saveProblem, std::nullopt);
+    m_notRead = reason;
+    return false;
 }
 
 void StateFile::save(const PersistedState &state, Date now)
 {
     try {
-        AtomicFileWriter file(m_path);
-        // The text goes to the disk while it is made, through one small buffer that stays in the
-        // processor's cache.
-        JsonWriter writer(2 * writtenPortion);
-        writer.drainInto([&](QByteArrayView text) { file.write(text); }, writtenPortion);
-        writeJson(writer, state);
-        file.write(writer.take());
-        keepUnreadableFile(now);
-        file.commit();
+        if (m_notRead)
+            throw FileError(*m_notRead);
+        requireOneWriter();
+        write(state, now);
         m_saveProblem.reset();
+        m_folderProblem.reset();
     } catch (const std::exception &error) {
-        const auto *known = dynamic_cast<const Error *>(&error);
-        const QString reason = known ? known->description() : QString::fromLocal8Bit(error.what());
-        printLine("ASOStore save failed: ", reason);
-        m_saveProblem = QStringLiteral("The last change couldn’t be saved. %1").arg(reason);
+        m_saveProblem = describe(error);
+        printLine("ASOStore save failed: ", *m_saveProblem);
     }
 }
 
-std::optional<QString> StateFile::problem() const
+void StateFile::write(const PersistedState &state, Date now)
 {
-    if (m_saveProblem && m_loadProblem)
-        return QStringLiteral("%1\n%2").arg(*m_saveProblem, *m_loadProblem);
-    return m_saveProblem ? m_saveProblem : m_loadProblem;
+    AtomicFileWriter file(m_path);
+    // The text goes to the disk while it is made, through one small buffer that stays in the
+    // processor's cache.
+    JsonWriter writer(2 * writtenPortion);
+    writer.drainInto([&](QByteArrayView text) { file.write(text); }, writtenPortion);
+    writeJson(writer, state);
+    file.write(writer.take());
+    file.flush();
+    keepForeignContent(now);
+    try {
+        m_guard.replace(file);
+    } catch (const FileError &) {
+        m_isUnreadable = m_isUnreadable && !file.placed();
+        throw;
+    }
+    m_isUnreadable = false;
+    noticeOtherFolder();
 }
 
-void StateFile::keepUnreadableFile(Date now)
+void StateFile::keepForeignContent(Date now)
 {
-    if (!m_holdsUnreadable)
-        return;
-    const QFileInfo info(m_path);
-    // What is gone needs no copy; what is a folder cannot be overwritten.
-    if ((info.exists() || info.isSymLink()) && !info.isDir()) {
-        const QString kept = keepUnderDatedName(m_path, now);
-        m_loadProblem =
+    const OverwriteGuard::Found found = m_guard.look();
+    if (found == OverwriteGuard::Found::Foreign && m_isUnreadable) {
+        m_unreadableNotice =
             QStringLiteral("The saved data in “%1” couldn’t be read, so Veltrix started "
                            "without it. That file was kept as “%2”.")
-                .arg(m_path, kept);
+                .arg(m_path, m_guard.keep(u"unreadable", now));
+    } else if (found == OverwriteGuard::Found::Foreign) {
+        m_foreignNotice = QStringLiteral("The file “%1” was changed by something else while "
+                                         "Veltrix was running. What it held was kept as “%2”.")
+                              .arg(m_path, m_guard.keep(u"replaced", now));
+    } else if (m_isUnreadable) {
+        m_unreadableNotice = QStringLiteral("The saved data in “%1” couldn’t be read, so Veltrix "
+                                            "started without it. That file is there no longer.")
+                                 .arg(m_path);
+    } else if (found == OverwriteGuard::Found::Gone) {
+        m_foreignNotice = QStringLiteral("The file “%1” was removed by something else while "
+                                         "Veltrix was running. It was written again.")
+                              .arg(m_path);
     }
-    m_holdsUnreadable = false;
+}
+
+void StateFile::noticeOtherFolder()
+{
+    const auto folder = identityOfFolder(QFileInfo(m_path).path());
+    if (!folder || folder == m_folder)
+        return;
+    if (m_folder) {
+        const QString notice =
+            QStringLiteral("The folder “%1” is another one than before: it was moved, or its disk "
+                           "came or went. Veltrix saves to the one that is there now.")
+                .arg(QFileInfo(m_path).path());
+        m_foreignNotice = m_foreignNotice ? *m_foreignNotice + u'\n' + notice : notice;
+    }
+    m_folder = folder;
+}
+
+std::optional<PersistenceProblem> StateFile::problem() const
+{
+    using Remedy = PersistenceProblem::Remedy;
+    QStringList lines;
+    Remedy remedy = Remedy::Dismiss;
+    if (m_notRead) {
+        lines.append(QStringLiteral("The saved data couldn’t be loaded, so nothing can be shown or "
+                                    "changed yet. %1")
+                         .arg(*m_notRead));
+        if (m_anewProblem)
+            lines.append(QStringLiteral("Beginning anew didn’t work. %1").arg(*m_anewProblem));
+        remedy = Remedy::TryAgainOrBeginAnew;
+    } else if (m_saveProblem) {
+        lines.append(QStringLiteral("The last change couldn’t be saved. %1").arg(*m_saveProblem));
+        remedy = Remedy::TryAgain;
+    } else if (m_folderProblem) {
+        lines.append(QStringLiteral("Changes can’t be saved. %1").arg(*m_folderProblem));
+        remedy = Remedy::TryAgain;
+    }
+    const auto warning = m_lock ? m_lock->warning() : std::nullopt;
+    for (const auto &notice : {m_unreadableNotice, m_foreignNotice}) {
+        if (notice)
+            lines.append(*notice);
+    }
+    if (warning && !m_lockWarningDismissed && remedy == Remedy::Dismiss)
+        lines.append(*warning);
+    if (lines.isEmpty())
+        return std::nullopt;
+    return PersistenceProblem{lines.join(u'\n'), remedy};
+}
+
+void StateFile::dismissNotices()
+{
+    m_unreadableNotice.reset();
+    m_foreignNotice.reset();
+    m_lockWarningDismissed = true;
 }
 
 } // namespace veltrix

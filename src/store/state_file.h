@@ -2,6 +2,7 @@
 // The state file: read once at start, rewritten whole at every change.
 #pragma once
 
+#include "effects/kept_copy.h"
 #include "store/persisted_state.h"
 
 #include <QString>
@@ -11,36 +12,98 @@
 namespace veltrix
 {
 
+class DataFolderLock;
+
+/// What the user has to know about the state file.
+struct PersistenceProblem {
+    /// What can be done about it.
+    enum class Remedy {
+        /// It has happened; nothing is left to do.
+        Dismiss,
+        /// Something could not be saved, or nothing can be.
+        TryAgain,
+        /// The file could not be read. Nothing can be changed until it was, or until the user
+        /// begins
+        /// without it.
+        TryAgainOrBeginAnew,
+    };
+
+    /// Sentences, a line each.
+    QString text;
+    Remedy remedy = Remedy::Dismiss;
+
+    bool operator==(const PersistenceProblem &) const = default;
+};
+
 /// Reads and writes the state. A failure never throws: it is printed as one line on standard
-/// output, and kept as a text for the user.
+/// output, and kept as a problem for the user.
+///
+/// No content is overwritten that was not read. What lies at the path before a save must be what
+/// was read or written last; anything else is first kept under a dated name. A file of which it
+/// cannot even be told whether it is there is not replaced at all.
 class StateFile
 {
 public:
-    explicit StateFile(QString path);
+    /// `lock` holds the file's folder; it is looked at before each save, and may be null.
+    explicit StateFile(QString path, DataFolderLock *lock = nullptr);
 
-    /// The state in the file. Empty when there is no file, and when it cannot be read: then the
-    /// line "ASOStore load failed: " and the reason is printed, and the file is kept aside before
-    /// the first save replaces it. Clears what interrupted saves have left.
+    /// The state in the file. Empty when there is no file. Empty, too, when it cannot be read: then
+    /// the line "ASOStore load failed: " and the reason is printed. If its content is damaged, it
+    /// will be kept aside before the first save replaces it; if it cannot be reached, isRead() is
+    /// false from now on. Clears what interrupted saves have left, and finds out whether the folder
+    /// can be written.
     PersistedState load();
 
+    /// Whether it is known what the file holds. Until then nothing is saved.
+    [[nodiscard]] bool isRead() const { return !m_notRead; }
+
+    /// Gives up a file that could not be read: keeps it aside, whatever it is, and writes an empty
+    /// state. False when that fails; then all stays as it was.
+    bool beginAnew(Date now);
+
     /// Replaces the file in one step. On failure the old file stays and the line "ASOStore save
-    /// failed: " and the reason is printed. `now` dates the copy of an unreadable file.
+    /// failed: " and the reason is printed. `now` dates what is kept aside.
     void save(const PersistedState &state, Date now);
 
-    /// What went wrong, in words for the user: the last save's failure, and that the file could not
-    /// be read. Empty when all is well.
-    [[nodiscard]] std::optional<QString> problem() const;
+    /// The last save has failed.
+    [[nodiscard]] bool hasUnsavedChange() const { return m_saveProblem.has_value(); }
+    /// Finds out again whether the folder can be written, when it could not.
+    void tryFolderAgain();
+
+    /// What went wrong. None when all is well.
+    [[nodiscard]] std::optional<PersistenceProblem> problem() const;
+    /// Forgets what needs nothing more to be done.
+    void dismissNotices();
 
     [[nodiscard]] const QString &path() const { return m_path; }
 
 private:
-    void keepUnreadableFile(Date now);
+    PersistedState read();
+    void requireOneWriter() const;
+    void probeFolder();
+    void write(const PersistedState &state, Date now);
+    void keepForeignContent(Date now);
+    void noticeOtherFolder();
 
     QString m_path;
-    /// The file could not be read and has not been kept aside yet.
-    bool m_holdsUnreadable = false;
-    std::optional<QString> m_loadProblem;
+    DataFolderLock *m_lock;
+    OverwriteGuard m_guard;
+    /// The folder that was read or written last.
+    std::optional<FolderIdentity> m_folder;
+
+    /// Why the file was not read, and why beginning anew did not work.
+    std::optional<QString> m_notRead;
+    std::optional<QString> m_anewProblem;
+    /// What is there is unreadable: damaged, or given up.
+    bool m_isUnreadable = false;
+    /// Why the last change is not saved.
     std::optional<QString> m_saveProblem;
+    /// Why no change could be saved.
+    std::optional<QString> m_folderProblem;
+    /// What happened to an unreadable file, and to one that something else had written.
+    std::optional<QString> m_unreadableNotice;
+    std::optional<QString> m_foreignNotice;
+    bool m_lockWarningDismissed = false;
 };
 
 } // namespace veltrix

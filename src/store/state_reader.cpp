@@ -1,13 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "store/state_reader.h"
 
-#include "effects/atomic_file.h"
 #include "model/json_reader.h"
 
-#include <QFile>
-#include <QFileInfo>
-
 #include <algorithm>
+#include <new>
 #include <string_view>
 #include <vector>
 
@@ -28,60 +25,13 @@ constexpr std::string_view afterSnapshots = R"(}],"competitors":[)";
 /// How much of the beginning and of the end of a file is searched for its snapshots.
 constexpr qint64 longestFrame = 16 * 1024 * 1024;
 
-[[noreturn]] void failReading(const QString &path, const QString &reason)
-{
-    throw FileError(QStringLiteral("The file “%1” could not be read: %2.").arg(path, reason));
-}
-
-/// A file that is read from any place.
-class Source
-{
-public:
-    explicit Source(const QString &path) : m_path(path), m_file(path)
-    {
-        // A folder, a pipe or a device would not end, or not start.
-        if (!QFileInfo(path).isFile())
-            failReading(path, QStringLiteral("It is not a file"));
-        if (!m_file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
-            failReading(path, m_file.errorString());
-        m_size = m_file.size();
-    }
-
-    [[nodiscard]] qint64 size() const { return m_size; }
-
-    void read(qint64 place, char *out, qint64 count)
-    {
-        if (!m_file.seek(place))
-            failReading(m_path, m_file.errorString());
-        for (qint64 filled = 0; filled < count;) {
-            const qint64 step = m_file.read(out + filled, count - filled);
-            if (step <= 0)
-                failReading(m_path,
-                            step < 0 ? m_file.errorString() : QStringLiteral("It was shortened"));
-            filled += step;
-        }
-    }
-
-    QByteArray read(qint64 place, qint64 count)
-    {
-        QByteArray bytes(count, Qt::Uninitialized);
-        read(place, bytes.data(), count);
-        return bytes;
-    }
-
-private:
-    QString m_path;
-    QFile m_file;
-    qint64 m_size = 0;
-};
-
 std::string_view viewOf(const QByteArray &bytes)
 {
     return {bytes.constData(), size_t(bytes.size())};
 }
 
 /// The place where the first snapshot begins, behind its "["; none when it is not near the start.
-std::optional<qint64> findFirstSnapshot(Source &source)
+std::optional<qint64> findFirstSnapshot(const FileReader &source)
 {
     for (qint64 length = 64 * 1024;; length *= 4) {
         const QByteArray head = source.read(0, std::min(length, source.size()));
@@ -94,7 +44,7 @@ std::optional<qint64> findFirstSnapshot(Source &source)
 }
 
 /// The place behind the last snapshot; none when it is not near the end.
-std::optional<qint64> findEndOfSnapshots(Source &source)
+std::optional<qint64> findEndOfSnapshots(const FileReader &source)
 {
     for (qint64 length = 64 * 1024;; length *= 4) {
         const qint64 start = std::max<qint64>(source.size() - length, 0);
@@ -111,7 +61,7 @@ std::optional<qint64> findEndOfSnapshots(Source &source)
 class SnapshotRuns
 {
 public:
-    SnapshotRuns(Source &source, qint64 begin, qint64 end, qsizetype pieceSize)
+    SnapshotRuns(const FileReader &source, qint64 begin, qint64 end, qsizetype pieceSize)
         : m_source(source), m_next(begin), m_end(end), m_room(pieceSize)
     {
     }
@@ -160,7 +110,7 @@ private:
         json_detail::requireEnd(document);
     }
 
-    Source &m_source;
+    const FileReader &m_source;
     /// The part of the file that has not been read.
     qint64 m_next;
     qint64 m_end;
@@ -174,7 +124,7 @@ private:
 };
 
 /// The state of a file that can be cut into pieces; none of any other.
-std::optional<PersistedState> readInPieces(Source &source, qsizetype pieceSize)
+std::optional<PersistedState> readInPieces(const FileReader &source, qsizetype pieceSize)
 {
     const auto begin = findFirstSnapshot(source);
     const auto end = findEndOfSnapshots(source);
@@ -197,20 +147,26 @@ std::optional<PersistedState> readInPieces(Source &source, qsizetype pieceSize)
 
 std::optional<PersistedState> readStateInPieces(const QString &path, qsizetype pieceSize)
 {
-    Source source(path);
-    return readInPieces(source, pieceSize);
+    const FileReader file(path);
+    return readInPieces(file, pieceSize);
+}
+
+PersistedState readState(const FileReader &file, qsizetype pieceSize)
+{
+    if (file.size() > 4 * pieceSize) {
+        if (auto state = readInPieces(file, pieceSize))
+            return std::move(*state);
+    }
+    simdjson::padded_string text(size_t(file.size()));
+    if (!text.data())
+        throw std::bad_alloc();
+    file.read(0, text.data(), file.size());
+    return fromJson<PersistedState>(JsonText(std::move(text)));
 }
 
 PersistedState readState(const QString &path, qsizetype pieceSize)
 {
-    Source source(path);
-    if (source.size() > 4 * pieceSize) {
-        if (auto state = readInPieces(source, pieceSize))
-            return std::move(*state);
-    }
-    simdjson::padded_string text(size_t(source.size()));
-    source.read(0, text.data(), source.size());
-    return fromJson<PersistedState>(JsonText(std::move(text)));
+    return readState(FileReader(path), pieceSize);
 }
 
 } // namespace veltrix

@@ -40,6 +40,32 @@ TEST_F(DataFolder, BelongsToOneAtATime)
     EXPECT_EQ(second.acquire(), Outcome::Acquired);
 }
 
+TEST_F(DataFolder, IsTakenAgainWhenTheFileOfTheLockWasRemoved)
+{
+    DataFolderLock lock(folder->path());
+    ASSERT_EQ(lock.acquire(), Outcome::Acquired);
+    ASSERT_TRUE(QFile::remove(path(".veltrix.lock")));
+    EXPECT_EQ(lock.acquire(), Outcome::Acquired);
+    EXPECT_EQ(DataFolderLock(folder->path()).acquire(), Outcome::HeldByAnother);
+    // A second start finds this one, too.
+    EXPECT_TRUE(QFileInfo::exists(QString::fromUtf8(readWholeFile(path(".veltrix.lock")))));
+}
+
+TEST_F(DataFolder, ThatWasMovedIsHeldNoLongerButTheOneInItsPlaceIs)
+{
+    QDir().mkpath(path("data"));
+    DataFolderLock lock(path("data"));
+    ASSERT_EQ(lock.acquire(), Outcome::Acquired);
+    ASSERT_TRUE(QDir().rename(path("data"), path("moved")));
+    EXPECT_EQ(lock.acquire(), Outcome::Unavailable);
+    EXPECT_TRUE(lock.warning().has_value());
+    QDir().mkpath(path("data"));
+    EXPECT_EQ(lock.acquire(), Outcome::Acquired);
+    EXPECT_EQ(lock.warning(), std::nullopt);
+    EXPECT_EQ(DataFolderLock(path("data")).acquire(), Outcome::HeldByAnother);
+    EXPECT_EQ(DataFolderLock(path("moved")).acquire(), Outcome::Acquired);
+}
+
 TEST_F(DataFolder, IsTheSameByAnyNameButAnotherFolderIsFree)
 {
     QDir().mkpath(path("data"));

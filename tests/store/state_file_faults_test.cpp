@@ -49,6 +49,10 @@ protected:
     {
         return QStringLiteral("ASOStore save failed: %1\n").arg(description).toStdString();
     }
+    [[nodiscard]] QString unreadable(const char *reason) const
+    {
+        return QStringLiteral("The file “%1” could not be read: %2.").arg(path(), text(reason));
+    }
     [[nodiscard]] QString unwritable(const char *reason) const
     {
         return QStringLiteral("The file “%1” could not be written: %2.").arg(path(), text(reason));
@@ -78,12 +82,12 @@ TEST_F(StateFileFaults, ALimitHitHalfWayKeepsTheOldFileUntilASaveWorks)
     EXPECT_EQ(readWholeFile(path()), before);
     EXPECT_EQ(store->trackedKeywords().size(), 3);
     EXPECT_EQ(
-        store->persistenceProblem(),
+        problem(),
         QStringLiteral("The last change couldn’t be saved. %1").arg(unwritable("File too large")));
     EXPECT_EQ(announced, 1);
 
     EXPECT_EQ(printedByAdding("lantern"), "");
-    EXPECT_EQ(store->persistenceProblem(), std::nullopt);
+    EXPECT_EQ(problem(), QString());
     EXPECT_EQ(announced, 2);
     start();
     EXPECT_EQ(store->trackedKeywords().size(), 4);
@@ -119,7 +123,10 @@ TEST_F(StateFileFaults, AFolderThatMayNotBeWrittenIsReadAndLeftAlone)
     if (helper.exitCode() == helperCannot)
         GTEST_SKIP() << "this system lets no test give up its rights";
     const QString reason = unwritable("Permission denied");
-    EXPECT_EQ(output, QStringLiteral("ASOStore save failed: %1\n"
+    // Said at the start, before anything could be lost.
+    EXPECT_EQ(output, QStringLiteral("problem: Changes can’t be saved. %1\n"
+                                     "keywords in memory: 1\n"
+                                     "ASOStore save failed: %1\n"
                                      "problem: The last change couldn’t be saved. %1\n"
                                      "keywords in memory: 2\n")
                           .arg(reason));
@@ -128,28 +135,47 @@ TEST_F(StateFileFaults, AFolderThatMayNotBeWrittenIsReadAndLeftAlone)
               QStringList{text("state.json")});
 }
 
-TEST_F(StateFileFaults, AFileThatMayNotBeReadIsKeptAsideBeforeItIsReplaced)
+TEST_F(StateFileFaults, AFileThatMayNotBeReadIsLeftAloneAndNothingCanBeChanged)
 {
     addKeyword("tide");
+    const QByteArray before = readWholeFile(path());
     ASSERT_EQ(chmod(qPrintable(folder.path()), 0711), 0);
     ASSERT_EQ(chmod(qPrintable(dataFolder()), 0777), 0);
     ASSERT_EQ(chmod(qPrintable(path()), 0000), 0);
     HelperProcess helper({text("change-without-rights"), path()});
     const QString output = helper.finish();
+    chmod(qPrintable(path()), 0600);
     if (helper.exitCode() == helperCannot)
         GTEST_SKIP() << "this system lets no test give up its rights";
-    EXPECT_TRUE(output.startsWith(
-        QStringLiteral("ASOStore load failed: The file “%1” could not be read: ").arg(path())))
+    const QString reason = unreadable("Permission denied");
+    const QString told =
+        QStringLiteral("problem: The saved data couldn’t be loaded, so nothing can be shown or "
+                       "changed yet. %1\nkeywords in memory: 0\n")
+            .arg(reason);
+    EXPECT_EQ(output, QStringLiteral("ASOStore load failed: %1\n").arg(reason) + told +
+                          text("refused: Nothing can be added before the saved data has been "
+                               "loaded.\n") +
+                          told);
+    EXPECT_EQ(readWholeFile(path()), before);
+    EXPECT_EQ(QDir(dataFolder()).entryList(QDir::Files | QDir::Hidden),
+              QStringList{text("state.json")});
+}
+
+TEST_F(StateFileFaults, AFolderThatMayNotBeEnteredLeavesItsFileAlone)
+{
+    addKeyword("tide");
+    const QByteArray before = readWholeFile(path());
+    ASSERT_EQ(chmod(qPrintable(folder.path()), 0711), 0);
+    ASSERT_EQ(chmod(qPrintable(dataFolder()), 0000), 0);
+    HelperProcess helper({text("change-without-rights"), path()});
+    const QString output = helper.finish();
+    chmod(qPrintable(dataFolder()), 0700);
+    if (helper.exitCode() == helperCannot)
+        GTEST_SKIP() << "this system lets no test give up its rights";
+    EXPECT_TRUE(output.startsWith(text("ASOStore load failed: ") + unreadable("Permission denied")))
         << qPrintable(output);
-    // Where the system forbids links to other people's files, the save fails instead; either way
-    // the old content is still there.
-    QDir data(dataFolder());
-    bool found = false;
-    for (const QString &name : data.entryList(QDir::Files)) {
-        chmod(qPrintable(data.filePath(name)), 0600);
-        found = found || readWholeFile(data.filePath(name)).contains(R"("keyword":"tide")");
-    }
-    EXPECT_TRUE(found);
+    EXPECT_TRUE(output.contains(text("refused: "))) << qPrintable(output);
+    EXPECT_EQ(readWholeFile(path()), before);
 }
 
 TEST_F(StateFileFaults, AFolderRemovedWhileRunningFailsSavesUntilItIsBack)
@@ -161,6 +187,7 @@ TEST_F(StateFileFaults, AFolderRemovedWhileRunningFailsSavesUntilItIsBack)
     EXPECT_FALSE(QFileInfo::exists(dataFolder()));
     QDir().mkpath(dataFolder());
     EXPECT_EQ(printedByAdding("harbour"), "");
+    EXPECT_TRUE(problem().contains(text("was removed by something else"))) << qPrintable(problem());
     start();
     EXPECT_EQ(store->trackedKeywords().size(), 3);
 }
@@ -170,32 +197,26 @@ TEST_F(StateFileFaults, AStatePathThatIsAFolderIsNeitherReadNorReplaced)
     QDir().mkpath(path() + text("/inside"));
     testing::internal::CaptureStdout();
     start();
-    EXPECT_EQ(testing::internal::GetCapturedStdout(),
-              QStringLiteral("ASOStore load failed: The file “%1” could not be read: It is not a "
-                             "file.\n")
-                  .arg(path())
-                  .toStdString());
-    testing::internal::CaptureStdout();
-    addApp();
-    EXPECT_EQ(testing::internal::GetCapturedStdout(), failed(unwritable("Is a directory")));
-    EXPECT_EQ(store->apps().size(), 1);
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), QStringLiteral("ASOStore load failed: %1\n")
+                                                          .arg(unreadable("It is not a file"))
+                                                          .toStdString());
+    EXPECT_THROW(addApp(), StoreError);
+    store->beginAnew();
+    EXPECT_FALSE(store->isStateRead());
+    EXPECT_TRUE(problem().contains(text("Beginning anew didn’t work."))) << qPrintable(problem());
     EXPECT_TRUE(QFileInfo(path() + text("/inside")).isDir());
     EXPECT_EQ(QDir(dataFolder()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
               QStringList{text("state.json")});
-    const QString problem = store->persistenceProblem().value_or(QString());
-    EXPECT_TRUE(problem.startsWith(text("The last change couldn’t be saved. ")));
-    EXPECT_TRUE(problem.contains(text("couldn’t be read, so Veltrix started without it.")));
 }
 
-TEST_F(StateFileFaults, AStatePathBelowAFileCannotBeSaved)
+TEST_F(StateFileFaults, AStatePathBelowAFileIsNotAMissingFile)
 {
     const QString file = folder.filePath(text("file"));
     writeFileAtomically(file, "not a folder");
-    start(file + text("/state.json"));
-    EXPECT_EQ(store->persistenceProblem(), std::nullopt);
     testing::internal::CaptureStdout();
-    addApp();
+    start(file + text("/state.json"));
     EXPECT_NE(testing::internal::GetCapturedStdout().find("Not a directory"), std::string::npos);
+    EXPECT_THROW(addApp(), StoreError);
     EXPECT_EQ(readWholeFile(file), "not a folder");
 }
 
@@ -205,6 +226,7 @@ TEST_F(StateFileFaults, APipeInPlaceOfTheFileDoesNotHoldUpTheStart)
     testing::internal::CaptureStdout();
     start();
     EXPECT_NE(testing::internal::GetCapturedStdout().find("It is not a file"), std::string::npos);
+    store->beginAnew();
     EXPECT_EQ(printedByAdding("moon"), "");
     start();
     EXPECT_EQ(store->trackedKeywords().size(), 1);

@@ -51,7 +51,7 @@ TEST_F(StateFileTest, NoFileIsAnEmptyStoreWithoutAWord)
 {
     EXPECT_EQ(startAndPrint(), "");
     EXPECT_TRUE(isEmpty());
-    EXPECT_EQ(store->persistenceProblem(), std::nullopt);
+    EXPECT_EQ(problem(), QString());
     EXPECT_EQ(entries(), QStringList());
 }
 
@@ -59,7 +59,7 @@ TEST_F(StateFileTest, FourEmptyListsAreAnEmptyStore)
 {
     EXPECT_EQ(startOn(emptyState), "");
     EXPECT_TRUE(isEmpty());
-    EXPECT_EQ(store->persistenceProblem(), std::nullopt);
+    EXPECT_EQ(problem(), QString());
 }
 
 TEST_F(StateFileTest, AllFourListsAreAlwaysWritten)
@@ -148,7 +148,7 @@ TEST_F(StateFileTest, ATruncatedFileIsReportedKeptAndReplaced)
     EXPECT_EQ(line.rfind("ASOStore load failed: ", 0), 0U) << line;
     EXPECT_EQ(line.find('\n'), line.size() - 1) << line;
     EXPECT_TRUE(isEmpty());
-    EXPECT_EQ(store->persistenceProblem(),
+    EXPECT_EQ(problem(),
               QStringLiteral("The saved data in “%1” couldn’t be read, so Veltrix started without "
                              "it. The file will be kept under another name before anything is "
                              "saved.")
@@ -163,7 +163,7 @@ TEST_F(StateFileTest, ATruncatedFileIsReportedKeptAndReplaced)
     EXPECT_EQ(entries(), (QStringList{text("state.json"), kept}));
     EXPECT_EQ(readWholeFile(folder.filePath(kept)), damaged);
     EXPECT_EQ(stateOnDisk().apps.size(), 1);
-    EXPECT_EQ(store->persistenceProblem(),
+    EXPECT_EQ(problem(),
               QStringLiteral("The saved data in “%1” couldn’t be read, so Veltrix started without "
                              "it. That file was kept as “%2”.")
                   .arg(statePath(), folder.filePath(kept)));
@@ -173,7 +173,7 @@ TEST_F(StateFileTest, ATruncatedFileIsReportedKeptAndReplaced)
     EXPECT_EQ(entries().size(), 2);
     EXPECT_EQ(announced, 1);
     EXPECT_EQ(startAndPrint(), "");
-    EXPECT_EQ(store->persistenceProblem(), std::nullopt);
+    EXPECT_EQ(problem(), QString());
 }
 
 TEST_F(StateFileTest, TwoUnreadableFilesOfOneSecondAreBothKept)
@@ -208,13 +208,13 @@ TEST_F(StateFileTest, ANumberThatIsNotFiniteFailsTheSaveAndKeepsFileAndMemory)
         "ASOStore save failed: The data couldn’t be written: a number in it is not finite.\n");
     EXPECT_EQ(stateBytes(), before);
     EXPECT_EQ(store->trackedKeywords().size(), 2);
-    EXPECT_EQ(store->persistenceProblem(),
+    EXPECT_EQ(problem(),
               text("The last change couldn’t be saved. The data couldn’t be written: a number in "
                    "it is not finite."));
 
     // The next save that works takes the problem away.
     store->removeKeyword(store->trackedKeywords().constLast().id);
-    EXPECT_EQ(store->persistenceProblem(), std::nullopt);
+    EXPECT_EQ(problem(), QString());
     stateOnDisk();
 }
 

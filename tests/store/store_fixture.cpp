@@ -162,6 +162,12 @@ void StoreTest::plant(const KeywordSnapshot &snapshot)
     start();
 }
 
+QString StoreTest::problem() const
+{
+    const auto told = store->persistenceProblem();
+    return told ? told->text : QString();
+}
+
 std::vector<Date> StoreTest::measuredAt(const TrackedKeyword &keyword) const
 {
     std::vector<Date> dates;

@@ -119,6 +119,8 @@ protected:
     KeywordSnapshot snapshotOf(const TrackedKeyword &keyword, Seconds age) const;
     /// Restarts the store with this snapshot added to what it has.
     void plant(const KeywordSnapshot &snapshot);
+    /// What the user is told about the state file; empty when all is well.
+    [[nodiscard]] QString problem() const;
     [[nodiscard]] std::vector<Date> measuredAt(const TrackedKeyword &keyword) const;
 
     std::unique_ptr<QTemporaryDir> scratch = scratchFolder();

@@ -64,7 +64,8 @@ std::unique_ptr<ASOStore> openStore(const QString &statePath)
 
 void describe(const ASOStore &store)
 {
-    say(QStringLiteral("problem: %1").arg(store.persistenceProblem().value_or(QString())));
+    const auto problem = store.persistenceProblem();
+    say(QStringLiteral("problem: %1").arg(problem ? problem->text : QString()));
     say(QStringLiteral("keywords in memory: %1").arg(store.trackedKeywords().size()));
 }
 
@@ -77,7 +78,12 @@ int changeWithoutRights(const QString &statePath)
          ::setresuid(nobody, nobody, nobody) != 0))
         return cannot;
     const auto store = openStore(statePath);
-    store->addTrackedKeyword(QUuid(), QStringLiteral("moon"), QStringLiteral("US"));
+    describe(*store);
+    try {
+        store->addTrackedKeyword(QUuid(), QStringLiteral("moon"), QStringLiteral("US"));
+    } catch (const StoreError &error) {
+        say(QStringLiteral("refused: %1").arg(error.description()));
+    }
     describe(*store);
     return 0;
 }

@@ -168,7 +168,8 @@ void DashboardPage::connectStore()
     });
     connect(&m_store, &ASOStore::refreshProgressChanged, this, &DashboardPage::updateWork);
     const auto updatePersistence = [this] {
-        m_persistenceBanner->setMessage(m_store.persistenceProblem().value_or(QString()));
+        const auto problem = m_store.persistenceProblem();
+        m_persistenceBanner->setMessage(problem ? problem->text : QString());
     };
     connect(&m_store, &ASOStore::persistenceProblemChanged, this, updatePersistence);
     updatePersistence();

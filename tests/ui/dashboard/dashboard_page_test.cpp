@@ -345,7 +345,7 @@ TEST_F(DashboardPageTest, AProblemWithTheStateFileStandsAboveTheTable)
     settle();
     ASSERT_TRUE(store().persistenceProblem());
     EXPECT_TRUE(isShown("persistenceBanner"));
-    EXPECT_EQ(find<Banner>("persistenceBanner")->message(), *store().persistenceProblem());
+    EXPECT_EQ(find<Banner>("persistenceBanner")->message(), store().persistenceProblem()->text);
 }
 
 TEST_F(DashboardPageTest, SortingAndColumnsAreInTheMenuToo)

@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "effects/standard_streams.h"
+
+#include <csignal>
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace veltrix
+{
+
+void secureStandardStreams()
+{
+    for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        if (::fcntl(descriptor, F_GETFD) == -1) {
+            // The lowest free number is this one, for those below are taken.
+            [[maybe_unused]] const int opened =
+                ::open("/dev/null", descriptor == STDIN_FILENO ? O_RDONLY : O_WRONLY);
+        }
+    }
+    std::signal(SIGPIPE, SIG_IGN);
+}
+
+} // namespace veltrix

@@ -1,0 +1,13 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// A program that outlives whoever reads what it prints.
+#pragma once
+
+namespace veltrix
+{
+
+/// To be called before the program opens anything. Standard input, output and error that are closed
+/// are opened on the null device, so that no file of the program gets their numbers and their
+/// lines; and writing to a pipe that nobody reads fails instead of ending the program.
+void secureStandardStreams();
+
+} // namespace veltrix
