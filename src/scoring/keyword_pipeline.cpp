@@ -41,10 +41,7 @@ Task<PopularityAssessment> popularityOf(std::shared_ptr<PopularityProviding> pro
         throwIfStopped(stop);
     }
     co_return PopularityAssessment{
-        .measurement = std::nullopt,
-        .evidence = std::nullopt,
-        .message = QStringLiteral(
-            "Popularity unavailable. Rankings were saved; try popularity again later.")};
+        .measurement = std::nullopt, .evidence = std::nullopt, .message = popularityUnavailable};
 }
 
 /// A coroutine of its own because it must not refer to the pipeline, which may be gone before it

@@ -18,6 +18,10 @@ namespace veltrix
 /// version is stale.
 inline constexpr QLatin1String currentScoringModelVersion{"quorvin-opportunity-v1"};
 
+/// What a snapshot says of its popularity when the provider failed.
+inline constexpr QLatin1String popularityUnavailable{
+    "Popularity unavailable. Rankings were saved; try popularity again later."};
+
 /// Search results asked for in a run.
 inline constexpr std::int64_t keywordSearchLimit = 100;
 

@@ -6,13 +6,22 @@ namespace veltrix
 {
 
 ASOStore::ASOStore(Arguments arguments, QObject *parent)
-    : QObject(parent), m_pipeline(std::move(arguments.pipeline)),
-      m_iTunesClient(std::move(arguments.iTunesClient)),
+    : QObject(parent), m_iTunesClient(std::move(arguments.iTunesClient)),
       m_discoveryClient(std::move(arguments.discoveryClient)), m_clock(std::move(arguments.clock)),
       m_rankedAppsCache(std::move(arguments.rankedAppsCache)),
       m_file(std::move(arguments.persistenceURL), arguments.folderLock)
 {
     adopt(m_file.load());
+
+    RefreshedKeywords &keywords = *this;
+    m_refreshes =
+        std::make_unique<KeywordRefreshes>(keywords, std::move(arguments.pipeline), m_clock);
+    connect(m_refreshes.get(), &KeywordRefreshes::progressChanged, this,
+            &ASOStore::refreshProgressChanged);
+    connect(m_refreshes.get(), &KeywordRefreshes::errorChanged, this,
+            &ASOStore::historyRefreshErrorChanged);
+    connect(m_refreshes.get(), &KeywordRefreshes::isRefreshingHistoryChanged, this,
+            &ASOStore::isRefreshingHistoryChanged);
     followPersistence(std::nullopt);
 }
 
@@ -131,16 +140,28 @@ std::vector<SharedSnapshot> ASOStore::keywordSnapshots(QUuid keywordId) const
 
 SharedSnapshot ASOStore::newestSnapshot(QUuid keywordId) const
 {
-    return m_snapshots.newest(keywordId);
+    return m_snapshots.newest(keywordId, m_clock->now());
+}
+
+void ASOStore::keepSnapshot(SharedSnapshot snapshot)
+{
+    const QUuid keywordId = snapshot->trackedKeywordId;
+    m_snapshots.store(std::move(snapshot));
+    Q_EMIT keywordChanged(keywordId);
+    save();
 }
 
 DashboardKeywordRow ASOStore::dashboardRow(const TrackedKeyword &keyword) const
+{
+    return rowOf(keyword, newestSnapshot(keyword.id));
+}
+
+DashboardKeywordRow ASOStore::rowOf(const TrackedKeyword &keyword, const SharedSnapshot &newest)
 {
     DashboardKeywordRow row;
     row.id = keyword.id;
     row.keyword = keyword.keyword;
     row.country = keyword.country;
-    const SharedSnapshot newest = m_snapshots.newest(keyword.id);
     row.awaitingMetrics = newest == nullptr;
     row.lastUpdate = newest ? newest->fetchedAt : keyword.createdAt;
     if (!newest)
@@ -163,8 +184,11 @@ DashboardKeywordRow ASOStore::dashboardRow(const TrackedKeyword &keyword) const
 RankingTimeline ASOStore::rankingTimeline(QUuid keywordId) const
 {
     std::vector<RankingTimeline::Observation> observations;
-    for (const SharedSnapshot &snapshot : m_snapshots.ofKeyword(keywordId))
-        observations.push_back({snapshot->id, snapshot->fetchedAt, snapshot->position});
+    const Date now = m_clock->now();
+    for (const SharedSnapshot &snapshot : m_snapshots.ofKeyword(keywordId)) {
+        if (!SnapshotIndex::liesAhead(snapshot->fetchedAt, now))
+            observations.push_back({snapshot->id, snapshot->fetchedAt, snapshot->position});
+    }
     const TrackedKeyword *keyword = m_keywords.find(keywordId);
     return {std::move(observations), keyword ? keyword->createdAt : m_clock->now()};
 }

@@ -11,35 +11,20 @@
 #include "model/tracked_keyword.h"
 #include "scoring/keyword_pipeline.h"
 #include "store/keyword_list.h"
+#include "store/keyword_refreshes.h"
 #include "store/ranking_timeline.h"
 #include "store/snapshot_index.h"
 #include "store/state_file.h"
+#include "store/store_error.h"
 
 #include <QObject>
 
-#include <QSet>
-
-#include <deque>
 #include <memory>
 #include <optional>
 #include <vector>
 
 namespace veltrix
 {
-
-/// A store operation that cannot be done. `code` is 404 (not there), 422 (not usable) or 423 (not
-/// now: the saved state has not been read).
-class StoreError final : public Error
-{
-public:
-    StoreError(int code, QString description) : Error(std::move(description)), m_code(code) {}
-    [[nodiscard]] int code() const { return m_code; }
-    /// The domain of store errors, "ASOStore".
-    static constexpr QLatin1String domain{"ASOStore"};
-
-private:
-    int m_code;
-};
 
 /// Ranked results that were kept from an earlier search.
 struct SavedRankedApps {
@@ -58,24 +43,10 @@ public:
                                                                          QString country) const = 0;
 };
 
-/// How far the background queue of keyword refreshes is.
-struct RefreshProgress {
-    /// Keywords measured since the queue last was empty.
-    int done = 0;
-    /// Keywords that still wait, the one being measured not counted.
-    int waiting = 0;
-    /// The keyword that is being measured now.
-    std::optional<TrackedKeyword> current;
-
-    [[nodiscard]] bool isIdle() const { return !current && waiting == 0; }
-    [[nodiscard]] int total() const { return done + waiting + (current ? 1 : 0); }
-    bool operator==(const RefreshProgress &) const = default;
-};
-
 /// The single owner and only writer of the tracked state. It lives on the main thread; every change
 /// is announced synchronously by a signal and then saved, so the file is always as current as the
 /// last change.
-class ASOStore final : public QObject
+class ASOStore final : public QObject, private RefreshedKeywords
 {
     Q_OBJECT
 
@@ -96,9 +67,9 @@ public:
     };
 
     /// How old a keyword's newest snapshot may be before it is measured again.
-    static constexpr Seconds keywordRefreshTTL{21'600};
+    static constexpr Seconds keywordRefreshTTL = KeywordRefreshes::keywordRefreshTTL;
     /// How old it may be in a refresh of all rankings.
-    static constexpr Seconds historyStaleness{86'400};
+    static constexpr Seconds historyStaleness = KeywordRefreshes::historyStaleness;
     /// How old saved ranked apps may be before they are searched afresh.
     static constexpr Seconds rankedAppsReuse{1'800};
     /// How long after a failed save, or a file that could not be reached, it is tried again.
@@ -111,14 +82,14 @@ public:
 
     // What is tracked. Lists are in the order of the state file.
     [[nodiscard]] const QList<AppProfile> &apps() const;
-    [[nodiscard]] const QList<TrackedKeyword> &trackedKeywords() const;
+    [[nodiscard]] const QList<TrackedKeyword> &trackedKeywords() const override;
     [[nodiscard]] const QList<TrackedCompetitor> &competitors() const;
     /// All snapshots of all keywords, in the order of the state file. For whole-state uses only; a
     /// keyword's own come from keywordSnapshots().
     [[nodiscard]] std::vector<SharedSnapshot> snapshots() const;
 
-    [[nodiscard]] std::optional<AppProfile> app(QUuid id) const;
-    [[nodiscard]] std::optional<TrackedKeyword> trackedKeyword(QUuid id) const;
+    [[nodiscard]] std::optional<AppProfile> app(QUuid id) const override;
+    [[nodiscard]] std::optional<TrackedKeyword> trackedKeyword(QUuid id) const override;
     [[nodiscard]] QList<TrackedKeyword> keywordsOfApp(QUuid appId) const;
     [[nodiscard]] QList<TrackedCompetitor> competitorsOfApp(QUuid appId) const;
 
@@ -137,19 +108,25 @@ public:
     void queueKeywordRefreshes(const QList<TrackedKeyword> &keywords);
     /// Drops the queue and stops the measurement in progress; the keywords stay saved.
     void stopKeywordRefreshes();
-    [[nodiscard]] RefreshProgress refreshProgress() const;
+    [[nodiscard]] const RefreshProgress &refreshProgress() const;
     /// Brings one keyword up to date. Throws StoreError 404 "Tracked keyword not found" or "App not
     /// found", the pipeline's errors, or Cancelled when the keyword is deleted meanwhile.
     Task<DashboardKeywordRow> refreshKeyword(QUuid id, std::stop_token stop);
-    /// Measures every keyword whose ranking is stale. Failures show in historyRefreshError().
+    /// Measures every keyword whose ranking is stale; nothing when that is being done already.
+    /// Failures show in historyRefreshError().
     Task<void> refreshHistory(std::stop_token stop);
     [[nodiscard]] std::optional<QString> historyRefreshError() const;
     [[nodiscard]] bool isRefreshingHistory() const;
+    /// All of measuring; the operations above lead there.
+    [[nodiscard]] KeywordRefreshes &refreshes() { return *m_refreshes; }
 
     [[nodiscard]] DashboardKeywordRow dashboardRow(const TrackedKeyword &keyword) const;
     /// Oldest first.
     [[nodiscard]] std::vector<SharedSnapshot> keywordSnapshots(QUuid keywordId) const;
-    [[nodiscard]] SharedSnapshot newestSnapshot(QUuid keywordId) const;
+    /// The newest as of now: while a snapshot's date lies ahead by more than a clock may be wrong,
+    /// it is not taken for one. Null when there is none.
+    [[nodiscard]] SharedSnapshot newestSnapshot(QUuid keywordId) const override;
+    /// Without what lies ahead.
     [[nodiscard]] RankingTimeline rankingTimeline(QUuid keywordId) const;
 
     // Apps and competitors.
@@ -220,20 +197,13 @@ private:
     /// Announces a problem that has changed, and sees to it that it is tried again.
     void followPersistence(const std::optional<PersistenceProblem> &before);
     Task<void> retryPersistenceEveryMinute(std::stop_token stop);
-    void setHistoryRefreshError(std::optional<QString> error);
-    void setRefreshingHistory(bool refreshing);
+    void keepSnapshot(SharedSnapshot snapshot) override;
+    static DashboardKeywordRow rowOf(const TrackedKeyword &keyword, const SharedSnapshot &newest);
 
     void renumberApps();
     /// False when none of the keywords was there.
     bool removeTracked(const QList<QUuid> &keywordIds);
 
-    [[nodiscard]] bool hasCurrentModels(const KeywordSnapshot &snapshot) const;
-    [[nodiscard]] Seconds age(const KeywordSnapshot &snapshot) const;
-    [[nodiscard]] bool isStaleInHistory(const QUuid &keywordId) const;
-    Task<void> runRefreshQueue(std::stop_token stop);
-    void endRefreshQueue();
-
-    KeywordPipeline m_pipeline;
     std::shared_ptr<ITunesClientProtocol> m_iTunesClient;
     std::shared_ptr<ITunesClientProtocol> m_discoveryClient;
     std::shared_ptr<Clock> m_clock;
@@ -245,21 +215,13 @@ private:
     SnapshotIndex m_snapshots;
     QList<TrackedCompetitor> m_competitors;
 
-    std::optional<QString> m_historyRefreshError;
-    bool m_isRefreshingHistory = false;
-
-    std::deque<TrackedKeyword> m_pendingKeywordRefreshes;
-    std::optional<TrackedKeyword> m_activeKeywordRefresh;
-    bool m_isKeywordWorkerRunning = false;
-    int m_refreshesDone = 0;
-
     /// Expires first of all when the store dies: operations that a view started under its own stop
     /// token look at it before they go on after a wait.
     std::shared_ptr<const bool> m_life = std::make_shared<const bool>(true);
     bool m_isRetryingPersistence = false;
-    /// Its own, and the keyword worker. Last, so that they end while everything else still lives.
+    /// Last, so that what runs ends while everything else still lives.
     TaskScope m_persistenceTask;
-    TaskScope m_keywordRefreshTask;
+    std::unique_ptr<KeywordRefreshes> m_refreshes;
 };
 
 } // namespace veltrix

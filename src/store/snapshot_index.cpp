@@ -39,12 +39,16 @@ void SnapshotIndex::removeKeyword(const QUuid &keywordId)
     dropEmptySlots();
 }
 
-SharedSnapshot SnapshotIndex::newest(const QUuid &keywordId) const
+SharedSnapshot SnapshotIndex::newest(const QUuid &keywordId, Date now) const
 {
     const auto entry = m_byKeyword.constFind(keywordId);
-    if (entry == m_byKeyword.cend() || entry->empty())
+    if (entry == m_byKeyword.cend())
         return nullptr;
-    auto newest = entry->cend() - 1;
+    const auto ahead = std::ranges::partition_point(
+        *entry, [=](const Dated &dated) { return !liesAhead(dated.date, now); });
+    if (ahead == entry->cbegin())
+        return nullptr;
+    auto newest = ahead - 1;
     while (newest != entry->cbegin() && (newest - 1)->date == newest->date)
         --newest;
     return newest->snapshot;

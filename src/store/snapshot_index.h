@@ -25,9 +25,14 @@ public:
     /// Removes all snapshots of a keyword.
     void removeKeyword(const QUuid &keywordId);
 
-    /// The snapshot with the latest date; of several, the first in file order. Null when there is
-    /// none.
-    [[nodiscard]] SharedSnapshot newest(const QUuid &keywordId) const;
+    /// How far ahead of the clock a snapshot may be dated: clocks are set right now and then.
+    static constexpr Seconds clockTolerance{300};
+    /// Whether a date lies so far ahead that a clock must have been wrong when it was written.
+    [[nodiscard]] static bool liesAhead(Date date, Date now) { return date > now + clockTolerance; }
+
+    /// The snapshot with the latest date that does not lie ahead; of several, the first in file
+    /// order. Null when there is none.
+    [[nodiscard]] SharedSnapshot newest(const QUuid &keywordId, Date now) const;
     /// Oldest first; snapshots of the same instant in file order.
     [[nodiscard]] std::vector<SharedSnapshot> ofKeyword(const QUuid &keywordId) const;
     [[nodiscard]] std::vector<SharedSnapshot> inFileOrder() const;

@@ -27,6 +27,9 @@ SharedSnapshot snapshot(int keyword, double seconds)
     return made;
 }
 
+/// After every snapshot of these tests.
+const Date afterAll = dateFromReferenceSeconds(1'000'000);
+
 TEST(SnapshotIndex, ASecondSnapshotOfTheDayTakesThePlaceOfTheFirst)
 {
     SnapshotIndex index;
@@ -39,7 +42,7 @@ TEST(SnapshotIndex, ASecondSnapshotOfTheDayTakesThePlaceOfTheFirst)
     index.store(nextDay);
     EXPECT_EQ(index.inFileOrder(), (std::vector{other, later, nextDay}));
     EXPECT_EQ(index.ofKeyword(keywordId(1)), (std::vector{later, nextDay}));
-    EXPECT_EQ(index.newest(keywordId(1)), nextDay);
+    EXPECT_EQ(index.newest(keywordId(1), afterAll), nextDay);
     EXPECT_EQ(index.size(), 3U);
 }
 
@@ -60,7 +63,7 @@ TEST(SnapshotIndex, AFileInAnyOrderIsReadByDate)
     const SnapshotIndex index({third, first, second});
     EXPECT_EQ(index.ofKeyword(keywordId(1)), (std::vector{first, second, third}));
     EXPECT_EQ(index.inFileOrder(), (std::vector{third, first, second}));
-    EXPECT_EQ(index.newest(keywordId(1)), third);
+    EXPECT_EQ(index.newest(keywordId(1), afterAll), third);
 }
 
 TEST(SnapshotIndex, SeveralOfOneDayFromAFileStayUntilTheDayIsMeasuredAgain)
@@ -68,11 +71,37 @@ TEST(SnapshotIndex, SeveralOfOneDayFromAFileStayUntilTheDayIsMeasuredAgain)
     const SharedSnapshot first = snapshot(1, 100);
     const SharedSnapshot twin = snapshot(1, 100);
     SnapshotIndex index({first, twin});
-    EXPECT_EQ(index.newest(keywordId(1)), first);
+    EXPECT_EQ(index.newest(keywordId(1), afterAll), first);
     EXPECT_EQ(index.ofKeyword(keywordId(1)), (std::vector{first, twin}));
     const SharedSnapshot measured = snapshot(1, 50);
     index.store(measured);
     EXPECT_EQ(index.inFileOrder(), std::vector{measured});
+}
+
+TEST(SnapshotIndex, WhatLiesAheadByMoreThanFiveMinutesIsNotTheNewestUntilItsTimeComes)
+{
+    const SharedSnapshot first = snapshot(1, 1000);
+    const SharedSnapshot ahead = snapshot(1, 500'000);
+    const SnapshotIndex index({ahead, first});
+    const auto newestAt = [&](double now) {
+        return index.newest(keywordId(1), dateFromReferenceSeconds(now));
+    };
+    EXPECT_EQ(newestAt(2000), first);
+    EXPECT_EQ(newestAt(500'000 - 300.001), first);
+    EXPECT_EQ(newestAt(500'000 - 300), ahead) << "clocks are set right now and then";
+    EXPECT_EQ(newestAt(600'000), ahead);
+    EXPECT_EQ(newestAt(600), nullptr);
+    EXPECT_EQ(index.size(), 2U) << "nothing is deleted";
+}
+
+TEST(SnapshotIndex, AMeasurementBesideOneThatLiesAheadIsTheNewest)
+{
+    const SharedSnapshot ahead = snapshot(1, 900'000);
+    SnapshotIndex index({ahead});
+    const SharedSnapshot measured = snapshot(1, 1000);
+    index.store(measured);
+    EXPECT_EQ(index.newest(keywordId(1), dateFromReferenceSeconds(1000)), measured);
+    EXPECT_EQ(index.ofKeyword(keywordId(1)), (std::vector{measured, ahead}));
 }
 
 TEST(SnapshotIndex, RemovingAKeywordLeavesTheOthersInOrder)
@@ -84,7 +113,7 @@ TEST(SnapshotIndex, RemovingAKeywordLeavesTheOthersInOrder)
     SnapshotIndex index({a, b, c, d});
     index.removeKeyword(keywordId(1));
     EXPECT_EQ(index.inFileOrder(), (std::vector{b, d}));
-    EXPECT_EQ(index.newest(keywordId(1)), nullptr);
+    EXPECT_EQ(index.newest(keywordId(1), afterAll), nullptr);
     EXPECT_TRUE(index.ofKeyword(keywordId(1)).empty());
     index.removeKeyword(keywordId(9));
     EXPECT_EQ(index.size(), 2U);
@@ -143,7 +172,7 @@ RC_GTEST_PROP(SnapshotIndex, BehavesLikeAPlainListUnderAnyOperations, ())
         for (int k = 0; k < keywords; ++k) {
             const auto expected = plain.ofKeyword(keywordId(k));
             RC_ASSERT(index.ofKeyword(keywordId(k)) == expected);
-            const SharedSnapshot newest = index.newest(keywordId(k));
+            const SharedSnapshot newest = index.newest(keywordId(k), afterAll);
             RC_ASSERT((newest == nullptr) == expected.empty());
             if (newest)
                 RC_ASSERT(newest->fetchedAt == expected.back()->fetchedAt);

@@ -230,17 +230,5 @@ TEST_F(StoreQueue, TheStoreMayDieWhileTheWorkerWaits)
     EXPECT_TRUE(store->snapshots().empty());
 }
 
-TEST_F(StoreQueue, RunsBesideAHistoryRefreshAndTheLastMeasurementOfTheDayWins)
-{
-    store->queueKeywordRefreshes({keywords[0]});
-    const Outcome<Done> history(finished(store->refreshHistory(view.get_token())));
-    EXPECT_EQ(client->searches, (QStringList{text("moon/US/100"), text("moon/US/100")}));
-    for (int i = 0; i < 3; ++i)
-        client->release();
-    EXPECT_TRUE(history.hasValue());
-    EXPECT_EQ(stateOnDisk().snapshots.size(), 3U);
-    EXPECT_EQ(progress(), text("idle"));
-}
-
 } // namespace
 } // namespace veltrix
