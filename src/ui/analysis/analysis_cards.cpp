@@ -141,6 +141,9 @@ AnalysisCard popularityCard(const KeywordSnapshot &snapshot, const QLocale &loca
         card.items << AnalysisText{
             Kind::Plain, Texts::tr("Refresh this keyword to calculate estimated popularity.")};
     }
+    const QString status = snapshot.popularityStatus.value_or(QString()).trimmed();
+    if (!status.isEmpty())
+        card.items << AnalysisText{Kind::Note, status};
     if (snapshot.popularityRaw)
         card.items << AnalysisText{
             Kind::Plain,

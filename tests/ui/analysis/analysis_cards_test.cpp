@@ -94,6 +94,23 @@ TEST(AnalysisPopularity, WithoutAMeasurementARefreshIsAskedFor)
     EXPECT_EQ(contentOf(snapshot).figures.at(1).text(), text("Search popularity: —"));
 }
 
+TEST(AnalysisPopularity, WhatTheMeasurementSaidStandsUnderIt)
+{
+    KeywordSnapshot snapshot = completeSnapshot();
+    snapshot.popularityStatus = text(" Estimated popularity at the minimum. ");
+    EXPECT_EQ(popularityOf(snapshot).at(3), text("Estimated popularity at the minimum."));
+    snapshot.popularityMeasurement.reset();
+    snapshot.popularityRaw.reset();
+    snapshot.popularityStatus =
+        text("Popularity unavailable. Rankings were saved; try popularity again later.");
+    EXPECT_EQ(
+        popularityOf(snapshot),
+        (QStringList{QString(), text("Refresh this keyword to calculate estimated popularity."),
+                     *snapshot.popularityStatus}));
+    snapshot.popularityStatus = text("  ");
+    EXPECT_EQ(popularityOf(snapshot).size(), 2);
+}
+
 TEST(AnalysisPopularity, AScoreOfFiveIsShownAndOneOfFourIsNot)
 {
     KeywordSnapshot snapshot = completeSnapshot();
