@@ -75,36 +75,6 @@ QList<TrackedKeyword> ASOStore::keywordsOfApp(QUuid appId) const
     return result;
 }
 
-TrackedKeyword ASOStore::addTrackedKeyword(QUuid appId, QString keyword, QString country)
-{
-    return addTrackedKeywords(appId, {std::move(keyword)}, std::move(country)).constFirst();
-}
-
-QList<TrackedKeyword> ASOStore::addTrackedKeywords(QUuid appId, const QStringList &keywords,
-                                                   QString country)
-{
-    requireStateRead();
-    country = country.toUpper();
-    QList<TrackedKeyword> result;
-    QList<QUuid> added;
-    for (const QString &text : keywords) {
-        if (const TrackedKeyword *known = m_keywords.findSame(appId, text, country)) {
-            result.append(*known);
-            continue;
-        }
-        const TrackedKeyword keyword{QUuid::createUuid(), appId, text, country, m_clock->now()};
-        m_keywords.append(keyword);
-        result.append(keyword);
-        added.append(keyword.id);
-    }
-    if (added.isEmpty())
-        return result;
-    for (const QUuid &id : std::as_const(added))
-        Q_EMIT keywordAdded(id);
-    save();
-    return result;
-}
-
 void ASOStore::removeKeyword(QUuid id)
 {
     removeKeywords({id});

@@ -10,6 +10,7 @@
 #include "model/tracked_competitor.h"
 #include "model/tracked_keyword.h"
 #include "scoring/keyword_pipeline.h"
+#include "store/keyword_admission.h"
 #include "store/keyword_list.h"
 #include "store/keyword_refreshes.h"
 #include "store/ranking_timeline.h"
@@ -95,11 +96,17 @@ public:
 
     // Keywords and their measurements.
     /// Adds the text as given, or returns the keyword that is there already (same app, same text
-    /// ignoring case, same storefront).
+    /// ignoring case, same storefront). Throws StoreError 404 "App not found", and 422 with the
+    /// reason for what can never be measured (keywordRefusal()).
     TrackedKeyword addTrackedKeyword(QUuid appId, QString keyword, QString country);
-    /// The same for several texts with one save. One keyword for each text, in their order.
-    QList<TrackedKeyword> addTrackedKeywords(QUuid appId, const QStringList &keywords,
-                                             QString country);
+    /// The same for several texts with one save; what cannot be measured is left out and named.
+    KeywordAdmission addTrackedKeywords(QUuid appId, const QStringList &keywords,
+                                        const QString &country);
+    /// Why a tracked keyword can never be measured, as a clause (refusalReason(),
+    /// appGoneReason()); empty for one that can. Older files may hold such keywords.
+    [[nodiscard]] std::optional<QString> unmeasurableReason(const TrackedKeyword &keyword) const;
+    /// Keywords whose app is not tracked; no app's list shows them.
+    [[nodiscard]] QList<TrackedKeyword> keywordsWithoutApp() const;
     /// Removes a keyword with its snapshots. Unknown ids change nothing.
     void removeKeyword(QUuid id);
     /// Removes several keywords with one save.

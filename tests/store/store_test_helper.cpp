@@ -62,6 +62,16 @@ std::unique_ptr<ASOStore> openStore(const QString &statePath)
     return std::make_unique<ASOStore>(std::move(arguments));
 }
 
+/// The first app, which is added when there is none.
+QUuid anApp(ASOStore &store)
+{
+    if (!store.apps().isEmpty())
+        return store.apps().constFirst().id;
+    ITunesAppResult result;
+    result.trackId = 1;
+    return store.addApp(result, QStringLiteral("US")).id;
+}
+
 void describe(const ASOStore &store)
 {
     const auto problem = store.persistenceProblem();
@@ -80,7 +90,7 @@ int changeWithoutRights(const QString &statePath)
     const auto store = openStore(statePath);
     describe(*store);
     try {
-        store->addTrackedKeyword(QUuid(), QStringLiteral("moon"), QStringLiteral("US"));
+        store->addTrackedKeyword(anApp(*store), QStringLiteral("moon"), QStringLiteral("US"));
     } catch (const StoreError &error) {
         say(QStringLiteral("refused: %1").arg(error.description()));
     }
@@ -104,11 +114,11 @@ int fillDisk(const QString &folder)
         return cannot;
     const QString statePath = folder + QStringLiteral("/state.json");
     const auto store = openStore(statePath);
+    const QUuid app = anApp(*store);
     QByteArray before;
-    for (int i = 0; i < 100 && !store->persistenceProblem(); ++i) {
-        before = QFile::exists(statePath) ? readWholeFile(statePath) : QByteArray();
-        store->addTrackedKeyword(QUuid(), QString(20'000, QChar(u'a' + char16_t(i))),
-                                 QStringLiteral("US"));
+    for (int i = 0; i < 1000 && !store->persistenceProblem(); ++i) {
+        before = readWholeFile(statePath);
+        store->addTrackedKeyword(app, QStringLiteral("%1").arg(i, 100), QStringLiteral("US"));
     }
     describe(*store);
     say(QStringLiteral("file as before: %1").arg(readWholeFile(statePath) == before));

@@ -3,6 +3,7 @@
 
 #include "ui/competitors/failure_card.h"
 #include "ui/competitors/keyword_check_table.h"
+#include "ui/text/admission_texts.h"
 #include "ui/widgets/accessibility.h"
 #include "ui/widgets/button.h"
 #include "ui/widgets/empty_state.h"
@@ -26,7 +27,8 @@ KeywordCoveragePanel::KeywordCoveragePanel(ASOStore &store, KeywordCoverage &cov
       m_progress(new ProgressLine), m_stop(new Button(Button::Kind::Link, QString())),
       m_failure(new FailureCard(QStringLiteral("coverageFailure"), tr("Retry keyword data"))),
       m_empty(new EmptyState(QStringLiteral("coverageEmpty"))),
-      m_status(new TextLabel(TextStyle::Secondary, TextLabel::Tone::Secondary))
+      m_status(new TextLabel(TextStyle::Secondary, TextLabel::Tone::Secondary)),
+      m_outcome(new TextLabel(TextStyle::Secondary, TextLabel::Tone::Secondary))
 {
     setObjectName(QStringLiteral("coveragePanel"));
     build();
@@ -58,6 +60,8 @@ void KeywordCoveragePanel::build()
     m_stop->setObjectName(QStringLiteral("coverageStop"));
     m_status->setObjectName(QStringLiteral("coverageStatus"));
     m_status->setWrapping(TextLabel::Wrapping::Wrapped);
+    m_outcome->setObjectName(QStringLiteral("coverageOutcome"));
+    m_outcome->setWrapping(TextLabel::Wrapping::Wrapped);
     m_empty->setContent({QStringLiteral("key.fill"), tr("No keywords found"),
                          tr("This app has no keyword phrases in its public listing."), QString()});
 
@@ -78,12 +82,14 @@ void KeywordCoveragePanel::build()
     layout->setSpacing(spacing::s);
     layout->addLayout(head);
     layout->addWidget(m_status);
+    layout->addWidget(m_outcome);
     layout->addWidget(m_progressRow);
     layout->addWidget(m_failure);
     layout->addWidget(m_table);
     layout->addWidget(m_empty);
     layout->addStretch(1);
     m_status->hide();
+    m_outcome->hide();
 }
 
 void KeywordCoveragePanel::showProgress()
@@ -136,14 +142,32 @@ void KeywordCoveragePanel::updateTrackButton()
 void KeywordCoveragePanel::trackChosen()
 {
     const QStringList chosen = m_model->chosen();
-    if (!m_appId || chosen.isEmpty())
+    if (!m_appId || !m_store.app(*m_appId) || chosen.isEmpty()) {
+        updateTrackButton();
         return;
-    m_store.queueKeywordRefreshes(m_store.addTrackedKeywords(*m_appId, chosen, m_country));
-    m_status->setText(tr("Keywords saved. Metrics will update in the background."));
-    m_status->setAccessibleName(m_status->text());
-    m_status->show();
-    announceNameChange(m_status);
+    }
+    const KeywordAdmission admission = m_store.addTrackedKeywords(*m_appId, chosen, m_country);
+    // What was refused stays chosen.
     updateTracked();
+    showOutcome(admission);
+    m_store.queueKeywordRefreshes(admission.kept);
+}
+
+void KeywordCoveragePanel::showOutcome(const KeywordAdmission &admission)
+{
+    const AdmissionStatus status = admissionStatus(admission, !m_store.hasUnsavedChange());
+    m_status->setTone(status.isProblem ? TextLabel::Tone::Red : TextLabel::Tone::Secondary);
+    m_status->setText(status.message);
+    QStringList lines = refusalLines(admission.refused);
+    if (!status.detail.isEmpty())
+        lines.prepend(status.detail);
+    m_outcome->setText(lines.join(u'\n'));
+    for (TextLabel *label : {m_status, m_outcome}) {
+        label->setAccessibleName(label->text());
+        label->setVisible(!label->text().isEmpty());
+        if (!label->text().isEmpty())
+            announceNameChange(label);
+    }
 }
 
 } // namespace veltrix

@@ -34,6 +34,7 @@ private:
     void updateTracked();
     void updateTrackButton();
     void trackChosen();
+    void showOutcome(const KeywordAdmission &admission);
 
     ASOStore &m_store;
     KeywordCoverage &m_coverage;
@@ -49,6 +50,8 @@ private:
     FailureCard *m_failure;
     EmptyState *m_empty;
     TextLabel *m_status;
+    /// The count and what was refused.
+    TextLabel *m_outcome;
 };
 
 } // namespace veltrix

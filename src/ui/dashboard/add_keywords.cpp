@@ -2,7 +2,9 @@
 #include "ui/dashboard/add_keywords.h"
 
 #include "ui/dashboard/keyword_input.h"
+#include "ui/text/admission_texts.h"
 #include "ui/widgets/accessibility.h"
+#include "ui/widgets/overlay.h"
 #include "ui/widgets/text_field.h"
 #include "ui/widgets/text_label.h"
 
@@ -18,8 +20,11 @@ namespace
 {
 
 constexpr int cardWidth = 380;
+/// A field of one line takes 32,767 characters of a pasted list unless told otherwise, and drops
+/// the rest without a word.
+constexpr int longestList = 1'000'000;
 
-}
+} // namespace
 
 AddKeywordsCard::AddKeywordsCard(const QString &country, QWidget *parent)
     : QWidget(parent), m_field(new TextField(QStringLiteral("keywordInput"),
@@ -27,6 +32,7 @@ AddKeywordsCard::AddKeywordsCard(const QString &country, QWidget *parent)
       m_storefront(new StorefrontPicker(QStringLiteral("addKeywordsStorefront"), tr("Storefront"),
                                         StorefrontPicker::Offer::Storefronts)),
       m_note(new TextLabel(TextStyle::Secondary, TextLabel::Tone::Secondary)),
+      m_refusals(new TextLabel(TextStyle::Secondary, TextLabel::Tone::Red)),
       m_add(new Button(Button::Kind::Primary, tr("Add keywords")))
 {
     setAccessibleName(tr("Add Keyword"));
@@ -35,6 +41,10 @@ AddKeywordsCard::AddKeywordsCard(const QString &country, QWidget *parent)
     nameControl(m_add, QStringLiteral("addKeywordsSubmit"), tr("Add keywords"));
     m_note->setObjectName(QStringLiteral("addKeywordsNote"));
     m_note->setWrapping(TextLabel::Wrapping::Wrapped);
+    m_refusals->setObjectName(QStringLiteral("addKeywordsRefusals"));
+    m_refusals->setWrapping(TextLabel::Wrapping::Wrapped);
+    m_refusals->hide();
+    m_field->setMaxLength(longestList);
     auto *import = new Button(Button::Kind::Link, tr("Import…"));
     nameControl(import, QStringLiteral("addKeywordsImport"), tr("Import keywords from a file"));
     auto *cancel = new Button(Button::Kind::Standard, tr("Cancel"));
@@ -56,12 +66,14 @@ AddKeywordsCard::AddKeywordsCard(const QString &country, QWidget *parent)
     layout->addLayout(title);
     layout->addWidget(m_field);
     layout->addWidget(m_note);
+    layout->addWidget(m_refusals);
     layout->addSpacing(spacing::xs);
     layout->addLayout(buttons);
 
     m_field->setFocus();
     connect(m_field, &QLineEdit::textChanged, this, &AddKeywordsCard::describe);
     connect(m_field, &QLineEdit::returnPressed, this, &AddKeywordsCard::submit);
+    connect(m_storefront, &StorefrontPicker::picked, this, &AddKeywordsCard::describe);
     connect(m_add, &Button::clicked, this, &AddKeywordsCard::submit);
     connect(cancel, &Button::clicked, this, &AddKeywordsCard::cancelled);
     connect(import, &Button::clicked, this,
@@ -80,22 +92,63 @@ void AddKeywordsCard::setText(const QString &text)
     m_field->setText(text);
 }
 
+QList<RefusedKeyword> AddKeywordsCard::refusals(const QStringList &keywords) const
+{
+    const QString country = m_storefront->code().value_or(QString());
+    QList<RefusedKeyword> refused;
+    for (const QString &keyword : keywords) {
+        if (const auto reason = keywordRefusal(keyword, country))
+            refused.append({keyword, country, *reason});
+    }
+    return refused;
+}
+
 void AddKeywordsCard::describe()
 {
-    const auto count = splitKeywords(m_field->text()).size();
+    const QStringList keywords = splitKeywords(m_field->text());
+    const QList<RefusedKeyword> refused = refusals(keywords);
+    const auto count = keywords.size();
+    QString note = count == 0   ? tr("Paste a list to add many at once: lines, tabs or commas.")
+                   : count == 1 ? tr("1 keyword")
+                                : tr("%L1 keywords").arg(count);
+    if (!refused.isEmpty())
+        note += QStringLiteral(", ") + tr("%L1 cannot be added").arg(refused.size());
+    m_refusals->setText(refusalLines(refused).join(u'\n'));
+    m_refusals->setAccessibleName(m_refusals->text());
+    m_refusals->setVisible(!refused.isEmpty());
     m_note->setTone(TextLabel::Tone::Secondary);
-    m_note->setText(count == 0   ? tr("Paste a list to add many at once: lines, tabs or commas.")
-                    : count == 1 ? tr("1 keyword")
-                                 : tr("%L1 keywords").arg(count));
+    setNote(note);
     m_add->setEnabled(count > 0);
+}
+
+void AddKeywordsCard::setNote(const QString &text)
+{
+    m_note->setText(text);
+    m_note->setAccessibleName(text);
+    if (Overlay *overlay = Overlay::of(this))
+        overlay->contentSizeChanged();
 }
 
 void AddKeywordsCard::showProblem(const QString &problem)
 {
     m_note->setTone(TextLabel::Tone::Red);
-    m_note->setText(problem);
-    m_note->setAccessibleName(problem);
+    setNote(problem);
     announceNameChange(m_note);
+}
+
+void AddKeywordsCard::showAdmission(const KeywordAdmission &admission)
+{
+    QStringList refused;
+    for (const RefusedKeyword &keyword : admission.refused)
+        refused << keyword.keyword;
+    m_field->setText(refused.join(QStringLiteral(", ")));
+    describe();
+    m_note->setTone(TextLabel::Tone::Text);
+    setNote(admissionCount(admission));
+    announceNameChange(m_note);
+    if (m_refusals->isVisibleTo(this))
+        announceNameChange(m_refusals);
+    m_field->setFocus();
 }
 
 void AddKeywordsCard::submit()

@@ -2,6 +2,7 @@
 // The card in which keywords are typed or pasted.
 #pragma once
 
+#include "store/keyword_admission.h"
 #include "ui/widgets/storefront_picker.h"
 
 #include <QWidget>
@@ -21,8 +22,11 @@ public:
     /// `country` is the storefront that the picker shows at first.
     explicit AddKeywordsCard(const QString &country, QWidget *parent = nullptr);
 
-    /// A text under the field: what is refused, or how many keywords there are.
+    /// A text under the field, in place of the number of keywords.
     void showProblem(const QString &problem);
+    /// Tells what became of what was submitted. What was refused stays in the field, with the
+    /// reasons below, until it is mended or the card is closed.
+    void showAdmission(const KeywordAdmission &admission);
     void setText(const QString &text);
     [[nodiscard]] QSize sizeHint() const override;
 
@@ -34,10 +38,14 @@ Q_SIGNALS:
 private:
     void submit();
     void describe();
+    void setNote(const QString &text);
+    /// What stands in the field now and cannot be measured in the chosen storefront.
+    [[nodiscard]] QList<RefusedKeyword> refusals(const QStringList &keywords) const;
 
     TextField *m_field;
     StorefrontPicker *m_storefront;
     TextLabel *m_note;
+    TextLabel *m_refusals;
     Button *m_add;
 };
 

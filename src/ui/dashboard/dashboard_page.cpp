@@ -114,6 +114,7 @@ void DashboardPage::buildContent()
                                      QStringLiteral("exclamationmark.triangle"), QString());
     m_refreshBanner = new Banner(QStringLiteral("refreshBanner"),
                                  QStringLiteral("exclamationmark.triangle"), tr("Refresh"));
+    buildNotices();
     m_empty = new EmptyState(QStringLiteral("keywordsEmpty"));
     m_stack = new QStackedWidget;
     m_stack->addWidget(m_table);
@@ -125,6 +126,7 @@ void DashboardPage::buildContent()
     layout->addWidget(m_toolbar);
     layout->addWidget(m_persistenceBanner);
     layout->addWidget(m_refreshBanner);
+    layout->addWidget(m_importBanner);
     layout->addWidget(m_stack, 1);
     layout->addWidget(m_status);
 
@@ -218,11 +220,12 @@ void DashboardPage::setApp(std::optional<QUuid> appId)
     m_model->setApp(appId);
     updateCount();
     updateContent();
+    updateImportNotice();
 }
 
-void DashboardPage::showStatus(const QString &message, StatusBar::Tone tone)
+void DashboardPage::showStatus(const QString &message, StatusBar::Tone tone, const QString &detail)
 {
-    m_status->setMessage(message, tone);
+    m_status->setMessage(message, tone, detail);
 }
 
 void DashboardPage::updateCount()
@@ -328,12 +331,15 @@ void DashboardPage::openAddKeywords()
     connect(card, &AddKeywordsCard::cancelled, overlay, &Overlay::dismiss);
     connect(card, &AddKeywordsCard::submitted, this,
             [this, card, overlay](const QStringList &keywords, const QString &country) {
-                if (const auto problem = m_actions->add(m_appId, keywords, country)) {
+                const auto [problem, admission] = m_actions->add(m_appId, keywords, country);
+                if (problem) {
                     card->showProblem(*problem);
                     showStatus(*problem, StatusBar::Tone::Error);
-                    return;
+                } else if (!admission.refused.isEmpty()) {
+                    card->showAdmission(admission);
+                } else {
+                    overlay->dismiss();
                 }
-                overlay->dismiss();
             });
     connect(card, &AddKeywordsCard::importRequested, this, [this, overlay](const QString &country) {
         overlay->dismiss();

@@ -42,7 +42,8 @@ public:
     void setSearchStorefront(const QString &country);
     /// The storefront filter when it is set, else the storefront of app searches.
     [[nodiscard]] QString storefrontOfNewKeywords() const;
-    void showStatus(const QString &message, StatusBar::Tone tone = StatusBar::Tone::Normal);
+    void showStatus(const QString &message, StatusBar::Tone tone = StatusBar::Tone::Normal,
+                    const QString &detail = QString());
 
     /// The shell adds its own controls at the end.
     [[nodiscard]] PageToolbar &toolbar() { return *m_toolbar; }
@@ -78,6 +79,9 @@ private:
     void buildContent();
     void connectStore();
     void connectTable();
+    void buildNotices();
+    void showImported(QUuid appId, const KeywordAdmission &admission);
+    void updateImportNotice();
     void showRowMenu(const QPoint &globalPosition);
     void updateContent();
     void updateCount();
@@ -102,6 +106,10 @@ private:
     Button *m_add;
     Banner *m_persistenceBanner;
     Banner *m_refreshBanner;
+    Banner *m_importBanner;
+    /// What of the last import was refused, and for which app.
+    QUuid m_importedApp;
+    KeywordAdmission m_imported;
     QStackedWidget *m_stack;
     EmptyState *m_empty;
     StatusBar *m_status;

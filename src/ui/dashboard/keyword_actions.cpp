@@ -3,6 +3,7 @@
 
 #include "ui/dashboard/keyword_export.h"
 #include "ui/dashboard/keyword_table_model.h"
+#include "ui/text/admission_texts.h"
 #include "ui/text/csv.h"
 
 #include <QClipboard>
@@ -24,8 +25,8 @@ KeywordActions::KeywordActions(ASOStore &store, KeywordTableModel &model, FileEx
 
 KeywordActions::~KeywordActions() = default;
 
-std::optional<QString> KeywordActions::add(std::optional<QUuid> appId, const QStringList &keywords,
-                                           const QString &country)
+KeywordActions::Addition KeywordActions::add(std::optional<QUuid> appId,
+                                             const QStringList &keywords, const QString &country)
 {
     QList<ImportedKeyword> list;
     for (const QString &keyword : keywords)
@@ -33,12 +34,12 @@ std::optional<QString> KeywordActions::add(std::optional<QUuid> appId, const QSt
     return add(appId, list, country);
 }
 
-std::optional<QString> KeywordActions::add(std::optional<QUuid> appId,
-                                           const QList<ImportedKeyword> &keywords,
-                                           const QString &country)
+KeywordActions::Addition KeywordActions::add(std::optional<QUuid> appId,
+                                             const QList<ImportedKeyword> &keywords,
+                                             const QString &country)
 {
     if (!appId || !m_store.app(*appId))
-        return tr("Select an app first");
+        return {tr("Select an app first"), {}};
     // One save a storefront, the storefronts in the order of their first keyword.
     QStringList countries;
     std::map<QString, QStringList> texts;
@@ -48,14 +49,16 @@ std::optional<QString> KeywordActions::add(std::optional<QUuid> appId,
             countries.append(place);
         texts[place].append(keyword.keyword);
     }
-    QList<TrackedKeyword> added;
+    KeywordAdmission admission;
     for (const QString &place : std::as_const(countries))
-        added.append(m_store.addTrackedKeywords(*appId, texts[place], place));
+        admission.append(m_store.addTrackedKeywords(*appId, texts[place], place));
     // Said before the queue starts: should it fail at once, its own message comes after this one.
-    Q_EMIT statusChanged(tr("Keywords saved. Metrics will update in the background."),
-                         StatusBar::Tone::Normal);
-    m_store.queueKeywordRefreshes(added);
-    return std::nullopt;
+    const AdmissionStatus status = admissionStatus(admission, !m_store.hasUnsavedChange());
+    Q_EMIT statusChanged(status.message,
+                         status.isProblem ? StatusBar::Tone::Error : StatusBar::Tone::Normal,
+                         status.detail);
+    m_store.queueKeywordRefreshes(admission.kept);
+    return {std::nullopt, admission};
 }
 
 void KeywordActions::importFile(QWidget *dialogParent, std::optional<QUuid> appId,
@@ -72,8 +75,12 @@ void KeywordActions::importFile(QWidget *dialogParent, std::optional<QUuid> appI
                      std::optional<QString> problem = error;
                      if (!problem && keywords.isEmpty())
                          problem = tr("The file holds no keywords.");
-                     if (!problem)
-                         problem = self->add(appId, keywords, country);
+                     if (!problem) {
+                         const Addition addition = self->add(appId, keywords, country);
+                         problem = addition.problem;
+                         if (!problem)
+                             Q_EMIT self->imported(*appId, addition.admission);
+                     }
                      if (problem)
                          Q_EMIT self->statusChanged(*problem, StatusBar::Tone::Error);
                  });
@@ -81,8 +88,24 @@ void KeywordActions::importFile(QWidget *dialogParent, std::optional<QUuid> appI
 
 void KeywordActions::refresh(const QList<QUuid> &ids)
 {
-    if (!ids.isEmpty())
-        m_tasks.own(refreshOneByOne(ids, m_tasks.token()));
+    QList<QUuid> measurable;
+    QStringList problems;
+    for (const QUuid &id : ids) {
+        const auto keyword = m_store.trackedKeyword(id);
+        const auto reason = keyword ? m_store.unmeasurableReason(*keyword) : std::nullopt;
+        if (reason)
+            problems.append(unmeasurableSentence(keyword->keyword, *reason));
+        else
+            measurable.append(id);
+    }
+    if (!problems.isEmpty())
+        Q_EMIT statusChanged(
+            problems.size() == 1
+                ? problems.constFirst()
+                : tr("%L1 keywords cannot be measured. Their rows say why.").arg(problems.size()),
+            StatusBar::Tone::Error);
+    if (!measurable.isEmpty())
+        m_tasks.own(refreshOneByOne(measurable, m_tasks.token()));
 }
 
 Task<void> KeywordActions::refreshOneByOne(QList<QUuid> ids, std::stop_token stop)
@@ -134,6 +157,11 @@ void KeywordActions::stop()
     m_tasks.stop();
     m_store.stopKeywordRefreshes();
     Q_EMIT stopped();
+}
+
+void KeywordActions::copyRefusals(const QList<RefusedKeyword> &refused) const
+{
+    QGuiApplication::clipboard()->setText(toTabSeparated(refusalTable(refused)));
 }
 
 void KeywordActions::copy(const std::vector<int> &rows,

@@ -29,16 +29,22 @@ public:
                    QObject *parent = nullptr);
     ~KeywordActions() override;
 
-    /// Adds keywords to the app in that storefront and queues them for measuring. Without an app
-    /// the answer is what to tell the user, "Select an app first".
-    std::optional<QString> add(std::optional<QUuid> appId, const QStringList &keywords,
-                               const QString &country);
+    /// What became of keywords that were to be added.
+    struct Addition {
+        /// What to tell the user when nothing could be tried: "Select an app first".
+        std::optional<QString> problem;
+        KeywordAdmission admission;
+    };
+
+    /// Adds keywords to the app in that storefront and queues them for measuring.
+    Addition add(std::optional<QUuid> appId, const QStringList &keywords, const QString &country);
     /// Adds keywords read from a file; `country` serves those that name none.
-    std::optional<QString> add(std::optional<QUuid> appId, const QList<ImportedKeyword> &keywords,
-                               const QString &country);
+    Addition add(std::optional<QUuid> appId, const QList<ImportedKeyword> &keywords,
+                 const QString &country);
+    /// What of a file was refused is told through imported() as well.
     void importFile(QWidget *dialogParent, std::optional<QUuid> appId, const QString &country);
 
-    /// Measures the keywords one after another.
+    /// Measures the keywords one after another. Of one that cannot be measured it says why.
     void refresh(const QList<QUuid> &ids);
     /// Measures every keyword whose ranking is stale.
     void refreshAll();
@@ -46,13 +52,16 @@ public:
     void stop();
     [[nodiscard]] bool isRefreshing() const { return m_refreshing > 0; }
 
+    void copyRefusals(const QList<RefusedKeyword> &refused) const;
     void copy(const std::vector<int> &rows, const std::vector<KeywordColumn> &columns) const;
     void exportTable(QWidget *dialogParent, const QString &appName,
                      const std::vector<KeywordColumn> &columns);
     void exportHistory(QWidget *dialogParent, QUuid appId, const QString &appName);
 
 Q_SIGNALS:
-    void statusChanged(const QString &message, StatusBar::Tone tone);
+    void statusChanged(const QString &message, StatusBar::Tone tone,
+                       const QString &detail = QString());
+    void imported(QUuid appId, const KeywordAdmission &admission);
     void stopped();
 
 private:

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/dashboard/keyword_input.h"
 
+#include "model/storefront_codes.h"
 #include "ui/text/csv.h"
 
 #include <QRegularExpression>
+#include <QSet>
 #include <QStringDecoder>
 
 namespace veltrix
@@ -30,11 +32,12 @@ qsizetype columnNamed(const QStringList &header, const QStringList &names)
     return -1;
 }
 
-std::optional<QString> storefrontCode(const QString &cell)
+std::optional<QString> storefrontIn(const QString &cell)
 {
-    static const QRegularExpression twoLetters(QStringLiteral("^[A-Z]{2}$"));
-    const QString code = cell.trimmed().toUpper();
-    return twoLetters.match(code).hasMatch() ? std::optional(code) : std::nullopt;
+    const QString name = cell.trimmed();
+    if (name.isEmpty())
+        return std::nullopt;
+    return isStorefrontCode(name) ? name.toUpper() : name;
 }
 
 } // namespace
@@ -44,11 +47,15 @@ QStringList splitKeywords(const QString &text)
     static const QRegularExpression separators(
         QStringLiteral("[,\\t\\n\\r\\x{2028}\\x{2029}\\x{85}\\f\\v]"));
     QStringList keywords;
+    QSet<QString> known;
     const QStringList pieces = text.split(separators, Qt::SkipEmptyParts);
     for (const QString &piece : pieces) {
         const QString keyword = piece.trimmed();
-        if (!keyword.isEmpty())
-            keywords.append(keyword);
+        const QString folded = keyword.toCaseFolded();
+        if (keyword.isEmpty() || known.contains(folded))
+            continue;
+        known.insert(folded);
+        keywords.append(keyword);
     }
     return keywords;
 }
@@ -69,7 +76,7 @@ QList<ImportedKeyword> keywordsFromFile(const QByteArray &content)
             if (!keyword.isEmpty())
                 imported.append({keyword, countryColumn < 0
                                               ? std::nullopt
-                                              : storefrontCode(rows[i].value(countryColumn))});
+                                              : storefrontIn(rows[i].value(countryColumn))});
         }
         return imported;
     }

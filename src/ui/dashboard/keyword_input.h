@@ -12,12 +12,14 @@ namespace veltrix
 {
 
 /// Splits at commas, and at tabs and line breaks, so that lists and spreadsheet columns can be
-/// pasted. Each piece is trimmed; empty ones are dropped.
+/// pasted. Each piece is trimmed; empty ones are dropped, and those that were there already,
+/// ignoring case.
 QStringList splitKeywords(const QString &text);
 
 struct ImportedKeyword {
     QString keyword;
-    /// Upper-cased storefront code, where the file has one for the keyword.
+    /// The storefront, where the file names one for the keyword: an upper-cased code, or what
+    /// stands there when that is no storefront.
     std::optional<QString> country;
 
     bool operator==(const ImportedKeyword &) const = default;

@@ -59,6 +59,23 @@ void Banner::setActionEnabled(bool enabled)
     m_action->setEnabled(enabled);
 }
 
+void Banner::setActionSymbol(const QString &symbol)
+{
+    m_action->setSymbol(symbol);
+}
+
+void Banner::makeDismissible()
+{
+    auto *dismiss = new Button(Button::Kind::Plain, QStringLiteral("xmark"), QString());
+    nameControl(dismiss, objectName() + QStringLiteral("Dismiss"), tr("Dismiss"));
+    dismiss->setToolTip(tr("Dismiss"));
+    layout()->addWidget(dismiss);
+    connect(dismiss, &Button::clicked, this, [this] {
+        setMessage(QString());
+        Q_EMIT dismissed();
+    });
+}
+
 void Banner::paintEvent(QPaintEvent *)
 {
     const Tokens tokens = Tokens::of(this);

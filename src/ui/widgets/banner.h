@@ -23,9 +23,14 @@ public:
     void setMessage(const QString &message);
     [[nodiscard]] QString message() const;
     void setActionEnabled(bool enabled);
+    /// An arrow in a circle unless set.
+    void setActionSymbol(const QString &symbol);
+    /// Adds a button that hides the banner.
+    void makeDismissible();
 
 Q_SIGNALS:
     void actionTriggered();
+    void dismissed();
 
 protected:
     void paintEvent(QPaintEvent *event) override;

@@ -44,19 +44,23 @@ void ProgressLine::paintEvent(QPaintEvent *)
 
 StatusBar::StatusBar(QWidget *parent)
     : QWidget(parent), m_message(new ElidedLabel(TextStyle::Secondary, TextLabel::Tone::Secondary)),
+      m_detail(new ElidedLabel(TextStyle::Secondary, TextLabel::Tone::Secondary)),
       m_workText(new ElidedLabel(TextStyle::Secondary, TextLabel::Tone::Secondary)),
       m_progress(new ProgressLine), m_stop(new Button(Button::Kind::Link, tr("Stop")))
 {
     setAccessibleRole(this, QAccessible::StatusBar);
     nameControl(this, QStringLiteral("statusBar"), tr("Status"));
     m_message->setObjectName(QStringLiteral("statusMessage"));
+    m_detail->setObjectName(QStringLiteral("statusDetail"));
     m_workText->setObjectName(QStringLiteral("workText"));
     m_workText->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     nameControl(m_stop, QStringLiteral("stopButton"), tr("Stop"));
     auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(spacing::l, 1, spacing::m, 0);
     layout->setSpacing(spacing::m);
-    layout->addWidget(m_message, 1);
+    layout->addWidget(m_message);
+    layout->addWidget(m_detail);
+    layout->addStretch(1);
     layout->addWidget(m_workText, 1);
     layout->addWidget(m_progress);
     layout->addWidget(m_stop);
@@ -65,17 +69,27 @@ StatusBar::StatusBar(QWidget *parent)
     setWork(std::nullopt);
 }
 
-void StatusBar::setMessage(const QString &message, Tone tone)
+void StatusBar::setMessage(const QString &message, Tone tone, const QString &detail)
 {
     m_message->setTone(tone == Tone::Error ? TextLabel::Tone::Red : TextLabel::Tone::Secondary);
     m_message->setText(message);
     m_message->setAccessibleName(message);
     announceNameChange(m_message);
+    m_detail->setText(detail);
+    m_detail->setAccessibleName(detail);
+    m_detail->setVisible(!detail.isEmpty());
+    if (!detail.isEmpty())
+        announceNameChange(m_detail);
 }
 
 QString StatusBar::message() const
 {
     return m_message->text();
+}
+
+QString StatusBar::detail() const
+{
+    return m_detail->text();
 }
 
 void StatusBar::setWork(const std::optional<Work> &work)

@@ -47,8 +47,11 @@ public:
     explicit StatusBar(QWidget *parent = nullptr);
 
     enum class Tone { Normal, Error };
-    void setMessage(const QString &message, Tone tone = Tone::Normal);
+    /// `detail` stands after the message in a quieter place of its own and goes with it.
+    void setMessage(const QString &message, Tone tone = Tone::Normal,
+                    const QString &detail = QString());
     [[nodiscard]] QString message() const;
+    [[nodiscard]] QString detail() const;
     /// What is running; nothing hides that side.
     void setWork(const std::optional<Work> &work);
     [[nodiscard]] const std::optional<Work> &work() const { return m_work; }
@@ -62,6 +65,7 @@ protected:
 private:
     std::optional<Work> m_work;
     ElidedLabel *m_message;
+    ElidedLabel *m_detail;
     ElidedLabel *m_workText;
     ProgressLine *m_progress;
     Button *m_stop;

@@ -20,10 +20,10 @@ namespace
 class ResearchPageTest : public ResearchTest
 {
 protected:
-    void openPage(std::int64_t trackId = 201)
+    void openPage(std::int64_t trackId = 201, const char *country = "US")
     {
         window->showWorkspace(Workspace::Competitors);
-        window->competitors().openResearch(trackId, text("US"), text("Foxglove Film Camera"));
+        window->competitors().openResearch(trackId, text(country), text("Foxglove Film Camera"));
         settle();
         window->grab();
     }
@@ -291,6 +291,51 @@ TEST_F(ResearchPageTest, ChosenKeywordsAreTrackedAndQueued)
               text("Keywords saved. Metrics will update in the background."));
     EXPECT_TRUE(checkModel()->rowAt(0).isTracked);
     EXPECT_TRUE(checkModel()->chosen().isEmpty());
+    EXPECT_FALSE(find<Button>("trackKeywords")->isEnabled());
+}
+
+TEST_F(ResearchPageTest, ItTellsHowManyWereAddedAndThatTheyAreSaved)
+{
+    openPage();
+    clickRow(0);
+    clickRow(1);
+    click("trackKeywords");
+    EXPECT_EQ(label("coverageOutcome"), text("2 added"));
+}
+
+TEST_F(ResearchPageTest, InAStorefrontThatCannotBeMeasuredKeywordsAreRefusedByNameAndStayChosen)
+{
+    openPage(201, "UK");
+    clickRow(0);
+    clickRow(1);
+    const auto before = store().trackedKeywords().size();
+    click("trackKeywords");
+    EXPECT_EQ(store().trackedKeywords().size(), before);
+    EXPECT_EQ(label("coverageStatus"), text("None added, 2 refused"));
+    EXPECT_EQ(label("coverageOutcome"), text("“foxglove film”: “UK” is not a supported storefront\n"
+                                             "“film camera”: “UK” is not a supported storefront"));
+    EXPECT_EQ(checkModel()->chosen().size(), 2);
+    EXPECT_TRUE(store().refreshProgress().isIdle());
+}
+
+TEST_F(ResearchPageTest, SavedIsNotSaidWhenTheDiskRefuses)
+{
+    openPage();
+    clickRow(0);
+    world->folder.remove();
+    click("trackKeywords");
+    EXPECT_EQ(label("coverageStatus"), text("The new keywords are not saved yet."));
+    EXPECT_EQ(label("coverageOutcome"), text("1 added"));
+}
+
+TEST_F(ResearchPageTest, AnAppThatWasDeletedMeanwhileGetsNoKeywords)
+{
+    openPage();
+    clickRow(0);
+    for (const AppProfile &app : QList<AppProfile>(store().apps()))
+        store().removeApp(app.id);
+    find<Button>("trackKeywords")->click();
+    EXPECT_TRUE(store().trackedKeywords().isEmpty());
     EXPECT_FALSE(find<Button>("trackKeywords")->isEnabled());
 }
 

@@ -41,6 +41,11 @@ TEST(KeywordInput, TakesPastedLinesAndTabs)
     EXPECT_EQ(split("one\ntwo\r\nthree\tfour,five\n\n"), QStringLiteral("one|two|three|four|five"));
 }
 
+TEST(KeywordInput, TheSameKeywordTwiceCountsOnce)
+{
+    EXPECT_EQ(split("Photo, film, photo\nFILM, grain"), QStringLiteral("Photo|film|grain"));
+}
+
 TEST(KeywordInput, KeepsCaseAndInnerSpaces)
 {
     EXPECT_EQ(split("Photo  Editor"), QStringLiteral("Photo  Editor"));
@@ -58,7 +63,12 @@ TEST(KeywordFile, AHeaderNamesTheColumns)
               QStringLiteral("photo editor@DE|x, y"));
     EXPECT_EQ(imported("Keyword\tStorefront\nphoto, video\tjp\n"),
               QStringLiteral("photo, video@JP"));
-    EXPECT_EQ(imported("Keyword,Country\na,Germany\nb,FR"), QStringLiteral("a|b@FR"));
+}
+
+TEST(KeywordFile, WhatIsNoStorefrontStaysAsItIsWrittenSoThatItCanBeNamed)
+{
+    EXPECT_EQ(imported("Keyword,Country\na,Germany\nb,fr\nc, UK \nd, \ne,usa"),
+              QStringLiteral("a@Germany|b@FR|c@UK|d|e@usa"));
 }
 
 TEST(KeywordFile, ReadsByteOrderMarks)

@@ -128,6 +128,23 @@ std::vector<Scene> dashboardScenes()
         made.find<TextField>("keywordInput")
             ->setText(QStringLiteral("double exposure, film grain, light leaks, sepia"));
     }));
+    scenes.push_back(scene("add-keywords-refused", [](WindowStage &made) {
+        click(made, "addKeywordsButton");
+        QStringList list{QStringLiteral("double exposure"), QStringLiteral("film grain"),
+                         QStringLiteral("photo editor")};
+        for (int i = 1; i <= 7; ++i)
+            list << QStringLiteral("a whole sentence of the description, number %1 ")
+                        .arg(i)
+                        .remove(u',')
+                        .repeated(3);
+        made.find<TextField>("keywordInput")->setText(list.join(u'\n'));
+        click(made, "addKeywordsSubmit");
+    }));
+    scenes.push_back(scene("import-refused", [](WindowStage &made) {
+        made.world->files.opened = "Keyword,Storefront\nretouch,UK\nfilm grain,US\n"
+                                   "photo editor,US\nfotobearbeitung,Germany\n";
+        made.window->dashboard().importKeywords();
+    }));
     scenes.push_back(
         scene("storefront-list", [](WindowStage &made) { click(made, "storefrontFilter"); }));
     scenes.push_back(scene("delete-keyword", [](WindowStage &made) {
