@@ -61,7 +61,11 @@ void DashboardPage::showRowMenu(const QPoint &globalPosition)
 
 void DashboardPage::removeSelected()
 {
-    const QList<QUuid> ids = m_table->selectedIds();
+    askToRemove(m_table->selectedIds());
+}
+
+void DashboardPage::askToRemove(const QList<QUuid> &ids)
+{
     if (ids.isEmpty())
         return;
     ConfirmSheet::Question question;

@@ -127,6 +127,7 @@ void DashboardPage::buildContent()
     layout->addWidget(m_persistenceBanner);
     layout->addWidget(m_refreshBanner);
     layout->addWidget(m_importBanner);
+    layout->addWidget(m_orphansBanner);
     layout->addWidget(m_stack, 1);
     layout->addWidget(m_status);
 

@@ -82,6 +82,10 @@ private:
     void buildNotices();
     void showImported(QUuid appId, const KeywordAdmission &admission);
     void updateImportNotice();
+    void findKeywordsWithoutApp();
+    void forgetKeywordWithoutApp(QUuid id);
+    void showKeywordsWithoutApp();
+    void askToRemove(const QList<QUuid> &ids);
     void showRowMenu(const QPoint &globalPosition);
     void updateContent();
     void updateCount();
@@ -107,9 +111,12 @@ private:
     Banner *m_persistenceBanner;
     Banner *m_refreshBanner;
     Banner *m_importBanner;
+    Banner *m_orphansBanner;
     /// What of the last import was refused, and for which app.
     QUuid m_importedApp;
     KeywordAdmission m_imported;
+    /// Keywords whose app is not tracked.
+    QList<TrackedKeyword> m_orphans;
     QStackedWidget *m_stack;
     EmptyState *m_empty;
     StatusBar *m_status;

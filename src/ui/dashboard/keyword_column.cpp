@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/dashboard/keyword_column.h"
 
+#include "store/keyword_admission.h"
 #include "ui/text/storefronts.h"
 #include "ui/widgets/badge.h"
 #include "ui/widgets/position_badge.h"
@@ -53,9 +54,9 @@ QString keywordText(const KeywordEntry &entry)
     return entry.row.keyword;
 }
 
-QString noHint(const KeywordEntry &)
+QString keywordHint(const KeywordEntry &entry)
 {
-    return {};
+    return entry.popularityStatus;
 }
 
 ColumnSortKey targetKey(const KeywordEntry &entry)
@@ -96,7 +97,10 @@ QString popularitySentence(const KeywordEntry &entry)
 
 QString popularityHint(const KeywordEntry &entry)
 {
-    return popularityOf(entry).accessibleHint();
+    QString hint = popularityOf(entry).accessibleHint();
+    if (!entry.popularityStatus.isEmpty())
+        hint += u'\n' + entry.popularityStatus;
+    return hint;
 }
 
 ColumnSortKey difficultyKey(const KeywordEntry &entry)
@@ -128,6 +132,8 @@ ColumnSortKey positionKey(const KeywordEntry &entry)
 
 QString positionText(const KeywordEntry &entry)
 {
+    if (entry.row.awaitingMetrics && !entry.unmeasurable.isEmpty())
+        return translated(QT_TRANSLATE_NOOP("KeywordTable", "Not measurable"));
     if (entry.row.awaitingMetrics)
         return translated(QT_TRANSLATE_NOOP("KeywordTable", "Pending"));
     return entry.row.position ? QString::number(*entry.row.position)
@@ -142,6 +148,13 @@ QString positionSentence(const KeywordEntry &entry)
     if (entry.movement)
         sentence += QStringLiteral(", ") + movementSentence(*entry.movement);
     return sentence;
+}
+
+QString positionHint(const KeywordEntry &entry)
+{
+    return entry.unmeasurable.isEmpty()
+               ? QString()
+               : unmeasurableSentence(entry.row.keyword, entry.unmeasurable);
 }
 
 ColumnSortKey appsKey(const KeywordEntry &entry)
@@ -186,7 +199,7 @@ const std::array<KeywordColumnInfo, keywordColumnCount> &keywordColumns()
 {
     static const std::array<KeywordColumnInfo, keywordColumnCount> columns{{
         {KeywordColumn::Keyword, "keyword", QT_TRANSLATE_NOOP("KeywordTable", "Keyword"), "", 279,
-         160, keywordKey, keywordText, keywordText, noHint},
+         160, keywordKey, keywordText, keywordText, keywordHint},
         {KeywordColumn::Target, "target", QT_TRANSLATE_NOOP("KeywordTable", "Target"), "", 175, 110,
          targetKey, targetText, targetSentence, targetHint},
         {KeywordColumn::Popularity, "popularity",
@@ -200,7 +213,7 @@ const std::array<KeywordColumnInfo, keywordColumnCount> &keywordColumns()
          QT_TRANSLATE_NOOP("KeywordTable", "Difficulty (est.)"), "", 134, 80, difficultyKey,
          difficultyText, difficultySentence, difficultyHint},
         {KeywordColumn::Position, "position", QT_TRANSLATE_NOOP("KeywordTable", "Ranking"), "", 175,
-         90, positionKey, positionText, positionSentence, noHint},
+         90, positionKey, positionText, positionSentence, positionHint},
         {KeywordColumn::Apps, "apps", QT_TRANSLATE_NOOP("KeywordTable", "Apps"), "", 134, 80,
          appsKey, appsText, appsSentence, appsHint},
     }};

@@ -25,6 +25,10 @@ struct KeywordEntry {
     DashboardKeywordRow row;
     /// The latest movement, without the first observation, which is none.
     std::optional<RankMovement> movement;
+    /// Why the keyword can never be measured, as a clause; empty for one that can.
+    QString unmeasurable;
+    /// What the newest measurement says about popularity; may be empty.
+    QString popularityStatus;
     /// A refresh of this one keyword is running.
     bool isRefreshing = false;
     /// The keyword as searches compare it.
@@ -56,7 +60,7 @@ struct KeywordColumnInfo {
     QString (*text)(const KeywordEntry &entry);
     /// The cell as a screen reader says it.
     QString (*accessibleText)(const KeywordEntry &entry);
-    /// More for a screen reader; also the tool tip. May be empty.
+    /// More for a screen reader; also the tool tip. May be empty, and may have several lines.
     QString (*accessibleHint)(const KeywordEntry &entry);
 
     [[nodiscard]] QString headerText() const;

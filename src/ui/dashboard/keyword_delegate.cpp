@@ -2,6 +2,7 @@
 #include "ui/dashboard/keyword_delegate.h"
 
 #include "ui/dashboard/keyword_table_model.h"
+#include "ui/theme/symbols.h"
 #include "ui/theme/typography.h"
 #include "ui/widgets/artwork_images.h"
 #include "ui/widgets/badge.h"
@@ -71,7 +72,14 @@ void KeywordDelegate::paintKeyword(QPainter &painter, const QRectF &content,
     const KeywordCellGeometry geometry =
         layoutKeywordCell(content, QFontMetricsF(title), QFontMetricsF(subtitle), reserved);
     drawLine(painter, geometry.title, entry.row.keyword, title, tokens[Token::Text]);
-    drawLine(painter, geometry.subtitle, updated, subtitle, tokens[Token::Secondary]);
+    QRectF line = geometry.subtitle;
+    if (!entry.unmeasurable.isEmpty()) {
+        const qreal size = std::round(line.height() * 0.85);
+        drawSymbol(painter, QRectF(line.x(), std::round(line.center().y() - size / 2), size, size),
+                   QStringLiteral("exclamationmark.triangle"), tokens[Token::Orange]);
+        line.setLeft(line.left() + size + spacing::xs);
+    }
+    drawLine(painter, line, updated, subtitle, tokens[Token::Secondary]);
 }
 
 void KeywordDelegate::paintRanking(QPainter &painter, const QRectF &content,

@@ -40,6 +40,9 @@ std::shared_ptr<KeywordEntry> KeywordTableModel::makeEntry(const TrackedKeyword 
     const auto movement = m_store.rankingTimeline(keyword.id).latestMovement();
     if (movement && movement->kind() != RankMovement::Kind::First)
         entry->movement = movement;
+    entry->unmeasurable = m_store.unmeasurableReason(keyword).value_or(QString());
+    if (const SharedSnapshot newest = m_store.newestSnapshot(keyword.id))
+        entry->popularityStatus = newest->popularityStatus.value_or(QString()).trimmed();
     entry->folded = foldedForSearch(keyword.keyword);
     entry->order = std::make_shared<const QCollatorSortKey>(m_collator.sortKey(keyword.keyword));
     return entry;
@@ -261,6 +264,8 @@ QString KeywordTableModel::timeText(const KeywordEntry &entry) const
 {
     if (entry.isRefreshing)
         return tr("Refreshing…");
+    if (!entry.unmeasurable.isEmpty())
+        return tr("Cannot be measured: %1").arg(entry.unmeasurable);
     if (entry.row.awaitingMetrics)
         return tr("Awaiting metrics");
     return tr("Updated %1")
@@ -292,6 +297,17 @@ int KeywordTableModel::columnCount(const QModelIndex &parent) const
     return parent.isValid() ? 0 : keywordColumnCount;
 }
 
+QString KeywordTableModel::keywordToolTip(const KeywordEntry &entry) const
+{
+    QStringList lines{entry.row.keyword + QStringLiteral(" · ") +
+                      storefrontName(entry.row.country)};
+    if (!entry.unmeasurable.isEmpty())
+        lines << timeText(entry);
+    if (!entry.popularityStatus.isEmpty())
+        lines << entry.popularityStatus;
+    return lines.join(u'\n');
+}
+
 QVariant KeywordTableModel::data(const QModelIndex &index, int role) const
 {
     if (!checkIndex(index, CheckIndexOption::IndexIsValid))
@@ -308,7 +324,7 @@ QVariant KeywordTableModel::data(const QModelIndex &index, int role) const
         return info.accessibleHint(entry);
     case Qt::ToolTipRole: {
         if (isKeyword)
-            return entry.row.keyword + QStringLiteral(" · ") + storefrontName(entry.row.country);
+            return keywordToolTip(entry);
         if (info.column == KeywordColumn::Position && !entry.row.awaitingMetrics)
             return info.accessibleText(entry);
         return info.accessibleHint(entry);

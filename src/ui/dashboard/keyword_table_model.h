@@ -47,7 +47,7 @@ public:
 
     [[nodiscard]] const KeywordEntry &entryAt(int row) const { return *m_visible[size_t(row)]; }
     [[nodiscard]] int rowOf(QUuid id) const;
-    /// "Updated 4 min. ago", "Awaiting metrics" or "Refreshing…".
+    /// "Updated 4 min. ago", "Awaiting metrics", "Refreshing…", or "Cannot be measured: " and why.
     [[nodiscard]] QString timeText(const KeywordEntry &entry) const;
     /// The line under the keyword: timeText(), and the storefront where rows could be confused.
     [[nodiscard]] QString updatedText(const KeywordEntry &entry) const;
@@ -75,6 +75,7 @@ private:
     void removeOne(QUuid id);
     void reload();
     void rebuildVisible();
+    [[nodiscard]] QString keywordToolTip(const KeywordEntry &entry) const;
     [[nodiscard]] bool isShown(const Entry &entry) const;
     [[nodiscard]] std::vector<std::shared_ptr<Entry>> sortedVisible() const;
     [[nodiscard]] bool comesBefore(const Entry &left, const Entry &right) const;

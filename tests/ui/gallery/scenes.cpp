@@ -82,6 +82,23 @@ void searchApps(WindowStage &made, const QString &query)
     click(made, "appSearchSubmit");
 }
 
+/// The sample with keywords that can never be measured, and with some whose app is gone.
+PersistedState stateWithUnmeasurableKeywords()
+{
+    const Date now = VirtualClock().now();
+    PersistedState state = sampleState(now, FakePopularity().version);
+    const auto add = [&](const QString &keyword, const char *country, QUuid appId) {
+        state.trackedKeywords.append(
+            {QUuid::createUuid(), appId, keyword, QString::fromLatin1(country), now});
+    };
+    const QUuid app = state.apps.first().id;
+    add(QStringLiteral("a whole sentence of the description ").repeated(4).trimmed(), "US", app);
+    add(QStringLiteral("brush and retouch"), "UK", app);
+    for (const char *keyword : {"tide table", "moon phase", "harbour clock"})
+        add(QString::fromLatin1(keyword), "US", QUuid::createUuid());
+    return state;
+}
+
 std::vector<Scene> dashboardScenes()
 {
     std::vector<Scene> scenes;
@@ -145,6 +162,13 @@ std::vector<Scene> dashboardScenes()
                                    "photo editor,US\nfotobearbeitung,Germany\n";
         made.window->dashboard().importKeywords();
     }));
+    scenes.push_back({QStringLiteral("dashboard-unmeasurable"), [] {
+                          WindowStage made = openWindow(
+                              std::make_shared<UiWorld>(stateWithUnmeasurableKeywords()));
+                          made.find<AppSelector>("")->setExpanded(true);
+                          selectRow(made, 2);
+                          return made.stage();
+                      }});
     scenes.push_back(
         scene("storefront-list", [](WindowStage &made) { click(made, "storefrontFilter"); }));
     scenes.push_back(scene("delete-keyword", [](WindowStage &made) {

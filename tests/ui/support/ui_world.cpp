@@ -79,6 +79,10 @@ KeywordSnapshot snapshot(const TrackedKeyword &keyword, const SampleKeyword &sam
                                   25,
                                   11,
                                   318.5};
+    made.popularityStatus =
+        sample.popularity > 0
+            ? text("Estimated popularity using Quorvin v2.")
+            : text("Popularity unavailable. Rankings were saved; try popularity again later.");
     made.popularityModelVersion = popularityVersion;
     made.scoringModelVersion = QString(currentScoringModelVersion);
     if (*sample.label)
