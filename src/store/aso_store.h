@@ -102,7 +102,7 @@ public:
     /// The same for several texts with one save; what cannot be measured is left out and named.
     KeywordAdmission addTrackedKeywords(QUuid appId, const QStringList &keywords,
                                         const QString &country);
-    /// Why a tracked keyword can never be measured, as a clause (refusalReason(),
+    /// Why a tracked keyword can never be measured, as words (refusalReason(),
     /// appGoneReason()); empty for one that can. Older files may hold such keywords.
     [[nodiscard]] std::optional<QString> unmeasurableReason(const TrackedKeyword &keyword) const;
     /// Keywords whose app is not tracked; no app's list shows them.

@@ -8,7 +8,7 @@ namespace
 {
 
 /// Characters of a keyword that a message quotes.
-constexpr qsizetype longestQuotation = 40;
+constexpr qsizetype longestQuotation = 24;
 
 } // namespace
 
@@ -23,14 +23,14 @@ QString refusalReason(KeywordRefusal refusal, const QString &country)
 {
     switch (refusal) {
     case KeywordRefusal::Empty:
-        return QStringLiteral("it has no text");
+        return QStringLiteral("no text");
     case KeywordRefusal::TooLong:
-        return QStringLiteral("it is longer than %1 characters").arg(longestKeyword);
+        return QStringLiteral("longer than %1 characters").arg(longestKeyword);
     case KeywordRefusal::ControlCharacter:
-        return QStringLiteral("it contains a control character");
+        return QStringLiteral("contains a control character");
     case KeywordRefusal::UnknownStorefront:
         return country.trimmed().isEmpty()
-                   ? QStringLiteral("it has no storefront")
+                   ? QStringLiteral("no storefront")
                    : QStringLiteral("%1 is not a supported storefront").arg(quotedKeyword(country));
     }
     Q_UNREACHABLE();

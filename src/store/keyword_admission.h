@@ -35,7 +35,7 @@ struct KeywordAdmission {
     void append(const KeywordAdmission &more);
 };
 
-/// Why a keyword cannot be measured, as a clause without a full stop: "it is longer than 100
+/// Why a keyword cannot be measured, as a clause without a full stop: "longer than 100
 /// characters", "“UK” is not a supported storefront".
 [[nodiscard]] QString refusalReason(KeywordRefusal refusal, const QString &country);
 
@@ -45,7 +45,7 @@ struct KeywordAdmission {
 /// "“photo editor” cannot be measured: " and the reason, as a sentence.
 [[nodiscard]] QString unmeasurableSentence(const QString &keyword, const QString &reason);
 
-/// The text in quotation marks, cut after 40 characters; a control character in it is seen as "�".
+/// The text in quotation marks, cut after 24 characters; a control character in it is seen as "�".
 [[nodiscard]] QString quotedKeyword(const QString &text);
 
 } // namespace veltrix

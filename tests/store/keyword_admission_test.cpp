@@ -95,16 +95,16 @@ TEST_F(KeywordAdmissionTest, WhatBecameOfSeveralStorefrontsAddsUp)
 
 TEST_F(KeywordAdmissionTest, OneKeywordThatCannotBeMeasuredIsAnErrorInWords)
 {
-    EXPECT_EQ(refusalOf(QString()), text("422 “” cannot be measured: it has no text."));
+    EXPECT_EQ(refusalOf(QString()), text("422 “” cannot be measured: no text."));
     EXPECT_EQ(refusalOf(QString(101, u'x')),
-              QStringLiteral("422 “%1…” cannot be measured: it is longer than 100 characters.")
-                  .arg(QString(40, u'x')));
+              QStringLiteral("422 “%1…” cannot be measured: longer than 100 characters.")
+                  .arg(QString(24, u'x')));
     EXPECT_EQ(refusalOf(text("photo\teditor")),
-              text("422 “photo�editor” cannot be measured: it contains a control character."));
+              text("422 “photo�editor” cannot be measured: contains a control character."));
     EXPECT_EQ(refusalOf(text("photo"), text("uk")),
               text("422 “photo” cannot be measured: “uk” is not a supported storefront."));
     EXPECT_EQ(refusalOf(text("photo"), QString()),
-              text("422 “photo” cannot be measured: it has no storefront."));
+              text("422 “photo” cannot be measured: no storefront."));
     EXPECT_TRUE(store->trackedKeywords().isEmpty());
     EXPECT_EQ(refusalOf(text("photo")), QString());
 }
@@ -156,11 +156,11 @@ TEST_F(KeywordAdmissionTest, KeywordsOfAnOlderFileThatCannotBeMeasuredAreToldApa
     QStringList reasons;
     for (const TrackedKeyword &keyword : store->trackedKeywords())
         reasons << store->unmeasurableReason(keyword).value_or(text("none"));
-    EXPECT_EQ(reasons, (QStringList{text("it is longer than 100 characters"),
-                                    text("it contains a control character"),
-                                    text("“UK” is not a supported storefront"),
-                                    text("it has no text"), text("its app is no longer tracked"),
-                                    text("“UK” is not a supported storefront"), text("none")}));
+    EXPECT_EQ(reasons,
+              (QStringList{text("longer than 100 characters"), text("contains a control character"),
+                           text("“UK” is not a supported storefront"), text("no text"),
+                           text("its app is no longer tracked"),
+                           text("“UK” is not a supported storefront"), text("none")}));
 }
 
 TEST_F(KeywordAdmissionTest, KeywordsWhoseAppIsGoneAreFoundAndCanBeRemoved)
@@ -180,11 +180,11 @@ TEST_F(KeywordAdmissionTest, KeywordsWhoseAppIsGoneAreFoundAndCanBeRemoved)
     EXPECT_TRUE(stateOnDisk().snapshots.empty());
 }
 
-TEST(QuotedKeyword, IsTrimmedAndCutAfterFortyCharacters)
+TEST(QuotedKeyword, IsTrimmedAndCutAfterTwentyFourCharacters)
 {
     EXPECT_EQ(quotedKeyword(text(" photo editor\n")), text("“photo editor”"));
-    EXPECT_EQ(quotedKeyword(QString(40, u'x')), u'“' + QString(40, u'x') + u'”');
-    EXPECT_EQ(quotedKeyword(text("📷").repeated(41)), u'“' + text("📷").repeated(40) + text("…”"));
+    EXPECT_EQ(quotedKeyword(QString(24, u'x')), u'“' + QString(24, u'x') + u'”');
+    EXPECT_EQ(quotedKeyword(text("📷").repeated(25)), u'“' + text("📷").repeated(24) + text("…”"));
 }
 
 } // namespace

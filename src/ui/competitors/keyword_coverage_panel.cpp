@@ -146,19 +146,23 @@ void KeywordCoveragePanel::trackChosen()
         updateTrackButton();
         return;
     }
-    const KeywordAdmission admission = m_store.addTrackedKeywords(*m_appId, chosen, m_country);
-    // What was refused stays chosen.
-    updateTracked();
-    showOutcome(admission);
-    m_store.queueKeywordRefreshes(admission.kept);
+    try {
+        const KeywordAdmission admission = m_store.addTrackedKeywords(*m_appId, chosen, m_country);
+        // What was refused stays chosen.
+        updateTracked();
+        showOutcome(admissionStatus(admission, !m_store.hasUnsavedChange()),
+                    refusalLines(admission.refused));
+        // Queued last: should it fail at once, its own message comes after this one.
+        m_store.queueKeywordRefreshes(admission.kept);
+    } catch (const StoreError &error) {
+        showOutcome({error.description(), QString(), true}, {});
+    }
 }
 
-void KeywordCoveragePanel::showOutcome(const KeywordAdmission &admission)
+void KeywordCoveragePanel::showOutcome(const AdmissionStatus &status, QStringList lines)
 {
-    const AdmissionStatus status = admissionStatus(admission, !m_store.hasUnsavedChange());
     m_status->setTone(status.isProblem ? TextLabel::Tone::Red : TextLabel::Tone::Secondary);
     m_status->setText(status.message);
-    QStringList lines = refusalLines(admission.refused);
     if (!status.detail.isEmpty())
         lines.prepend(status.detail);
     m_outcome->setText(lines.join(u'\n'));

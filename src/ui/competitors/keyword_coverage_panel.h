@@ -18,6 +18,7 @@ class KeywordCheckModel;
 class KeywordCheckTable;
 class ProgressLine;
 class TextLabel;
+struct AdmissionStatus;
 
 class KeywordCoveragePanel final : public QWidget
 {
@@ -34,7 +35,8 @@ private:
     void updateTracked();
     void updateTrackButton();
     void trackChosen();
-    void showOutcome(const KeywordAdmission &admission);
+    /// What became of the chosen keywords: a message, and more lines below it.
+    void showOutcome(const AdmissionStatus &status, QStringList lines);
 
     ASOStore &m_store;
     KeywordCoverage &m_coverage;

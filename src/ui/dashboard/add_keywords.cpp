@@ -142,6 +142,7 @@ void AddKeywordsCard::showAdmission(const KeywordAdmission &admission)
     for (const RefusedKeyword &keyword : admission.refused)
         refused << keyword.keyword;
     m_field->setText(refused.join(QStringLiteral(", ")));
+    m_field->setCursorPosition(0);
     describe();
     m_note->setTone(TextLabel::Tone::Text);
     setNote(admissionCount(admission));

@@ -50,8 +50,12 @@ KeywordActions::Addition KeywordActions::add(std::optional<QUuid> appId,
         texts[place].append(keyword.keyword);
     }
     KeywordAdmission admission;
-    for (const QString &place : std::as_const(countries))
-        admission.append(m_store.addTrackedKeywords(*appId, texts[place], place));
+    try {
+        for (const QString &place : std::as_const(countries))
+            admission.append(m_store.addTrackedKeywords(*appId, texts[place], place));
+    } catch (const StoreError &error) {
+        return {error.description(), {}};
+    }
     // Said before the queue starts: should it fail at once, its own message comes after this one.
     const AdmissionStatus status = admissionStatus(admission, !m_store.hasUnsavedChange());
     Q_EMIT statusChanged(status.message,

@@ -31,7 +31,8 @@ public:
 
     /// What became of keywords that were to be added.
     struct Addition {
-        /// What to tell the user when nothing could be tried: "Select an app first".
+        /// What to tell the user when nothing could be tried: "Select an app first", or what the
+        /// store says.
         std::optional<QString> problem;
         KeywordAdmission admission;
     };

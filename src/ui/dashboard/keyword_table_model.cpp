@@ -3,6 +3,7 @@
 
 #include "ui/text/folding.h"
 #include "ui/text/storefronts.h"
+#include "ui/text/tool_tip_text.h"
 
 #include <algorithm>
 
@@ -274,10 +275,14 @@ QString KeywordTableModel::timeText(const KeywordEntry &entry) const
 
 QString KeywordTableModel::updatedText(const KeywordEntry &entry) const
 {
+    QString line = timeText(entry);
+    // The reason is what there is room for; a symbol before it and the ranking say the rest.
+    if (!entry.unmeasurable.isEmpty() && !entry.isRefreshing)
+        line = entry.unmeasurable.first(1).toUpper() + entry.unmeasurable.sliced(1);
     // Equal keywords of several storefronts would look the same.
     if (!m_country && hasSeveralStorefronts())
-        return timeText(entry) + QStringLiteral(" · ") + storefrontName(entry.row.country);
-    return timeText(entry);
+        line += QStringLiteral(" · ") + storefrontName(entry.row.country);
+    return line;
 }
 
 void KeywordTableModel::timeHasPassed()
@@ -324,10 +329,10 @@ QVariant KeywordTableModel::data(const QModelIndex &index, int role) const
         return info.accessibleHint(entry);
     case Qt::ToolTipRole: {
         if (isKeyword)
-            return keywordToolTip(entry);
+            return toolTipText(keywordToolTip(entry));
         if (info.column == KeywordColumn::Position && !entry.row.awaitingMetrics)
             return info.accessibleText(entry);
-        return info.accessibleHint(entry);
+        return toolTipText(info.accessibleHint(entry));
     }
     default:
         return {};
@@ -344,7 +349,7 @@ QVariant KeywordTableModel::headerData(int section, Qt::Orientation orientation,
     case Qt::AccessibleTextRole:
         return info.headerText();
     case Qt::ToolTipRole:
-        return info.helpText();
+        return toolTipText(info.helpText());
     case Qt::AccessibleDescriptionRole: {
         if (info.column != m_sortedBy)
             return info.helpText();

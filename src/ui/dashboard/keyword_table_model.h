@@ -49,7 +49,8 @@ public:
     [[nodiscard]] int rowOf(QUuid id) const;
     /// "Updated 4 min. ago", "Awaiting metrics", "Refreshing…", or "Cannot be measured: " and why.
     [[nodiscard]] QString timeText(const KeywordEntry &entry) const;
-    /// The line under the keyword: timeText(), and the storefront where rows could be confused.
+    /// The line under the keyword: timeText(), or only the reason of one that cannot be measured,
+    /// and the storefront where rows could be confused.
     [[nodiscard]] QString updatedText(const KeywordEntry &entry) const;
     /// Says that the texts that depend on the time have changed.
     void timeHasPassed();

@@ -66,14 +66,14 @@ TEST_F(UnmeasurableKeywordsTest, TheirRowsSayWhyInsteadOfWaiting)
 {
     open(poisoned());
     EXPECT_EQ(rowSentence(tooLong),
-              tooLong + QStringLiteral(", United States, Cannot be measured: it is longer than 100 "
+              tooLong + QStringLiteral(", United States, Cannot be measured: longer than 100 "
                                        "characters"));
     EXPECT_TRUE(
         rowSentence(QStringLiteral("retouch"))
             .endsWith(QStringLiteral(", Cannot be measured: “UK” is not a supported storefront")));
     EXPECT_TRUE(
         rowSentence(QStringLiteral("bell\u0007"))
-            .endsWith(QStringLiteral(", Cannot be measured: it contains a control character")));
+            .endsWith(QStringLiteral(", Cannot be measured: contains a control character")));
     for (const QString &text : {tooLong, QStringLiteral("retouch"), QStringLiteral("bell\u0007")}) {
         EXPECT_EQ(cellOf(text, KeywordColumn::Position), QStringLiteral("Not measurable"));
         EXPECT_TRUE(cellOf(text, KeywordColumn::Keyword, Qt::ToolTipRole)
@@ -84,6 +84,25 @@ TEST_F(UnmeasurableKeywordsTest, TheirRowsSayWhyInsteadOfWaiting)
     EXPECT_TRUE(
         rowSentence(QStringLiteral("grain filter")).contains(QStringLiteral("Awaiting metrics")));
     EXPECT_EQ(cell("grain filter", KeywordColumn::Position), QStringLiteral("Pending"));
+}
+
+TEST_F(UnmeasurableKeywordsTest, TheLineUnderTheKeywordIsTheReason)
+{
+    open(poisoned());
+    const auto lineOf = [this](const QString &text) {
+        for (int row = 0; row < model().rowCount(); ++row) {
+            if (model().entryAt(row).row.keyword == text)
+                return model()
+                    .updatedText(model().entryAt(row))
+                    .section(QStringLiteral(" · "), 0, 0);
+        }
+        return QString();
+    };
+    EXPECT_EQ(lineOf(tooLong), QStringLiteral("Longer than 100 characters"));
+    EXPECT_EQ(lineOf(QStringLiteral("retouch")),
+              QStringLiteral("“UK” is not a supported storefront"));
+    EXPECT_EQ(lineOf(QStringLiteral("bell\u0007")), QStringLiteral("Contains a control character"));
+    EXPECT_EQ(lineOf(QStringLiteral("grain filter")), QStringLiteral("Awaiting metrics"));
 }
 
 TEST_F(UnmeasurableKeywordsTest, WhatWasMeasuredBeforeIsStillShown)
@@ -111,9 +130,8 @@ TEST_F(UnmeasurableKeywordsTest, RefreshKeywordSaysWhyAndAsksNobody)
     EXPECT_EQ(status(),
               QStringLiteral("“retouch” cannot be measured: “UK” is not a supported storefront."));
     refreshSelected({tooLong});
-    EXPECT_EQ(status(),
-              QStringLiteral("“%1…” cannot be measured: it is longer than 100 characters.")
-                  .arg(QString(40, u'x')));
+    EXPECT_EQ(status(), QStringLiteral("“%1…” cannot be measured: longer than 100 characters.")
+                            .arg(QString(24, u'x')));
     refreshSelected({tooLong, QStringLiteral("retouch")});
     EXPECT_EQ(status(), QStringLiteral("2 keywords cannot be measured. Their rows say why."));
     EXPECT_TRUE(world->client->searches.isEmpty());

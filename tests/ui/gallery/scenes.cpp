@@ -157,6 +157,14 @@ std::vector<Scene> dashboardScenes()
         made.find<TextField>("keywordInput")->setText(list.join(u'\n'));
         click(made, "addKeywordsSubmit");
     }));
+    scenes.push_back(scene("keywords-counted-narrow", [](WindowStage &made) {
+        made.world->client->holds = true;
+        made.window->resize(900, 560);
+        click(made, "addKeywordsButton");
+        made.find<TextField>("keywordInput")
+            ->setText(QStringLiteral("double exposure, film grain, photo editor"));
+        click(made, "addKeywordsSubmit");
+    }));
     scenes.push_back(scene("import-refused", [](WindowStage &made) {
         made.world->files.opened = "Keyword,Storefront\nretouch,UK\nfilm grain,US\n"
                                    "photo editor,US\nfotobearbeitung,Germany\n";
@@ -263,8 +271,8 @@ std::vector<Scene> shellScenes()
 std::vector<Scene> galleryScenes()
 {
     std::vector<Scene> scenes;
-    for (const auto &part :
-         {dashboardScenes(), searchScenes(), shellScenes(), sheetScenes(), competitorScenes()})
+    for (const auto &part : {dashboardScenes(), searchScenes(), shellScenes(), sheetScenes(),
+                             competitorScenes(), trackingScenes()})
         scenes.insert(scenes.end(), part.begin(), part.end());
     return scenes;
 }

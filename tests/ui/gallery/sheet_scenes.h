@@ -9,5 +9,7 @@ namespace veltrix
 
 std::vector<Scene> sheetScenes();
 std::vector<Scene> competitorScenes();
+/// Keywords tracked from the page of a researched app.
+std::vector<Scene> trackingScenes();
 
 } // namespace veltrix

@@ -2,6 +2,7 @@
 #include "ui/text/admission_texts.h"
 
 #include "support/json_printers.h"
+#include "ui/text/tool_tip_text.h"
 
 #include <QLocale>
 
@@ -58,14 +59,12 @@ TEST_F(AdmissionTexts, EachRefusalIsNamedWithItsReason)
          KeywordRefusal::ControlCharacter},
         {QString(), QStringLiteral("US"), KeywordRefusal::Empty},
         {QStringLiteral("%1"), QString(), KeywordRefusal::UnknownStorefront}};
-    EXPECT_EQ(
-        refusalLines(refused),
-        (QStringList{QStringLiteral("“retouch”: “UK” is not a supported storefront"),
-                     QStringLiteral("“xxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxx…”: it is longer "
-                                    "than 100 characters"),
-                     QStringLiteral("“photo\uFFFDeditor”: it contains a control character"),
-                     QStringLiteral("“”: it has no text"),
-                     QStringLiteral("“%1”: it has no storefront")}));
+    EXPECT_EQ(refusalLines(refused),
+              (QStringList{QStringLiteral("“retouch”: “UK” is not a supported storefront"),
+                           QStringLiteral("“xxxxxxxxxxxxxxxxxxxxxxxx…”: longer "
+                                          "than 100 characters"),
+                           QStringLiteral("“photo\uFFFDeditor”: contains a control character"),
+                           QStringLiteral("“”: no text"), QStringLiteral("“%1”: no storefront")}));
 }
 
 TEST_F(AdmissionTexts, OfMoreThanFiveRefusalsFiveAreNamedAndTheOthersCounted)
@@ -109,6 +108,23 @@ TEST_F(AdmissionTexts, AllRefusalsCanBeCopiedAsATable)
                                    QStringLiteral("Reason")},
                                   {QStringLiteral("k1"), QStringLiteral("UK"),
                                    QStringLiteral("“UK” is not a supported storefront")}}));
+}
+
+TEST(ToolTipText, LongLinesAreBrokenAtSpaces)
+{
+    EXPECT_EQ(toolTipText(QString()), QString());
+    EXPECT_EQ(toolTipText(QStringLiteral("a\nb")), QStringLiteral("a\nb"));
+    const QString words = QStringLiteral("ninechars ").repeated(10).trimmed();
+    EXPECT_EQ(toolTipText(words), words.first(79) + u'\n' + words.sliced(80));
+    EXPECT_EQ(toolTipText(QString(80, u'x')), QString(80, u'x'));
+    EXPECT_EQ(toolTipText(QString(81, u'x')), QString(80, u'x') + QStringLiteral("\nx"));
+}
+
+TEST(ToolTipText, AVeryLongTextIsCut)
+{
+    const QString text = toolTipText(QString(20'000, u'x'));
+    EXPECT_EQ(text.count(u'x'), 1000);
+    EXPECT_TRUE(text.endsWith(u'…'));
 }
 
 } // namespace
