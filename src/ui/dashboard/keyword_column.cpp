@@ -97,10 +97,7 @@ QString popularitySentence(const KeywordEntry &entry)
 
 QString popularityHint(const KeywordEntry &entry)
 {
-    QString hint = popularityOf(entry).accessibleHint();
-    if (!entry.popularityStatus.isEmpty())
-        hint += u'\n' + entry.popularityStatus;
-    return hint;
+    return popularityOf(entry).accessibleHint();
 }
 
 ColumnSortKey difficultyKey(const KeywordEntry &entry)

@@ -60,7 +60,7 @@ struct KeywordColumnInfo {
     QString (*text)(const KeywordEntry &entry);
     /// The cell as a screen reader says it.
     QString (*accessibleText)(const KeywordEntry &entry);
-    /// More for a screen reader; also the tool tip. May be empty, and may have several lines.
+    /// More for a screen reader; also the tool tip. May be empty.
     QString (*accessibleHint)(const KeywordEntry &entry);
 
     [[nodiscard]] QString headerText() const;

@@ -302,15 +302,25 @@ int KeywordTableModel::columnCount(const QModelIndex &parent) const
     return parent.isValid() ? 0 : keywordColumnCount;
 }
 
-QString KeywordTableModel::keywordToolTip(const KeywordEntry &entry) const
+QString KeywordTableModel::toolTip(const KeywordEntry &entry, const KeywordColumnInfo &info) const
 {
-    QStringList lines{entry.row.keyword + QStringLiteral(" · ") +
-                      storefrontName(entry.row.country)};
-    if (!entry.unmeasurable.isEmpty())
-        lines << timeText(entry);
-    if (!entry.popularityStatus.isEmpty())
-        lines << entry.popularityStatus;
-    return lines.join(u'\n');
+    switch (info.column) {
+    case KeywordColumn::Keyword: {
+        QStringList lines{entry.row.keyword + QStringLiteral(" · ") +
+                          storefrontName(entry.row.country)};
+        if (!entry.unmeasurable.isEmpty())
+            lines << timeText(entry);
+        if (!entry.popularityStatus.isEmpty())
+            lines << entry.popularityStatus;
+        return toolTipText(lines.join(u'\n'));
+    }
+    case KeywordColumn::Popularity:
+        return toolTipText((info.accessibleHint(entry) + u'\n' + entry.popularityStatus).trimmed());
+    case KeywordColumn::Position:
+        return entry.row.awaitingMetrics ? info.accessibleHint(entry) : info.accessibleText(entry);
+    default:
+        return info.accessibleHint(entry);
+    }
 }
 
 QVariant KeywordTableModel::data(const QModelIndex &index, int role) const
@@ -327,13 +337,8 @@ QVariant KeywordTableModel::data(const QModelIndex &index, int role) const
         return isKeyword ? keywordRowSentence(entry, timeText(entry)) : info.accessibleText(entry);
     case Qt::AccessibleDescriptionRole:
         return info.accessibleHint(entry);
-    case Qt::ToolTipRole: {
-        if (isKeyword)
-            return toolTipText(keywordToolTip(entry));
-        if (info.column == KeywordColumn::Position && !entry.row.awaitingMetrics)
-            return info.accessibleText(entry);
-        return toolTipText(info.accessibleHint(entry));
-    }
+    case Qt::ToolTipRole:
+        return toolTip(entry, info);
     default:
         return {};
     }
@@ -349,7 +354,7 @@ QVariant KeywordTableModel::headerData(int section, Qt::Orientation orientation,
     case Qt::AccessibleTextRole:
         return info.headerText();
     case Qt::ToolTipRole:
-        return toolTipText(info.helpText());
+        return info.helpText();
     case Qt::AccessibleDescriptionRole: {
         if (info.column != m_sortedBy)
             return info.helpText();

@@ -76,7 +76,7 @@ private:
     void removeOne(QUuid id);
     void reload();
     void rebuildVisible();
-    [[nodiscard]] QString keywordToolTip(const KeywordEntry &entry) const;
+    [[nodiscard]] QString toolTip(const KeywordEntry &entry, const KeywordColumnInfo &info) const;
     [[nodiscard]] bool isShown(const Entry &entry) const;
     [[nodiscard]] std::vector<std::shared_ptr<Entry>> sortedVisible() const;
     [[nodiscard]] bool comesBefore(const Entry &left, const Entry &right) const;

@@ -17,7 +17,7 @@ ProgressLine::ProgressLine(QWidget *parent) : QWidget(parent)
 {
     setAccessibleRole(this, QAccessible::ProgressBar);
     nameControl(this, QStringLiteral("progress"), tr("Progress"));
-    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
 }
 
 void ProgressLine::setFraction(std::optional<double> fraction)
@@ -44,7 +44,7 @@ void ProgressLine::paintEvent(QPaintEvent *)
 
 StatusBar::StatusBar(QWidget *parent)
     : QWidget(parent), m_message(new ElidedLabel(TextStyle::Secondary, TextLabel::Tone::Secondary)),
-      m_detail(new ElidedLabel(TextStyle::Secondary, TextLabel::Tone::Secondary)),
+      m_detail(new TextLabel(TextStyle::Secondary, TextLabel::Tone::Secondary)),
       m_workText(new ElidedLabel(TextStyle::Secondary, TextLabel::Tone::Secondary)),
       m_progress(new ProgressLine), m_stop(new Button(Button::Kind::Link, tr("Stop")))
 {
@@ -58,14 +58,16 @@ StatusBar::StatusBar(QWidget *parent)
     auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(spacing::l, 1, spacing::m, 0);
     layout->setSpacing(spacing::m);
-    layout->addWidget(m_message);
+    // The message gets what the others leave: it is the one that can be guessed when it is cut.
+    m_message->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     layout->addWidget(m_detail);
-    layout->addStretch(1);
-    layout->addWidget(m_workText, 1);
+    layout->addWidget(m_message, 1);
+    layout->addWidget(m_workText);
     layout->addWidget(m_progress);
     layout->addWidget(m_stop);
     setFixedHeight(controlHeight(font()) + 6);
     connect(m_stop, &Button::clicked, this, &StatusBar::stopRequested);
+    m_detail->hide();
     setWork(std::nullopt);
 }
 
@@ -103,6 +105,13 @@ void StatusBar::setWork(const std::optional<Work> &work)
     m_workText->setText(work->text);
     m_workText->setAccessibleName(work->text);
     m_progress->setFraction(work->fraction);
+}
+
+void StatusBar::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    m_workText->setMaximumWidth(width() / 2);
+    m_progress->setMaximumWidth(std::min(m_progress->sizeHint().width(), width() / 8));
 }
 
 void StatusBar::paintEvent(QPaintEvent *)

@@ -11,6 +11,7 @@ namespace veltrix
 
 class Button;
 class ElidedLabel;
+class TextLabel;
 
 /// A thin bar that fills from the leading end; without a value it only shows its track.
 class ProgressLine final : public QWidget
@@ -24,6 +25,7 @@ public:
     void setFraction(std::optional<double> fraction);
     [[nodiscard]] std::optional<double> fraction() const { return m_fraction; }
     [[nodiscard]] QSize sizeHint() const override { return {160, 4}; }
+    [[nodiscard]] QSize minimumSizeHint() const override { return {48, 4}; }
 
 protected:
     void paintEvent(QPaintEvent *event) override;
@@ -47,7 +49,7 @@ public:
     explicit StatusBar(QWidget *parent = nullptr);
 
     enum class Tone { Normal, Error };
-    /// `detail` stands after the message in a quieter place of its own and goes with it.
+    /// `detail` is a short text that stands before the message, is never cut, and goes with it.
     void setMessage(const QString &message, Tone tone = Tone::Normal,
                     const QString &detail = QString());
     [[nodiscard]] QString message() const;
@@ -60,12 +62,13 @@ Q_SIGNALS:
     void stopRequested();
 
 protected:
+    void resizeEvent(QResizeEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
 private:
     std::optional<Work> m_work;
     ElidedLabel *m_message;
-    ElidedLabel *m_detail;
+    TextLabel *m_detail;
     ElidedLabel *m_workText;
     ProgressLine *m_progress;
     Button *m_stop;

@@ -227,8 +227,6 @@ TEST_F(UnmeasurableKeywordsTest, WhatAMeasurementSaysAboutPopularityIsTheRowsToo
               QStringLiteral("photo editor · United States\n") + unavailable);
     EXPECT_TRUE(cell("photo editor", KeywordColumn::Popularity, Qt::ToolTipRole)
                     .endsWith(u'\n' + unavailable));
-    EXPECT_TRUE(cell("photo editor", KeywordColumn::Popularity, Qt::AccessibleDescriptionRole)
-                    .endsWith(u'\n' + unavailable));
     EXPECT_EQ(cell("photo editor", KeywordColumn::Keyword, Qt::AccessibleDescriptionRole),
               unavailable);
     EXPECT_EQ(cell("grain filter", KeywordColumn::Keyword, Qt::ToolTipRole),

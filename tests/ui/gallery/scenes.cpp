@@ -159,11 +159,12 @@ std::vector<Scene> dashboardScenes()
     }));
     scenes.push_back(scene("keywords-counted-narrow", [](WindowStage &made) {
         made.world->client->holds = true;
-        made.window->resize(900, 560);
         click(made, "addKeywordsButton");
         made.find<TextField>("keywordInput")
             ->setText(QStringLiteral("double exposure, film grain, photo editor"));
         click(made, "addKeywordsSubmit");
+        QCoreApplication::processEvents();
+        made.window->resize(900, 560);
     }));
     scenes.push_back(scene("import-refused", [](WindowStage &made) {
         made.world->files.opened = "Keyword,Storefront\nretouch,UK\nfilm grain,US\n"
