@@ -71,8 +71,10 @@ QNetworkRequest prepare(Session &session, const HttpRequest &request)
     prepared.setAttribute(QNetworkRequest::Http2AllowedAttribute, false);
     prepared.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
     prepared.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
+    // The manager has no cache. Told to pass one by, it would ask every proxy on the way to do so
+    // too, with Cache-Control and Pragma.
     prepared.setAttribute(QNetworkRequest::CacheLoadControlAttribute,
-                          QNetworkRequest::AlwaysNetwork);
+                          QNetworkRequest::PreferNetwork);
     prepared.setAttribute(QNetworkRequest::CacheSaveControlAttribute, false);
     // The body limit guards against decompression bombs; a ratio would refuse honest answers too.
     prepared.setDecompressedSafetyCheckThreshold(-1);
@@ -81,6 +83,16 @@ QNetworkRequest prepare(Session &session, const HttpRequest &request)
     for (const HttpHeader &header : request.headers)
         prepared.setRawHeader(header.name, header.value);
     return prepared;
+}
+
+/// Whether a header says who asks, which is nobody else's business.
+bool identifies(const HttpHeader &header)
+{
+    for (const char *name : {"apikey", "Authorization", "Cookie", "Proxy-Authorization"}) {
+        if (header.name.compare(name, Qt::CaseInsensitive) == 0)
+            return true;
+    }
+    return false;
 }
 
 /// Where an answer sends its request next; nothing when the answer stands for itself. Throws
@@ -106,7 +118,7 @@ std::optional<HttpRequest> redirected(HttpRequest request, const HttpResponse &r
     if (request.method == HttpRequest::Method::Post && !(keepsMethod && sameOrigin))
         return std::nullopt;
     if (!sameOrigin)
-        request.headers.clear();
+        request.headers.removeIf([](const HttpHeader &header) { return identifies(header); });
     request.url = target;
     return request;
 }

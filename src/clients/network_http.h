@@ -12,8 +12,8 @@ namespace veltrix
 /// Sends requests over HTTP and HTTPS. No cookies and no disk cache; no retry, except once when a
 /// connection closes without a byte of answer, as stale ones do. Certificates are always verified.
 /// Redirects are followed only to an equal or safer scheme, at most five times; a POST is
-/// repeated (307, 308) only at the same origin, and headers of the request's own are not carried
-/// to another one.
+/// repeated (307, 308) only at the same origin, and headers that identify (apikey, Authorization,
+/// cookies) are not carried to another one.
 ///
 /// Failures are TransportErrors whose texts name the server but never the path or the query. A stop
 /// aborts the connection at once. Transfers keep what they need alive, so this object may go first.

@@ -62,6 +62,26 @@ TEST_F(NetworkHttpTest, SaysHonestlyWhoAsksAndKeepsNoCookies)
     EXPECT_EQ(server.requests()[1].header("Cookie"), "");
 }
 
+TEST_F(NetworkHttpTest, NoCacheOnTheWayIsToldToLookAway)
+{
+    LoopbackServer server(
+        [](const Request &, Connection &connection) { connection.answer(200, "{}"); });
+    send(get(server.url())).wait();
+    ASSERT_EQ(server.requests().size(), 1U);
+    EXPECT_EQ(server.requests()[0].header("Cache-Control"), "");
+    EXPECT_EQ(server.requests()[0].header("Pragma"), "");
+}
+
+TEST_F(NetworkHttpTest, NothingIsServedFromAnEarlierAnswer)
+{
+    LoopbackServer server([](const Request &, Connection &connection) {
+        connection.answer(200, "{}", {"Cache-Control: max-age=86400", "ETag: \"1\""});
+    });
+    send(get(server.url())).wait();
+    send(get(server.url())).wait();
+    EXPECT_EQ(server.requests().size(), 2U);
+}
+
 TEST_F(NetworkHttpTest, APostCarriesItsHeadersAndBody)
 {
     LoopbackServer server(
@@ -215,7 +235,7 @@ TEST_F(NetworkHttpTest, ARedirectToAnotherKindOfAddressIsRefused)
     }
 }
 
-TEST_F(NetworkHttpTest, HeadersAreNotCarriedToAnotherOrigin)
+TEST_F(NetworkHttpTest, HeadersThatIdentifyAreNotCarriedToAnotherOriginAndAllOthersAre)
 {
     LoopbackServer other(
         [](const Request &, Connection &connection) { connection.answer(200, "other"); });
@@ -229,9 +249,15 @@ TEST_F(NetworkHttpTest, HeadersAreNotCarriedToAnotherOrigin)
             connection.answer(307, "", {"Location: " + target});
     });
     HttpRequest request = get(server.url(QStringLiteral("/away")));
-    request.headers = {{"apikey", "key"}};
+    request.headers = {{"apikey", "key"},
+                       {"AUTHORIZATION", "Bearer x"},
+                       {"Cookie", "id=1"},
+                       {"X-Apple-Store-Front", "143441-1,29"}};
     EXPECT_EQ(send(request).wait().value().body, "other");
     EXPECT_EQ(other.requests().at(0).header("apikey"), "");
+    EXPECT_EQ(other.requests().at(0).header("Authorization"), "");
+    EXPECT_EQ(other.requests().at(0).header("Cookie"), "");
+    EXPECT_EQ(other.requests().at(0).header("X-Apple-Store-Front"), "143441-1,29");
     request.url = server.url(QStringLiteral("/own"));
     EXPECT_EQ(send(request).wait().value().body, "own");
     EXPECT_EQ(server.requests().back().header("apikey"), "key");
@@ -241,6 +267,25 @@ TEST_F(NetworkHttpTest, HeadersAreNotCarriedToAnotherOrigin)
     request.url = server.url(QStringLiteral("/away"));
     EXPECT_EQ(send(request).wait().value().status, 307);
     EXPECT_EQ(other.requests().size(), 1U);
+}
+
+/// Servers label a packed archive as compressed. Unpacked on the way, it has neither the size nor
+/// the bytes that were announced and signed.
+TEST_F(NetworkHttpTest, AnArchiveBehindARedirectArrivesAsItIs)
+{
+    const QByteArray archive = gzip(QByteArray(20'000, 'a'));
+    LoopbackServer files([&archive](const Request &, Connection &connection) {
+        connection.answer(200, archive, {"Content-Encoding: gzip"});
+    });
+    const QByteArray target = files.url(QStringLiteral("/veltrix.tar.gz")).toEncoded();
+    LoopbackServer feed([&target](const Request &, Connection &connection) {
+        connection.answer(302, "", {"Location: " + target});
+    });
+    HttpRequest request = get(feed.url());
+    request.headers = {{"Accept-Encoding", "identity"}};
+    Outcome outcome(m_http->downloader()(request, {}, {}));
+    EXPECT_EQ(outcome.wait().value().body, archive);
+    EXPECT_EQ(files.requests().at(0).header("Accept-Encoding"), "identity");
 }
 
 TEST_F(NetworkHttpTest, AStopEndsTheConnectionAtOnce)
