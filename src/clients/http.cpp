@@ -20,4 +20,11 @@ BadServerResponseError::BadServerResponseError(int status)
 {
 }
 
+UnreadableAnswerError::UnreadableAnswerError(const QString &host)
+    : Error(QStringLiteral("The answer of the server “%1” could not be read. If this network asks "
+                           "you to sign in, do so in a web browser and try again.")
+                .arg(host))
+{
+}
+
 } // namespace veltrix

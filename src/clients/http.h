@@ -86,4 +86,12 @@ private:
     int m_status;
 };
 
+/// An answer of success that says something else than its service does: the sign-in page of a
+/// network, half of an answer.
+class UnreadableAnswerError final : public Error
+{
+public:
+    explicit UnreadableAnswerError(const QString &host);
+};
+
 } // namespace veltrix

@@ -2,6 +2,7 @@
 #include "clients/itunes_client.h"
 
 #include "clients/request_url.h"
+#include "model/json_error.h"
 #include "model/json_reader.h"
 
 #include <algorithm>
@@ -17,29 +18,34 @@ QString decimal(std::int64_t value)
     return QString::number(qlonglong(value));
 }
 
-/// The body for a URL: from the cache without a permit, else from the service with one.
-Task<QByteArray> fetchBody(QUrl url, HttpSend send,
-                           std::shared_ptr<ITunesTrafficController> traffic, std::stop_token stop)
+/// The results in a body. Throws UnreadableAnswerError.
+QList<ITunesAppResult> resultsIn(const QByteArray &body, const QUrl &url)
 {
-    const QString key = absoluteString(url);
-    if (std::optional<QByteArray> cached = traffic->cachedResponse(key))
-        co_return *cached;
-    co_await traffic->acquirePermit(stop);
-    HttpRequest request;
-    request.url = url;
-    const HttpResponse response = co_await send(request, stop);
-    if (!response.isSuccess())
-        throw BadServerResponseError(response.status);
-    traffic->storeResponse(response.body, key);
-    co_return response.body;
+    try {
+        return fromJson<ITunesSearchResponse>(body).results;
+    } catch (const DecodingError &) {
+        // Where the text stops being JSON helps nobody who reads it.
+        throw UnreadableAnswerError(url.host());
+    }
 }
 
+/// The results for a URL: from the cache without a permit, else from the service with one.
 Task<QList<ITunesAppResult>> fetchResults(ITunesClient::Arguments client, QString path,
                                           QList<QueryItem> query, std::stop_token stop)
 {
     const QUrl url = requestUrl(client.baseURL, path, query);
-    const QByteArray body = co_await fetchBody(url, client.send, client.traffic, stop);
-    co_return fromJson<ITunesSearchResponse>(body).results;
+    const QString key = absoluteString(url);
+    if (const std::optional<QByteArray> cached = client.traffic->cachedResponse(key))
+        co_return resultsIn(*cached, url);
+    co_await client.traffic->acquirePermit(stop);
+    HttpRequest request;
+    request.url = url;
+    const HttpResponse response = co_await client.send(request, stop);
+    if (!response.isSuccess())
+        throw BadServerResponseError(response.status);
+    const QList<ITunesAppResult> results = resultsIn(response.body, url);
+    client.traffic->storeResponse(response.body, key);
+    co_return results;
 }
 
 Task<std::optional<ITunesAppResult>> findApp(Task<QList<ITunesAppResult>> search,

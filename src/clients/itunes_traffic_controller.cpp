@@ -13,13 +13,7 @@ ITunesTrafficController::ITunesTrafficController(std::shared_ptr<Clock> clock)
 
 std::optional<QByteArray> ITunesTrafficController::cachedResponse(const QString &key)
 {
-    const auto entry = m_cache.constFind(key);
-    if (entry == m_cache.constEnd())
-        return std::nullopt;
-    if (entry->expiresAt > m_clock->now())
-        return entry->data;
-    m_cache.erase(entry);
-    return std::nullopt;
+    return m_cache.find(key, m_clock->now());
 }
 
 Task<void> ITunesTrafficController::acquirePermit(std::stop_token stop)
@@ -41,7 +35,7 @@ Task<void> ITunesTrafficController::acquirePermit(std::stop_token stop)
 
 void ITunesTrafficController::storeResponse(QByteArray data, const QString &key)
 {
-    m_cache.insert(key, {m_clock->now() + cacheTTL, std::move(data)});
+    m_cache.store(key, std::move(data), m_clock->now());
 }
 
 void ITunesTrafficController::refill(Date now)

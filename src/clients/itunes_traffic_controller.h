@@ -2,11 +2,8 @@
 // Paces every request to the iTunes services and keeps their answers for half an hour.
 #pragma once
 
+#include "clients/response_cache.h"
 #include "effects/clock.h"
-
-#include <QByteArray>
-#include <QHash>
-#include <QString>
 
 #include <memory>
 #include <optional>
@@ -29,6 +26,8 @@ public:
     static constexpr Seconds minimumSpacing{0.35};
     /// How long an answer is kept.
     static constexpr Seconds cacheTTL{1800.0};
+    /// The most bytes of answers that are kept; some seventy searches of a hundred apps.
+    static constexpr qint64 cacheCapacity = 64LL * 1024 * 1024;
 
     explicit ITunesTrafficController(std::shared_ptr<Clock> clock);
 
@@ -40,15 +39,13 @@ public:
     /// first. The controller must outlive the wait.
     Task<void> acquirePermit(std::stop_token stop);
 
-    /// Keeps the body of a successful answer for cacheTTL.
+    /// Keeps the body of a successful answer for cacheTTL, unless newer ones need its room.
     void storeResponse(QByteArray data, const QString &key);
 
-private:
-    struct CacheEntry {
-        Date expiresAt;
-        QByteArray data;
-    };
+    /// Bytes of answers that are kept now.
+    [[nodiscard]] qint64 cachedBytes() const { return m_cache.size(); }
 
+private:
     void refill(Date now);
     [[nodiscard]] Seconds waitForPermit(Date now) const;
 
@@ -56,7 +53,7 @@ private:
     std::optional<Date> m_lastRequestAt;
     Date m_lastRefillAt;
     double m_permits = permitCapacity;
-    QHash<QString, CacheEntry> m_cache;
+    ResponseCache m_cache{cacheTTL, cacheCapacity};
 };
 
 } // namespace veltrix

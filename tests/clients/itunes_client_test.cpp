@@ -219,18 +219,56 @@ TEST_F(ITunesClientTest, EveryStatusOfSuccessIsSuccess)
     }
 }
 
-TEST_F(ITunesClientTest, ABodyThatIsNoAnswerIsADecodingError)
+TEST_F(ITunesClientTest, ABodyThatIsNoAnswerIsSaidInWords)
 {
     for (const char *text :
          {"", "\n\n\n", "<html></html>", "{}", R"({"resultCount":0})", R"({"results":[]})",
           R"({"resultCount":"0","results":[]})", R"({"resultCount":0,"results":{}})",
           R"({"resultCount":1,"results":[{"trackId":"1"}]})", R"({"resultCount":0,"results":[)",
-          R"([])", R"({"resultCount":0,"results":[]} x)"}) {
+          R"([])", R"({"resultCount":0,"results":[]} x)", "\"Sign in\""}) {
         m_http.answerWith(FakeHttp::response(200, text));
         const Outcome outcome(search(text));
         m_clock->runUntilIdle();
-        EXPECT_TRUE(outcome.holds<DecodingError>()) << text << outcome.failureText().toStdString();
+        EXPECT_TRUE(outcome.holds<UnreadableAnswerError>()) << text;
+        EXPECT_EQ(outcome.failureText(),
+                  QStringLiteral("The answer of the server “apps.example” could not be read. If "
+                                 "this network asks you to sign in, do so in a web browser and try "
+                                 "again."))
+            << text;
     }
+}
+
+TEST_F(ITunesClientTest, ASignInPageIsNotKeptSoThatTheSearchAfterSigningInSucceeds)
+{
+    m_http.answerInTurn({FakeHttp::response(200, "<!DOCTYPE html><title>Hotel</title>"),
+                         FakeHttp::response(200, body(R"({"trackId":1})", 1))});
+    EXPECT_TRUE(search("bear").holds<UnreadableAnswerError>());
+    EXPECT_EQ(m_traffic->cachedBytes(), 0);
+    m_clock->advance(Seconds(1));
+    EXPECT_EQ(search("bear").value().size(), 1);
+    EXPECT_GT(m_traffic->cachedBytes(), 0);
+    EXPECT_EQ(search("bear").value().size(), 1);
+    EXPECT_EQ(m_http.count(), 2);
+}
+
+TEST_F(ITunesClientTest, AThousandSearchesLeaveABoundedNumberOfBytes)
+{
+    // A search of a hundred apps is some 940 kB.
+    const QByteArray description(940'000, 'x');
+    m_http.answerWith(FakeHttp::response(
+        200, body(("{\"trackId\":1,\"description\":\"" + description + "\"}").constData(), 1)));
+    qint64 most = 0;
+    for (int i = 0; i < 1000; ++i) {
+        const auto outcome = search(QByteArray::number(i).constData());
+        m_clock->advance(Seconds(4.5));
+        ASSERT_TRUE(outcome.hasValue());
+        most = std::max(most, m_traffic->cachedBytes());
+    }
+    EXPECT_LE(most, ITunesTrafficController::cacheCapacity);
+    EXPECT_GT(most, ITunesTrafficController::cacheCapacity - 1'000'000) << "the room is used";
+    // The newest are still there.
+    search("999");
+    EXPECT_EQ(m_http.count(), 1000);
 }
 
 TEST_F(ITunesClientTest, TransportErrorsPassUnchanged)

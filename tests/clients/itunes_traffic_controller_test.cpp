@@ -117,6 +117,28 @@ TEST_F(TrafficController, AClockSetBackNeitherAddsPermitsNorHoldsRequestsBack)
     EXPECT_NEAR(waited, 4.5 - 1.4, 1e-3);
 }
 
+TEST_F(TrafficController, AClockSetAYearAheadAndBackHoldsNoRequestBack)
+{
+    m_clock->jumpTo(m_start + Seconds(365 * 86'400.0));
+    takeOne();
+    ASSERT_EQ(times().size(), 1U);
+    m_clock->jumpTo(m_start);
+    takeOne();
+    m_clock->advance(Controller::minimumSpacing + Seconds(0.001));
+    EXPECT_EQ(times().size(), 2U);
+}
+
+TEST_F(TrafficController, AClockSetBackDuringAWaitDoesNotLengthenIt)
+{
+    for (int i = 0; i < 6; ++i)
+        takeOne();
+    m_clock->advance(Seconds(2));
+    ASSERT_EQ(times().size(), 5U);
+    m_clock->jumpTo(m_start - Seconds(365 * 86'400.0));
+    m_clock->advance(Controller::refillInterval * 2);
+    EXPECT_EQ(times().size(), 6U);
+}
+
 /// Whatever the pattern of requests: never two within the spacing, and never more in any stretch of
 /// time than the bucket holds plus what it regains.
 RC_GTEST_PROP(TrafficControllerRates, HoldForEveryPatternOfRequests, (std::vector<unsigned> gaps))
@@ -157,6 +179,39 @@ TEST_F(TrafficController, AnAnswerIsServedUntilItsThirtyMinutesAreOver)
     // It was removed, not only hidden: a clock set back does not bring it to life.
     m_clock->jumpTo(m_start);
     EXPECT_EQ(m_controller.cachedResponse(QStringLiteral("key")), std::nullopt);
+}
+
+TEST_F(TrafficController, ExpiredAnswersAreDroppedWhenAnotherIsStored)
+{
+    for (int i = 0; i < 10; ++i)
+        m_controller.storeResponse(QByteArray(1000, 'x'), QString::number(i));
+    EXPECT_EQ(m_controller.cachedBytes(), 10 * 1002);
+    m_clock->advance(Controller::cacheTTL);
+    m_controller.storeResponse("new", QStringLiteral("k"));
+    EXPECT_EQ(m_controller.cachedBytes(), 3 + 2);
+}
+
+TEST_F(TrafficController, TheAnswersStoredFirstMakeRoomForNewOnes)
+{
+    const qint64 third = Controller::cacheCapacity / 3;
+    for (const char *key : {"a", "b", "c", "d"})
+        m_controller.storeResponse(QByteArray(third - 10, 'x'), QString::fromUtf8(key));
+    EXPECT_EQ(m_controller.cachedResponse(QStringLiteral("a")), std::nullopt);
+    for (const char *key : {"b", "c", "d"})
+        EXPECT_TRUE(m_controller.cachedResponse(QString::fromUtf8(key))) << key;
+    m_controller.storeResponse(QByteArray(Controller::cacheCapacity, 'x'), QStringLiteral("huge"));
+    EXPECT_EQ(m_controller.cachedResponse(QStringLiteral("huge")), std::nullopt);
+    EXPECT_TRUE(m_controller.cachedResponse(QStringLiteral("b"))) << "the huge one took no room";
+    EXPECT_LE(m_controller.cachedBytes(), Controller::cacheCapacity);
+}
+
+TEST_F(TrafficController, AnAnswerOfAYearAheadIsNotServedForAYear)
+{
+    m_clock->jumpTo(m_start + Seconds(365 * 86'400.0));
+    m_controller.storeResponse("body", QStringLiteral("key"));
+    m_clock->jumpTo(m_start);
+    EXPECT_EQ(m_controller.cachedResponse(QStringLiteral("key")), std::nullopt);
+    EXPECT_EQ(m_controller.cachedBytes(), 0);
 }
 
 TEST_F(TrafficController, AnUnknownKeyChangesNothing)
