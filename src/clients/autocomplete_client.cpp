@@ -2,6 +2,7 @@
 #include "clients/autocomplete_client.h"
 
 #include "clients/autocomplete_score.h"
+#include "clients/pending_wait.h"
 #include "clients/property_list.h"
 #include "clients/request_url.h"
 #include "clients/retry_after.h"
@@ -18,6 +19,10 @@ struct AutocompleteClient::Core {
     bool busy = false;
     /// The earliest moment of the next request.
     std::optional<Date> nextRequest;
+    /// Requests in a row without an answer of the service's, and how long it is left alone for
+    /// that.
+    int failuresInARow = 0;
+    std::optional<Date> pausedUntil;
 
     void save() const
     {
@@ -50,19 +55,22 @@ struct AutocompleteClient::Core {
 
     [[nodiscard]] bool isOld(const Hints &hints) const
     {
-        return use.clock->now() - hints.fetchedAt >= cacheLifetime;
+        const Seconds age = use.clock->now() - hints.fetchedAt;
+        return age >= cacheLifetime || age < -clockTolerance;
     }
 
     [[nodiscard]] bool mayRequest()
     {
         const Date now = use.clock->now();
-        if (state.blockedUntil && *state.blockedUntil <= now)
+        if (state.blockedUntil && !isPending(*state.blockedUntil, now, longestBlock))
             state.blockedUntil.reset();
+        if (pausedUntil && !isPending(*pausedUntil, now, pauseTime))
+            pausedUntil.reset();
         if (const std::int64_t today = autocompleteDay(now); state.budgetDay != today) {
             state.budgetDay = today;
             state.requests = 0;
         }
-        return !state.blockedUntil && state.requests < dailyLimit;
+        return !state.blockedUntil && !pausedUntil && state.requests < dailyLimit;
     }
 
     void countRequest()
@@ -75,6 +83,13 @@ struct AutocompleteClient::Core {
     {
         const Seconds asked = retryAfter(response).value_or(Seconds::zero());
         state.blockedUntil = use.clock->now() + std::clamp(asked, blockTime, longestBlock);
+    }
+
+    /// Counts on after the pause: the first failure then begins another.
+    void noteFailure()
+    {
+        if (++failuresInARow >= failuresBeforePause)
+            pausedUntil = use.clock->now() + pauseTime;
     }
 
     void keep(const QString &key, const Hints &hints)
@@ -97,6 +112,14 @@ struct AutocompleteClient::Core {
 
 namespace
 {
+
+/// Whether answers of this day are among the probes, not only kept ones of the day before.
+bool hasProbeOfDay(const QList<AutocompleteProbe> &probes, std::int64_t day)
+{
+    return std::any_of(probes.begin(), probes.end(), [day](const AutocompleteProbe &probe) {
+        return autocompleteDay(probe.fetchedAt) == day;
+    });
+}
 
 /// Marks a run as under way, also when it ends by an exception.
 class Busy
@@ -186,14 +209,14 @@ Task<std::optional<AutocompleteEvidence>> AutocompleteClient::run(std::shared_pt
     }
 
     const QString key = country + u':' + keyword;
-    if (evidence.probes.size() == evidence.plannedProbes) {
+    const std::int64_t today = autocompleteDay(core->use.clock->now());
+    if (evidence.probes.size() == evidence.plannedProbes && hasProbeOfDay(evidence.probes, today)) {
         if (const auto score = visibilityScore(evidence.probes, keyword))
             core->addScore(key, *score);
     }
     const auto history = core->state.history.find(key);
     if (history != core->state.history.end()) {
-        const VisibilityReport report =
-            reportVisibility(history->second, autocompleteDay(core->use.clock->now()));
+        const VisibilityReport report = reportVisibility(history->second, today);
         evidence.observedDays = report.observedDays;
         evidence.dailyScore = report.score;
         evidence.scoreSpread = report.spread;
@@ -228,14 +251,18 @@ Task<std::optional<AutocompleteClient::Hints>> AutocompleteClient::fetch(std::sh
         core->countRequest();
         const Core::SaveAtEnd save(*core);
         const HttpResponse response = co_await core->use.send(request, stop);
-        if (isRefusal(response.status))
+        if (isRefusal(response.status)) {
             core->block(response);
-        if (!response.isSuccess())
             co_return std::nullopt;
+        }
+        if (!response.isSuccess())
+            throw BadServerResponseError(response.status);
         const Hints hints{parseSearchHints(response.body), core->use.clock->now()};
+        core->failuresInARow = 0;
         core->keep(key, hints);
         co_return hints;
     } catch (const Error &) {
+        core->noteFailure();
         co_return std::nullopt;
     }
 }

@@ -17,8 +17,8 @@ inline constexpr QLatin1String autocompleteModelVersion{"autocomplete-visibility
 
 /// Asks Apple's search-hints service what it suggests for prefixes of a keyword. Requests are few,
 /// one after another and spaced, 200 a day at most; answers are kept for a day; when the service
-/// refuses, it is left alone for a while. State is kept in a file, written after each request and
-/// score.
+/// refuses or cannot be reached, it is left alone for a while. State is kept in a file, written
+/// after each request and score.
 ///
 /// Evidence is an extra: whatever goes wrong only makes it smaller. Runs keep what they need alive,
 /// so the client may go while one is under way.
@@ -39,6 +39,12 @@ public:
     static constexpr Seconds blockTime{900};
     /// The longest that it may ask for.
     static constexpr Seconds longestBlock{86'400};
+    /// How long it is left alone after this many requests in a row had no answer that it gives, so
+    /// that nobody waits for one time-out after the other.
+    static constexpr Seconds pauseTime{600};
+    static constexpr int failuresBeforePause = 2;
+    /// How far ahead of the clock an answer may be dated that is used again.
+    static constexpr Seconds clockTolerance{300};
     /// Time-out of one request.
     static constexpr Seconds requestTimeout{10};
     /// Largest answer, in bytes.
@@ -59,9 +65,9 @@ public:
 
     /// Probes a keyword and scores the day. At the first request that fails, is refused or is not
     /// allowed any more, the run ends with the probes that it has; a day is scored only when all of
-    /// them were made. Nothing when there is neither a probe nor an earlier score: the storefront
-    /// has no number, requests are blocked, or another run is under way. `possibleBrand` is left to
-    /// the caller. Throws Cancelled and nothing else.
+    /// them were made, one of them at least on that day. Nothing when there is neither a probe nor
+    /// an earlier score: the storefront has no number, requests are blocked, or another run is
+    /// under way. `possibleBrand` is left to the caller. Throws Cancelled and nothing else.
     Task<std::optional<AutocompleteEvidence>> observe(QString keyword, QString country,
                                                       std::stop_token stop);
 

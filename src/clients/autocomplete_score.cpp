@@ -116,9 +116,10 @@ VisibilityReport reportVisibility(const QList<AutocompleteDailyScore> &history, 
     std::vector<std::int64_t> window;
     std::optional<std::int64_t> todays;
     for (const AutocompleteDailyScore &entry : history) {
+        if (entry.day <= today - medianWindowDays || entry.day > today)
+            continue;
         days.insert(entry.day);
-        if (entry.day > today - medianWindowDays && entry.day <= today)
-            window.push_back(entry.score);
+        window.push_back(entry.score);
         if (entry.day == today)
             todays = entry.score;
     }
@@ -129,7 +130,7 @@ VisibilityReport reportVisibility(const QList<AutocompleteDailyScore> &history, 
     }
     if (report.observedDays < daysForMedian)
         report.score = todays;
-    else if (!window.empty())
+    else
         report.score = medianOf(window);
     return report;
 }

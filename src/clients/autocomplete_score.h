@@ -36,7 +36,7 @@ std::optional<std::int64_t> visibilityScore(const QList<AutocompleteProbe> &prob
 
 /// What the history of a keyword says on a day.
 struct VisibilityReport {
-    /// Distinct days of the whole history.
+    /// Distinct days of the last seven that have a score.
     std::int64_t observedDays = 0;
     /// The score of that day; from three observed days on, the median of the last seven days, an
     /// even number of them rounded half away from zero.

@@ -292,10 +292,127 @@ TEST_F(AutocompleteClientTest, AnswersThatAreNoneEndTheRunToo)
         FakeHttp::response(500, hints({}).body)};
     for (const HttpResponse &answer : answers) {
         m_http.answerWith(answer);
+        m_clock->advance(AutocompleteClient::pauseTime);
         const int before = m_http.count();
         EXPECT_EQ(observed(), std::nullopt) << answer.body.toStdString();
         EXPECT_EQ(m_http.count(), before + 1);
     }
+}
+
+TEST_F(AutocompleteClientTest, TwoFailuresInARowPauseForTenMinutesSoThatNobodyWaitsForTheRest)
+{
+    m_http.setLatency(AutocompleteClient::requestTimeout);
+    m_http.answerWith([](const HttpRequest &) -> HttpResponse {
+        throw TransportError(QStringLiteral("did not answer in time"));
+    });
+    for (int i = 0; i < 200; ++i)
+        EXPECT_EQ(observed(("k" + QByteArray::number(i)).constData()), std::nullopt);
+    EXPECT_EQ(m_http.count(), 2);
+    EXPECT_NEAR((m_clock->now() - noon).count(), 20, 1e-3) << "2,000 s without the pause";
+    // After it one request finds out; the next failure is the third in a row.
+    m_clock->advance(Seconds(599.9));
+    observed("too early");
+    EXPECT_EQ(m_http.count(), 2);
+    m_clock->advance(Seconds(0.1));
+    observed("again");
+    observed("and again");
+    EXPECT_EQ(m_http.count(), 3);
+    m_clock->advance(AutocompleteClient::pauseTime);
+    m_http.answerWith(hints({QStringLiteral("photos")}));
+    m_http.setLatency(Seconds(0));
+    EXPECT_EQ(observed()->probes.size(), 5);
+}
+
+TEST_F(AutocompleteClientTest, OneFailureBetweenAnswersPausesNothing)
+{
+    for (int i = 0; i < 4; ++i) {
+        m_http.answerWith(FakeHttp::response(500));
+        observed(("a" + QByteArray::number(i)).constData());
+        m_http.answerWith(hints({}));
+        EXPECT_TRUE(observed(("b" + QByteArray::number(i)).constData()).has_value());
+    }
+    EXPECT_EQ(m_http.count(), 8);
+}
+
+TEST_F(AutocompleteClientTest, ASignInPageDoesNotUseUpTheBudgetOfTheDay)
+{
+    m_http.answerWith(FakeHttp::response(200, "<html>Sign in</html>"));
+    for (int i = 0; i < 200; ++i)
+        observed(("k" + QByteArray::number(i)).constData());
+    EXPECT_EQ(m_client->state().requests, 2);
+}
+
+TEST_F(AutocompleteClientTest, AStoppedRequestIsNoFailure)
+{
+    for (int i = 0; i < 3; ++i) {
+        std::stop_source stop;
+        m_http.hold();
+        const auto outcome = observe("photos", "us", stop.get_token());
+        stop.request_stop();
+        EXPECT_TRUE(outcome.isCancelled());
+        m_clock->advance(Seconds(1));
+    }
+    m_http.release();
+    EXPECT_EQ(observed()->probes.size(), 5);
+}
+
+TEST_F(AutocompleteClientTest, WaitsThatAClockSetBackMovedAYearAheadAreIgnored)
+{
+    const Date ahead = noon + Seconds(365 * 86'400.0);
+    // A refusal, a pause, the spacing and the budget, all of them under the wrong clock.
+    m_clock->jumpTo(ahead);
+    observed();
+    EXPECT_EQ(m_client->state().budgetDay, today + 365);
+    m_http.answerWith(FakeHttp::response(429, "", {HttpHeader{"Retry-After", "86400"}}));
+    observed("refused");
+    EXPECT_TRUE(m_client->state().blockedUntil.has_value());
+    m_clock->jumpTo(noon);
+    m_http.answerWith(hints({QStringLiteral("photos")}));
+    const int before = m_http.count();
+    EXPECT_EQ(observed("refused")->probes.size(), 5);
+    EXPECT_EQ(m_client->state().budgetDay, today);
+    EXPECT_EQ(m_client->state().requests, 5);
+    EXPECT_NEAR((m_clock->now() - noon).count(), 5, 1) << "the spacing is a second, not a year";
+    // What was fetched in the year to come is asked for again, not used until then.
+    EXPECT_LT(observed()->probes.front().fetchedAt, noon + Seconds(60));
+    EXPECT_EQ(m_http.count(), before + 10);
+    EXPECT_EQ(observed()->observedDays, 1);
+
+    m_clock->jumpTo(ahead);
+    m_http.answerWith(FakeHttp::response(500));
+    observed("x");
+    observed("y");
+    m_clock->jumpTo(noon + Seconds(3600));
+    m_http.answerWith(hints({QStringLiteral("photos")}));
+    EXPECT_TRUE(observed("z").has_value()) << "the pause was under the wrong clock too";
+}
+
+TEST_F(AutocompleteClientTest, AWaitInTheFileThatIsLongerThanAnyIsIgnored)
+{
+    AutocompleteState state;
+    state.blockedUntil = noon + AutocompleteClient::longestBlock + Seconds(1);
+    state.budgetDay = today + 365;
+    state.requests = 200;
+    writeState(state);
+    open();
+    EXPECT_EQ(observed()->probes.size(), 5);
+    EXPECT_EQ(m_client->state().requests, 5);
+}
+
+TEST_F(AutocompleteClientTest, ADayScoredWhollyFromYesterdaysAnswersIsNotAnObservedDay)
+{
+    EXPECT_EQ(observed()->observedDays, 1);
+    m_clock->jumpTo(noon + Seconds(86'000));
+    const Evidence evidence = observed();
+    EXPECT_EQ(m_http.count(), 5) << "all five answers are yesterday's";
+    EXPECT_EQ(evidence->probes.size(), 5);
+    EXPECT_EQ(evidence->observedDays, 1);
+    EXPECT_EQ(evidence->dailyScore, std::nullopt);
+    EXPECT_EQ(m_client->state().history.at(QStringLiteral("US:photos")).size(), 1);
+    // A single answer of today makes the day an observed one.
+    m_clock->jumpTo(noon + Seconds(86'400.5));
+    EXPECT_EQ(observed()->observedDays, 2);
+    EXPECT_EQ(m_http.count(), 6);
 }
 
 TEST_F(AutocompleteClientTest, ACountryWithoutANumberGetsNoProbes)

@@ -155,11 +155,19 @@ TEST(VisibilityReportRules, TwoDaysReportTodaysScoreAndThreeTheMedian)
 
 TEST(VisibilityReportRules, SevenCalendarDaysCountTodayIncluded)
 {
-    // Day 94 is the seventh back; day 93 is out of the window but was observed.
+    // Day 94 is the seventh back; day 93 is out of the window, and so not an observed day either.
     EXPECT_EQ(reportVisibility(history({{93, 0}, {94, 80}, {100, 90}}), 100),
-              (VisibilityReport{3, 85, 10}));
+              (VisibilityReport{2, 90, 10}));
+    EXPECT_EQ(reportVisibility(history({{93, 0}, {94, 80}, {95, 81}, {100, 90}}), 100),
+              (VisibilityReport{3, 81, 10}));
     EXPECT_EQ(reportVisibility(history({{1, 10}, {2, 20}, {3, 30}}), 100),
-              (VisibilityReport{3, {}, {}}));
+              (VisibilityReport{0, {}, {}}));
+}
+
+TEST(VisibilityReportRules, DaysThatAWrongClockPutAheadAreNotObservedYet)
+{
+    EXPECT_EQ(reportVisibility(history({{465, 10}, {466, 20}, {99, 30}, {100, 40}}), 100),
+              (VisibilityReport{2, 40, 10}));
 }
 
 TEST(VisibilityReportRules, TheMeanOfTheMiddleTwoIsRoundedHalfAwayFromZero)
