@@ -2,6 +2,7 @@
 #include "clients/artwork_loader.h"
 
 #include "clients/image_wholeness.h"
+#include "clients/pending_wait.h"
 
 #include <algorithm>
 
@@ -140,7 +141,10 @@ Task<QByteArray> ArtworkLoader::fetch(QString url, std::stop_token stop)
     co_await acquireSlot(stop);
     const Slot slot(*this);
     const Date now = m_clock->now();
-    const Date start = std::max(now, m_nextStart.value_or(now));
+    // No more than this many can be ahead in the queue of starts.
+    const bool mustWait =
+        m_nextStart && isPending(*m_nextStart, now, startSpacing * double(mostAtOnce));
+    const Date start = mustWait ? *m_nextStart : now;
     m_nextStart = start + startSpacing;
     co_await m_clock->sleep(start - now, stop);
 
@@ -190,7 +194,7 @@ std::exception_ptr ArtworkLoader::rememberedFailure(const QString &url)
     const auto failure = m_failures.constFind(url);
     if (failure == m_failures.constEnd())
         return nullptr;
-    if (failure->until > m_clock->now())
+    if (isPending(failure->until, m_clock->now(), failureMemory))
         return failure->error;
     m_failures.erase(failure);
     return nullptr;

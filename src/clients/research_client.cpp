@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "clients/research_client.h"
 
+#include "clients/pending_wait.h"
 #include "clients/request_url.h"
 #include "clients/retry_after.h"
 #include "model/json_reader.h"
@@ -104,29 +105,45 @@ QList<ITunesAppResult> firstOf(const QList<ITunesAppResult> &results, std::int64
 } // namespace
 
 struct ResearchClient::State {
+    /// Not before this moment, which was so far away when it was set.
+    struct RetryDate {
+        Date moment;
+        Seconds delay;
+    };
+
     Arguments use;
     RankedAppsCache cache;
-    /// By cache key: not before this moment.
-    QHash<QString, Date> retryDates;
-    /// The whole service: not before this moment.
-    std::optional<Date> serviceRetryDate;
+    /// By cache key.
+    QHash<QString, RetryDate> retryDates;
+    /// For the whole service.
+    std::optional<RetryDate> serviceRetryDate;
 
     /// What may be served without asking the service, or null.
     [[nodiscard]] const SavedResults *freshResults(const QString &key) const
     {
         const auto saved = cache.find(key);
-        const bool isFresh =
-            saved != cache.end() && saved->second.fetchedAt + freshness > use.clock->now();
-        return isFresh ? &saved->second : nullptr;
+        if (saved == cache.end())
+            return nullptr;
+        // The service's clock and this one may differ a little, but results that seem to be of next
+        // year must not be served until then.
+        const Seconds age = use.clock->now() - saved->second.fetchedAt;
+        return age < freshness && age > -freshness ? &saved->second : nullptr;
     }
 
     /// The moment before which a key must not be asked for, or nothing.
     [[nodiscard]] std::optional<Date> retryMoment(const QString &key) const
     {
-        const auto own = retryDates.constFind(key);
-        if (own == retryDates.constEnd())
-            return serviceRetryDate;
-        return std::max(*own, serviceRetryDate.value_or(*own));
+        const Date now = use.clock->now();
+        std::optional<Date> latest;
+        const auto consider = [now, &latest](const RetryDate &date) {
+            if (isPending(date.moment, now, date.delay))
+                latest = std::max(date.moment, latest.value_or(date.moment));
+        };
+        if (const auto own = retryDates.constFind(key); own != retryDates.constEnd())
+            consider(*own);
+        if (serviceRetryDate)
+            consider(*serviceRetryDate);
+        return latest;
     }
 
     /// Takes a final answer in and gives its results.
@@ -150,9 +167,9 @@ struct ResearchClient::State {
     {
         const Date retryMoment = use.clock->now() + delay;
         if (status == 429 || status == 503)
-            serviceRetryDate = retryMoment;
+            serviceRetryDate = {retryMoment, delay};
         else
-            retryDates.insert(key, retryMoment);
+            retryDates.insert(key, {retryMoment, delay});
         return retryMoment;
     }
 };

@@ -28,7 +28,8 @@ public:
 /// never beginning a wait that ends 45 seconds or more after its start.
 ///
 /// Answers are kept for half an hour in memory and, the newest hundred of them, in a file. Dates
-/// before which the service must not be asked live in memory only and are shared by all calls.
+/// before which the service must not be asked live in memory only and are shared by all calls; one
+/// that a clock set back has moved further away than it ever was is ignored.
 /// Calls keep what they need alive, so the client may go while one is under way.
 class ResearchClient final : public ITunesClientProtocol
 {

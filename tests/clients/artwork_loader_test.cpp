@@ -162,6 +162,25 @@ TEST_F(ArtworkLoaderTest, APageInPlaceOfAnImageIsAFailureAndIsNotKept)
     EXPECT_FALSE(QDir(m_folder.filePath(QStringLiteral("art"))).exists());
 }
 
+TEST_F(ArtworkLoaderTest, AClockSetAYearAheadAndBackHoldsNoImageBack)
+{
+    const Date before = m_clock->now();
+    m_clock->jumpTo(before + Seconds(365 * 86'400.0));
+    EXPECT_TRUE(load(1).hasValue());
+    m_http.answerWith(FakeHttp::response(500));
+    const auto failed = load(2);
+    m_clock->advance(Seconds(1));
+    EXPECT_TRUE(failed.holds<BadServerResponseError>());
+    m_clock->jumpTo(before);
+    m_http.answerWith(image("image"));
+    const auto again = load(2);
+    m_clock->advance(ArtworkLoader::startSpacing);
+    EXPECT_TRUE(again.hasValue()) << again.failureText().toStdString();
+    const auto other = load(3);
+    m_clock->advance(ArtworkLoader::startSpacing);
+    EXPECT_TRUE(other.hasValue()) << other.failureText().toStdString();
+}
+
 TEST_F(ArtworkLoaderTest, HalfAnImageIsAFailureAndIsNotKept)
 {
     m_http.answerWith(image(QByteArray("\x89PNG\r\n\x1a\n\0\0\0\x0dIHDR", 16)));

@@ -192,6 +192,54 @@ TEST_F(ResearchWaitingTest, AHugeRetryAfterIsSaidAndHarmsNothing)
     EXPECT_TRUE(outcome.isCancelled());
 }
 
+TEST_F(ResearchWaitingTest, RetryDatesThatAClockSetBackMovedAYearAheadAreIgnored)
+{
+    m_clock->jumpTo(start + Seconds(365 * 86'400.0));
+    m_http.answerWith(status(429, "", "120"));
+    EXPECT_EQ(search("first").failureText(), queuedText(2));
+    m_http.answerWith(status(202, "", "300"));
+    m_clock->advance(Seconds(121));
+    EXPECT_EQ(search("second").failureText(), queuedText(5));
+    m_clock->jumpTo(start);
+    m_http.answerWith(ready(1));
+    EXPECT_TRUE(search("first").hasValue());
+    EXPECT_TRUE(search("second").hasValue());
+    EXPECT_EQ(m_http.count(), 4);
+}
+
+TEST_F(ResearchWaitingTest, AClockSetBackDuringACallDoesNotMakeItWaitForAYear)
+{
+    m_clock->jumpTo(start + Seconds(365 * 86'400.0));
+    int count = 0;
+    m_http.answerWith([this, &count](const HttpRequest &) {
+        if (++count == 1)
+            return status(429, "", "20");
+        if (count == 2) {
+            m_clock->jumpTo(start);
+            return status(202, "", "10");
+        }
+        return ready(1);
+    });
+    m_http.hold();
+    const Outcome limited(search("limited"));
+    const Outcome queued(search("queued"));
+    m_http.release();
+    m_clock->advance(Seconds(21));
+    EXPECT_TRUE(limited.hasValue());
+    EXPECT_TRUE(queued.hasValue());
+}
+
+TEST_F(ResearchWaitingTest, ResultsDatedAYearAheadAreNotServedForAYear)
+{
+    m_http.answerInTurn({ready(3, "2027-11-21T12:00:00.000Z"), ready(2)});
+    EXPECT_EQ(search().value().size(), 3);
+    EXPECT_EQ(search().value().size(), 2);
+    // A service whose clock is a little ahead is served from the cache all the same.
+    m_http.answerInTurn({ready(4, "2026-11-21T12:10:00.000Z"), ready(5)});
+    EXPECT_EQ(search("other").value().size(), 4);
+    EXPECT_EQ(search("other").value().size(), 4);
+}
+
 TEST_F(ResearchWaitingTest, TwoCallsForOneKeyHonourEachOthersRetryDate)
 {
     m_http.hold();
