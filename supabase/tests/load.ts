@@ -4,6 +4,7 @@
 import { DataApi } from "../local/data_api.ts";
 import { type Arrival } from "../local/fake_upstream.ts";
 import { Database } from "./database.ts";
+import { Process } from "./process.ts";
 import { keys } from "./service.ts";
 
 export interface Load {
@@ -29,43 +30,6 @@ export interface Figures {
   longestWaitMs: number;
   medianWaitMs: number;
   killed: boolean;
-}
-
-const here = (path: string) => new URL(path, import.meta.url).pathname;
-
-/** A process of its own, for its own event loop; it prints one line with its port first. */
-class Process {
-  private constructor(readonly child: Deno.ChildProcess, readonly port: number) {}
-
-  static async start(path: string, env: Record<string, string>): Promise<Process> {
-    const child = new Deno.Command(Deno.execPath(), {
-      args: ["run", "--quiet", "--no-lock", "--allow-all", "--no-check", here(path)],
-      env,
-      stdout: "piped",
-      stderr: "null",
-    }).spawn();
-    const reader = child.stdout.pipeThrough(new TextDecoderStream()).getReader();
-    let text = "";
-    while (!text.includes("\n")) {
-      const { value, done } = await reader.read();
-      if (done) throw new Error(`${path} did not start.`);
-      text += value;
-    }
-    // The rest of its log is read, so that it never waits for a reader, and dropped.
-    (async () => {
-      while (!(await reader.read()).done);
-    })();
-    return new Process(child, JSON.parse(text.split("\n")[0]).port);
-  }
-
-  async stop(signal: Deno.Signal = "SIGTERM") {
-    try {
-      this.child.kill(signal);
-    } catch {
-      // It has ended already.
-    }
-    await this.child.status;
-  }
 }
 
 const sleep = (ms: number) => new Promise<void>((resolve) => setTimeout(resolve, ms));
@@ -135,7 +99,7 @@ export async function runLoad(load: Load, say: (line: string) => void): Promise<
   const urls: string[] = [];
   const gateway = serveGateway(database, urls);
   const upstream = await Process.start("upstream_process.ts", { KILL_AT: String(load.killAt) });
-  const upstreamUrl = `http://127.0.0.1:${upstream.port}`;
+  const upstreamUrl = upstream.url;
   const functions: Process[] = [];
   for (const prefix of ["a", "b"]) {
     functions.push(
@@ -147,7 +111,7 @@ export async function runLoad(load: Load, say: (line: string) => void): Promise<
       }),
     );
   }
-  urls.push(...functions.map(({ port }) => `http://127.0.0.1:${port}`));
+  urls.push(...functions.map(({ url }) => url));
 
   const arrivals = async (): Promise<Arrival[]> =>
     await (await fetch(`${upstreamUrl}/arrivals`)).json();
@@ -176,7 +140,7 @@ export async function runLoad(load: Load, say: (line: string) => void): Promise<
   await killer;
   const all = await arrivals();
 
-  for (const process of [...functions, upstream]) await process.stop("SIGKILL");
+  for (const process of [...functions, upstream]) await process.stop();
   await gateway.shutdown();
   await database.close();
   const perKeyword = new Map<string, number>();

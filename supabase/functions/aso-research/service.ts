@@ -14,7 +14,7 @@ import { DataApi, type Known, Unreachable } from "./data_api.ts";
 import { fromBase64 } from "./gzip.ts";
 import { Holding } from "./holding.ts";
 import { errorName, type Log, logLine } from "./log.ts";
-import { type Question, readQuestion, Refusal } from "./question.ts";
+import { drain, type Question, readQuestion, Refusal } from "./question.ts";
 import { searchService } from "./upstream.ts";
 import { Worker } from "./worker.ts";
 
@@ -71,6 +71,12 @@ export class ResearchService {
   /** Answers one request; never throws. */
   readonly handle: Handler = async (request, info) => {
     const peer = info?.remoteAddr as Peer | undefined;
+    const answer = await this.#routeOrRefuse(request, peer);
+    await drain(request);
+    return answer;
+  };
+
+  async #routeOrRefuse(request: Request, peer: Peer | undefined): Promise<Response> {
     try {
       return await this.#route(request, peer);
     } catch (error) {
@@ -85,7 +91,7 @@ export class ResearchService {
       this.#log("fault", { error: errorName(error) });
       return refusalAnswer(new Refusal(500, "INTERNAL_ERROR", "The service has a fault"));
     }
-  };
+  }
 
   async #route(request: Request, peer: Peer | undefined): Promise<Response> {
     // The gateway of a project leaves out what stands before the function's name.
