@@ -5,7 +5,7 @@ import { clientAddress, clientName } from "../functions/aso-research/client_name
 import { configurationFrom } from "../functions/aso-research/configuration.ts";
 import { fromBase64, gunzip, gzip, toBase64 } from "../functions/aso-research/gzip.ts";
 import { readQuestion, Refusal } from "../functions/aso-research/question.ts";
-import { expect, expectEqual } from "./expect.ts";
+import { expect, expectBetween, expectEqual } from "./expect.ts";
 
 const bytes = (count: number) => new ArrayBuffer(count);
 const name = (forwarded: string | null, peer = "198.51.100.9", trusts = true) =>
@@ -121,6 +121,18 @@ Deno.test("a body in pieces is read whole and stopped when it is too large", asy
   const refusal = await read(pieces(5)).catch((error) => error);
   expect(refusal instanceof Refusal, "it was read");
   expectEqual(refusal.status, 413);
+});
+
+Deno.test("a body that never ends is given up after some seconds, and one that breaks off at once", async () => {
+  const start = performance.now();
+  const endless = await read(new ReadableStream({ pull: () => new Promise(() => {}) }))
+    .catch((error) => error);
+  expectEqual([endless.status, endless.message], [400, "The body is cut short"]);
+  expectBetween(performance.now() - start, 4900, 8000, "the time in ms");
+  const broken = await read(
+    new ReadableStream({ start: (controller) => controller.error(new Error()) }),
+  ).catch((error) => error);
+  expectEqual(broken.status, 400);
 });
 
 const environment = {

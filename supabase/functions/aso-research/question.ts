@@ -22,8 +22,34 @@ export const longestKeyword = 100;
 const badRequest = (message: string) => new Refusal(400, "BAD_REQUEST", message);
 const tooLarge = () => new Refusal(413, "BODY_TOO_LARGE", "The body is larger than 4096 bytes");
 
-/** What is read of a body and thrown away; a client that sends more loses the connection. */
+/** What is read of a body at all; a client that sends more loses the connection. */
 const mostDrainedBytes = 64 * 1024;
+/** A body that takes longer is no question of Veltrix. */
+const bodyTimeoutMs = 5_000;
+
+/** Reads a body to its end and keeps its beginning. Throws when it is cut short or takes too long. */
+async function readParts(body: ReadableStream, keptBytes: number) {
+  const reader = body.getReader();
+  const parts: BlobPart[] = [];
+  let size = 0;
+  let timer: ReturnType<typeof setTimeout> | undefined;
+  const late = new Promise<never>((_, reject) => {
+    timer = setTimeout(() => reject(new Error("late")), bodyTimeoutMs);
+  });
+  try {
+    while (size <= mostDrainedBytes) {
+      const { done, value } = await Promise.race([reader.read(), late]);
+      if (done) break;
+      size += value.length;
+      if (size <= keptBytes) parts.push(value);
+    }
+    return { parts, size };
+  } finally {
+    clearTimeout(timer);
+    // Nothing more is wanted; after the end this does nothing.
+    reader.cancel().catch(() => undefined);
+  }
+}
 
 /**
  * Reads on to the end of a body that nobody wants. Over HTTP/2 an answer that comes before the end of the
@@ -31,29 +57,15 @@ const mostDrainedBytes = 64 * 1024;
  */
 export async function drain(request: Request) {
   if (request.bodyUsed || !request.body) return;
-  let size = 0;
-  try {
-    for await (const part of request.body) {
-      size += part.length;
-      if (size > mostDrainedBytes) return;
-    }
-  } catch {
-    // The client is gone.
-  }
+  // Whether it came whole does not matter any more.
+  await readParts(request.body, 0).catch(() => undefined);
 }
 
 async function readBody(request: Request): Promise<string> {
-  const parts = [];
-  let size = 0;
-  try {
-    for await (const part of request.body ?? []) {
-      size += part.length;
-      if (size > mostDrainedBytes) break;
-      if (size <= mostBodyBytes) parts.push(part);
-    }
-  } catch {
+  if (!request.body) return "";
+  const { parts, size } = await readParts(request.body, mostBodyBytes).catch(() => {
     throw badRequest("The body is cut short");
-  }
+  });
   if (size > mostBodyBytes) throw tooLarge();
   try {
     const bytes = await new Blob(parts).arrayBuffer();
