@@ -277,8 +277,11 @@ export class Pool {
         this.#idle.push(connection);
         this.#waiting.shift()?.();
       } else {
-        connection.close();
-        this.#release();
+        // Where one session has ended, those that are idle have ended with it.
+        for (const dead of [connection, ...this.#idle.splice(0)]) {
+          dead.close();
+          this.#release();
+        }
       }
       throw error;
     }
