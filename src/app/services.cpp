@@ -58,7 +58,7 @@ AppInformation informationOf(const Bundle &bundle)
 } // namespace
 
 Services::Services(const Bundle &bundle, const QString &stateFolder, const QString &cacheFolder,
-                   std::shared_ptr<QSettings> preferences)
+                   std::shared_ptr<QSettings> preferences, DataFolderLock *folderLock)
     : m_clock(std::make_shared<SystemClock>()), m_information(informationOf(bundle))
 {
     NetworkHttp::Options options;
@@ -75,11 +75,12 @@ Services::Services(const Bundle &bundle, const QString &stateFolder, const QStri
                         .value_or(QStringLiteral("https://apps.apple.com"));
     while (m_appStoreUrl.endsWith(u'/'))
         m_appStoreUrl.chop(1);
-    buildStore(bundle, stateFolder);
+    buildStore(bundle, stateFolder, folderLock);
     buildUpdater(bundle, cacheFolder, std::move(preferences));
 }
 
-void Services::buildStore(const Bundle &bundle, const QString &stateFolder)
+void Services::buildStore(const Bundle &bundle, const QString &stateFolder,
+                          DataFolderLock *folderLock)
 {
     const QString statePath = stateFolder + QStringLiteral("/aso_store_state.json");
     const auto direct = std::make_shared<ITunesClient>(ITunesClient::Arguments{
@@ -121,6 +122,7 @@ void Services::buildStore(const Bundle &bundle, const QString &stateFolder)
         .discoveryClient = direct,
         .clock = m_clock,
         .rankedAppsCache = rankedApps,
+        .folderLock = folderLock,
     });
 }
 

@@ -28,8 +28,9 @@ class Services
 {
 public:
     /// `stateFolder` and `cacheFolder` are the user's; both exist or are created when written to.
+    /// `folderLock` holds the first and outlives this; it may be null.
     Services(const Bundle &bundle, const QString &stateFolder, const QString &cacheFolder,
-             std::shared_ptr<QSettings> preferences);
+             std::shared_ptr<QSettings> preferences, DataFolderLock *folderLock = nullptr);
 
     [[nodiscard]] ASOStore &store() { return *m_store; }
     [[nodiscard]] ArtworkLoading &artwork() { return *m_artwork; }
@@ -40,7 +41,7 @@ public:
     [[nodiscard]] QString appStoreUrl() const { return m_appStoreUrl; }
 
 private:
-    void buildStore(const Bundle &bundle, const QString &stateFolder);
+    void buildStore(const Bundle &bundle, const QString &stateFolder, DataFolderLock *folderLock);
     void buildUpdater(const Bundle &bundle, const QString &cacheFolder,
                       std::shared_ptr<QSettings> preferences);
 

@@ -3,14 +3,15 @@
 
 #include "effects/atomic_file.h"
 #include "effects/data_locations.h"
+#include "effects/end_signals.h"
 #include "store/data_folder_lock.h"
 #include "ui/theme/desktop_color_scheme.h"
 #include "ui/theme/theme_controller.h"
 
 #include <QApplication>
 #include <QDesktopServices>
+#include <QSessionManager>
 #include <QSettings>
-#include <QStandardPaths>
 
 #include <cstdio>
 
@@ -23,17 +24,18 @@ namespace
 /// How long a first process may take to answer a second start.
 constexpr std::chrono::milliseconds raisePatience{3000};
 
-QString cacheFolder()
-{
-    return QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation) +
-           QStringLiteral("/Veltrix");
-}
-
 std::shared_ptr<QSettings> storedSettings()
 {
-    const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
-    return std::make_shared<QSettings>(folder + QStringLiteral("/Veltrix/Veltrix.conf"),
-                                       QSettings::IniFormat);
+    return std::make_shared<QSettings>(preferencesPath(), QSettings::IniFormat);
+}
+
+/// Clears what interrupted writes have left. Nobody else writes the data; an image or a package of
+/// another's that goes with it is loaded again.
+void clearLeftovers(const QString &dataFolder, const QString &cacheFolder)
+{
+    for (const QString &folder : {dataFolder, cacheFolder, cacheFolder + QStringLiteral("/artwork"),
+                                  cacheFolder + QStringLiteral("/updates")})
+        removeInterruptedWritesIn(folder);
 }
 
 void openInBrowser(const QUrl &url)
@@ -53,9 +55,9 @@ void raise(QWidget &window)
 } // namespace
 
 VeltrixApp::VeltrixApp(const Bundle &bundle, const QString &stateFolder, const QString &cacheFolder,
-                       std::shared_ptr<QSettings> settings)
-    : m_services(bundle, stateFolder, cacheFolder, settings), m_settings(std::move(settings)),
-      m_preferences(*m_settings),
+                       std::shared_ptr<QSettings> settings, DataFolderLock *folderLock)
+    : m_services(bundle, stateFolder, cacheFolder, settings, folderLock),
+      m_settings(std::move(settings)), m_preferences(*m_settings),
       m_files(readWholeFile, [](const QString &path, const QByteArray &content) {
           writeFileAtomically(path, content);
       })
@@ -74,6 +76,37 @@ VeltrixApp::VeltrixApp(const Bundle &bundle, const QString &stateFolder, const Q
     });
 }
 
+bool VeltrixApp::prepareToEnd()
+{
+    m_window->rememberGeometry();
+    m_settings->sync();
+    if (m_services.store().hasUnsavedChange())
+        m_services.store().retryPersistence();
+    return !m_services.store().hasUnsavedChange();
+}
+
+void VeltrixApp::endSession(QSessionManager &session)
+{
+    // Nothing waits for an answer here: the end is called off, and closing asks.
+    if (!prepareToEnd() && session.allowsInteraction()) {
+        session.release();
+        session.cancel();
+        m_window->close();
+    }
+}
+
+void VeltrixApp::followEnd(QApplication &application)
+{
+    auto *ends = new EndSignals(m_window.get());
+    QObject::connect(ends, &EndSignals::endRequested, m_window.get(), [this] {
+        // Not quit(), which would ask the user by closing the window.
+        QCoreApplication::exit(prepareToEnd() ? 0 : 1);
+    });
+    QObject::connect(
+        &application, &QGuiApplication::commitDataRequest, m_window.get(),
+        [this](QSessionManager &session) { endSession(session); }, Qt::DirectConnection);
+}
+
 int VeltrixApp::run(QApplication &application)
 {
     const QString folder = dataFolder();
@@ -87,9 +120,13 @@ int VeltrixApp::run(QApplication &application)
         return 1;
     }
 
+    if (outcome == DataFolderLock::Outcome::Acquired)
+        clearLeftovers(folder, cacheFolder());
+
     DesktopColorScheme colorScheme;
     const ThemeController theme(colorScheme);
-    VeltrixApp app(Bundle::ofThisProgram(), folder, cacheFolder(), storedSettings());
+    VeltrixApp app(Bundle::ofThisProgram(), folder, cacheFolder(), storedSettings(), &lock);
+    app.followEnd(application);
     QObject::connect(&lock, &DataFolderLock::raiseRequested, &app.window(),
                      [&app] { raise(app.window()); });
     app.window().followApplicationState();

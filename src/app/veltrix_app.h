@@ -11,6 +11,7 @@
 #include <memory>
 
 class QApplication;
+class QSessionManager;
 
 namespace veltrix
 {
@@ -24,11 +25,19 @@ public:
     static int run(QApplication &application);
 
     VeltrixApp(const Bundle &bundle, const QString &stateFolder, const QString &cacheFolder,
-               std::shared_ptr<QSettings> settings);
+               std::shared_ptr<QSettings> settings, DataFolderLock *folderLock = nullptr);
 
     [[nodiscard]] MainWindow &window() { return *m_window; }
 
+    /// The program is asked to end and cannot ask the user: what can still be saved is saved. False
+    /// when a change is lost.
+    bool prepareToEnd();
+
 private:
+    /// Ends orderly when the system or the desktop's session asks for it.
+    void followEnd(QApplication &application);
+    void endSession(QSessionManager &session);
+
     Services m_services;
     std::shared_ptr<QSettings> m_settings;
     StoredPreferences m_preferences;

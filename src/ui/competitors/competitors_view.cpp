@@ -40,6 +40,7 @@ CompetitorsView::CompetitorsView(const ResearchContext &context, QWidget *parent
     connect(&m_context.store, &ASOStore::competitorsChanged, this,
             &CompetitorsView::showCompetitors);
     connect(&m_context.store, &ASOStore::appsChanged, this, &CompetitorsView::showCompetitors);
+    connect(&m_context.store, &ASOStore::stateRead, this, &CompetitorsView::showCompetitors);
     showSearch();
     showCompetitors();
 }
@@ -293,12 +294,17 @@ void CompetitorsView::showCompetitors()
     m_grid->setVisible(!cards.isEmpty());
     m_competitorsTitle->setVisible(!cards.isEmpty());
     const bool hasApp = m_appId && m_context.store.app(*m_appId);
-    m_empty->setContent(
-        {QStringLiteral("person.2"),
-         hasApp ? tr("No competitors yet")
-                : tr("Research any app and discover keyword opportunities"),
-         hasApp ? tr("Search for an app above, then track it to add it here.") : QString(),
-         QString()});
+    if (!m_context.store.isStateRead())
+        m_empty->setContent(
+            {QStringLiteral("exclamationmark.triangle"), tr("Saved data not loaded"),
+             tr("Your competitors come back as soon as they can be read."), QString()});
+    else
+        m_empty->setContent(
+            {QStringLiteral("person.2"),
+             hasApp ? tr("No competitors yet")
+                    : tr("Research any app and discover keyword opportunities"),
+             hasApp ? tr("Search for an app above, then track it to add it here.") : QString(),
+             QString()});
     m_empty->setVisible(cards.isEmpty());
     updateToolbar();
 }

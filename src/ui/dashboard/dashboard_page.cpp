@@ -110,8 +110,6 @@ void DashboardPage::buildToolbar()
 
 void DashboardPage::buildContent()
 {
-    m_persistenceBanner = new Banner(QStringLiteral("persistenceBanner"),
-                                     QStringLiteral("exclamationmark.triangle"), QString());
     m_refreshBanner = new Banner(QStringLiteral("refreshBanner"),
                                  QStringLiteral("exclamationmark.triangle"), tr("Refresh"));
     buildNotices();
@@ -124,7 +122,6 @@ void DashboardPage::buildContent()
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     layout->addWidget(m_toolbar);
-    layout->addWidget(m_persistenceBanner);
     layout->addWidget(m_refreshBanner);
     layout->addWidget(m_importBanner);
     layout->addWidget(m_orphansBanner);
@@ -170,12 +167,7 @@ void DashboardPage::connectStore()
             updateWork();
     });
     connect(&m_store, &ASOStore::refreshProgressChanged, this, &DashboardPage::updateWork);
-    const auto updatePersistence = [this] {
-        const auto problem = m_store.persistenceProblem();
-        m_persistenceBanner->setMessage(problem ? problem->text : QString());
-    };
-    connect(&m_store, &ASOStore::persistenceProblemChanged, this, updatePersistence);
-    updatePersistence();
+    connect(&m_store, &ASOStore::stateRead, this, &DashboardPage::updateContent);
     connect(m_actions, &KeywordActions::statusChanged, this, &DashboardPage::showStatus);
     connect(m_model, &KeywordTableModel::keywordCountChanged, this, [this] {
         updateCount();
@@ -239,7 +231,10 @@ void DashboardPage::updateCount()
 void DashboardPage::updateContent()
 {
     EmptyState::Content content;
-    if (!app())
+    if (!m_store.isStateRead())
+        content = {QStringLiteral("exclamationmark.triangle"), tr("Saved data not loaded"),
+                   tr("Your apps and keywords come back as soon as they can be read."), QString()};
+    else if (!app())
         content = {QStringLiteral("magnifyingglass"),
                    tr("Add keywords to discover your next opportunity"),
                    tr("Start with an app of yours: its keywords are tracked here."), tr("Add App")};

@@ -108,7 +108,6 @@ private:
     StorefrontPicker *m_filter;
     Button *m_refresh;
     Button *m_add;
-    Banner *m_persistenceBanner;
     Banner *m_refreshBanner;
     Banner *m_importBanner;
     Banner *m_orphansBanner;

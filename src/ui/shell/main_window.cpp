@@ -10,6 +10,7 @@
 #include "ui/settings/settings_sheet.h"
 #include "ui/settings/updater_interface.h"
 #include "ui/shell/app_selector.h"
+#include "ui/shell/persistence_banner.h"
 #include "ui/shell/preferences.h"
 #include "ui/theme/symbols.h"
 #include "ui/theme/typography.h"
@@ -59,11 +60,15 @@ MainWindow::MainWindow(Collaborators collaborators, QWidget *parent)
         resize(firstSize);
     m_pages->addWidget(m_dashboard);
     m_pages->addWidget(m_competitors);
+    auto *workspace = new QVBoxLayout;
+    workspace->setSpacing(0);
+    workspace->addWidget(new PersistenceBanner(m_with.store));
+    workspace->addWidget(m_pages, 1);
     auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     layout->addWidget(m_sidebar);
-    layout->addWidget(m_pages, 1);
+    layout->addLayout(workspace, 1);
 
     buildActions();
     addShellControls(m_dashboard->toolbar());
@@ -76,6 +81,13 @@ MainWindow::MainWindow(Collaborators collaborators, QWidget *parent)
     connect(m_dashboard, &DashboardPage::keywordCountChanged, this, &MainWindow::updateCounts);
     connect(&m_with.store, &ASOStore::appsChanged, this, &MainWindow::appsChanged);
     connect(&m_with.store, &ASOStore::competitorsChanged, this, &MainWindow::updateCounts);
+    connect(&m_with.store, &ASOStore::stateRead, this, [this] {
+        // As at a start: what has come is measured now, not in an hour.
+        if (m_refreshLoop.isActive()) {
+            m_refreshLoop.setActive(false);
+            m_refreshLoop.setActive(true);
+        }
+    });
 
     const QList<AppProfile> &apps = m_with.store.apps();
     selectApp(apps.isEmpty() ? std::nullopt : std::optional(apps.first().id));
@@ -334,10 +346,46 @@ bool MainWindow::event(QEvent *event)
     return QWidget::event(event);
 }
 
-void MainWindow::closeEvent(QCloseEvent *event)
+void MainWindow::rememberGeometry()
 {
     m_with.preferences.setWindowGeometry(saveGeometry());
+}
+
+void MainWindow::closeEvent(QCloseEvent *event)
+{
+    rememberGeometry();
+    if (m_with.store.hasUnsavedChange() && !m_mayLoseChange)
+        m_with.store.retryPersistence();
+    if (m_with.store.hasUnsavedChange() && !m_mayLoseChange) {
+        event->ignore();
+        askToQuitWithoutSaving();
+        return;
+    }
     QWidget::closeEvent(event);
+}
+
+void MainWindow::askToQuitWithoutSaving()
+{
+    if (m_isAskingToQuit)
+        return;
+    m_isAskingToQuit = true;
+    if (isMinimized())
+        showNormal();
+    const auto problem = m_with.store.persistenceProblem();
+    const ConfirmSheet::Question question{
+        tr("Quit without saving?"),
+        tr("What you changed last is not in the file yet and will be lost.\n%1")
+            .arg(problem ? problem->text : QString()),
+        tr("Quit without saving"), tr("Try again")};
+    Overlay *sheet = ConfirmSheet::ask(
+        this, question,
+        [this] {
+            m_mayLoseChange = true;
+            close();
+        },
+        // Closing saves first, and asks again when that fails.
+        [this] { close(); });
+    connect(sheet, &Overlay::dismissed, this, [this] { m_isAskingToQuit = false; });
 }
 
 } // namespace veltrix

@@ -61,6 +61,8 @@ public:
     [[nodiscard]] Workspace workspace() const { return m_workspace; }
     void openAppSearch();
     void openSettings();
+    /// Remembers size and place for the next start. Closing does it, too.
+    void rememberGeometry();
 
     [[nodiscard]] DashboardPage &dashboard() { return *m_dashboard; }
     [[nodiscard]] CompetitorsView &competitors() { return *m_competitors; }
@@ -88,6 +90,8 @@ private:
     void appsChanged();
     void updateCounts();
     void askToDeleteApp(QUuid id);
+    /// The change that closing would lose is tried once more, then the user is asked.
+    void askToQuitWithoutSaving();
     void setSearchStorefront(const QString &country);
     void updateActivity();
 
@@ -103,6 +107,8 @@ private:
     QAction *m_checkForUpdates;
     QList<QAction *> m_keys;
     bool m_followsApplication = false;
+    bool m_isAskingToQuit = false;
+    bool m_mayLoseChange = false;
     RefreshLoop m_refreshLoop;
 };
 

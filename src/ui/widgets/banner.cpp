@@ -49,6 +49,11 @@ void Banner::setMessage(const QString &message)
     }
 }
 
+void Banner::addControl(QWidget *control)
+{
+    layout()->addWidget(control);
+}
+
 QString Banner::message() const
 {
     return m_text->text();

@@ -22,6 +22,8 @@ public:
     /// Shows the message; hides the banner when it is empty.
     void setMessage(const QString &message);
     [[nodiscard]] QString message() const;
+    /// Adds a further button at the end.
+    void addControl(QWidget *control);
     void setActionEnabled(bool enabled);
     /// An arrow in a circle unless set.
     void setActionSymbol(const QString &symbol);

@@ -31,11 +31,14 @@ ConfirmSheet::ConfirmSheet(const Question &question, QWidget *parent) : QWidget(
     nameControl(cancel, QStringLiteral("confirmCancel"), tr("Cancel"));
     auto *confirm = new Button(Button::Kind::Destructive, question.confirm);
     nameControl(confirm, QStringLiteral("confirmAccept"), question.confirm);
-    for (Button *button : {cancel, confirm})
+    auto *alternative = new Button(Button::Kind::Standard, question.alternative);
+    nameControl(alternative, QStringLiteral("confirmAlternative"), question.alternative);
+    for (Button *button : {alternative, cancel, confirm})
         button->setAutoDefault(true);
 
     auto *buttons = new QHBoxLayout;
     buttons->setSpacing(spacing::s);
+    buttons->addWidget(alternative);
     buttons->addStretch(1);
     buttons->addWidget(cancel);
     buttons->addWidget(confirm);
@@ -46,7 +49,9 @@ ConfirmSheet::ConfirmSheet(const Question &question, QWidget *parent) : QWidget(
     layout->addWidget(message);
     layout->addSpacing(spacing::s);
     layout->addLayout(buttons);
-    cancel->setFocus();
+    alternative->setVisible(!question.alternative.isEmpty());
+    (question.alternative.isEmpty() ? cancel : alternative)->setFocus();
+    connect(alternative, &Button::clicked, this, &ConfirmSheet::alternativeChosen);
     connect(cancel, &Button::clicked, this, &ConfirmSheet::cancelled);
     connect(confirm, &Button::clicked, this, &ConfirmSheet::confirmed);
 }
@@ -57,7 +62,8 @@ QSize ConfirmSheet::sizeHint() const
     return {width, layout()->heightForWidth(width)};
 }
 
-void ConfirmSheet::ask(QWidget *opener, const Question &question, std::function<void()> confirmed)
+Overlay *ConfirmSheet::ask(QWidget *opener, const Question &question,
+                           std::function<void()> confirmed, std::function<void()> otherwise)
 {
     auto *sheet = new ConfirmSheet(question);
     // It must be seen which answer Enter gives, however the question came up.
@@ -68,6 +74,13 @@ void ConfirmSheet::ask(QWidget *opener, const Question &question, std::function<
         overlay->dismiss();
         confirmed();
     });
+    connect(sheet, &ConfirmSheet::alternativeChosen, overlay,
+            [overlay, otherwise = std::move(otherwise)] {
+                overlay->dismiss();
+                if (otherwise)
+                    otherwise();
+            });
+    return overlay;
 }
 
 } // namespace veltrix

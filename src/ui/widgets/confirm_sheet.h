@@ -9,8 +9,10 @@
 namespace veltrix
 {
 
-/// A small sheet with a question and two answers. The keyboard starts on "Cancel", so that Enter
-/// never destroys anything by accident.
+class Overlay;
+
+/// A small sheet with a question and two answers, or three. The keyboard starts on "Cancel", or on
+/// the third, so that Enter never destroys anything by accident.
 class ConfirmSheet final : public QWidget
 {
     Q_OBJECT
@@ -20,18 +22,23 @@ public:
         QString title;
         QString message;
         QString confirm;
+        /// A way out that destroys nothing; empty for none.
+        QString alternative = {};
     };
 
     explicit ConfirmSheet(const Question &question, QWidget *parent = nullptr);
 
     [[nodiscard]] QSize sizeHint() const override;
 
-    /// Opens the question over the window of `opener` and calls `confirmed` when the user agrees.
-    static void ask(QWidget *opener, const Question &question, std::function<void()> confirmed);
+    /// Opens the question over the window of `opener` and calls `confirmed` when the user agrees,
+    /// or `otherwise` when he takes the alternative.
+    static Overlay *ask(QWidget *opener, const Question &question, std::function<void()> confirmed,
+                        std::function<void()> otherwise = {});
 
 Q_SIGNALS:
     void confirmed();
     void cancelled();
+    void alternativeChosen();
 };
 
 } // namespace veltrix

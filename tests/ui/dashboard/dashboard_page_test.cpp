@@ -335,19 +335,6 @@ TEST_F(DashboardPageTest, TimesStayCurrentWhileTheWindowIsOpen)
                     .contains(QStringLiteral("Updated 1 min. ago")));
 }
 
-TEST_F(DashboardPageTest, AProblemWithTheStateFileStandsAboveTheTable)
-{
-    open();
-    EXPECT_FALSE(isShown("persistenceBanner"));
-    // The folder vanishes, so the next save fails.
-    world->folder.remove();
-    store().addTrackedKeyword(*window->selectedApp(), QStringLiteral("x"), QStringLiteral("US"));
-    settle();
-    ASSERT_TRUE(store().persistenceProblem());
-    EXPECT_TRUE(isShown("persistenceBanner"));
-    EXPECT_EQ(find<Banner>("persistenceBanner")->message(), store().persistenceProblem()->text);
-}
-
 TEST_F(DashboardPageTest, SortingAndColumnsAreInTheMenuToo)
 {
     open();

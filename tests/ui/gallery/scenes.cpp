@@ -196,6 +196,57 @@ std::vector<Scene> dashboardScenes()
     return scenes;
 }
 
+/// Saving fails from now on, and a change waits for it.
+void failToSave(const WindowStage &made)
+{
+    made.world->folder.remove();
+    const QUuid app = made.world->store->apps().constFirst().id;
+    made.world->store->addTrackedKeyword(app, QStringLiteral("sepia"), QStringLiteral("US"));
+}
+
+Scene unreadScene(const char *name, std::function<void(WindowStage &)> act)
+{
+    return {QString::fromLatin1(name), [act = std::move(act)] {
+                std::shared_ptr<UiWorld> world = UiWorld::sample();
+                world->folder.remove();
+                world->restartStore();
+                WindowStage made = openWindow(world);
+                act(made);
+                return made.stage();
+            }};
+}
+
+std::vector<Scene> persistenceScenes()
+{
+    return {
+        scene("persistence-unsaved", [](WindowStage &made) { failToSave(made); }),
+        scene("persistence-unsaved-competitors",
+              [](WindowStage &made) {
+                  failToSave(made);
+                  made.window->resize(900, 560);
+                  made.window->showWorkspace(Workspace::Competitors);
+                  click(made, "persistenceTryAgain");
+              }),
+        scene("persistence-kept",
+              [](WindowStage &made) {
+                  QFile(made.world->folder.filePath(QStringLiteral("state.json"))).resize(2);
+                  const QUuid app = made.world->store->apps().constFirst().id;
+                  made.world->store->addTrackedKeyword(app, QStringLiteral("sepia"),
+                                                       QStringLiteral("US"));
+              }),
+        scene("persistence-quit",
+              [](WindowStage &made) {
+                  failToSave(made);
+                  made.window->close();
+              }),
+        unreadScene("persistence-unread", [](WindowStage &) {}),
+        unreadScene("persistence-unread-competitors",
+                    [](WindowStage &made) { made.window->showWorkspace(Workspace::Competitors); }),
+        unreadScene("persistence-begin-anew",
+                    [](WindowStage &made) { click(made, "persistenceBeginAnew"); }),
+    };
+}
+
 std::vector<Scene> searchScenes()
 {
     std::vector<Scene> scenes;
@@ -272,8 +323,8 @@ std::vector<Scene> shellScenes()
 std::vector<Scene> galleryScenes()
 {
     std::vector<Scene> scenes;
-    for (const auto &part : {dashboardScenes(), searchScenes(), shellScenes(), sheetScenes(),
-                             competitorScenes(), trackingScenes()})
+    for (const auto &part : {dashboardScenes(), persistenceScenes(), searchScenes(), shellScenes(),
+                             sheetScenes(), competitorScenes(), trackingScenes()})
         scenes.insert(scenes.end(), part.begin(), part.end());
     return scenes;
 }
