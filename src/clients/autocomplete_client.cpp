@@ -15,6 +15,7 @@ namespace veltrix
 
 struct AutocompleteClient::Core {
     Arguments use;
+    AutocompleteStateFile file{QString()};
     State state;
     bool busy = false;
     /// The earliest moment of the next request.
@@ -24,24 +25,20 @@ struct AutocompleteClient::Core {
     int failuresInARow = 0;
     std::optional<Date> pausedUntil;
 
-    void save() const
-    {
-        if (!use.persistencePath.isEmpty())
-            saveAutocompleteState(use.persistencePath, state);
-    }
+    void save() { file.save(state, use.clock->now()); }
 
     /// Saves when a request has ended, however it ended: a request that was stopped has been
     /// counted too.
     class SaveAtEnd
     {
     public:
-        explicit SaveAtEnd(const Core &core) : m_core(core) {}
+        explicit SaveAtEnd(Core &core) : m_core(core) {}
         ~SaveAtEnd() { m_core.save(); }
         SaveAtEnd(const SaveAtEnd &) = delete;
         SaveAtEnd &operator=(const SaveAtEnd &) = delete;
 
     private:
-        const Core &m_core;
+        Core &m_core;
     };
 
     /// What is known for a prefix already, unless it is empty or too old.
@@ -163,8 +160,8 @@ QUrl AutocompleteClient::defaultHintsURL()
 AutocompleteClient::AutocompleteClient(Arguments arguments) : m_core(std::make_shared<Core>())
 {
     m_core->use = std::move(arguments);
-    if (!m_core->use.persistencePath.isEmpty())
-        m_core->state = loadAutocompleteState(m_core->use.persistencePath);
+    m_core->file = AutocompleteStateFile(m_core->use.persistencePath);
+    m_core->state = m_core->file.load();
 }
 
 const AutocompleteClient::State &AutocompleteClient::state() const

@@ -70,11 +70,25 @@ inline constexpr auto fieldsOf<AutocompleteState> = std::tuple{
     field("blockedUntil", &AutocompleteState::blockedUntil),
 };
 
-/// The file's content; a file that is missing or cannot be read is an empty state.
-AutocompleteState loadAutocompleteState(const QString &path);
+/// The state's file. Nothing here throws; what goes wrong is a line on the error output.
+class AutocompleteStateFile
+{
+public:
+    /// An empty path means no file.
+    explicit AutocompleteStateFile(QString path) : m_path(std::move(path)) {}
 
-/// Writes the file, creating its folder when it is missing. A failure keeps the old file and is
-/// ignored.
-void saveAutocompleteState(const QString &path, const AutocompleteState &state);
+    /// The file's content; a file that is missing or cannot be read is an empty state.
+    AutocompleteState load();
+
+    /// Writes the file. A damaged one is first kept under a dated name; one that could not be
+    /// reached, so that nobody knows what it holds, is not replaced. A failure keeps the old file.
+    void save(const AutocompleteState &state, Date now);
+
+private:
+    enum class Content { Known, Damaged, Unknown };
+
+    QString m_path;
+    Content m_content = Content::Known;
+};
 
 } // namespace veltrix

@@ -57,13 +57,14 @@ StateFile::StateFile(QString path, DataFolderLock *lock)
 PersistedState StateFile::load()
 {
     m_guard.forget();
+    const bool wasMissed = m_notRead.has_value();
     m_notRead.reset();
     m_anewProblem.reset();
     m_isUnreadable = false;
     m_unreadableNotice.reset();
     PersistedState state;
     try {
-        state = read();
+        state = read(wasMissed);
     } catch (const DecodingError &error) {
         printLine("ASOStore load failed: ", error.description());
         m_isUnreadable = true;
@@ -83,15 +84,19 @@ PersistedState StateFile::load()
     return state;
 }
 
-PersistedState StateFile::read()
+PersistedState StateFile::read(bool wasMissed)
 {
     requireOneWriter();
     // Without the lock they may belong to another process that is writing now.
     if (!m_lock || m_lock->isHeld())
         removeInterruptedWrites(m_path);
     const FileLook look = lookAtFile(m_path);
-    if (std::holds_alternative<NoFile>(look))
+    if (std::holds_alternative<NoFile>(look)) {
+        // Where a disk is to come there may be an empty folder meanwhile, so now the user decides.
+        if (wasMissed)
+            throw FileError::unreadable(m_path, QStringLiteral("There is no such file"));
         return {};
+    }
     if (const auto *unknown = std::get_if<UnknownFile>(&look))
         throw FileError::unreadable(m_path, unknown->reason);
     const FileReader file(m_path);

@@ -78,7 +78,8 @@ public:
     [[nodiscard]] const QString &path() const { return m_path; }
 
 private:
-    PersistedState read();
+    /// `wasMissed`: it could not be told before whether there is a file.
+    PersistedState read(bool wasMissed);
     void requireOneWriter() const;
     void probeFolder();
     void write(const PersistedState &state, Date now);

@@ -10,7 +10,9 @@
 #include "support/task_outcome.h"
 #include "support/virtual_clock.h"
 
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 #include <QUrlQuery>
 
@@ -452,7 +454,7 @@ TEST_F(AutocompleteClientTest, AStopEndsARunAtOnceAndFreesTheClient)
     }
     // The request that was stopped has been counted, also on disk.
     EXPECT_EQ(m_client->state().requests, 2);
-    EXPECT_EQ(loadAutocompleteState(path()).requests, 2);
+    EXPECT_EQ(AutocompleteStateFile(path()).load().requests, 2);
     std::stop_source stopped;
     stopped.request_stop();
     EXPECT_TRUE(observe("photos", "us", stopped.get_token()).isCancelled());
@@ -523,6 +525,41 @@ TEST_F(AutocompleteClientTest, ABrokenStateFileIsAFreshStart)
         EXPECT_EQ(m_client->state(), AutocompleteState()) << content;
     }
     EXPECT_TRUE(observed().has_value());
+}
+
+TEST_F(AutocompleteClientTest, ADamagedHistoryIsKeptBeforeItIsReplaced)
+{
+    writeFileAtomically(path(), R"({"history":{"US:tide":[)");
+    open();
+    const QFileInfo file(path());
+    EXPECT_EQ(file.dir().entryList(QDir::Files).size(), 1) << "nothing is replaced yet";
+    EXPECT_TRUE(observed().has_value());
+    const QStringList kept =
+        file.dir().entryList({file.completeBaseName() + QStringLiteral(".unreadable-*.json")});
+    ASSERT_EQ(kept.size(), 1);
+    EXPECT_EQ(readWholeFile(file.dir().filePath(kept.constFirst())), R"({"history":{"US:tide":[)");
+    EXPECT_NE(AutocompleteStateFile(path()).load(), AutocompleteState());
+    EXPECT_EQ(file.dir().entryList(QDir::Files).size(), 2);
+}
+
+TEST_F(AutocompleteClientTest, AHistoryThatCannotBeReachedIsNotReplaced)
+{
+    // A folder in its place stands for a disk that does not answer.
+    QDir().mkpath(path());
+    open();
+    EXPECT_TRUE(observed().has_value());
+    EXPECT_TRUE(QFileInfo(path()).isDir());
+    EXPECT_EQ(QFileInfo(path()).dir().entryList(QDir::AllEntries | QDir::NoDotAndDotDot).size(), 1);
+}
+
+TEST_F(AutocompleteClientTest, AFolderThatIsNotThereIsNotMade)
+{
+    const QString folder = QFileInfo(path()).path() + QStringLiteral("/unmounted");
+    m_client = std::make_unique<AutocompleteClient>(AutocompleteClient::Arguments{
+        m_http.sender(), m_clock, folder + QStringLiteral("/history.json"),
+        QUrl(QStringLiteral("https://hints.example"))});
+    EXPECT_TRUE(observed().has_value());
+    EXPECT_FALSE(QFileInfo::exists(folder));
 }
 
 TEST_F(AutocompleteClientTest, AFolderThatCannotBeWrittenHarmsNothing)

@@ -205,6 +205,9 @@ public:
     {
         if (store->persistenceProblem())
             store->retryPersistence();
+        // Where there is no file, only the user can say that there never was one.
+        if (!store->isStateRead() && !QFileInfo::exists(statePath()))
+            store->beginAnew();
         if (refused) {
             refused = false;
             add("harbour");

@@ -140,6 +140,22 @@ TEST_F(LateDisk, ItIsTriedEveryMinuteByItself)
     EXPECT_EQ(clock->sleepers(), 0);
 }
 
+TEST_F(LateDisk, AnEmptyFolderInThePlaceOfTheDiskIsNotTheDisk)
+{
+    prepareDisk();
+    openStore();
+    QDir().mkpath(disk());
+    testing::internal::CaptureStdout();
+    clock->advance(Seconds(60));
+    testing::internal::GetCapturedStdout();
+    EXPECT_FALSE(store->isStateRead());
+    EXPECT_EQ(remedy(), Remedy::TryAgainOrBeginAnew);
+    QDir().rmdir(disk());
+    bringDisk();
+    clock->advance(Seconds(60));
+    EXPECT_EQ(store->trackedKeywords().size(), 1);
+}
+
 TEST_F(LateDisk, BeginningAnewKeepsTheOldFile)
 {
     QDir().mkpath(disk());

@@ -85,10 +85,16 @@ AppSelectorButton::AppSelectorButton(ArtworkImages &images, QWidget *parent)
 void AppSelectorButton::setApp(const std::optional<AppProfile> &app)
 {
     m_app = app;
-    const QString name = app ? app->appName : tr("none");
+    const QString name = app ? app->appName : m_loaded ? tr("none") : tr("not loaded");
     setAccessibleName(tr("Choose app, currently ") + name);
     setToolTip(app ? app->appName : QString());
     update();
+}
+
+void AppSelectorButton::setLoaded(bool loaded)
+{
+    m_loaded = loaded;
+    setApp(m_app);
 }
 
 void AppSelectorButton::setExpanded(bool expanded)
@@ -122,7 +128,8 @@ void AppSelectorButton::paintEvent(QPaintEvent *)
         painter.setFont(nameFont);
         painter.setPen(tokens[Token::Secondary]);
         painter.drawText(geometry.name.united(geometry.country),
-                         Qt::AlignVCenter | Qt::TextSingleLine, tr("No app yet"));
+                         Qt::AlignVCenter | Qt::TextSingleLine,
+                         m_loaded ? tr("No app yet") : tr("Not loaded"));
     }
     drawSymbol(painter, geometry.mark,
                m_expanded ? QStringLiteral("chevron.up") : QStringLiteral("chevron.down"),
@@ -178,6 +185,9 @@ AppSelector::AppSelector(ASOStore &store, ArtworkImages &images, QWidget *parent
           new TextLabel(TextStyle::Secondary, TextLabel::Tone::Secondary, tr("No matching apps."))),
       m_add(new Button(Button::Kind::Link, QStringLiteral("plus"), tr("Add App")))
 {
+    m_header->setLoaded(store.isStateRead());
+    connect(&store, &ASOStore::stateRead, this,
+            [this, &store] { m_header->setLoaded(store.isStateRead()); });
     nameControl(m_list, QStringLiteral("appList"), tr("Apps"));
     nameControl(m_add, QStringLiteral("addAppButton"), tr("Add App"));
     m_noMatch->setObjectName(QStringLiteral("noMatchingApps"));

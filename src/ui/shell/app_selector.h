@@ -37,6 +37,8 @@ public:
     explicit AppSelectorButton(ArtworkImages &images, QWidget *parent = nullptr);
 
     void setApp(const std::optional<AppProfile> &app);
+    /// Whether it is known that there is no app when there is none.
+    void setLoaded(bool loaded);
     void setExpanded(bool expanded);
     [[nodiscard]] QSize sizeHint() const override;
 
@@ -46,6 +48,7 @@ protected:
 private:
     ArtworkImages &m_images;
     std::optional<AppProfile> m_app;
+    bool m_loaded = true;
     bool m_expanded = false;
 };
 

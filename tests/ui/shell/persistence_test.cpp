@@ -115,6 +115,7 @@ TEST_F(PersistenceTest, DataThatIsNotLoadedIsNotShownAsNone)
     EXPECT_TRUE(isShown("persistenceBeginAnew"));
     EXPECT_EQ(find<EmptyState>("keywordsEmpty")->content().title,
               QStringLiteral("Saved data not loaded"));
+    EXPECT_EQ(find("appSelector")->accessibleName(), text("Choose app, currently not loaded"));
     window->showWorkspace(Workspace::Competitors);
     EXPECT_EQ(find<EmptyState>("competitorsEmpty")->content().title,
               QStringLiteral("Saved data not loaded"));
@@ -170,6 +171,7 @@ TEST_F(PersistenceTest, BeginningAnewAsksFirst)
     click("confirmAccept");
     EXPECT_TRUE(store().isStateRead());
     EXPECT_FALSE(isShown("persistenceTryAgain"));
+    EXPECT_EQ(find("appSelector")->accessibleName(), text("Choose app, currently none"));
     EXPECT_EQ(find<EmptyState>("keywordsEmpty")->content().title,
               text("Add keywords to discover your next opportunity"));
     EXPECT_TRUE(QFileInfo::exists(away() + QStringLiteral("/state.json")));
