@@ -74,6 +74,9 @@ VeltrixApp::VeltrixApp(const Bundle &bundle, const QString &stateFolder, const Q
         .openUrl = openInBrowser,
         .appStoreUrl = QUrl(m_services.appStoreUrl()),
     });
+    QObject::connect(&m_networkReturn, &NetworkReturn::returned, m_window.get(),
+                     &MainWindow::retryRefreshSoon);
+    m_networkReturn.listen();
 }
 
 bool VeltrixApp::prepareToEnd()

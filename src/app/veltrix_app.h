@@ -4,6 +4,7 @@
 
 #include "app/services.h"
 #include "app/updater_adapter.h"
+#include "clients/network_return.h"
 #include "ui/shell/main_window.h"
 #include "ui/shell/preferences.h"
 #include "ui/widgets/file_exchange.h"
@@ -44,6 +45,7 @@ private:
     FileDialogs m_files;
     std::unique_ptr<UpdaterAdapter> m_updater;
     std::unique_ptr<MainWindow> m_window;
+    NetworkReturn m_networkReturn;
 };
 
 } // namespace veltrix

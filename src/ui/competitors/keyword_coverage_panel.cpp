@@ -46,6 +46,14 @@ KeywordCoveragePanel::KeywordCoveragePanel(ASOStore &store, KeywordCoverage &cov
     connect(m_model, &KeywordCheckModel::chosenChanged, this,
             &KeywordCoveragePanel::updateTrackButton);
     connect(m_track, &Button::clicked, this, &KeywordCoveragePanel::trackChosen);
+    const auto endPromise = [this](bool hasEnded) {
+        if (hasEnded && m_status->text() == keywordsSaved())
+            m_status->hide();
+    };
+    connect(&m_store, &ASOStore::refreshProgressChanged, this,
+            [this, endPromise] { endPromise(m_store.refreshProgress().isIdle()); });
+    connect(&m_store, &ASOStore::historyRefreshErrorChanged, this,
+            [this, endPromise] { endPromise(m_store.historyRefreshError().has_value()); });
     connect(&m_store, &ASOStore::keywordAdded, this, &KeywordCoveragePanel::updateTracked);
     connect(&m_store, &ASOStore::keywordRemoved, this, &KeywordCoveragePanel::updateTracked);
     updateTracked();

@@ -5,6 +5,7 @@
 #include "ui/dashboard/keyword_actions.h"
 #include "ui/dashboard/keyword_table_model.h"
 #include "ui/dashboard/keyword_table_view.h"
+#include "ui/shell/measuring_status.h"
 #include "ui/shell/preferences.h"
 #include "ui/theme/typography.h"
 #include "ui/widgets/accessibility.h"
@@ -35,9 +36,9 @@ constexpr int searchWidth = 220;
 } // namespace
 
 DashboardPage::DashboardPage(ASOStore &store, ArtworkImages &images, Preferences &preferences,
-                             FileExchange &files, QWidget *parent)
+                             FileExchange &files, MeasuringStatus &measuring, QWidget *parent)
     : QWidget(parent), m_store(store), m_images(images), m_preferences(preferences),
-      m_searchStorefront(preferences.preferredStorefrontCountry()),
+      m_measuring(measuring), m_searchStorefront(preferences.preferredStorefrontCountry()),
       m_model(new KeywordTableModel(store, this)),
       m_actions(new KeywordActions(store, *m_model, files, this))
 {
@@ -53,8 +54,6 @@ DashboardPage::DashboardPage(ASOStore &store, ArtworkImages &images, Preferences
     connectTable();
     updateContent();
     updateCount();
-    updateRefreshError();
-    updateWork();
     m_tasks.own(keepTimesCurrent(m_tasks.token()));
 }
 
@@ -110,25 +109,19 @@ void DashboardPage::buildToolbar()
 
 void DashboardPage::buildContent()
 {
-    m_refreshBanner = new Banner(QStringLiteral("refreshBanner"),
-                                 QStringLiteral("exclamationmark.triangle"), tr("Refresh"));
     buildNotices();
     m_empty = new EmptyState(QStringLiteral("keywordsEmpty"));
     m_stack = new QStackedWidget;
     m_stack->addWidget(m_table);
     m_stack->addWidget(m_empty);
-    m_status = new StatusBar;
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     layout->addWidget(m_toolbar);
-    layout->addWidget(m_refreshBanner);
     layout->addWidget(m_importBanner);
     layout->addWidget(m_orphansBanner);
     layout->addWidget(m_stack, 1);
-    layout->addWidget(m_status);
 
-    connect(m_refreshBanner, &Banner::actionTriggered, this, &DashboardPage::refreshAll);
     connect(m_empty, &EmptyState::actionTriggered, this, [this] {
         if (!app())
             Q_EMIT addAppRequested();
@@ -143,30 +136,13 @@ void DashboardPage::buildContent()
             Q_EMIT storefrontOfNewKeywordsChanged(storefrontOfNewKeywords());
         }
     });
-    connect(m_status, &StatusBar::stopRequested, this, [this] {
-        m_isStopping = true;
-        m_actions->stop();
-        Q_EMIT stopRequested();
-        m_isStopping = false;
-        updateWork();
-        showStatus(tr("Stopped. Refresh measures what is left."));
-    });
 }
 
 void DashboardPage::connectStore()
 {
-    connect(&m_store, &ASOStore::historyRefreshErrorChanged, this,
-            &DashboardPage::updateRefreshError);
-    connect(&m_store, &ASOStore::isRefreshingHistoryChanged, this, [this] {
-        m_updatedSinceStart = 0;
-        updateWork();
-    });
-    connect(&m_store, &ASOStore::keywordChanged, this, [this] {
-        ++m_updatedSinceStart;
-        if (m_store.isRefreshingHistory())
-            updateWork();
-    });
-    connect(&m_store, &ASOStore::refreshProgressChanged, this, &DashboardPage::updateWork);
+    connect(&m_measuring, &MeasuringStatus::changed, this,
+            [this] { m_refresh->setEnabled(m_measuring.mayRefresh()); });
+    connect(&m_store, &ASOStore::refreshProgressChanged, this, &DashboardPage::measuringEnded);
     connect(&m_store, &ASOStore::stateRead, this, &DashboardPage::updateContent);
     connect(m_actions, &KeywordActions::statusChanged, this, &DashboardPage::showStatus);
     connect(m_model, &KeywordTableModel::keywordCountChanged, this, [this] {
@@ -218,7 +194,7 @@ void DashboardPage::setApp(std::optional<QUuid> appId)
 
 void DashboardPage::showStatus(const QString &message, StatusBar::Tone tone, const QString &detail)
 {
-    m_status->setMessage(message, tone, detail);
+    m_measuring.say(message, tone, detail);
 }
 
 void DashboardPage::updateCount()
@@ -251,42 +227,11 @@ void DashboardPage::updateContent()
     m_stack->setCurrentWidget(content.title.isEmpty() ? static_cast<QWidget *>(m_table) : m_empty);
 }
 
-void DashboardPage::updateRefreshError()
+void DashboardPage::measuringEnded()
 {
-    const QString error = m_store.historyRefreshError().value_or(QString());
-    m_refreshBanner->setMessage(error);
-    // What the line below announced has not come to pass.
-    if (!error.isEmpty())
-        showStatus(QString());
-}
-
-void DashboardPage::updateWork()
-{
-    if (m_isStopping)
-        return;
-    const RefreshProgress progress = m_store.refreshProgress();
-    const bool refreshing = m_store.isRefreshingHistory();
-    m_refresh->setEnabled(!refreshing);
-    m_refreshBanner->setActionEnabled(!refreshing);
-    if (progress.current) {
-        const int number = progress.done + 1;
-        m_status->setWork(StatusBar::Work{tr("Measuring “%1” · %L2 of %L3")
-                                              .arg(progress.current->keyword)
-                                              .arg(number)
-                                              .arg(progress.total()),
-                                          double(progress.done) / progress.total()});
-    } else if (refreshing) {
-        m_status->setWork(
-            StatusBar::Work{m_updatedSinceStart == 0
-                                ? tr("Updating rankings…")
-                                : tr("Updating rankings… · %L1 updated").arg(m_updatedSinceStart),
-                            std::nullopt});
-    } else {
-        m_status->setWork(std::nullopt);
-        // The order may have changed under the new figures; nobody is pointing at a row now.
-        if (!m_table->underMouse())
-            m_model->resort();
-    }
+    // The order may have changed under the new figures; nobody is pointing at a row now.
+    if (m_store.refreshProgress().isIdle() && !m_table->underMouse())
+        m_model->resort();
 }
 
 void DashboardPage::saveColumns()
@@ -346,7 +291,7 @@ void DashboardPage::openAddKeywords()
 void DashboardPage::refreshAll()
 {
     m_images.retryFailed();
-    m_actions->refreshAll();
+    m_measuring.refresh();
 }
 
 void DashboardPage::importKeywords()

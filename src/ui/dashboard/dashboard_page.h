@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The Keywords workspace: toolbar, banners, the table or what stands in its place, the status line.
+// The Keywords workspace: toolbar, the table or what stands in its place.
 #pragma once
 
 #include "effects/task_scope.h"
@@ -23,6 +23,7 @@ class FileExchange;
 class KeywordActions;
 class KeywordTableModel;
 class KeywordTableView;
+class MeasuringStatus;
 class PageToolbar;
 class Preferences;
 class StorefrontPicker;
@@ -34,7 +35,7 @@ class DashboardPage final : public QWidget
 
 public:
     DashboardPage(ASOStore &store, ArtworkImages &images, Preferences &preferences,
-                  FileExchange &files, QWidget *parent = nullptr);
+                  FileExchange &files, MeasuringStatus &measuring, QWidget *parent = nullptr);
     ~DashboardPage() override;
 
     void setApp(std::optional<QUuid> appId);
@@ -69,8 +70,6 @@ Q_SIGNALS:
     void analysisRequested(const DashboardKeywordRow &row);
     void rankedAppsRequested(const DashboardKeywordRow &row);
     void historyRequested(const DashboardKeywordRow &row);
-    /// "Stop" was pressed: work that the shell has started stops too.
-    void stopRequested();
     void keywordCountChanged(int count);
     void storefrontOfNewKeywordsChanged(const QString &country);
 
@@ -89,8 +88,7 @@ private:
     void showRowMenu(const QPoint &globalPosition);
     void updateContent();
     void updateCount();
-    void updateRefreshError();
-    void updateWork();
+    void measuringEnded();
     void saveColumns();
     [[nodiscard]] std::optional<AppProfile> app() const;
     Task<void> keepTimesCurrent(std::stop_token stop);
@@ -98,6 +96,7 @@ private:
     ASOStore &m_store;
     ArtworkImages &m_images;
     Preferences &m_preferences;
+    MeasuringStatus &m_measuring;
     std::optional<QUuid> m_appId;
     QString m_searchStorefront;
     KeywordTableModel *m_model;
@@ -108,7 +107,6 @@ private:
     StorefrontPicker *m_filter;
     Button *m_refresh;
     Button *m_add;
-    Banner *m_refreshBanner;
     Banner *m_importBanner;
     Banner *m_orphansBanner;
     /// What of the last import was refused, and for which app.
@@ -118,10 +116,6 @@ private:
     QList<TrackedKeyword> m_orphans;
     QStackedWidget *m_stack;
     EmptyState *m_empty;
-    StatusBar *m_status;
-    bool m_isStopping = false;
-    /// Keywords measured since the refresh of all rankings began.
-    int m_updatedSinceStart = 0;
     TaskScope m_tasks;
 };
 

@@ -109,58 +109,42 @@ void KeywordActions::refresh(const QList<QUuid> &ids)
                 : tr("%L1 keywords cannot be measured. Their rows say why.").arg(problems.size()),
             StatusBar::Tone::Error);
     if (!measurable.isEmpty())
-        m_tasks.own(refreshOneByOne(measurable, m_tasks.token()));
+        m_tasks.own(refreshRows(measurable, m_tasks.token()));
 }
 
-Task<void> KeywordActions::refreshOneByOne(QList<QUuid> ids, std::stop_token stop)
+Task<void> KeywordActions::refreshRows(QList<QUuid> ids, std::stop_token stop)
 {
-    struct Running {
-        KeywordActions *self;
+    // However it ends, no row stays marked.
+    struct Marked {
+        KeywordTableModel &model;
         QList<QUuid> ids;
-        explicit Running(KeywordActions *actions, QList<QUuid> keywords)
-            : self(actions), ids(std::move(keywords))
+        Marked(KeywordTableModel &table, QList<QUuid> keywords)
+            : model(table), ids(std::move(keywords))
         {
-            ++self->m_refreshing;
             for (const QUuid &id : std::as_const(ids))
-                self->m_model.setRefreshing(id, true);
+                model.setRefreshing(id, true);
         }
-        ~Running()
+        Marked(const Marked &) = delete;
+        Marked &operator=(const Marked &) = delete;
+        ~Marked()
         {
-            --self->m_refreshing;
             for (const QUuid &id : std::as_const(ids))
-                self->m_model.setRefreshing(id, false);
+                model.setRefreshing(id, false);
         }
     };
-    const Running running(this, ids);
-    for (const QUuid &id : std::as_const(ids)) {
-        QString problem;
-        try {
-            const DashboardKeywordRow row = co_await m_store.refreshKeyword(id, stop);
-            Q_EMIT statusChanged(tr("“%1” is up to date.").arg(row.keyword),
+    const Marked marked(m_model, ids);
+    const bool isOne = ids.size() == 1;
+    KeywordRefreshes::RowEnded ended = [this, isOne](const TrackedKeyword &keyword,
+                                                     const std::optional<QString> &problem) {
+        m_model.setRefreshing(keyword.id, false);
+        if (!problem)
+            Q_EMIT statusChanged(tr("“%1” is up to date.").arg(keyword.keyword),
                                  StatusBar::Tone::Normal);
-        } catch (const StoreError &) {
-            // Removed while it waited its turn: there is nothing to tell.
-        } catch (const Error &error) {
-            problem = error.description();
-        }
-        m_model.setRefreshing(id, false);
-        if (!problem.isEmpty()) {
-            Q_EMIT statusChanged(problem, StatusBar::Tone::Error);
-            co_return;
-        }
-    }
-}
-
-void KeywordActions::refreshAll()
-{
-    m_tasks.own(m_store.refreshHistory(m_tasks.token()));
-}
-
-void KeywordActions::stop()
-{
-    m_tasks.stop();
-    m_store.stopKeywordRefreshes();
-    Q_EMIT stopped();
+        else
+            Q_EMIT statusChanged(isOne ? *problem : tr("“%1”: %2").arg(keyword.keyword, *problem),
+                                 StatusBar::Tone::Error);
+    };
+    co_await m_store.refreshes().refreshRows(ids, std::move(ended), stop);
 }
 
 void KeywordActions::copyRefusals(const QList<RefusedKeyword> &refused) const

@@ -47,11 +47,6 @@ public:
 
     /// Measures the keywords one after another. Of one that cannot be measured it says why.
     void refresh(const QList<QUuid> &ids);
-    /// Measures every keyword whose ranking is stale.
-    void refreshAll();
-    /// Stops whatever of this is running; the background queue too.
-    void stop();
-    [[nodiscard]] bool isRefreshing() const { return m_refreshing > 0; }
 
     void copyRefusals(const QList<RefusedKeyword> &refused) const;
     void copy(const std::vector<int> &rows, const std::vector<KeywordColumn> &columns) const;
@@ -63,17 +58,15 @@ Q_SIGNALS:
     void statusChanged(const QString &message, StatusBar::Tone tone,
                        const QString &detail = QString());
     void imported(QUuid appId, const KeywordAdmission &admission);
-    void stopped();
 
 private:
-    Task<void> refreshOneByOne(QList<QUuid> ids, std::stop_token stop);
+    Task<void> refreshRows(QList<QUuid> ids, std::stop_token stop);
     void saveCsv(QWidget *dialogParent, const QString &title, const QString &fileName,
                  const QList<QStringList> &table);
 
     ASOStore &m_store;
     KeywordTableModel &m_model;
     FileExchange &m_files;
-    int m_refreshing = 0;
     TaskScope m_tasks;
 };
 

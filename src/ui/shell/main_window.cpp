@@ -10,12 +10,14 @@
 #include "ui/settings/settings_sheet.h"
 #include "ui/settings/updater_interface.h"
 #include "ui/shell/app_selector.h"
+#include "ui/shell/measuring_bars.h"
 #include "ui/shell/persistence_banner.h"
 #include "ui/shell/preferences.h"
 #include "ui/theme/symbols.h"
 #include "ui/theme/typography.h"
 #include "ui/widgets/accessibility.h"
 #include "ui/widgets/artwork_images.h"
+#include "ui/widgets/banner.h"
 #include "ui/widgets/button.h"
 #include "ui/widgets/confirm_sheet.h"
 #include "ui/widgets/overlay.h"
@@ -43,13 +45,15 @@ MainWindow::MainWindow(Collaborators collaborators, QWidget *parent)
     : QWidget(parent), m_with(std::move(collaborators)),
       m_images(new ArtworkImages(m_with.artwork, this)),
       m_searchStorefront(m_with.preferences.preferredStorefrontCountry()),
+      m_measuring(new MeasuringStatus(m_with.store.refreshes(), this)),
       m_sidebar(new Sidebar(m_with.store, *m_images)),
-      m_dashboard(new DashboardPage(m_with.store, *m_images, m_with.preferences, m_with.files)),
+      m_dashboard(new DashboardPage(m_with.store, *m_images, m_with.preferences, m_with.files,
+                                    *m_measuring)),
       m_competitors(
           new CompetitorsView({m_with.store, *m_images, m_with.openUrl, m_with.appStoreUrl})),
       m_pages(new QStackedWidget),
       m_refreshLoop(m_with.store.clock(), [this](std::stop_token stop) {
-          return m_with.store.refreshHistory(std::move(stop));
+          return m_with.store.refreshes().refreshStale(std::nullopt, std::move(stop));
       })
 {
     setObjectName(QStringLiteral("mainWindow"));
@@ -63,7 +67,9 @@ MainWindow::MainWindow(Collaborators collaborators, QWidget *parent)
     auto *workspace = new QVBoxLayout;
     workspace->setSpacing(0);
     workspace->addWidget(new PersistenceBanner(m_with.store));
+    workspace->addWidget(makeRefreshBanner(*m_measuring));
     workspace->addWidget(m_pages, 1);
+    workspace->addWidget(makeStatusBar(*m_measuring));
     auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
@@ -75,9 +81,8 @@ MainWindow::MainWindow(Collaborators collaborators, QWidget *parent)
     connectSidebar();
     connectSheets();
     connectCompetitors();
+    connectMeasuring();
     connect(m_dashboard, &DashboardPage::addAppRequested, this, &MainWindow::openAppSearch);
-    connect(m_dashboard, &DashboardPage::stopRequested, this,
-            [this] { m_refreshLoop.stopRefresh(); });
     connect(m_dashboard, &DashboardPage::keywordCountChanged, this, &MainWindow::updateCounts);
     connect(&m_with.store, &ASOStore::appsChanged, this, &MainWindow::appsChanged);
     connect(&m_with.store, &ASOStore::competitorsChanged, this, &MainWindow::updateCounts);
@@ -224,9 +229,25 @@ void MainWindow::connectCompetitors()
     connect(this, &MainWindow::selectedAppChanged, m_competitors, &CompetitorsView::setApp);
 }
 
+void MainWindow::connectMeasuring()
+{
+    connect(m_measuring, &MeasuringStatus::refreshRequested, this,
+            [this] { m_refreshLoop.resume(); });
+    connect(m_measuring, &MeasuringStatus::refreshEnded, this,
+            [this](const HistoryRefresh &end) { m_refreshLoop.refreshEnded(end); });
+    connect(m_measuring, &MeasuringStatus::stopRequested, this,
+            [this] { m_refreshLoop.stopRefresh(); });
+}
+
+void MainWindow::retryRefreshSoon()
+{
+    m_refreshLoop.retrySoon();
+}
+
 void MainWindow::selectApp(std::optional<QUuid> id)
 {
     m_selectedApp = id;
+    m_measuring->setAppInView(id);
     m_sidebar->appSelector().setApp(id ? m_with.store.app(*id) : std::nullopt);
     m_dashboard->setApp(id);
     updateCounts();

@@ -24,6 +24,7 @@ class Button;
 class CompetitorsView;
 class DashboardPage;
 class FileExchange;
+class MeasuringStatus;
 class Preferences;
 class UpdaterInterface;
 
@@ -69,6 +70,10 @@ public:
     [[nodiscard]] ArtworkImages &images() { return *m_images; }
     /// Storefront of app searches, from the preference until the user changes it.
     [[nodiscard]] QString searchStorefront() const { return m_searchStorefront; }
+    /// What is told of measuring.
+    [[nodiscard]] MeasuringStatus &measuring() { return *m_measuring; }
+    /// What made refreshes fail may be over: the network has returned.
+    void retryRefreshSoon();
     /// The controls at the end of a page's toolbar: "Settings" and "More".
     void addShellControls(class PageToolbar &toolbar);
 
@@ -87,6 +92,7 @@ private:
     void connectSidebar();
     void connectSheets();
     void connectCompetitors();
+    void connectMeasuring();
     void appsChanged();
     void updateCounts();
     void askToDeleteApp(QUuid id);
@@ -100,6 +106,7 @@ private:
     std::optional<QUuid> m_selectedApp;
     Workspace m_workspace = Workspace::Keywords;
     QString m_searchStorefront;
+    MeasuringStatus *m_measuring;
     Sidebar *m_sidebar;
     DashboardPage *m_dashboard;
     CompetitorsView *m_competitors;

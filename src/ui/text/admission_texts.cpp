@@ -53,6 +53,11 @@ QString namesInShort(const QStringList &keywords)
     return text;
 }
 
+QString keywordsSaved()
+{
+    return Texts::tr("Keywords saved. Metrics will update in the background.");
+}
+
 AdmissionStatus admissionStatus(const KeywordAdmission &admission, bool isSaved)
 {
     const QString count = admissionCount(admission);
@@ -60,7 +65,7 @@ AdmissionStatus admissionStatus(const KeywordAdmission &admission, bool isSaved)
         return {count, QString(), !admission.refused.isEmpty()};
     if (!isSaved)
         return {Texts::tr("The new keywords are not saved yet."), count, true};
-    return {Texts::tr("Keywords saved. Metrics will update in the background."), count, false};
+    return {keywordsSaved(), count, false};
 }
 
 QList<QStringList> refusalTable(const QList<RefusedKeyword> &refused)

@@ -19,6 +19,9 @@ QStringList refusalLines(const QList<RefusedKeyword> &refused);
 /// Keywords in one line, "“moon”, “tide”"; of more than five the first five "and 12 more".
 QString namesInShort(const QStringList &keywords);
 
+/// The promise that is made once keywords are saved and queued; it holds until they are measured.
+QString keywordsSaved();
+
 /// What to say once keywords were to be added.
 struct AdmissionStatus {
     QString message;

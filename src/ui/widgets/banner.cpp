@@ -8,6 +8,7 @@
 #include "ui/widgets/text_label.h"
 
 #include <QHBoxLayout>
+#include <QVBoxLayout>
 
 namespace veltrix
 {
@@ -16,11 +17,14 @@ Banner::Banner(const QString &objectName, const QString &symbol, const QString &
                QWidget *parent)
     : QWidget(parent), m_symbol(symbol), m_symbolSpace(new QWidget),
       m_text(new TextLabel(TextStyle::Body, TextLabel::Tone::Text)),
+      m_detail(new TextLabel(TextStyle::Secondary, TextLabel::Tone::Text)),
       m_action(new Button(Button::Kind::Standard, QStringLiteral("arrow.clockwise"), action))
 {
     setAccessibleRole(this, QAccessible::AlertMessage);
     setObjectName(objectName);
     m_text->setWrapping(TextLabel::Wrapping::Wrapped);
+    m_detail->setWrapping(TextLabel::Wrapping::Wrapped);
+    m_detail->setObjectName(objectName + QStringLiteral("Detail"));
     nameControl(m_action, objectName + QStringLiteral("Action"), action);
     const int size = qRound(controlHeight(font()) * 16.0 / 30.0);
     m_symbolSpace->setFixedSize(size, size);
@@ -28,20 +32,27 @@ Banner::Banner(const QString &objectName, const QString &symbol, const QString &
     layout->setContentsMargins(spacing::l, 6, spacing::l, 7);
     layout->setSpacing(10);
     layout->addWidget(m_symbolSpace);
-    layout->addWidget(m_text, 1);
+    auto *texts = new QVBoxLayout;
+    texts->setSpacing(1);
+    texts->addWidget(m_text);
+    texts->addWidget(m_detail);
+    layout->addLayout(texts, 1);
     layout->addWidget(m_action);
     // Only now that it has a parent: shown before, it would be a window.
     m_action->setVisible(!action.isEmpty());
+    m_detail->hide();
     setMinimumHeight(controlHeight(font()) + 13);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     connect(m_action, &Button::clicked, this, &Banner::actionTriggered);
     hide();
 }
 
-void Banner::setMessage(const QString &message)
+void Banner::setMessage(const QString &message, const QString &detail)
 {
     m_text->setText(message);
-    setAccessibleName(message);
+    m_detail->setText(detail);
+    m_detail->setVisible(!detail.isEmpty());
+    setAccessibleName(detail.isEmpty() ? message : message + u'\n' + detail);
     setVisible(!message.isEmpty());
     if (!message.isEmpty()) {
         QAccessibleEvent event(this, QAccessible::Alert);
@@ -57,6 +68,11 @@ void Banner::addControl(QWidget *control)
 QString Banner::message() const
 {
     return m_text->text();
+}
+
+QString Banner::detail() const
+{
+    return m_detail->text();
 }
 
 void Banner::setActionEnabled(bool enabled)

@@ -19,9 +19,11 @@ public:
     Banner(const QString &objectName, const QString &symbol, const QString &action,
            QWidget *parent = nullptr);
 
-    /// Shows the message; hides the banner when it is empty.
-    void setMessage(const QString &message);
+    /// Shows the message, and below it the detail when there is one; hides the banner when the
+    /// message is empty.
+    void setMessage(const QString &message, const QString &detail = QString());
     [[nodiscard]] QString message() const;
+    [[nodiscard]] QString detail() const;
     /// Adds a further button at the end.
     void addControl(QWidget *control);
     void setActionEnabled(bool enabled);
@@ -41,6 +43,7 @@ private:
     QString m_symbol;
     QWidget *m_symbolSpace;
     TextLabel *m_text;
+    TextLabel *m_detail;
     Button *m_action;
 };
 
