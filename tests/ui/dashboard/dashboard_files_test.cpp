@@ -68,6 +68,7 @@ TEST_F(DashboardFilesTest, AFailedExportSaysWhyAndACancelledOneNothing)
 TEST_F(DashboardFilesTest, ImportsKeywordsWithTheirStorefronts)
 {
     open();
+    world->client->holds = true;
     world->files.opened = "Keyword,Storefront\nfilm,DE\ngrain,\nPhoto Editor,US\n";
     page().importKeywords();
     EXPECT_EQ(tracked().mid(11),

@@ -113,13 +113,17 @@ TEST_F(DashboardPageTest, TabGoesThroughTheToolbarIntoTheTable)
 TEST_F(DashboardPageTest, AddsTheKeywordsOfTheFieldAndMeasuresThem)
 {
     open();
+    world->client->holds = true;
     click("addKeywordsButton");
     type("keywordInput", QStringLiteral("a, ,b"));
     click("addKeywordsSubmit");
     EXPECT_FALSE(isShown("addKeywordsCard"));
     EXPECT_EQ(status(), QStringLiteral("Keywords saved. Metrics will update in the background."));
     EXPECT_EQ(tracked().mid(11), (QStringList{QStringLiteral("a@US"), QStringLiteral("b@US")}));
+    world->client->release();
+    world->client->release();
     settle();
+    EXPECT_EQ(status(), QString()) << "what was announced has come to pass";
     EXPECT_EQ(cell("b", KeywordColumn::Popularity), QStringLiteral("42"));
 }
 
@@ -214,6 +218,8 @@ TEST_F(DashboardPageTest, TheBannersRefreshTriesAgainAndClearsIt)
     press(Qt::Key_F5);
     EXPECT_EQ(find<Banner>("refreshBanner")->message(),
               QStringLiteral("Some rankings couldn't be updated. Try again later."));
+    EXPECT_EQ(find<Banner>("refreshBanner")->detail(),
+              QStringLiteral("“polaroid frame”: The network is down."));
     world->client->fails = nullptr;
     click("refreshBannerAction");
     EXPECT_FALSE(isShown("refreshBanner"));
@@ -226,10 +232,10 @@ TEST_F(DashboardPageTest, RefreshMeasuresWhatIsStaleAndIsOffMeanwhile)
     world->client->holds = true;
     click("refreshButton");
     EXPECT_FALSE(find("refreshButton")->isEnabled());
-    EXPECT_EQ(work(), QStringLiteral("Updating rankings…"));
+    EXPECT_EQ(work(), QStringLiteral("Measuring “polaroid frame” · 1 of 2"));
     world->client->release();
     settle();
-    EXPECT_EQ(work(), QStringLiteral("Updating rankings… · 1 updated"));
+    EXPECT_EQ(work(), QStringLiteral("Measuring “grain filter” · 2 of 2"));
     for (int i = 0; i < 5; ++i) {
         world->client->release();
         settle();
@@ -237,6 +243,18 @@ TEST_F(DashboardPageTest, RefreshMeasuresWhatIsStaleAndIsOffMeanwhile)
     EXPECT_TRUE(find("refreshButton")->isEnabled());
     EXPECT_EQ(work(), QString());
     EXPECT_EQ(world->client->searches.size(), 2) << "only the two that were never measured";
+    EXPECT_EQ(status(), QStringLiteral("Rankings are up to date."));
+}
+
+TEST_F(DashboardPageTest, RefreshWithNothingStaleSaysSo)
+{
+    open();
+    click("refreshButton");
+    type("keywordSearch", QStringLiteral("x"));
+    world->client->searches.clear();
+    click("refreshButton");
+    EXPECT_EQ(status(), QStringLiteral("Rankings are up to date."));
+    EXPECT_TRUE(world->client->searches.isEmpty());
 }
 
 TEST_F(DashboardPageTest, TheStatusLineTellsHowFarTheQueueIsAndStopStopsIt)
@@ -279,6 +297,28 @@ TEST_F(DashboardPageTest, RefreshKeywordMeasuresOneRow)
     EXPECT_EQ(world->client->searches, QStringList{QStringLiteral("grain filter/US/100")});
     EXPECT_EQ(status(), QStringLiteral("“grain filter” is up to date."));
     EXPECT_EQ(cell("grain filter", KeywordColumn::Popularity), QStringLiteral("42"));
+}
+
+TEST_F(DashboardPageTest, DeletingOneOfSeveralRowsDoesNotEndTheRefreshOfTheRest)
+{
+    open();
+    world->client->holds = true;
+    QList<QUuid> ids;
+    for (const char *keyword : {"polaroid frame", "grain filter"}) {
+        for (const TrackedKeyword &one : store().trackedKeywords()) {
+            if (one.keyword == QString::fromUtf8(keyword))
+                ids.append(one.id);
+        }
+    }
+    page().actions().refresh(ids);
+    EXPECT_EQ(work(), QStringLiteral("Measuring “polaroid frame” · 1 of 2"));
+    store().removeKeyword(ids[0]);
+    world->client->release();
+    EXPECT_EQ(work(), QStringLiteral("Measuring “grain filter” · 1 of 1"));
+    world->client->release();
+    settle();
+    EXPECT_EQ(cell("grain filter", KeywordColumn::Popularity), QStringLiteral("42"));
+    EXPECT_EQ(work(), QString());
 }
 
 TEST_F(DashboardPageTest, AFailedRefreshOfOneKeywordSaysWhy)

@@ -267,6 +267,78 @@ TEST_F(MainWindowTest, StopEndsTheRefreshUntilTheNextHour)
     EXPECT_TRUE(store().isRefreshingHistory());
 }
 
+TEST_F(MainWindowTest, AStopOutlastsLeavingTheWindowAndReturning)
+{
+    open();
+    world->client->holds = true;
+    window->setActive(true);
+    click("stopButton");
+    EXPECT_EQ(status(), QStringLiteral("Stopped. Refresh measures what is left."));
+    window->setActive(false);
+    window->setActive(true);
+    world->clock->advance(Seconds(1800));
+    EXPECT_FALSE(store().isRefreshingHistory());
+    press(Qt::Key_F5);
+    EXPECT_TRUE(store().isRefreshingHistory()) << "Refresh is always allowed";
+}
+
+TEST_F(MainWindowTest, ARefreshOfTheUsersGoesOnWhenTheWindowIsLeft)
+{
+    open();
+    world->client->holds = true;
+    window->setActive(true);
+    settle();
+    click("refreshButton");
+    EXPECT_EQ(world->client->searches.size(), 1) << "it takes over what runs";
+    window->setActive(false);
+    world->client->release();
+    world->client->release();
+    settle();
+    EXPECT_EQ(world->client->searches.size(), 2);
+    EXPECT_EQ(status(), QStringLiteral("Rankings are up to date."));
+}
+
+TEST_F(MainWindowTest, AFailedRefreshIsTriedAgainAfterAMinuteAndWhenTheNetworkReturns)
+{
+    open();
+    world->client->fails = [](const QString &) {
+        return true;
+    };
+    window->setActive(true);
+    EXPECT_EQ(world->client->searches.size(), 1);
+    world->clock->advance(Seconds(60));
+    EXPECT_EQ(world->client->searches.size(), 2);
+    world->client->fails = nullptr;
+    window->retryRefreshSoon();
+    settle();
+    EXPECT_EQ(world->client->searches.size(), 4);
+    EXPECT_FALSE(isShown("refreshBanner"));
+}
+
+TEST_F(MainWindowTest, BothWorkspacesShowErrorsProgressAndMessages)
+{
+    open();
+    click("workspaceCompetitors");
+    world->client->fails = [](const QString &) {
+        return true;
+    };
+    press(Qt::Key_F5);
+    EXPECT_TRUE(isShown("refreshBanner"));
+    EXPECT_EQ(find<Banner>("refreshBanner")->accessibleName(),
+              QStringLiteral("Some rankings couldn't be updated. Try again later.\n"
+                             "“polaroid frame”: The network is down."));
+    world->client->fails = nullptr;
+    world->client->holds = true;
+    click("refreshBannerAction");
+    EXPECT_FALSE(isShown("refreshBanner"));
+    EXPECT_TRUE(isShown("progress"));
+    // What failed last comes last.
+    EXPECT_EQ(work(), QStringLiteral("Measuring “grain filter” · 1 of 2"));
+    click("stopButton");
+    EXPECT_FALSE(isShown("progress"));
+    EXPECT_EQ(status(), QStringLiteral("Stopped. Refresh measures what is left."));
+}
+
 TEST_F(MainWindowTest, CheckForUpdatesIsOffWithoutAnUpdater)
 {
     open();
