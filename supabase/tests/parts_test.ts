@@ -4,6 +4,7 @@ import { AnswerCache } from "../functions/aso-research/answer_cache.ts";
 import { clientAddress, clientName } from "../functions/aso-research/client_name.ts";
 import { configurationFrom } from "../functions/aso-research/configuration.ts";
 import { fromBase64, gunzip, gzip, toBase64 } from "../functions/aso-research/gzip.ts";
+import { Holding } from "../functions/aso-research/holding.ts";
 import { readQuestion, Refusal } from "../functions/aso-research/question.ts";
 import { expect, expectBetween, expectEqual } from "./expect.ts";
 
@@ -133,6 +134,31 @@ Deno.test("a body that never ends is given up after some seconds, and one that b
     new ReadableStream({ start: (controller) => controller.error(new Error()) }),
   ).catch((error) => error);
   expectEqual(broken.status, 400);
+});
+
+Deno.test("however many questions are held for a keyword, the database is asked once at a time", async () => {
+  const holding = new Holding(8_000);
+  let asked = 0;
+  const ask = () => {
+    const isDone = ++asked === 3;
+    return Promise.resolve(
+      isDone
+        ? { state: "failed" as const, wait: 600 }
+        : { state: "pending" as const, wait: 4, work: false },
+    );
+  };
+  const pending = { state: "pending" as const, wait: 4, work: false };
+  const answers = await Promise.all(
+    Array.from({ length: 100 }, () => holding.hold("US:fox", pending, ask)),
+  );
+  expectEqual(new Set(answers.map((answer) => answer.state)), new Set(["failed"]));
+  expectEqual(asked, 3);
+});
+
+Deno.test("a look that fails ends the hold with what was known before", async () => {
+  const pending = { state: "pending" as const, wait: 4, work: false };
+  const known = await new Holding(8_000).hold("US:fox", pending, () => Promise.reject(new Error()));
+  expectEqual(known, pending);
 });
 
 const environment = {

@@ -169,3 +169,24 @@ databaseTest("keywords are data, whatever they look like", async (db) => {
     expectEqual(rows, [{ keyword }]);
   }
 });
+
+databaseTest("what the README says about removing the service leaves nothing of it", async (db) => {
+  const readme = await Deno.readTextFile(new URL("../README.md", import.meta.url));
+  const removal = readme.match(/```sql\n(drop function[\s\S]*?)```/)![1];
+  // The role is one for the whole cluster, and other databases of the tests need it.
+  const statements = removal.split(";").filter((one) => one.trim() && !one.includes("drop role"));
+  expectEqual(statements.length, 3);
+  await db.sql("drop schema testing cascade");
+  await db.sql("set role postgres");
+  for (const statement of statements) await db.sql(statement);
+  await db.sql("reset role");
+  const left = await db.sql(`
+    select count(*) as n from pg_shdepend
+    where refobjid = 'aso_research_owner'::regrole
+      and dbid = (select oid from pg_database where datname = current_database())`);
+  expectEqual(left[0].n, 0);
+  expectEqual(
+    (await db.sql("select count(*) as n from supabase_migrations.schema_migrations"))[0].n,
+    0,
+  );
+});
