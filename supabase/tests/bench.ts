@@ -12,8 +12,8 @@ import { Process } from "./process.ts";
 import { keys } from "./service.ts";
 
 const connectionCounts = [1, 16, 64];
-const roundMs = 2000;
-const rounds = 3;
+const roundMs = 600;
+const rounds = 9;
 const body = JSON.stringify({ keyword: "photo editor", country: "US" });
 const request = new TextEncoder().encode(
   `POST /functions/v1/aso-research HTTP/1.1\r\nHost: 127.0.0.1\r\napikey: ${keys.publishable}\r\n` +

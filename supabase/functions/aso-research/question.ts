@@ -30,7 +30,7 @@ const bodyTimeoutMs = 5_000;
 /** Reads a body to its end and keeps its beginning. Throws when it is cut short or takes too long. */
 async function readParts(body: ReadableStream, keptBytes: number) {
   const reader = body.getReader();
-  const parts: BlobPart[] = [];
+  const parts: ArrayBufferView[] = [];
   let size = 0;
   let timer: ReturnType<typeof setTimeout> | undefined;
   const late = new Promise<never>((_, reject) => {
@@ -68,8 +68,9 @@ async function readBody(request: Request): Promise<string> {
   });
   if (size > mostBodyBytes) throw tooLarge();
   try {
-    const bytes = await new Blob(parts).arrayBuffer();
-    return new TextDecoder("utf-8", { fatal: true }).decode(bytes);
+    const decoder = new TextDecoder("utf-8", { fatal: true });
+    const texts = parts.map((part) => decoder.decode(part, { stream: true }));
+    return texts.join("") + decoder.decode();
   } catch {
     throw badRequest("The body is not UTF-8");
   }
