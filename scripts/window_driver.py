@@ -16,6 +16,10 @@ import gi
 gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi, GLib  # noqa: E402
 
+# In milliseconds, for one question and for a program that starts. By default a busy machine has less
+# than a second to answer.
+Atspi.set_timeout(15_000, 30_000)
+
 BUTTONS = ("push button", "button", "toggle button", "radio button", "check box", "menu item")
 FIELDS = ("text", "entry")
 CELLS = ("table cell", "list item")
