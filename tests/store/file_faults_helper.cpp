@@ -98,9 +98,11 @@ public:
 
     void add(const char *keyword)
     {
+        ITunesAppResult app;
+        app.trackId = 11;
         try {
-            store->addTrackedKeyword(QUuid(QString::fromLatin1(appId)),
-                                     QString::fromLatin1(keyword), QStringLiteral("US"));
+            const QUuid id = store->addApp(app, QStringLiteral("US")).id;
+            store->addTrackedKeyword(id, QString::fromLatin1(keyword), QStringLiteral("US"));
             added = true;
         } catch (const StoreError &) {
             refused = true;
