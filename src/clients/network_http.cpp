@@ -2,13 +2,11 @@
 #include "clients/network_http.h"
 
 #include "clients/network_transfer.h"
+#include "clients/trusted_certificates.h"
 
 #include <QNetworkAccessManager>
 #include <QNetworkCookie>
 #include <QNetworkCookieJar>
-#include <QSslCertificate>
-#include <QSslConfiguration>
-#include <QSslSocket>
 
 #include <optional>
 
@@ -18,13 +16,13 @@ namespace veltrix
 struct NetworkHttp::Session {
     QNetworkAccessManager manager;
     /// Made at the first request that needs it: loading the TLS library would hold up the start.
-    const QSslConfiguration &tls();
+    const TrustedCertificates &certificates();
 
     QString trustedCertificatesPath;
     QByteArray userAgent;
 
 private:
-    std::optional<QSslConfiguration> m_tls;
+    std::optional<TrustedCertificates> m_certificates;
 };
 
 namespace
@@ -60,11 +58,11 @@ bool isSameOrigin(const QUrl &one, const QUrl &other)
     return one.scheme() == other.scheme() && one.host() == other.host() && port(one) == port(other);
 }
 
-QNetworkRequest prepare(Session &session, const HttpRequest &request)
+TransferSetup prepare(Session &session, const HttpRequest &request)
 {
     QNetworkRequest prepared(request.url);
     if (request.url.scheme() == QLatin1String("https"))
-        prepared.setSslConfiguration(session.tls());
+        prepared.setSslConfiguration(session.certificates().tls);
     // The loop below judges redirects itself: it must not carry a key to another origin.
     prepared.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
                           QNetworkRequest::ManualRedirectPolicy);
@@ -82,7 +80,10 @@ QNetworkRequest prepare(Session &session, const HttpRequest &request)
     prepared.setHeader(QNetworkRequest::UserAgentHeader, session.userAgent);
     for (const HttpHeader &header : request.headers)
         prepared.setRawHeader(header.name, header.value);
-    return prepared;
+    QString certificatesProblem;
+    if (request.url.scheme() == QLatin1String("https"))
+        certificatesProblem = session.certificates().problem;
+    return {prepared, certificatesProblem};
 }
 
 /// Whether a header says who asks, which is nobody else's business.
@@ -133,9 +134,9 @@ Task<HttpResponse> send(std::shared_ptr<Session> session, HttpRequest request,
     const auto started = std::chrono::steady_clock::now();
     for (int redirects = 0;; ++redirects) {
         request.totalTimeout = totalTimeout - (std::chrono::steady_clock::now() - started);
-        const QNetworkRequest prepared = prepare(*session, request);
+        const TransferSetup setup = prepare(*session, request);
         HttpResponse response =
-            co_await transfer(&session->manager, request, prepared, progress, stop);
+            co_await transfer(&session->manager, request, setup, progress, stop);
         std::optional<HttpRequest> next = redirected(request, response);
         if (!next)
             co_return response;
@@ -147,27 +148,13 @@ Task<HttpResponse> send(std::shared_ptr<Session> session, HttpRequest request,
     }
 }
 
-QSslConfiguration trusting(const QString &certificatesPath)
-{
-    QSslConfiguration tls = QSslConfiguration::defaultConfiguration();
-    tls.setPeerVerifyMode(QSslSocket::VerifyPeer);
-    if (certificatesPath.isEmpty())
-        return tls;
-    const QList<QSslCertificate> further = QSslCertificate::fromPath(certificatesPath, QSsl::Pem);
-    // Named whole: a list of one's own would otherwise switch off the system's, which are loaded on
-    // demand.
-    if (!further.isEmpty())
-        tls.setCaCertificates(QSslConfiguration::systemCaCertificates() + further);
-    return tls;
-}
-
 } // namespace
 
-const QSslConfiguration &NetworkHttp::Session::tls()
+const TrustedCertificates &NetworkHttp::Session::certificates()
 {
-    if (!m_tls)
-        m_tls = trusting(trustedCertificatesPath);
-    return *m_tls;
+    if (!m_certificates)
+        m_certificates = loadTrustedCertificates(trustedCertificatesPath);
+    return *m_certificates;
 }
 
 NetworkHttp::NetworkHttp(const Options &options) : m_session(std::make_shared<Session>())

@@ -73,9 +73,10 @@ QString networkProblem(QNetworkReply::NetworkError error, const QString &host)
 class Transfer
 {
 public:
-    Transfer(QNetworkReply *reply, const HttpRequest &request, HttpProgress progress)
+    Transfer(QNetworkReply *reply, const HttpRequest &request, QString certificatesProblem,
+             HttpProgress progress)
         : m_reply(reply), m_host(request.url.host()), m_bodyLimit(request.bodyLimit),
-          m_progress(std::move(progress))
+          m_certificatesProblem(std::move(certificatesProblem)), m_progress(std::move(progress))
     {
         m_reply->setReadBufferSize(chunkSize);
         startTimer(m_idle, request.timeout);
@@ -182,9 +183,12 @@ private:
                 QStringLiteral("The answer of the server “%1” was too large.").arg(m_host));
         }
         if (m_reply->error() == QNetworkReply::SslHandshakeFailedError && !m_sslErrors.isEmpty()) {
-            throw TransportError(
+            QString text =
                 QStringLiteral("A secure connection to the server “%1” could not be made: %2.")
-                    .arg(m_host, certificateProblem(m_sslErrors)));
+                    .arg(m_host, certificateProblem(m_sslErrors));
+            if (!m_certificatesProblem.isEmpty())
+                text += u' ' + m_certificatesProblem;
+            throw TransportError(text);
         }
         if (!hasWholeAnswer())
             throw TransportError(networkProblem(m_reply->error(), m_host));
@@ -207,6 +211,7 @@ private:
     QNetworkReply *m_reply;
     QString m_host;
     qint64 m_bodyLimit;
+    QString m_certificatesProblem;
     HttpProgress m_progress;
     QByteArray m_body;
     QList<QSslError> m_sslErrors;
@@ -233,10 +238,11 @@ QNetworkReply *start(QNetworkAccessManager &manager, const HttpRequest &request,
 } // namespace
 
 Task<HttpResponse> transfer(QNetworkAccessManager *manager, HttpRequest request,
-                            QNetworkRequest prepared, HttpProgress progress, std::stop_token stop)
+                            TransferSetup setup, HttpProgress progress, std::stop_token stop)
 {
     throwIfStopped(stop);
-    Transfer running(start(*manager, request, prepared), request, progress);
+    Transfer running(start(*manager, request, setup.prepared), request, setup.certificatesProblem,
+                     progress);
     co_await running.finished().wait(stop);
     co_return running.takeResponse();
 }

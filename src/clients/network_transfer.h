@@ -11,10 +11,16 @@ class QNetworkAccessManager;
 namespace veltrix
 {
 
-/// Sends one request and reads its answer. `request` says what to send and how long to wait,
-/// `prepared` is the same with its headers and TLS settings in place. `manager` must outlive the
-/// transfer. Throws TransportError or Cancelled.
+/// How the headers and TLS settings of a request are to be sent.
+struct TransferSetup {
+    QNetworkRequest prepared;
+    /// What is wrong with the certificates that were to be trusted; said when a certificate is not.
+    QString certificatesProblem;
+};
+
+/// Sends one request and reads its answer. `request` says what to send and how long to wait.
+/// `manager` must outlive the transfer. Throws TransportError or Cancelled.
 Task<HttpResponse> transfer(QNetworkAccessManager *manager, HttpRequest request,
-                            QNetworkRequest prepared, HttpProgress progress, std::stop_token stop);
+                            TransferSetup setup, HttpProgress progress, std::stop_token stop);
 
 } // namespace veltrix

@@ -6,6 +6,7 @@
 #include "support/loopback_server.h"
 #include "support/task_outcome.h"
 
+#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 
@@ -73,10 +74,35 @@ TEST_F(NetworkTls, WithoutTheAuthorityItIsNot)
                                         "be made: its certificate is not trusted.");
     EXPECT_EQ(failure(server, nullptr), text);
     EXPECT_EQ(failure(server, "missing.pem"), text);
-    writePem("empty.pem", "");
-    EXPECT_EQ(failure(server, "empty.pem"), text);
     writePem("other.pem", TestAuthority().certificatePem());
     EXPECT_EQ(failure(server, "other.pem"), text);
+}
+
+TEST_F(NetworkTls, AFileOfAuthoritiesThatIsBrokenIsReportedWhereItIsMissed)
+{
+    const TestIdentity server = m_authority.issue("IP:127.0.0.1");
+    const QString text = QStringLiteral("A secure connection to the server “127.0.0.1” could not "
+                                        "be made: its certificate is not trusted. ");
+    const QByteArray pem = m_authority.certificatePem();
+    for (const QByteArray &content :
+         {QByteArray(), QByteArray("not a certificate"), pem.first(pem.size() / 2),
+          QByteArray(pem).replace(40, 20, "????????????????????")}) {
+        writePem("broken.pem", content);
+        EXPECT_EQ(failure(server, "broken.pem"),
+                  text + QStringLiteral("The file “%1” holds no certificate that can be read.")
+                             .arg(path("broken.pem")))
+            << content.toStdString();
+    }
+    writePem("half.pem", TestAuthority().certificatePem() + pem.first(pem.size() / 2));
+    EXPECT_EQ(failure(server, "half.pem"),
+              text + QStringLiteral("Of the 2 certificates in the file “%1” only 1 can be read.")
+                         .arg(path("half.pem")));
+    // What can be read is trusted all the same, and then there is nothing to complain about.
+    writePem("mixed.pem", pem + TestAuthority().certificatePem().chopped(100));
+    EXPECT_EQ(ask(server, path("mixed.pem")).value().body, "safe");
+    ASSERT_TRUE(QDir(m_folder.path()).mkdir(QStringLiteral("folder.pem")));
+    EXPECT_TRUE(failure(server, "folder.pem").startsWith(text));
+    EXPECT_TRUE(failure(server, "folder.pem").contains(path("folder.pem")));
 }
 
 TEST_F(NetworkTls, ACertificateForAnotherNameIsRefused)
