@@ -19,6 +19,8 @@ namespace
 
 /// Bytes taken from the connection at a time; more wait in the system until these are read.
 constexpr qint64 chunkSize = 64 * 1024;
+/// Bytes of headers that are accepted; honest answers have a few thousand.
+constexpr qint64 headerLimit = 256 * 1024;
 
 enum class LocalFailure {
     None,
@@ -84,6 +86,8 @@ public:
         const auto restartIdle = [this] {
             m_idle.start();
         };
+        QObject::connect(m_reply, &QNetworkReply::metaDataChanged, &m_context,
+                         [this] { measureHeaders(); });
         QObject::connect(m_reply, &QNetworkReply::metaDataChanged, &m_context, restartIdle);
         QObject::connect(m_reply, &QNetworkReply::uploadProgress, &m_context, restartIdle);
         QObject::connect(m_reply, &QNetworkReply::readyRead, &m_context, [this] { read(); });
@@ -141,6 +145,20 @@ private:
             return;
         m_failure = failure;
         m_reply->abort();
+    }
+
+    void measureHeaders()
+    {
+        // Of more than a hundred headers, or one of more than 8 KiB, the toolkit hands on none;
+        // what follows would be read without its length, its encoding and its type.
+        const QList<QNetworkReply::RawHeaderPair> &pairs = m_reply->rawHeaderPairs();
+        qint64 size = 0;
+        for (const auto &[name, value] : pairs)
+            size += name.size() + value.size();
+        if (!pairs.isEmpty() && size <= headerLimit)
+            return;
+        failWith(LocalFailure::TooLarge);
+        m_failure = LocalFailure::TooLarge;
     }
 
     void read()

@@ -2,6 +2,9 @@
 // How long a transfer may take, and how large it may get.
 #include "clients/network_http_fixture.h"
 
+#include <QFile>
+#include <QTemporaryDir>
+
 namespace veltrix
 {
 namespace
@@ -111,6 +114,87 @@ TEST_F(NetworkLimits, ACompressedBodyIsMeasuredByWhatItUnpacksTo)
     });
     EXPECT_EQ(failure(get(server.url())),
               QStringLiteral("The answer of the server “127.0.0.1” was too large."));
+}
+
+class Headers : public NetworkLimits, public testing::WithParamInterface<std::pair<int, int>>
+{
+protected:
+    /// Answers with so many headers of so many bytes.
+    static LoopbackServer::Script script()
+    {
+        return [](const Request &, Connection &connection) {
+            QByteArray head = "HTTP/1.1 200 OK\r\nContent-Length: 2\r\n";
+            for (int i = 0; i < GetParam().first; ++i) {
+                head += "X-" + QByteArray::number(i) + ": " + QByteArray(GetParam().second, 'x') +
+                        "\r\n";
+            }
+            connection.send(head + "\r\n{}");
+            connection.wait(5s);
+        };
+    }
+};
+
+using FewHeaders = Headers;
+
+TEST_P(FewHeaders, AreAccepted)
+{
+    LoopbackServer server(script());
+    EXPECT_EQ(send(get(server.url())).wait().value().body, "{}");
+}
+
+INSTANTIATE_TEST_SUITE_P(Sizes, FewHeaders,
+                         testing::Values(std::pair(0, 0), std::pair(90, 100), std::pair(30, 8000)));
+
+using ManyHeaders = Headers;
+
+TEST_P(ManyHeaders, AreRefusedBeforeTheBody)
+{
+    LoopbackServer server(script());
+    HttpRequest request = get(server.url());
+    request.timeout = Seconds(10);
+    EXPECT_EQ(failure(request),
+              QStringLiteral("The answer of the server “127.0.0.1” was too large."));
+}
+
+INSTANTIATE_TEST_SUITE_P(Sizes, ManyHeaders,
+                         testing::Values(std::pair(101, 10), std::pair(1, 300'000),
+                                         std::pair(60, 8000)));
+
+TEST_F(NetworkLimits, HeadersThatNeverEndTimeOut)
+{
+    LoopbackServer server([](const Request &, Connection &connection) {
+        connection.send("HTTP/1.1 200 OK\r\nX: ");
+        while (connection.send(QByteArray(1000, 'x')) && connection.wait(1ms)) {
+        }
+    });
+    HttpRequest request = get(server.url());
+    request.timeout = Seconds(0.3);
+    EXPECT_EQ(failure(request), QStringLiteral("The server “127.0.0.1” did not answer in time."));
+}
+
+TEST_F(NetworkLimits, HeadersThatNeverEndLeaveTheNetworkToOthersOverHttps)
+{
+    const TestAuthority authority;
+    const QTemporaryDir folder;
+    QFile pem(folder.filePath(QStringLiteral("trusted.pem")));
+    ASSERT_TRUE(pem.open(QIODevice::WriteOnly));
+    pem.write(authority.certificatePem());
+    pem.close();
+    m_http =
+        std::make_unique<NetworkHttp>(NetworkHttp::Options{QStringLiteral("1"), pem.fileName()});
+    LoopbackServer hostile(
+        [](const Request &, Connection &connection) {
+            connection.send("HTTP/1.1 200 OK\r\nX: ");
+            while (connection.send(QByteArray(1024 * 1024, 'x'))) {
+            }
+        },
+        authority.issue("IP:127.0.0.1"));
+    LoopbackServer honest(
+        [](const Request &, Connection &connection) { connection.answer(200, "honest"); });
+    HttpRequest request = get(hostile.url());
+    request.timeout = Seconds(0.5);
+    EXPECT_EQ(failure(request), QStringLiteral("The server “127.0.0.1” did not answer in time."));
+    EXPECT_EQ(send(get(honest.url())).wait().value().body, "honest");
 }
 
 } // namespace
