@@ -22,6 +22,9 @@ struct HttpHeader {
     bool operator==(const HttpHeader &) const = default;
 };
 
+/// Waits until a request may go out, and accounts for it. Throws Cancelled when stopped.
+using HttpPermit = std::function<Task<void>(std::stop_token stop)>;
+
 struct HttpRequest {
     enum class Method { Get, Post };
 
@@ -36,8 +39,10 @@ struct HttpRequest {
     Seconds totalTimeout{300};
     /// Largest body that is accepted, in bytes after decompression.
     qint64 bodyLimit = 32LL * 1024 * 1024;
-
-    bool operator==(const HttpRequest &) const = default;
+    /// For a service whose requests are counted: asked each time that the request goes out again,
+    /// after a redirect or because a connection that was kept open had gone. The first time is the
+    /// caller's to account for. Empty: the request may be repeated without asking.
+    HttpPermit permitToRepeat;
 };
 
 struct HttpResponse {

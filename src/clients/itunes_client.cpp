@@ -40,6 +40,9 @@ Task<QList<ITunesAppResult>> fetchResults(ITunesClient::Arguments client, QStrin
     co_await client.traffic->acquirePermit(stop);
     HttpRequest request;
     request.url = url;
+    request.permitToRepeat = [traffic = client.traffic](std::stop_token permitStop) {
+        return traffic->acquirePermit(std::move(permitStop));
+    };
     const HttpResponse response = co_await client.send(request, stop);
     if (!response.isSuccess())
         throw BadServerResponseError(response.status);

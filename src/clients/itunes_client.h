@@ -9,10 +9,11 @@
 namespace veltrix
 {
 
-/// Searches and looks up through the iTunes Search service, paced and cached by the controller.
-/// Never retries. Throws BadUrlError, TransportError, BadServerResponseError (any status but 2xx;
-/// a throttled answer is one of these, never an empty result), UnreadableAnswerError (never kept, so
-/// that the next call asks again), or Cancelled.
+/// Searches and looks up through the iTunes Search service, paced and cached by the controller;
+/// what goes out again on its way (a redirect, a connection that had gone) takes a permit each
+/// time. Never retries. Throws BadUrlError, TransportError, BadServerResponseError (any status but
+/// 2xx; a throttled answer is one of these, never an empty result), UnreadableAnswerError (never
+/// kept, so that the next call asks again), or Cancelled.
 ///
 /// Calls hold their own copy of the collaborators, so the client may go while one is under way.
 class ITunesClient final : public ITunesClientProtocol

@@ -9,6 +9,7 @@
 #include <QNetworkCookieJar>
 
 #include <optional>
+#include <utility>
 
 namespace veltrix
 {
@@ -130,21 +131,33 @@ Task<HttpResponse> send(std::shared_ptr<Session> session, HttpRequest request,
     const QUrl asked = request.url;
     if (!isHttp(asked))
         throw BadUrlError();
+    const HttpPermit permit = request.permitToRepeat;
     const Seconds totalTimeout = request.totalTimeout;
     const auto started = std::chrono::steady_clock::now();
-    for (int redirects = 0;; ++redirects) {
+    int redirects = 0;
+    bool isSentAgain = false;
+    for (;;) {
         request.totalTimeout = totalTimeout - (std::chrono::steady_clock::now() - started);
         const TransferSetup setup = prepare(*session, request);
-        HttpResponse response =
-            co_await transfer(&session->manager, request, setup, progress, stop);
-        std::optional<HttpRequest> next = redirected(request, response);
+        TransferEnd end = co_await transfer(&session->manager, request, setup, progress, stop);
+        for (int i = 0; i < end.repeats; ++i)
+            co_await permit(stop);
+        if (end.isConnectionGone && !std::exchange(isSentAgain, true)) {
+            co_await permit(stop);
+            continue;
+        }
+        if (end.error)
+            std::rethrow_exception(end.error);
+        std::optional<HttpRequest> next = redirected(request, *end.response);
         if (!next)
-            co_return response;
-        if (redirects == NetworkHttp::mostRedirects) {
+            co_return *std::move(end.response);
+        if (redirects++ == NetworkHttp::mostRedirects) {
             throw TransportError(
                 QStringLiteral("The server “%1” redirected too often.").arg(asked.host()));
         }
         request = *std::move(next);
+        if (permit)
+            co_await permit(stop);
     }
 }
 

@@ -9,11 +9,16 @@
 namespace veltrix
 {
 
-/// Sends requests over HTTP and HTTPS. No cookies and no disk cache; no retry, except once when a
-/// connection closes without a byte of answer, as stale ones do. Certificates are always verified.
-/// Redirects are followed only to an equal or safer scheme, at most five times; a POST is
-/// repeated (307, 308) only at the same origin, and headers that identify (apikey, Authorization,
-/// cookies) are not carried to another one.
+/// Sends requests over HTTP and HTTPS. No cookies and no cache; no retry, except when a connection
+/// closes without a byte of answer, as stale ones do. Certificates are always verified. Redirects
+/// are followed only to an equal or safer scheme, at most five times; a POST is repeated (307, 308)
+/// only at the same origin, and headers that identify (apikey, Authorization, cookies) are not
+/// carried to another one.
+///
+/// A request with a permitToRepeat takes a permit before it follows a redirect. Over HTTPS it is
+/// sent again only when a connection kept from an earlier request had gone, once, and after taking
+/// a permit. Over plain HTTP the toolkit sends it again by itself, up to three times, and permits
+/// for that are taken before the answer is handed on.
 ///
 /// Failures are TransportErrors whose texts name the server but never the path or the query. A stop
 /// aborts the connection at once. Transfers keep what they need alive, so this object may go first.

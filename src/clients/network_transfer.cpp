@@ -26,6 +26,9 @@ enum class LocalFailure {
     None,
     TimedOut,
     TooLarge,
+    /// The connection closed without a byte of answer, and the toolkit has made another to send the
+    /// request again, which it may not.
+    ConnectionClosed,
 };
 
 QString certificateProblem(const QList<QSslError> &errors)
@@ -78,6 +81,7 @@ public:
     Transfer(QNetworkReply *reply, const HttpRequest &request, QString certificatesProblem,
              HttpProgress progress)
         : m_reply(reply), m_host(request.url.host()), m_bodyLimit(request.bodyLimit),
+          m_mayRepeat(!request.permitToRepeat),
           m_certificatesProblem(std::move(certificatesProblem)), m_progress(std::move(progress))
     {
         m_reply->setReadBufferSize(chunkSize);
@@ -89,6 +93,12 @@ public:
         QObject::connect(m_reply, &QNetworkReply::metaDataChanged, &m_context,
                          [this] { measureHeaders(); });
         QObject::connect(m_reply, &QNetworkReply::metaDataChanged, &m_context, restartIdle);
+        QObject::connect(m_reply, &QNetworkReply::requestSent, &m_context,
+                         [this] { ++m_timesSent; });
+        // Direct, while the toolkit waits and before it has written anything to the connection.
+        QObject::connect(
+            m_reply, &QNetworkReply::encrypted, &m_context, [this] { refuseRepeat(); },
+            Qt::DirectConnection);
         QObject::connect(m_reply, &QNetworkReply::uploadProgress, &m_context, restartIdle);
         QObject::connect(m_reply, &QNetworkReply::readyRead, &m_context, [this] { read(); });
         QObject::connect(m_reply, &QNetworkReply::sslErrors, &m_context,
@@ -111,7 +121,22 @@ public:
 
     [[nodiscard]] const OneShot<Done> &finished() const { return m_finished; }
 
-    /// The answer, once finished.
+    /// How it ended, once finished.
+    TransferEnd takeEnd()
+    {
+        TransferEnd end;
+        if (!m_mayRepeat)
+            end.repeats = std::max(0, m_timesSent - 1);
+        end.isConnectionGone = m_failure == LocalFailure::ConnectionClosed && !m_isOwnConnection;
+        try {
+            end.response = takeResponse();
+        } catch (const TransportError &) {
+            end.error = std::current_exception();
+        }
+        return end;
+    }
+
+private:
     HttpResponse takeResponse()
     {
         read();
@@ -126,7 +151,6 @@ public:
         return response;
     }
 
-private:
     void startTimer(QTimer &timer, Seconds duration)
     {
         constexpr std::chrono::milliseconds longest = std::chrono::hours(24);
@@ -145,6 +169,16 @@ private:
             return;
         m_failure = failure;
         m_reply->abort();
+    }
+
+    /// Called when a connection of this transfer's own is ready. The first one is what it needs;
+    /// one more after the request was sent is for sending it again.
+    void refuseRepeat()
+    {
+        if (m_timesSent == 0)
+            m_isOwnConnection = true;
+        else if (!m_mayRepeat)
+            failWith(LocalFailure::ConnectionClosed);
     }
 
     void measureHeaders()
@@ -200,6 +234,8 @@ private:
             throw TransportError(
                 QStringLiteral("The answer of the server “%1” was too large.").arg(m_host));
         }
+        if (m_failure == LocalFailure::ConnectionClosed)
+            throw TransportError(networkProblem(QNetworkReply::RemoteHostClosedError, m_host));
         if (m_reply->error() == QNetworkReply::SslHandshakeFailedError && !m_sslErrors.isEmpty()) {
             QString text =
                 QStringLiteral("A secure connection to the server “%1” could not be made: %2.")
@@ -229,11 +265,16 @@ private:
     QNetworkReply *m_reply;
     QString m_host;
     qint64 m_bodyLimit;
+    bool m_mayRepeat;
     QString m_certificatesProblem;
     HttpProgress m_progress;
     QByteArray m_body;
     QList<QSslError> m_sslErrors;
     LocalFailure m_failure = LocalFailure::None;
+    int m_timesSent = 0;
+    /// The connection was made for this transfer, not kept from an earlier one. Only known of
+    /// encrypted ones.
+    bool m_isOwnConnection = false;
     OneShot<Done> m_finished;
     QTimer m_idle;
     QTimer m_total;
@@ -255,14 +296,14 @@ QNetworkReply *start(QNetworkAccessManager &manager, const HttpRequest &request,
 
 } // namespace
 
-Task<HttpResponse> transfer(QNetworkAccessManager *manager, HttpRequest request,
-                            TransferSetup setup, HttpProgress progress, std::stop_token stop)
+Task<TransferEnd> transfer(QNetworkAccessManager *manager, HttpRequest request, TransferSetup setup,
+                           HttpProgress progress, std::stop_token stop)
 {
     throwIfStopped(stop);
     Transfer running(start(*manager, request, setup.prepared), request, setup.certificatesProblem,
                      progress);
     co_await running.finished().wait(stop);
-    co_return running.takeResponse();
+    co_return running.takeEnd();
 }
 
 } // namespace veltrix

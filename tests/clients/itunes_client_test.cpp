@@ -251,6 +251,26 @@ TEST_F(ITunesClientTest, ASignInPageIsNotKeptSoThatTheSearchAfterSigningInSuccee
     EXPECT_EQ(m_http.count(), 2);
 }
 
+TEST_F(ITunesClientTest, ARequestThatGoesOutAgainTakesAPermitLikeAnyOther)
+{
+    search("bear");
+    const HttpPermit again = m_http.sent().front().request.permitToRepeat;
+    ASSERT_TRUE(again);
+    // One permit was taken for the first time; the next one is spaced like another request's.
+    const auto take = [](HttpPermit permit, std::stop_token stop) -> Task<bool> {
+        co_await permit(stop);
+        co_return true;
+    };
+    const Outcome permit(take(again, {}));
+    EXPECT_FALSE(permit.isDone());
+    m_clock->advance(Seconds(0.36));
+    EXPECT_TRUE(permit.hasValue());
+    for (int i = 0; i < 4; ++i)
+        search(QByteArray::number(i).constData());
+    m_clock->advance(Seconds(2));
+    EXPECT_EQ(m_http.count(), 4) << "the fifth permit of the bucket was spent on the repeat";
+}
+
 TEST_F(ITunesClientTest, AThousandSearchesLeaveABoundedNumberOfBytes)
 {
     // A search of a hundred apps is some 940 kB.

@@ -96,6 +96,16 @@ bool LoopbackServer::Connection::wait(std::chrono::milliseconds duration)
     return true;
 }
 
+std::optional<LoopbackServer::Request> LoopbackServer::Connection::receive()
+{
+    return server->readRequest(*this);
+}
+
+void LoopbackServer::Connection::reset()
+{
+    isReset = true;
+}
+
 LoopbackServer::LoopbackServer(Script script, std::optional<TestIdentity> identity)
     : m_script(std::move(script)), m_identity(std::move(identity))
 {
@@ -166,17 +176,19 @@ void LoopbackServer::serve(int socket)
         isReady = result == 1;
     }
     if (isReady) {
-        if (const std::optional<Request> request = readRequest(connection)) {
-            {
-                const std::lock_guard lock(m_mutex);
-                m_requests.push_back(*request);
-            }
+        if (const std::optional<Request> request = readRequest(connection))
             m_script(*request, connection);
-        }
     }
     if (connection.tls != nullptr) {
-        SSL_shutdown(connection.tls);
+        if (!connection.isReset)
+            SSL_shutdown(connection.tls);
         SSL_free(connection.tls);
+    }
+    if (connection.isReset) {
+        const linger atOnce{1, 0};
+        ::setsockopt(socket, SOL_SOCKET, SO_LINGER, &atOnce, sizeof atOnce);
+        ::close(socket);
+        return;
     }
     // The client may still be sending: closing with unread bytes would reset the connection and
     // lose the answer.
@@ -221,6 +233,8 @@ std::optional<LoopbackServer::Request> LoopbackServer::readRequest(Connection &c
         length = request.header("Content-Length").toLongLong();
     }
     request.body = bytes.mid(headEnd + 4, length);
+    const std::lock_guard lock(m_mutex);
+    m_requests.push_back(request);
     return request;
 }
 

@@ -49,15 +49,22 @@ public:
         void answer(int status, QByteArrayView body, const QByteArrayList &headers = {});
         /// Waits; false when the client or the test has gone meanwhile.
         bool wait(std::chrono::milliseconds duration);
+        /// Waits for another request on the same connection; nothing when the client has gone.
+        std::optional<Request> receive();
+        /// Breaks the connection off at the end of the script, as a machine does that has forgotten
+        /// it, instead of closing it in good order.
+        void reset();
 
     private:
         friend class LoopbackServer;
         LoopbackServer *server = nullptr;
         int socket = -1;
         SSL *tls = nullptr;
+        bool isReset = false;
     };
 
-    /// Runs in a thread of the server's, once a request. The connection is closed when it returns.
+    /// Runs in a thread of the server's, once a connection. The connection is closed when it
+    /// returns.
     using Script = std::function<void(const Request &request, Connection &connection)>;
 
     /// Speaks HTTP, or HTTPS with an identity.
@@ -80,6 +87,7 @@ public:
 private:
     void acceptAll();
     void serve(int socket);
+    /// The next request of a connection, noted; nothing when the client has gone.
     std::optional<Request> readRequest(Connection &connection);
 
     Script m_script;
