@@ -2,8 +2,6 @@
 // Which keywords are let in, and which of those that are there cannot be measured.
 #include "store/aso_store.h"
 
-#include <algorithm>
-
 namespace veltrix
 {
 
