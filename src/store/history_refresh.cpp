@@ -97,10 +97,10 @@ std::optional<Date> KeywordRefreshes::nextStale() const
     std::optional<Date> next;
     for (const TrackedKeyword &keyword : m_keywords.trackedKeywords()) {
         const SharedSnapshot newest = m_keywords.newestSnapshot(keyword.id);
-        if (!newest || !canBeMeasured(keyword.id))
+        if (!newest)
             continue;
         const Date stale = newest->fetchedAt + historyStaleness;
-        if (!next || stale < *next)
+        if ((!next || stale < *next) && canBeMeasured(keyword.id))
             next = stale;
     }
     return next;
@@ -110,7 +110,7 @@ std::deque<TrackedKeyword> KeywordRefreshes::staleKeywords() const
 {
     std::deque<TrackedKeyword> result;
     for (const TrackedKeyword &keyword : m_keywords.trackedKeywords()) {
-        if (canBeMeasured(keyword.id) && isStale(keyword.id))
+        if (isStale(keyword.id) && canBeMeasured(keyword.id))
             result.push_back(keyword);
     }
     // Zero for those that did not fail. Of those that did, the one that has waited longest for its

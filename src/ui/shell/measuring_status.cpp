@@ -58,8 +58,9 @@ void MeasuringStatus::say(const QString &message, StatusBar::Tone tone, const QS
 
 void MeasuringStatus::endPromise()
 {
+    // How many were saved stays true.
     if (m_message == keywordsSaved())
-        say(QString());
+        say(m_messageDetail);
 }
 
 void MeasuringStatus::refresh()

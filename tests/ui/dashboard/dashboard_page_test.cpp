@@ -123,7 +123,7 @@ TEST_F(DashboardPageTest, AddsTheKeywordsOfTheFieldAndMeasuresThem)
     world->client->release();
     world->client->release();
     settle();
-    EXPECT_EQ(status(), QString()) << "what was announced has come to pass";
+    EXPECT_EQ(status(), QStringLiteral("2 added")) << "what was announced has come to pass";
     EXPECT_EQ(cell("b", KeywordColumn::Popularity), QStringLiteral("42"));
 }
 
@@ -206,7 +206,7 @@ TEST_F(DashboardPageTest, AFailureOfTheBackgroundQueueShowsTheStoresMessage)
               QStringLiteral("Keywords are saved. Metrics couldn't be loaded; use Refresh to "
                              "retry."));
     EXPECT_TRUE(isShown("refreshBanner"));
-    EXPECT_EQ(status(), QString()) << "it no longer says that metrics will update";
+    EXPECT_EQ(status(), QStringLiteral("1 added")) << "it no longer says that metrics will update";
 }
 
 TEST_F(DashboardPageTest, TheBannersRefreshTriesAgainAndClearsIt)

@@ -52,6 +52,7 @@ protected:
 TEST_F(KeywordAdmissionPageTest, APasteOfThreeHundredLinesKeepsTheTenBadOnesInTheField)
 {
     open();
+    world->client->holds = true;
     QStringList lines;
     QStringList bad;
     for (int i = 0; i < 300; ++i) {
@@ -80,6 +81,7 @@ TEST_F(KeywordAdmissionPageTest, APasteOfThreeHundredLinesKeepsTheTenBadOnesInTh
 TEST_F(KeywordAdmissionPageTest, WhatIsMendedInTheFieldGoesInAndThePopoverCloses)
 {
     open();
+    world->client->holds = true;
     paste(QStringLiteral("film, photo\u0007editor"));
     press(Qt::Key_Return);
     EXPECT_EQ(added(), QStringList{QStringLiteral("film@US")});
@@ -128,6 +130,7 @@ TEST_F(KeywordAdmissionPageTest, RefusingEverythingSavesNothingAndSaysSo)
 TEST_F(KeywordAdmissionPageTest, WhatIsThereAlreadyIsCountedAndNotSavedAgain)
 {
     open();
+    world->client->holds = true;
     paste(QStringLiteral("Photo Editor, PHOTO editor"));
     EXPECT_EQ(note(), QStringLiteral("1 keyword"));
     press(Qt::Key_Return);
@@ -178,6 +181,7 @@ TEST_F(KeywordAdmissionPageTest, SavedIsNotSaidOfAChangeThatIsNotOnDisk)
 TEST_F(KeywordAdmissionPageTest, AnImportRefusesAStorefrontByNameAndTakesTheRest)
 {
     open();
+    world->client->holds = true;
     import("Keyword,Storefront\nretouch,UK\nfilm,US\ngrain,de\nPhoto Editor,US\nsepia,Germany\n");
     EXPECT_EQ(added(), (QStringList{QStringLiteral("film@US"), QStringLiteral("grain@DE")}));
     EXPECT_EQ(status(), saved);

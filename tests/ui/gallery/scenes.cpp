@@ -126,6 +126,18 @@ std::vector<Scene> dashboardScenes()
         selectRow(made, 1);
         QTest::mouseMove(made.window->dashboard().table().viewport(), QPoint(60, 180));
     }));
+    scenes.push_back(scene("dashboard-refreshing", [](WindowStage &made) {
+        made.world->client->holds = true;
+        made.window->dashboard().refreshAll();
+        made.world->client->release();
+    }));
+    scenes.push_back(scene("dashboard-up-to-date",
+                           [](WindowStage &made) { made.window->dashboard().refreshAll(); }));
+    scenes.push_back(scene("dashboard-stopped", [](WindowStage &made) {
+        made.world->client->holds = true;
+        made.window->dashboard().refreshAll();
+        click(made, "stopButton");
+    }));
     scenes.push_back(scene("dashboard-no-match", [](WindowStage &made) {
         made.find<TextField>("keywordSearch")->setText(QStringLiteral("watercolour"));
         QTest::keyClick(made.find<TextField>("keywordSearch"), Qt::Key_Return);
@@ -275,6 +287,18 @@ std::vector<Scene> shellScenes()
     std::vector<Scene> scenes;
     scenes.push_back(scene("competitors", [](WindowStage &made) {
         made.window->showWorkspace(Workspace::Competitors);
+    }));
+    scenes.push_back(scene("competitors-measuring", [](WindowStage &made) {
+        made.window->showWorkspace(Workspace::Competitors);
+        made.world->client->holds = true;
+        made.world->store->queueKeywordRefreshes(made.world->store->trackedKeywords());
+    }));
+    scenes.push_back(scene("competitors-error", [](WindowStage &made) {
+        made.window->showWorkspace(Workspace::Competitors);
+        made.world->client->fails = [](const QString &) {
+            return true;
+        };
+        made.window->dashboard().refreshAll();
     }));
     scenes.push_back(scene("sidebar-no-match", [](WindowStage &made) {
         made.find<TextField>("appSelectorSearch")->setText(QStringLiteral("zzz"));

@@ -2,6 +2,7 @@
 #include "ui/shell/measuring_status.h"
 
 #include "ui/support/ui_world.h"
+#include "ui/text/admission_texts.h"
 
 #include <gtest/gtest.h>
 
@@ -70,19 +71,20 @@ TEST_F(MeasuringStatusTest, TheFailureStandsUnderItsFixedText)
     EXPECT_EQ(status->message(), text("Rankings are up to date."));
 }
 
-TEST_F(MeasuringStatusTest, ThePromiseEndsWithTheMeasuring)
+TEST_F(MeasuringStatusTest, KeywordsSavedEndsWithTheMeasuring)
 {
-    status->say(MeasuringStatus::promise());
+    status->say(keywordsSaved(), StatusBar::Tone::Normal, text("1 added"));
     store->queueKeywordRefreshes({keywords[0]});
     EXPECT_EQ(status->message(), text("Keywords saved. Metrics will update in the background."));
     client->release();
-    EXPECT_EQ(status->message(), QString());
+    EXPECT_EQ(status->message(), text("1 added"));
+    EXPECT_EQ(status->messageDetail(), QString());
 }
 
-TEST_F(MeasuringStatusTest, ThePromiseEndsWithAFailureWhateverElseIsMeasured)
+TEST_F(MeasuringStatusTest, KeywordsSavedEndsWithAFailureWhateverElseIsMeasured)
 {
     failAll();
-    status->say(MeasuringStatus::promise());
+    status->say(keywordsSaved());
     const Outcome<Done> history(finished(store->refreshHistory(view.get_token())));
     store->queueKeywordRefreshes({keywords[1]});
     client->release();

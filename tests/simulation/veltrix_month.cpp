@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Prints how many days of a month each keyword is observed, for faults of several kinds:
+// veltrix-month [number of seeds].
+#include "simulation/measuring_month.h"
+
+#include <QCoreApplication>
+
+#include <algorithm>
+#include <cstdio>
+
+namespace
+{
+
+using namespace veltrix;
+using Hints = MonthOptions::Hints;
+using Poison = MonthOptions::Poison;
+
+struct Row {
+    const char *what;
+    Seconds searchTime;
+    Hints hints;
+    Poison poison;
+};
+
+constexpr Row rows[] = {
+    {"answers at once", Seconds(0), Hints::None, Poison::None},
+    {"4.5 s a search", Seconds(4.5), Hints::None, Poison::None},
+    {"4.5 s a search, hints answer", Seconds(4.5), Hints::Answering, Poison::None},
+    {"4.5 s a search, hints out of reach", Seconds(4.5), Hints::OutOfReach, Poison::None},
+    {"at once, one keyword of 101 letters", Seconds(0), Hints::None, Poison::TooLong},
+    {"at once, one storefront \"UK\"", Seconds(0), Hints::None, Poison::UnknownStorefront},
+    {"at once, one keyword always fails", Seconds(0), Hints::None, Poison::AlwaysFails},
+    {"4.5 s, one keyword of 101 letters", Seconds(4.5), Hints::None, Poison::TooLong},
+    {"4.5 s, one storefront \"UK\"", Seconds(4.5), Hints::None, Poison::UnknownStorefront},
+};
+
+void printRow(const Row &row, double faults, int seeds)
+{
+    int fewest = 1'000'000;
+    int fewestOfBestSeed = 0;
+    double average = 0;
+    int below = 0;
+    int searches = 0;
+    int errors = 0;
+    for (int seed = 1; seed <= seeds; ++seed) {
+        MonthOptions options;
+        options.searchTime = row.searchTime;
+        options.hints = row.hints;
+        options.poison = row.poison;
+        options.faults = faults;
+        options.seed = std::uint32_t(seed);
+        const MonthResult result = simulateMonth(options);
+        fewest = std::min(fewest, result.fewestDays());
+        fewestOfBestSeed = std::max(fewestOfBestSeed, result.fewestDays());
+        average += result.averageDays() / seeds;
+        below += result.keywordsBelow(30);
+        searches += result.searches;
+        errors += result.errorsShown;
+    }
+    std::printf("| %-36s | %3.0f %% | %2d to %2d | %5.1f | %7.1f | %8d | %6d |\n", row.what,
+                faults * 100, fewest, fewestOfBestSeed, average, double(below) / seeds,
+                searches / seeds, errors / seeds);
+    std::fflush(stdout);
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    const QCoreApplication application(argc, argv);
+    const int seeds = std::max(1, argc > 1 ? std::atoi(argv[1]) : 10);
+    std::printf("31 days, 200 keywords, window open 8 hours a day, %d seeds.\n"
+                "Days observed: of the worst keyword in the worst and in the best seed, then the "
+                "average of all;\n"
+                "the rest are averages of a seed.\n\n",
+                seeds);
+    std::printf("| %-36s | %5s | %8s | %5s | %7s | %8s | %6s |\n", "", "fault", "worst", "avg.",
+                "below30", "searches", "errors");
+    std::printf("|--------------------------------------|-------|----------|-------|---------|"
+                "----------|--------|\n");
+    for (const Row &row : rows) {
+        for (const double faults : {0.0, 0.02, 0.05})
+            printRow(row, faults, seeds);
+    }
+    return 0;
+}
