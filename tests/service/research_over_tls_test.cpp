@@ -9,6 +9,9 @@
 #include "support/json_printers.h"
 #include "support/task_outcome.h"
 
+#include <QJsonDocument>
+#include <QJsonValue>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -66,15 +69,27 @@ protected:
             return SupabaseConfiguration::load(folder);
         };
         m_client = std::make_unique<ResearchClient>(ResearchClient::Arguments{
-            configuration, counted(m_http->sender()), m_clock, m_appStore, m_cachePath});
+            configuration, noted(m_http->sender()), m_clock, m_appStore, m_cachePath});
     }
-    HttpSend counted(HttpSend send)
+    /// Notes what the service answers, such as "202 pending".
+    HttpSend noted(HttpSend send)
     {
-        return [this, send = std::move(send)](HttpRequest request, std::stop_token stop) {
-            ++m_requests;
-            return send(std::move(request), std::move(stop));
+        return [answers = m_answers, send = std::move(send)](HttpRequest request,
+                                                             std::stop_token stop) {
+            return sendAndNote(answers, send, std::move(request), std::move(stop));
         };
     }
+    static Task<HttpResponse> sendAndNote(std::shared_ptr<QStringList> answers, HttpSend send,
+                                          HttpRequest request, std::stop_token stop)
+    {
+        HttpResponse response = co_await send(std::move(request), std::move(stop));
+        const QString status =
+            QJsonDocument::fromJson(response.body)[QLatin1String("status")].toString();
+        answers->append(QStringLiteral("%1 %2").arg(response.status).arg(status));
+        co_return response;
+    }
+    /// All answers so far.
+    [[nodiscard]] QString answers() const { return m_answers->join(u", "_qs); }
 
     Outcome<Results> search(const char *keyword)
     {
@@ -97,7 +112,7 @@ protected:
             QUrl(service().appStoreOrigin()), m_http->sender(),
             std::make_shared<ITunesTrafficController>(std::make_shared<SystemClock>())});
     std::unique_ptr<ResearchClient> m_client;
-    int m_requests = 0;
+    std::shared_ptr<QStringList> m_answers = std::make_shared<QStringList>();
 };
 
 TEST_F(ResearchOverTls, AColdKeywordIsHeldAndCostsOneRequest)
@@ -105,7 +120,7 @@ TEST_F(ResearchOverTls, AColdKeywordIsHeldAndCostsOneRequest)
     const Results found = search("collage maker").wait().value();
     EXPECT_EQ(found.size(), 100);
     EXPECT_EQ(found, atTheAppStore("collage maker")) << "every field comes through as it is";
-    EXPECT_EQ(m_requests, 1);
+    EXPECT_EQ(answers(), u"200 ready");
     EXPECT_THAT(m_clock->waits(), IsEmpty());
 }
 
@@ -121,9 +136,9 @@ TEST_F(ResearchOverTls, WhatOneClientAskedForIsReadyForTheNext)
     EXPECT_EQ(search(" Habit Tracker\n").wait().value(), found);
     EXPECT_EQ(service().searches(), searches);
     EXPECT_EQ(m_client->savedResults(u"habit tracker"_qs, u"US"_qs)->fetchedAt, fetchedAt);
-    EXPECT_EQ(m_requests, 2);
+    EXPECT_EQ(answers(), u"200 ready, 200 ready");
     search("habit tracker").wait();
-    EXPECT_EQ(m_requests, 2) << "the client has it now";
+    EXPECT_EQ(answers(), u"200 ready, 200 ready") << "the client has it now";
 }
 
 TEST_F(ResearchOverTls, AnOlderResultIsNotTakenButTheNewOneWaitedFor)
@@ -136,7 +151,7 @@ TEST_F(ResearchOverTls, AnOlderResultIsNotTakenButTheNewOneWaitedFor)
     };
     const Results found = search("budget planner").wait().value();
     EXPECT_EQ(found, atTheAppStore("budget planner"));
-    EXPECT_EQ(m_requests, 2);
+    EXPECT_EQ(answers(), u"200 stale, 200 ready");
     EXPECT_THAT(m_clock->waits(), ElementsAre(11));
 }
 
@@ -145,11 +160,11 @@ TEST_F(ResearchOverTls, WhileTheAppStoreBlocksTheServiceOneKeywordWaitsAndOthers
     const Results found = search("recipe box").wait().value();
     m_cachePath.clear();
     openClient();
-    m_requests = 0;
+    m_answers->clear();
     // A block of a minute, the keyword's turn and a second.
     EXPECT_EQ(search("sample:throttled notes").wait().failureText(), queuedText(2));
     EXPECT_EQ(search("sample:throttled notes").wait().failureText(), queuedText(2));
-    EXPECT_EQ(m_requests, 1) << "it is not asked for again before its time";
+    EXPECT_EQ(answers(), u"200 unavailable") << "it is not asked for again before its time";
     EXPECT_EQ(search("recipe box").wait().value(), found);
     EXPECT_THAT(m_clock->waits(), IsEmpty());
 }
@@ -161,7 +176,7 @@ TEST_F(ResearchOverTls, AKeywordThatFailsThreeTimesHasFailedForTenMinutes)
     const int searches = service().searches();
     EXPECT_EQ(search("sample:error sudoku").wait().failureText(), queuedText(10));
     EXPECT_EQ(service().searches(), searches + 3);
-    EXPECT_EQ(m_requests, 1);
+    EXPECT_EQ(answers(), u"200 failed");
     EXPECT_EQ(search("sudoku").wait().value(), atTheAppStore("sudoku"));
 }
 
@@ -170,7 +185,7 @@ TEST_F(ResearchOverTls, TooManyRequestsHoldBackEveryKeyword)
     service().setState(uR"({"state":"40 outstanding"})"_qs, u"word game"_qs);
     EXPECT_EQ(search("word game").wait().failureText(), queuedText(1));
     EXPECT_EQ(search("another word game").wait().failureText(), queuedText(1));
-    EXPECT_EQ(m_requests, 1);
+    EXPECT_EQ(answers(), u"429 unavailable");
 }
 
 TEST_F(ResearchOverTls, ADatabaseOutOfReachIsWaitedFor)
@@ -181,7 +196,7 @@ TEST_F(ResearchOverTls, ADatabaseOutOfReachIsWaitedFor)
         return Waits::LeftOut;
     };
     EXPECT_EQ(search("sleep sounds").wait().value(), atTheAppStore("sleep sounds"));
-    EXPECT_EQ(m_requests, 2);
+    EXPECT_EQ(answers(), u"503 unavailable, 200 ready");
     EXPECT_THAT(m_clock->waits(), ElementsAre(10));
 }
 
@@ -191,7 +206,7 @@ TEST_F(ResearchOverTls, AFullQueueAndASpentShareAreSaidInMinutes)
     EXPECT_EQ(search("guitar tuner").wait().failureText(), queuedText(10));
     service().setState(uR"({"state":"share spent"})"_qs, u"chord finder"_qs);
     EXPECT_EQ(search("chord finder").wait().failureText(), queuedText(60));
-    EXPECT_EQ(m_requests, 2);
+    EXPECT_EQ(answers(), u"200 unavailable, 200 unavailable");
 }
 
 TEST_F(ResearchOverTls, AHeldQuestionThatIsCutOffFailsAndTheNextIsServed)
@@ -228,7 +243,7 @@ TEST_F(ResearchWithoutHolding, IsPendingAndThenReady)
     service().sql(u"update aso_research.setting set pace = '500 milliseconds'"_qs);
     const Results found = search("flash cards").wait().value();
     EXPECT_EQ(found, atTheAppStore("flash cards"));
-    EXPECT_EQ(m_requests, 2);
+    EXPECT_EQ(answers(), u"202 pending, 200 ready");
     EXPECT_THAT(m_clock->waits(), ElementsAre(2));
 }
 
@@ -248,7 +263,7 @@ TEST_F(ResearchWithoutHolding, AServiceKilledInTheMiddleOfAFetchServesTheThirdAt
     };
     const Results found = search("sample:slow meditation").wait(60s).value();
     EXPECT_EQ(found, atTheAppStore("meditation"));
-    EXPECT_EQ(m_requests, 3);
+    EXPECT_EQ(answers(), u"202 pending, 202 pending, 200 ready");
     EXPECT_THAT(m_clock->waits(), ElementsAre(4, 4));
     EXPECT_EQ(service().searches(), searches + 3) << "twice for the service, once for this test";
 }
