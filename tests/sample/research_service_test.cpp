@@ -155,15 +155,14 @@ TEST(ResearchServicePending, MakesEveryKeywordWaitOnceWhenAskedTo)
     SecureClient client(services);
     const httplib::Headers headers{{"apikey", publishableKey}};
     const auto ask = [&](const char *country) {
-        return client
-            ->Post(researchPath, headers,
-                   std::string(R"({"keyword":"notes","country":")") + country + "\"}",
-                   "application/json")
-            ->status;
+        const auto answer = client->Post(
+            researchPath, headers,
+            std::string(R"({"keyword":"notes","country":")") + country + "\"}", "application/json");
+        return std::to_string(answer->status) + ' ' + answer->get_header_value("Retry-After");
     };
-    EXPECT_EQ(ask("US"), 202);
-    EXPECT_EQ(ask("DE"), 202) << "another storefront is another question";
-    EXPECT_EQ(ask("US"), 200);
+    EXPECT_EQ(ask("US"), "202 2");
+    EXPECT_EQ(ask("DE"), "202 2") << "another storefront is another question";
+    EXPECT_EQ(ask("US"), "200 ");
 }
 
 TEST_F(ResearchServiceTest, IsTrustedOnlyThroughItsAuthority)
