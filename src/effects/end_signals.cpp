@@ -20,8 +20,17 @@ constexpr std::array endSignals{SIGTERM, SIGINT, SIGHUP};
 /// A pipe from the signal handler, which may do next to nothing, to the event loop.
 std::array<int, 2> wakeUp{-1, -1};
 
-void handle(int)
+/// Signals so far.
+volatile std::sig_atomic_t received = 0;
+
+void handle(int signal)
 {
+    received = received + 1;
+    if (received > 2) {
+        std::signal(signal, SIG_DFL);
+        std::raise(signal);
+        return;
+    }
     const int code = errno;
     [[maybe_unused]] const ssize_t written = ::write(wakeUp[1], "", 1);
     errno = code;
@@ -31,6 +40,7 @@ void handle(int)
 
 EndSignals::EndSignals(QObject *parent) : QObject(parent)
 {
+    received = 0;
     if (::pipe2(wakeUp.data(), O_CLOEXEC | O_NONBLOCK) != 0)
         return;
     auto *notifier = new QSocketNotifier(wakeUp[0], QSocketNotifier::Read, this);
@@ -49,7 +59,7 @@ EndSignals::EndSignals(QObject *parent) : QObject(parent)
         struct sigaction action {
         };
         action.sa_handler = handle;
-        action.sa_flags = int(SA_RESETHAND) | SA_RESTART;
+        action.sa_flags = SA_RESTART;
         ::sigaction(signal, &action, nullptr);
     }
 }

@@ -8,7 +8,8 @@ namespace veltrix
 {
 
 /// Turns SIGTERM, SIGINT and SIGHUP into a Qt signal, for the life of this object; there is one at
-/// a time. Only the first of each kind: a second ends the program at once, should it hang.
+/// a time. The third ends the program at once, should it hang; the second may only be an echo, for
+/// some who end a program signal it and then all of its group.
 class EndSignals final : public QObject
 {
     Q_OBJECT
