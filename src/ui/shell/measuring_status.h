@@ -41,8 +41,7 @@ public:
     [[nodiscard]] StatusBar::Tone tone() const { return m_tone; }
     [[nodiscard]] const QString &messageDetail() const { return m_messageDetail; }
 
-    /// Says something. keywordsSaved() goes when measuring ends or fails, and
-    /// leaves its detail;
+    /// Says something. keywordsSaved() goes when measuring ends or fails, and leaves its detail;
     /// everything else stays until something else is said.
     void say(const QString &message, StatusBar::Tone tone = StatusBar::Tone::Normal,
              const QString &detail = QString());

@@ -190,6 +190,8 @@ TEST_F(KeywordAdmissionPageTest, AnImportRefusesAStorefrontByNameAndTakesTheRest
                                              "“retouch”: “UK” is not a supported storefront\n"
                                              "“sepia”: “Germany” is not a supported storefront"));
     // Both are measured; nothing waits behind what was refused.
+    world->client->release();
+    world->client->release();
     EXPECT_EQ(world->client->searches.filter(QStringLiteral("film")).size(), 1);
     EXPECT_EQ(world->client->searches.filter(QStringLiteral("grain/DE")).size(), 1);
     EXPECT_TRUE(world->client->searches.filter(QStringLiteral("UK")).isEmpty());
