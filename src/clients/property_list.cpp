@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "clients/property_list.h"
 
-#include <QXmlStreamReader>
+#include "clients/safe_xml_reader.h"
 
 namespace veltrix
 {
@@ -9,116 +9,83 @@ namespace veltrix
 namespace
 {
 
-class Reader
+/// The value of the element that the reader has just entered.
+PropertyListValue takeValue(SafeXmlReader &xml);
+
+[[noreturn]] void fail(const QString &problem)
 {
-public:
-    Reader(const QByteArray &xml, PropertyListLimits limits) : m_xml(xml), m_limits(limits)
-    {
-        m_xml.setEntityExpansionLimit(0);
-    }
+    throw PropertyListError(problem);
+}
 
-    PropertyListValue document()
-    {
-        while (!m_xml.atEnd() && m_xml.readNext() != QXmlStreamReader::StartElement) {
-            if (m_xml.isDTD())
-                m_declaresEntities = !m_xml.entityDeclarations().isEmpty();
-        }
-        // An entity may stand for a million others, or for a file; no property list needs one.
-        if (m_declaresEntities)
-            fail(QStringLiteral("it declares entities"));
-        if (!m_xml.isStartElement() || m_xml.name() != u"plist")
-            fail(QStringLiteral("it has no plist element"));
-        if (!m_xml.readNextStartElement())
-            fail(QStringLiteral("it is empty"));
-        PropertyListValue value = readValue(1);
-        if (m_xml.readNextStartElement())
-            fail(QStringLiteral("it has more than one root value"));
-        while (!m_xml.atEnd())
-            m_xml.readNext();
-        checkSyntax();
-        return value;
+PropertyListValue takeDictionary(SafeXmlReader &xml)
+{
+    PropertyListValue::Dictionary dictionary;
+    while (xml.enterChild()) {
+        if (xml.name() != u"key")
+            fail(QStringLiteral("a dictionary has a value without a key"));
+        const QString key = xml.takeText();
+        if (!xml.enterChild())
+            fail(QStringLiteral("the key “%1” has no value").arg(key));
+        dictionary.insert(key, takeValue(xml));
     }
+    return PropertyListValue(std::move(dictionary));
+}
 
-private:
-    [[noreturn]] void fail(const QString &problem)
-    {
-        checkSyntax();
-        throw PropertyListError(problem);
+PropertyListValue takeArray(SafeXmlReader &xml)
+{
+    PropertyListValue::Array array;
+    while (xml.enterChild())
+        array.append(takeValue(xml));
+    return PropertyListValue(std::move(array));
+}
+
+PropertyListValue takeValue(SafeXmlReader &xml)
+{
+    const QString type = xml.name().toString();
+    if (type == u"dict")
+        return takeDictionary(xml);
+    if (type == u"array")
+        return takeArray(xml);
+    if (type == u"true" || type == u"false") {
+        xml.skip();
+        return PropertyListValue(type == u"true");
     }
-
-    void checkSyntax() const
-    {
-        if (m_xml.hasError())
-            throw PropertyListError(m_xml.errorString());
+    const QString text = xml.takeText();
+    if (type == u"string" || type == u"date" || type == u"data")
+        return PropertyListValue(text);
+    bool isNumber = false;
+    if (type == u"integer") {
+        const qlonglong number = text.trimmed().toLongLong(&isNumber);
+        if (isNumber)
+            return PropertyListValue(std::int64_t(number));
+    } else if (type == u"real") {
+        const double number = text.trimmed().toDouble(&isNumber);
+        if (isNumber)
+            return PropertyListValue(number);
     }
+    fail(QStringLiteral("“%1” is not a value").arg(type));
+}
 
-    /// The value of the element that was just opened.
-    PropertyListValue readValue(int depth)
-    {
-        if (depth > m_limits.depth)
-            fail(QStringLiteral("it is nested too deeply"));
-        const QString type = m_xml.name().toString();
-        if (type == u"dict")
-            return readDictionary(depth);
-        if (type == u"array")
-            return readArray(depth);
-        if (type == u"true" || type == u"false") {
-            m_xml.skipCurrentElement();
-            checkSyntax();
-            return PropertyListValue(type == u"true");
-        }
-        const QString text = readText();
-        if (type == u"string" || type == u"date" || type == u"data")
-            return PropertyListValue(text);
-        bool isNumber = false;
-        if (type == u"integer") {
-            const qlonglong number = text.trimmed().toLongLong(&isNumber);
-            if (isNumber)
-                return PropertyListValue(std::int64_t(number));
-        } else if (type == u"real") {
-            const double number = text.trimmed().toDouble(&isNumber);
-            if (isNumber)
-                return PropertyListValue(number);
-        }
-        fail(QStringLiteral("“%1” is not a value").arg(type));
-    }
+PropertyListValue takeDocument(SafeXmlReader &xml)
+{
+    if (!xml.enterChild() || xml.name() != u"plist")
+        fail(QStringLiteral("it has no plist element"));
+    if (!xml.enterChild())
+        fail(QStringLiteral("it is empty"));
+    PropertyListValue value = takeValue(xml);
+    if (xml.enterChild())
+        fail(QStringLiteral("it has more than one root value"));
+    xml.requireEnd();
+    return value;
+}
 
-    /// The text up to the end of the element.
-    QString readText()
-    {
-        QString text = m_xml.readElementText(QXmlStreamReader::ErrorOnUnexpectedElement);
-        checkSyntax();
-        return text;
-    }
-
-    PropertyListValue readDictionary(int depth)
-    {
-        PropertyListValue::Dictionary dictionary;
-        while (m_xml.readNextStartElement()) {
-            if (m_xml.name() != u"key")
-                fail(QStringLiteral("a dictionary has a value without a key"));
-            const QString key = readText();
-            if (!m_xml.readNextStartElement())
-                fail(QStringLiteral("the key “%1” has no value").arg(key));
-            dictionary.insert(key, readValue(depth + 1));
-        }
-        checkSyntax();
-        return PropertyListValue(std::move(dictionary));
-    }
-
-    PropertyListValue readArray(int depth)
-    {
-        PropertyListValue::Array array;
-        while (m_xml.readNextStartElement())
-            array.append(readValue(depth + 1));
-        checkSyntax();
-        return PropertyListValue(std::move(array));
-    }
-
-    QXmlStreamReader m_xml;
-    PropertyListLimits m_limits;
-    bool m_declaresEntities = false;
-};
+/// A sentence as the end of another one.
+QString clauseOf(QString sentence)
+{
+    if (sentence.endsWith(u'.'))
+        sentence.chop(1);
+    return sentence.left(1).toLower() + sentence.mid(1);
+}
 
 } // namespace
 
@@ -138,9 +105,13 @@ std::optional<PropertyListValue> PropertyListValue::member(const QString &key) c
 
 PropertyListValue readPropertyList(const QByteArray &xml, PropertyListLimits limits)
 {
-    if (xml.size() > limits.bytes)
-        throw PropertyListError(QStringLiteral("it is too large"));
-    return Reader(xml, limits).document();
+    try {
+        // The plist element itself is one level, too.
+        SafeXmlReader reader(xml, {limits.bytes, limits.depth + 1});
+        return takeDocument(reader);
+    } catch (const XmlError &error) {
+        throw PropertyListError(clauseOf(error.description()));
+    }
 }
 
 } // namespace veltrix

@@ -63,7 +63,7 @@ struct PropertyListLimits {
 };
 
 /// Reads an XML property list. Nothing outside the text is ever loaded: the document type is
-/// skipped, its entities are not resolved, and a text that uses one fails. Throws
+/// skipped, and a text that declares entities or uses one that is not declared fails. Throws
 /// PropertyListError.
 PropertyListValue readPropertyList(const QByteArray &xml, PropertyListLimits limits = {});
 

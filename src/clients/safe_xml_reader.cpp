@@ -9,6 +9,7 @@ SafeXmlReader::SafeXmlReader(QByteArray document, XmlLimits limits)
 {
     if (m_document.size() > limits.size)
         throw XmlError(QStringLiteral("The document is too large."));
+    m_reader.setEntityResolver(&m_undeclared);
     m_reader.addData(m_document);
 }
 
@@ -64,6 +65,8 @@ void SafeXmlReader::requireEnd()
 QXmlStreamReader::TokenType SafeXmlReader::next()
 {
     const QXmlStreamReader::TokenType token = m_reader.readNext();
+    if (m_undeclared.isUsed)
+        throw XmlError(QStringLiteral("The document uses an unknown entity."));
     switch (token) {
     case QXmlStreamReader::Invalid:
         throw XmlError(QStringLiteral("The document is not valid XML (line %1: %2)")

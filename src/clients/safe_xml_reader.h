@@ -47,9 +47,24 @@ public:
     [[nodiscard]] QXmlStreamAttributes attributes() const { return m_reader.attributes(); }
 
 private:
+    /// Hears of entities that are not declared. In an attribute nothing else tells of them: where
+    /// there is a document type elsewhere, they would leave a hole in its text.
+    class UndeclaredEntities final : public QXmlStreamEntityResolver
+    {
+    public:
+        QString resolveUndeclaredEntity(const QString &name) override
+        {
+            isUsed = true;
+            return QXmlStreamEntityResolver::resolveUndeclaredEntity(name);
+        }
+
+        bool isUsed = false;
+    };
+
     QXmlStreamReader::TokenType next();
 
     QByteArray m_document;
+    UndeclaredEntities m_undeclared;
     QXmlStreamReader m_reader;
     int m_depth = 0;
     int m_depthLimit;

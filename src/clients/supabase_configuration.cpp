@@ -6,6 +6,8 @@
 
 #include <QFileInfo>
 
+#include <algorithm>
+
 namespace veltrix
 {
 
@@ -33,6 +35,15 @@ QString requiredText(const PropertyListValue &list, const QString &key)
     if (!text)
         throw PropertyListError(QStringLiteral("it has no text “%1”").arg(key));
     return *text;
+}
+
+/// Such a text could end a header, or the line of a request, and begin another one.
+bool hasLineBreakOrControl(const QString &text)
+{
+    return std::any_of(text.begin(), text.end(), [](QChar c) {
+        return c.category() == QChar::Other_Control || c.category() == QChar::Separator_Line ||
+               c.category() == QChar::Separator_Paragraph;
+    });
 }
 
 QString pathIn(const QString &resourceFolder)
@@ -63,7 +74,8 @@ SupabaseConfiguration SupabaseConfiguration::fromPropertyList(const QByteArray &
     const QString key = requiredText(list, QStringLiteral("publishableKey"));
     const QUrl url(address, QUrl::StrictMode);
     // The scheme is compared as it is written; QUrl would make it lower-case.
-    if (!address.startsWith(QLatin1String("https:")) || !url.isValid() || url.host().isEmpty() ||
+    if (hasLineBreakOrControl(address) || hasLineBreakOrControl(key) ||
+        !address.startsWith(QLatin1String("https:")) || !url.isValid() || url.host().isEmpty() ||
         !key.startsWith(keyPrefix) || key.size() == keyPrefix.size())
         throw ConfigurationError(ConfigurationError::Reason::InvalidConfiguration);
     return {url, key};

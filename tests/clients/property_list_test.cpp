@@ -73,6 +73,29 @@ TEST(PropertyList, EntitiesAreNeverResolved)
               QStringLiteral("no failure"));
 }
 
+TEST(PropertyList, AnEntityThatIsNotDeclaredFails)
+{
+    // With a document type somewhere else, a reader could take it for declared there and leave a
+    // hole in the text.
+    for (const char *type : {"", "<!DOCTYPE plist PUBLIC \"-//Apple//DTD PLIST 1.0//EN\" "
+                                 "\"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">"}) {
+        const auto failure = [&](const QByteArray &value) {
+            return failureOf(QByteArray("<?xml version=\"1.0\"?>") + type +
+                             "<plist version=\"1.0\">" + value + "</plist>");
+        };
+        for (const char *value :
+             {"<string>sb_publishable_&key;</string>", "<string>&nbsp;</string>",
+              "<dict><key>a&b;</key><string>x</string></dict>", "<array>&x;</array>",
+              "<true>&x;</true>", "<integer>1&x;</integer>"}) {
+            EXPECT_TRUE(failure(value).startsWith(
+                QStringLiteral("The property list couldn’t be read: the document ")))
+                << value << ": " << failure(value).toStdString();
+        }
+        EXPECT_EQ(failure("<string>&amp;&lt;&gt;&quot;&apos;&#233;&#xe9;</string>"),
+                  QStringLiteral("no failure"));
+    }
+}
+
 TEST(PropertyList, DepthAndSizeAreLimited)
 {
     const QByteArray deep = "<plist>" + QByteArray("<array>").repeated(100'000) +

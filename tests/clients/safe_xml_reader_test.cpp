@@ -102,6 +102,17 @@ TEST(SafeXmlReader, EntitiesAreRefusedAtOnce)
     EXPECT_TRUE(isRefused("<a><text>&unknown;</text></a>"));
 }
 
+TEST(SafeXmlReader, AnEntityThatIsNotDeclaredIsRefusedWhereverItStands)
+{
+    for (const char *type : {"", "<!DOCTYPE a SYSTEM \"http://127.0.0.1:1/x.dtd\">",
+                             "<!DOCTYPE a PUBLIC \"-//X//DTD\" \"http://127.0.0.1:1/x.dtd\">"}) {
+        for (const char *body : {"<a>&x;</a>", "<a><text>1&x;2</text></a>", "<a b=\"1&x;2\"/>",
+                                 "<a><text b='&x;'/></a>", "<a><skipped>&x;</skipped></a>",
+                                 "<a><skipped><b c='&x;'/></skipped></a>"})
+            EXPECT_TRUE(isRefused(QByteArray(type) + body)) << type << body;
+    }
+}
+
 TEST(SafeXmlReader, LimitsDepthAndSize)
 {
     const auto nested = [](int levels) {

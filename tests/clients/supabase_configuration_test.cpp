@@ -68,6 +68,19 @@ TEST(SupabaseConfigurationRules, TheKeyIsMoreThanItsPrefix)
     EXPECT_EQ(problem("https://p.example", ""), invalid);
 }
 
+TEST(SupabaseConfigurationRules, ALineBreakOrAnotherControlCharacterIsRefused)
+{
+    // The key becomes a header of every request: what follows a line break would be one of its own.
+    for (const char *key :
+         {"sb_publishable_x\n", "sb_publishable_x\nX-Admin: yes", "sb_publishable_x&#13;&#10;Y: z",
+          "sb_publishable_&#13;", "sb_publishable_&#9;x", "sb_publishable_x&#x7f;",
+          "sb_publishable_x&#x85;", "sb_publishable_x&#x2028;", "sb_publishable_x&#x2029;"})
+        EXPECT_EQ(problem("https://p.example", key), invalid) << key;
+    for (const char *url : {"https://p.example\n", "https://p.example/&#13;&#10;X: y",
+                            "https://p.ex&#10;ample", "https://p.example/a&#9;b"})
+        EXPECT_EQ(problem(url), invalid) << url;
+}
+
 TEST(SupabaseConfigurationRules, AFileThatIsNotAsExpectedIsTheReadersError)
 {
     for (const char *document :

@@ -33,7 +33,8 @@ TEST(UpdateSourceTest, OnlyAnHttpsAddressWithAHostEnablesUpdates)
          {"http://updates.example/feed.xml", "HTTPS://updates.example/feed.xml",
           "Https://updates.example/feed.xml", "https:///feed.xml", "https:", "https:feed.xml",
           "https", "", " https://a", "https://a b/", "https://a/%zz", "https://a:x/",
-          "//updates.example/feed.xml", "ftp://updates.example/feed.xml", "httpsx://a/"})
+          "//updates.example/feed.xml", "ftp://updates.example/feed.xml", "httpsx://a/",
+          "https://a/feed.xml\n", "https://a/feed.xml\r\nX: y", "https://a\n/feed.xml"})
         EXPECT_FALSE(updateSource(QString::fromUtf8(bad), keyOf(32)).has_value()) << bad;
 }
 
@@ -43,6 +44,7 @@ TEST(UpdateSourceTest, AKeyOf31Or33BytesOrNoBase64DisablesUpdates)
         EXPECT_FALSE(updateSource(feed, keyOf(size)).has_value()) << size;
     EXPECT_FALSE(updateSource(feed, QStringLiteral("not base64")).has_value());
     EXPECT_FALSE(updateSource(feed, keyOf(32) + u' ').has_value());
+    EXPECT_FALSE(updateSource(feed, keyOf(32) + u'\n').has_value());
 }
 
 TEST(UpdateSourceTest, AMissingValueDisablesUpdates)
