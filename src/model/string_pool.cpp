@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "model/string_pool.h"
 
+#include <QStringDecoder>
+
 namespace veltrix
 {
 
@@ -64,10 +66,19 @@ std::uint64_t hashBytes(std::string_view bytes)
     return mix(hash, firstOdd);
 }
 
+QString textFromUtf8(std::string_view utf8)
+{
+    const QByteArrayView bytes(utf8.data(), qsizetype(utf8.size()));
+    if (!utf8.starts_with("\xEF\xBB\xBF"))
+        return QString::fromUtf8(bytes);
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringConverter::Flag::ConvertInitialBom);
+    return decoder.decode(bytes);
+}
+
 QString StringPool::share(std::string_view utf8)
 {
     const auto convert = [&] {
-        return QString::fromUtf8(utf8.data(), qsizetype(utf8.size()));
+        return textFromUtf8(utf8);
     };
     return utf8.size() > longestShared ? convert() : m_pool.share(utf8, convert);
 }

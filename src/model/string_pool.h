@@ -112,6 +112,10 @@ private:
     std::string m_bytes;
 };
 
+/// The text of these bytes, all of it: a U+FEFF at the start is a letter like any other here, not
+/// the mark of a file that QString::fromUtf8() takes away.
+QString textFromUtf8(std::string_view utf8);
+
 /// Turns UTF-8 into QStrings, giving equal short texts one shared copy. Keywords, icon addresses
 /// and explanations repeat from day to day, so memory stays near the number of distinct strings.
 class StringPool

@@ -104,6 +104,20 @@ TEST(JsonStrings, ControlCharactersQuotesAndOtherPlanesSurvive)
     EXPECT_EQ(read("0", "0", toJson(text)).text, text);
 }
 
+TEST(JsonStrings, ATextThatBeginsWithAByteOrderMarkComesBackAsItWas)
+{
+    const QString mark(QChar(0xFEFF));
+    for (const QString &rest : {QString(), QStringLiteral("a"), QStringLiteral("photo é"), mark,
+                                mark + QStringLiteral("日本"), QString(2000, u'x')}) {
+        const QString text = mark + rest;
+        EXPECT_EQ(read("0", "0", toJson(text)).text, text) << rest.toStdString();
+        const QList<QString> twice{text, rest, text};
+        EXPECT_EQ(fromJson<QList<QString>>(toJson(twice)), twice);
+        const FactorMap map{{text, 1}, {QStringLiteral("x"), 2}};
+        EXPECT_TRUE(fromJson<FactorMap>(toJson(map)) == map) << rest.toStdString();
+    }
+}
+
 TEST(JsonStrings, HalfACharacterIsWrittenAsTheReplacementCharacter)
 {
     EXPECT_EQ(toJson(QString(QChar(0xD800))), "\"\xEF\xBF\xBD\"");

@@ -18,10 +18,12 @@ template <>
 struct Arbitrary<QString> {
     static Gen<QString> arbitrary()
     {
-        // Every plane, line separators and controls; no half surrogates, which JSON cannot hold.
-        const auto character = gen::oneOf(
-            gen::inRange<char32_t>(0, 0x80), gen::inRange<char32_t>(0x80, 0xD800),
-            gen::inRange<char32_t>(0xE000, 0x10000), gen::inRange<char32_t>(0x10000, 0x20000));
+        // Every plane, line separators, controls and marks that begin a file; no half surrogates,
+        // which JSON cannot hold.
+        const auto character =
+            gen::oneOf(gen::inRange<char32_t>(0, 0x80), gen::inRange<char32_t>(0x80, 0xD800),
+                       gen::inRange<char32_t>(0xE000, 0x10000),
+                       gen::inRange<char32_t>(0x10000, 0x20000), gen::just(char32_t(0xFEFF)));
         return gen::map(gen::container<std::u32string>(character),
                         [](const std::u32string &text) { return QString::fromStdU32String(text); });
     }
