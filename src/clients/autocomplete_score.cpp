@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -45,7 +46,7 @@ std::int64_t medianOf(std::vector<std::int64_t> values)
     const size_t middle = values.size() / 2;
     if (values.size() % 2 == 1)
         return values[middle];
-    return std::llround(double(values[middle - 1] + values[middle]) / 2);
+    return std::llround(double(values[middle - 1]) / 2 + double(values[middle]) / 2);
 }
 
 } // namespace
@@ -53,7 +54,8 @@ std::int64_t medianOf(std::vector<std::int64_t> values)
 std::int64_t autocompleteDay(Date date)
 {
     // 1970-01-01 lies 11,323 days before day 0 of utcDay().
-    return utcDay(date) + std::int64_t(unixSecondsAtReferenceEpoch / secondsPerDay);
+    constexpr auto between = std::int64_t(unixSecondsAtReferenceEpoch / secondsPerDay);
+    return std::min(utcDay(date), std::numeric_limits<std::int64_t>::max() - between) + between;
 }
 
 QStringList autocompletePrefixes(const QString &keyword)
@@ -69,7 +71,10 @@ QStringList autocompletePrefixes(const QString &keyword)
     for (qsizetype i = 0; i < count; ++i) {
         const double step = double(full - shortestPrefix) / double(count - 1);
         const qsizetype length = shortestPrefix + std::llround(double(i) * step);
-        prefixes.append(QString::fromStdU32String(characters.substr(0, size_t(length))));
+        qsizetype units = 0;
+        for (const char32_t c : characters.substr(0, size_t(length)))
+            units += QChar::requiresSurrogates(c) ? 2 : 1;
+        prefixes.append(keyword.first(units));
     }
     return prefixes;
 }

@@ -169,8 +169,10 @@ TEST(JsonStrings, AFieldThatRepeatsItsTextIsReadAsItStands)
 TEST(JsonStrings, AnotherParserReadsTheSameTexts)
 {
     EXPECT_TRUE(rc::check("an independent parser reads what is written", [](const QString &text) {
-        const auto document = QJsonDocument::fromJson("{\"text\":" + toJson(text) + "}");
-        RC_ASSERT(document.object().value(QStringLiteral("text")).toString() == text);
+        // In front of a U+FEFF, which the other parser would take away from the start.
+        const QString whole = u'>' + text;
+        const auto document = QJsonDocument::fromJson("{\"text\":" + toJson(whole) + "}");
+        RC_ASSERT(document.object().value(QStringLiteral("text")).toString() == whole);
     }));
 }
 

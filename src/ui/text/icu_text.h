@@ -13,7 +13,8 @@ namespace veltrix
 
 inline QString fromIcu(const icu::UnicodeString &text)
 {
-    return QString::fromUtf16(text.getBuffer(), text.length());
+    // QString::fromUtf16() would take a U+FEFF at the start for the mark of a file.
+    return QString(reinterpret_cast<const QChar *>(text.getBuffer()), text.length());
 }
 
 inline icu::Locale icuLocale(const QLocale &locale)
