@@ -3,7 +3,12 @@
 
 #include "clients/update/test_feed.h"
 #include "clients/update/update_error.h"
+#include "effects/atomic_file.h"
 #include "support/json_printers.h"
+
+#include <QProcess>
+#include <QStandardPaths>
+#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
@@ -33,6 +38,32 @@ QString verdict(const QByteArray &package, qint64 length, const QString &signatu
 
 const QString notOurs =
     QStringLiteral("The update was refused: its signature is not that of Veltrix.");
+
+TEST(UpdateSignature, ThatOfTheOpensslProgramIsUnderstood)
+{
+    const QString tool = QStandardPaths::findExecutable(QStringLiteral("openssl"));
+    ASSERT_FALSE(tool.isEmpty());
+    const QTemporaryDir folder;
+    // Gives what the program prints; the words are parted by spaces.
+    const auto openssl = [&](const char *words) {
+        QProcess process;
+        process.setWorkingDirectory(folder.path());
+        process.start(tool, QString::fromLatin1(words).split(u' '));
+        EXPECT_TRUE(process.waitForFinished());
+        EXPECT_EQ(process.exitCode(), 0) << process.readAllStandardError().toStdString();
+        return process.readAllStandardOutput();
+    };
+    const QByteArray package = "the bytes of a package";
+    writeFileAtomically(folder.filePath(QStringLiteral("package")), package);
+    openssl("genpkey -algorithm ed25519 -out key.pem");
+    const QByteArray publicKey = openssl("pkey -in key.pem -pubout -outform DER").last(32);
+    const QByteArray signature = openssl("pkeyutl -sign -rawin -inkey key.pem -in package");
+    EXPECT_EQ(verdict(package, package.size(), base64(signature), base64(publicKey)),
+              QStringLiteral("genuine"));
+    EXPECT_EQ(
+        verdict("the bytes of a Package", package.size(), base64(signature), base64(publicKey)),
+        notOurs);
+}
 
 TEST(UpdateSignature, AKeyIsBase64OfExactly32Bytes)
 {
