@@ -21,6 +21,9 @@ namespace
 /// The namespace by which readers know the feed's own elements.
 const QString feedNamespace = u"http://www.andymatuschak.org/xml-namespaces/sparkle"_qs;
 
+constexpr const char *releaseNotes = "<h2>What is new</h2><ul><li>Rankings load faster.</li>"
+                                     "<li>Charts mark days without a check.</li></ul>";
+
 struct FeedItem {
     QString version;
     QString path;
@@ -62,6 +65,9 @@ void writeItem(QXmlStreamWriter &xml, const FeedItem &item, const QString &origi
         xml.writeTextElement(feedNamespace, QStringLiteral("channel"), item.channel);
     xml.writeTextElement(feedNamespace, QStringLiteral("releaseNotesLink"),
                          origin + QStringLiteral("/updates/notes.html"));
+    xml.writeStartElement(QStringLiteral("description"));
+    xml.writeCDATA(QString::fromLatin1(releaseNotes));
+    xml.writeEndElement();
     xml.writeEmptyElement(QStringLiteral("enclosure"));
     xml.writeAttribute(QStringLiteral("url"), origin + item.path);
     xml.writeAttribute(QStringLiteral("length"), QString::number(archive.size()));
@@ -138,8 +144,7 @@ void UpdateFeed::install(httplib::Server &server, const QString &origin)
     });
     server.Get("/updates/notes.html", [](const Request &request, Response &response) {
         replyText(request, response,
-                  "<!DOCTYPE html>\n<html><body><h2>What is new</h2><ul><li>Rankings load faster."
-                  "</li><li>Charts mark days without a check.</li></ul></body></html>\n",
+                  "<!DOCTYPE html>\n<html><body>" + QByteArray(releaseNotes) + "</body></html>\n",
                   "text/html; charset=utf-8");
     });
 }

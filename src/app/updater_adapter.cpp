@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/updater_adapter.h"
 
+#include "ui/text/release_notes.h"
+
 #include <QLocale>
 
 namespace veltrix
@@ -27,15 +29,27 @@ struct StatusWords {
     }
     UpdaterStatus operator()(const UpdateAvailable &state) const
     {
-        const bool canDownload = state.offer.package.has_value();
-        const bool hasPage = !state.offer.link.isEmpty();
-        return {.text =
-                    UpdaterAdapter::tr("Version %1 is available.").arg(state.offer.displayVersion),
-                .fraction = {},
-                .canStop = false,
-                .action = canDownload ? UpdaterAdapter::tr("Download")
-                          : hasPage   ? UpdaterAdapter::tr("Read More")
-                                      : QString()};
+        const UpdateOffer &offer = state.offer;
+        UpdaterStatus status;
+        status.text = UpdaterAdapter::tr("Version %1 is available.").arg(offer.displayVersion);
+        if (offer.isCritical)
+            status.text += u' ' + UpdaterAdapter::tr("It fixes a critical problem.");
+        if (offer.package)
+            status.action = UpdaterAdapter::tr("Download");
+        else if (!offer.link.isEmpty())
+            status.action = UpdaterAdapter::tr("Read More");
+        status.notes = plainNotes(offer.notes);
+        status.notesLink = offer.notesLink;
+        if (offer.isCritical) {
+            status.announcement = {UpdaterAdapter::tr("Version %1 of Veltrix fixes a critical "
+                                                      "problem. Please install it soon.")
+                                       .arg(offer.displayVersion),
+                                   true};
+        } else if (state.foundBy == UpdateCheck::Background) {
+            status.announcement = {UpdaterAdapter::tr("Version %1 of Veltrix is available.")
+                                       .arg(offer.displayVersion)};
+        }
+        return status;
     }
     UpdaterStatus operator()(const UpdateDownloading &state) const
     {
@@ -52,24 +66,35 @@ struct StatusWords {
     }
     UpdaterStatus operator()(const UpdateHandedOver &state) const
     {
-        return {.text = UpdaterAdapter::tr("Version %1 was verified and handed to the system’s "
-                                           "installer.")
-                            .arg(state.offer.displayVersion),
-                .fraction = {},
-                .canStop = false,
-                .action = {}};
+        // The path is always told: a desktop also reports success when nothing opened.
+        const QString text =
+            state.isOpened
+                ? UpdaterAdapter::tr("Version %1 was verified and handed to the system’s "
+                                     "installer. The package is in “%2”.")
+                : UpdaterAdapter::tr("Version %1 was downloaded and verified, but no program "
+                                     "opened it. The package is in “%2”.");
+        UpdaterStatus status;
+        status.text = text.arg(state.offer.displayVersion, state.path);
+        status.action = UpdaterAdapter::tr("Show in Folder");
+        status.announcement = {status.text, false, true};
+        return status;
     }
     UpdaterStatus operator()(const UpdateFailed &state) const
     {
-        return {.text = state.description, .fraction = {}, .canStop = false, .action = {}};
+        UpdaterStatus status;
+        status.text = state.description;
+        if (state.stage == UpdateFailed::Stage::Download)
+            status.announcement = {state.description};
+        return status;
     }
 };
 
 } // namespace
 
 UpdaterAdapter::UpdaterAdapter(Updater &updater, std::function<void(const QUrl &)> openUrl,
-                               QObject *parent)
-    : UpdaterInterface(parent), m_updater(updater), m_openUrl(std::move(openUrl))
+                               std::function<void(const QString &)> showInFolder, QObject *parent)
+    : UpdaterInterface(parent), m_updater(updater), m_openUrl(std::move(openUrl)),
+      m_showInFolder(std::move(showInFolder))
 {
     connect(&updater, &Updater::automaticallyChecksForUpdatesChanged, this,
             &UpdaterInterface::changed);
@@ -109,13 +134,19 @@ void UpdaterAdapter::stop()
 
 void UpdaterAdapter::performAction()
 {
-    const auto *available = std::get_if<UpdateAvailable>(&m_updater.status());
-    if (!available)
-        return;
-    if (available->offer.package)
-        m_updater.downloadUpdate();
-    else if (!available->offer.link.isEmpty())
-        m_openUrl(available->offer.link);
+    if (const auto *available = std::get_if<UpdateAvailable>(&m_updater.status())) {
+        if (available->offer.package)
+            m_updater.downloadUpdate();
+        else if (!available->offer.link.isEmpty())
+            m_openUrl(available->offer.link);
+    } else if (const auto *handedOver = std::get_if<UpdateHandedOver>(&m_updater.status())) {
+        m_showInFolder(handedOver->path);
+    }
+}
+
+void UpdaterAdapter::dismiss()
+{
+    m_updater.dismiss();
 }
 
 } // namespace veltrix

@@ -17,10 +17,10 @@ class UpdaterAdapter final : public UpdaterInterface
     Q_OBJECT
 
 public:
-    /// `updater` must outlive this object.
-    /// `openUrl` shows a page in the user's browser.
+    /// `updater` must outlive this object. `openUrl` shows a page in the user's browser,
+    /// `showInFolder` a file in the desktop's file manager.
     UpdaterAdapter(Updater &updater, std::function<void(const QUrl &)> openUrl,
-                   QObject *parent = nullptr);
+                   std::function<void(const QString &)> showInFolder, QObject *parent = nullptr);
 
     [[nodiscard]] bool automaticallyChecksForUpdates() const override;
     void setAutomaticallyChecksForUpdates(bool automatically) override;
@@ -29,10 +29,12 @@ public:
     [[nodiscard]] UpdaterStatus status() const override;
     void stop() override;
     void performAction() override;
+    void dismiss() override;
 
 private:
     Updater &m_updater;
     std::function<void(const QUrl &)> m_openUrl;
+    std::function<void(const QString &)> m_showInFolder;
 };
 
 } // namespace veltrix

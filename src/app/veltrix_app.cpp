@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/veltrix_app.h"
 
+#include "app/show_in_folder.h"
 #include "effects/atomic_file.h"
 #include "effects/data_locations.h"
 #include "effects/end_signals.h"
@@ -43,6 +44,11 @@ void openInBrowser(const QUrl &url)
     QDesktopServices::openUrl(url);
 }
 
+void showInFileManager(const QString &path)
+{
+    showInFolder(QDBusConnection::sessionBus(), path, openInBrowser);
+}
+
 void raise(QWidget &window)
 {
     if (window.isMinimized())
@@ -63,7 +69,7 @@ VeltrixApp::VeltrixApp(const Bundle &bundle, const QString &stateFolder, const Q
       })
 {
     if (Updater *updater = m_services.updater())
-        m_updater = std::make_unique<UpdaterAdapter>(*updater, openInBrowser);
+        m_updater = std::make_unique<UpdaterAdapter>(*updater, openInBrowser, showInFileManager);
     m_window = std::make_unique<MainWindow>(MainWindow::Collaborators{
         .store = m_services.store(),
         .artwork = m_services.artwork(),

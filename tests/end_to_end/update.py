@@ -3,6 +3,7 @@
 import os
 
 from flow import run
+from session_service import SessionService
 from window_driver import check, wait_for
 
 OPENER = """#!/bin/sh
@@ -10,6 +11,35 @@ printf '%s\\n' "$1" >"{handed}.new"
 cp "${{1#file://}}" "{copy}"
 mv "{handed}.new" "{handed}"
 """
+
+
+class FileManager:
+    """The desktop's file manager, which notes what it is asked to show."""
+
+    NAME = "org.freedesktop.FileManager1"
+    PATH = "/org/freedesktop/FileManager1"
+    DESCRIPTION = f"""
+<node>
+  <interface name="{NAME}">
+    <method name="ShowItems">
+      <arg type="as" direction="in"/><arg type="s" direction="in"/>
+    </method>
+  </interface>
+</node>"""
+
+    def __init__(self):
+        self.shown = []
+
+    def _answer(self, _bus, _sender, _path, _interface, _method, arguments, invocation):
+        self.shown += arguments.unpack()[0]
+        invocation.return_value(None)
+
+    def __enter__(self):
+        self._service = SessionService(self.NAME, self.PATH, self.DESCRIPTION, self._answer)
+        return self
+
+    def __exit__(self, *_):
+        self._service.close()
 
 
 def stand_in_for_the_desktop(folder):
@@ -28,11 +58,12 @@ def stand_in_for_the_desktop(folder):
 
 def steps(flow):
     handed, copy = stand_in_for_the_desktop(os.path.dirname(flow.data))
-    with flow.started() as veltrix:
+    with FileManager() as files, flow.started() as veltrix:
         veltrix.press("Settings")
         veltrix.dialog("Settings")
         veltrix.press("Check Now")
         veltrix.text("Version 99.0.0 is available.")
+        veltrix.text("What is new\n• Rankings load faster.\n• Charts mark days without a check.")
         check(not os.path.exists(handed), "nothing to be opened before the user asks")
         veltrix.press("Download")
         wait_for("the package to be handed to the desktop", lambda: os.path.exists(handed))
@@ -41,7 +72,15 @@ def steps(flow):
         check(path.endswith(".deb"), f"a package, got {path}")
         with open(copy, "rb") as file:
             check(file.read(8) == b"!<arch>\n", "the package that the feed offers")
-        veltrix.text("Version 99.0.0 was verified and handed to the system’s installer.")
+        veltrix.text(
+            "Version 99.0.0 was verified and handed to the system’s installer. "
+            f"The package is in “{path.removeprefix('file://')}”."
+        )
+        check(not files.shown, "nothing to be shown before the user asks")
+        veltrix.press("Show in Folder")
+        wait_for("the file manager to show the package", lambda: files.shown)
+        expected = ["file://" + path.removeprefix("file://")]
+        check(files.shown == expected, f"{expected} to be shown, got {files.shown}")
 
 
 if __name__ == "__main__":

@@ -49,17 +49,23 @@ struct UpdateDownloading {
     bool operator==(const UpdateDownloading &) const = default;
 };
 
-/// The package was verified and the system's installer has it.
+/// The package was verified and given to the desktop for the system's installer.
 struct UpdateHandedOver {
     UpdateOffer offer;
-    /// Where the package is.
+    /// Where the package is. Always worth showing: a desktop reports success for what it did not
+    /// open.
     QString path;
+    /// False when the desktop said that it has no program for the package.
+    bool isOpened = true;
     bool operator==(const UpdateHandedOver &) const = default;
 };
 
 struct UpdateFailed {
+    enum class Stage { Check, Download };
+
     /// A text for the user.
     QString description;
+    Stage stage = Stage::Check;
     bool operator==(const UpdateFailed &) const = default;
 };
 

@@ -168,9 +168,9 @@ Task<void> Updater::download(UpdateOffer offer, std::stop_token stop)
         const ExpectedVersion version{offer.version, m_environment.installedVersion};
         const QString path = co_await veltrix::downloadUpdate(
             m_environment.download, *offer.package, m_source.key, version, folder, progress, stop);
-        outcome = handOver(offer, path);
+        outcome = UpdateHandedOver{offer, path, m_environment.openPackage(path)};
     } catch (const Error &error) {
-        outcome = UpdateFailed{error.description()};
+        outcome = UpdateFailed{error.description(), UpdateFailed::Stage::Download};
     }
     setStatus(std::move(outcome));
 }
@@ -189,15 +189,6 @@ UpdateStatus Updater::outcomeOf(const UpdateSelection &selection)
             notNeeded.reasons.append(skipped.description);
     }
     return notNeeded;
-}
-
-UpdateStatus Updater::handOver(const UpdateOffer &offer, const QString &path) const
-{
-    if (m_environment.openPackage(path))
-        return UpdateHandedOver{offer, path};
-    return UpdateFailed{QStringLiteral("The update was downloaded and verified, but no program "
-                                       "opened it. It is in “%1”.")
-                            .arg(path)};
 }
 
 HttpProgress Updater::progressReporter()

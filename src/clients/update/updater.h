@@ -18,7 +18,7 @@
 namespace veltrix
 {
 
-/// Opens a file with the system's default handler; false when there is none.
+/// Opens a file with the system's default handler; false when there surely is none.
 using OpenPackage = std::function<bool(QString path)>;
 
 /// Where updates come from and who vouches for them.
@@ -109,7 +109,6 @@ private:
     Task<void> checkSilently(std::stop_token stop);
     Task<void> download(UpdateOffer offer, std::stop_token stop);
     [[nodiscard]] static UpdateStatus outcomeOf(const UpdateSelection &selection);
-    [[nodiscard]] UpdateStatus handOver(const UpdateOffer &offer, const QString &path) const;
     [[nodiscard]] HttpProgress progressReporter();
     void showProgress();
     void setStatus(UpdateStatus status);

@@ -63,6 +63,14 @@ QBoxLayout *SettingsSection::append(QWidget *control, int inset)
     return line;
 }
 
+void SettingsSection::addContinuation(QWidget *content)
+{
+    auto *line = new QHBoxLayout;
+    line->setContentsMargins(spacing::xs, 0, 0, 0);
+    line->addWidget(content);
+    m_rows->addLayout(line);
+}
+
 void SettingsSection::addNote(const QString &text, const QString &objectName)
 {
     auto *note = new TextLabel(TextStyle::Secondary, TextLabel::Tone::Secondary, text);

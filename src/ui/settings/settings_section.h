@@ -25,6 +25,8 @@ public:
     void addRow(QWidget *control);
     /// A row that is a link.
     void addLink(Button *link);
+    /// What belongs to the row before, below it and without a line between them.
+    void addContinuation(QWidget *content);
     /// A quiet explanation below the row before.
     void addNote(const QString &text, const QString &objectName = QString());
 

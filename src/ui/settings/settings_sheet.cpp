@@ -2,15 +2,13 @@
 #include "ui/settings/settings_sheet.h"
 
 #include "ui/settings/settings_section.h"
-#include "ui/settings/updater_interface.h"
+#include "ui/settings/updater_settings_view.h"
 #include "ui/shell/preferences.h"
 #include "ui/widgets/accessibility.h"
 #include "ui/widgets/sheet_frame.h"
-#include "ui/widgets/status_bar.h"
 #include "ui/widgets/storefront_picker.h"
 #include "ui/widgets/text_label.h"
 
-#include <QCheckBox>
 #include <QHBoxLayout>
 #include <QScrollArea>
 #include <QVBoxLayout>
@@ -22,73 +20,6 @@ namespace
 {
 
 constexpr int sheetWidth = 560;
-
-/// The updater's switch, button and what a check says.
-class UpdaterSettingsView final : public QWidget
-{
-public:
-    UpdaterSettingsView(UpdaterInterface &updater, SettingsSection &section)
-        : QWidget(&section), m_updater(updater),
-          m_automatic(new QCheckBox(SettingsSheet::tr("Automatically check for updates"))),
-          m_check(new Button(Button::Kind::Standard, SettingsSheet::tr("Check Now"))),
-          m_status(new TextLabel(TextStyle::Secondary, TextLabel::Tone::Secondary)),
-          m_progress(new ProgressLine),
-          m_stop(new Button(Button::Kind::Link, SettingsSheet::tr("Stop"))),
-          m_action(new Button(Button::Kind::Standard, QString())), m_statusRow(new QWidget)
-    {
-        hide(); // Its parts stand in the section; it only ties them to the updater.
-        nameControl(m_automatic, QStringLiteral("automaticUpdates"), m_automatic->text());
-        nameControl(m_check, QStringLiteral("checkForUpdates"), SettingsSheet::tr("Check Now"));
-        nameControl(m_stop, QStringLiteral("stopUpdate"), SettingsSheet::tr("Stop"));
-        m_status->setObjectName(QStringLiteral("updaterStatus"));
-        m_status->setWrapping(TextLabel::Wrapping::Wrapped);
-        auto *row = new QHBoxLayout(m_statusRow);
-        row->setContentsMargins(0, 0, 0, 0);
-        row->setSpacing(spacing::m);
-        row->addWidget(m_status, 1);
-        row->addWidget(m_progress);
-        row->addWidget(m_stop);
-        row->addWidget(m_action);
-        section.addRow(m_automatic);
-        section.addRow(SettingsSheet::tr("Check for updates"), m_check);
-        section.addRow(m_statusRow);
-        section.addNote(SettingsSheet::tr(
-            "When enabled, Veltrix checks on launch and periodically while open. Check Now works "
-            "even when automatic checks are off."));
-        connect(m_automatic, &QCheckBox::toggled, this,
-                [this](bool on) { m_updater.setAutomaticallyChecksForUpdates(on); });
-        connect(m_check, &Button::clicked, this, [this] { m_updater.checkForUpdates(); });
-        connect(m_stop, &Button::clicked, this, [this] { m_updater.stop(); });
-        connect(m_action, &Button::clicked, this, [this] { m_updater.performAction(); });
-        connect(&m_updater, &UpdaterInterface::changed, this, [this] { update(); });
-        update();
-    }
-
-private:
-    void update()
-    {
-        m_automatic->setChecked(m_updater.automaticallyChecksForUpdates());
-        m_check->setEnabled(m_updater.canCheckForUpdates());
-        const UpdaterStatus status = m_updater.status();
-        m_statusRow->setVisible(!status.text.isEmpty());
-        m_status->setText(status.text);
-        m_progress->setVisible(status.fraction.has_value());
-        m_progress->setFraction(status.fraction);
-        m_stop->setVisible(status.canStop);
-        m_action->setVisible(!status.action.isEmpty());
-        m_action->setText(status.action);
-        nameControl(m_action, QStringLiteral("updaterAction"), status.action);
-    }
-
-    UpdaterInterface &m_updater;
-    QCheckBox *m_automatic;
-    Button *m_check;
-    TextLabel *m_status;
-    ProgressLine *m_progress;
-    Button *m_stop;
-    Button *m_action;
-    QWidget *m_statusRow;
-};
 
 } // namespace
 
@@ -191,7 +122,7 @@ QWidget *SettingsSheet::updatesSection(UpdaterInterface *updater)
 {
     auto *section = new SettingsSection(tr("Updates"));
     if (updater) {
-        new UpdaterSettingsView(*updater, *section);
+        new UpdaterSettingsView(*updater, m_openUrl, *section);
         return section;
     }
     auto *text = new TextLabel(TextStyle::Body, TextLabel::Tone::Secondary,

@@ -4,11 +4,23 @@
 
 #include <QObject>
 #include <QString>
+#include <QUrl>
 
 #include <optional>
 
 namespace veltrix
 {
+
+/// What the window says by itself about an update, wherever the user is.
+struct UpdaterAnnouncement {
+    QString text;
+    /// Without this update something is broken: said plainly.
+    bool isCritical = false;
+    /// status().action is the next step; otherwise the settings tell more first.
+    bool offersAction = false;
+
+    bool operator==(const UpdaterAnnouncement &) const = default;
+};
 
 /// What a check or a download is doing, in words for the user.
 struct UpdaterStatus {
@@ -20,6 +32,12 @@ struct UpdaterStatus {
     bool canStop = false;
     /// What the user can do about it now, for example "Download"; empty when there is nothing.
     QString action;
+    /// What is new in the version that is available: plain text, empty when nothing is known.
+    QString notes = {};
+    /// A page with notes for the user's browser; empty when there is none.
+    QUrl notesLink = {};
+    /// Nothing while there is no need to speak outside the settings.
+    std::optional<UpdaterAnnouncement> announcement = {};
 
     bool operator==(const UpdaterStatus &) const = default;
 };
@@ -41,6 +59,8 @@ public:
     virtual void stop() = 0;
     /// Does what status().action says.
     virtual void performAction() = 0;
+    /// The user has seen the outcome and wants to hear no more of it for now.
+    virtual void dismiss() = 0;
 
 Q_SIGNALS:
     /// Any of the above has changed.

@@ -8,6 +8,7 @@
 #include "ui/history/ranking_history_sheet.h"
 #include "ui/ranked_apps/ranking_apps_sheet.h"
 #include "ui/settings/settings_sheet.h"
+#include "ui/settings/update_banner.h"
 #include "ui/settings/updater_interface.h"
 #include "ui/shell/app_selector.h"
 #include "ui/shell/measuring_bars.h"
@@ -68,6 +69,8 @@ MainWindow::MainWindow(Collaborators collaborators, QWidget *parent)
     workspace->setSpacing(0);
     workspace->addWidget(new PersistenceBanner(m_with.store));
     workspace->addWidget(makeRefreshBanner(*m_measuring));
+    if (m_with.updater)
+        workspace->addWidget(makeUpdateBanner(*m_with.updater, [this] { openSettings(); }));
     workspace->addWidget(m_pages, 1);
     workspace->addWidget(makeStatusBar(*m_measuring));
     auto *layout = new QHBoxLayout(this);

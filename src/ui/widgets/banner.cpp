@@ -97,13 +97,27 @@ void Banner::makeDismissible()
     });
 }
 
+void Banner::setAction(const QString &text)
+{
+    m_action->setText(text);
+    nameControl(m_action, m_action->objectName(), text);
+    m_action->setVisible(!text.isEmpty());
+}
+
+void Banner::setLook(const QString &symbol, Token token)
+{
+    m_symbol = symbol;
+    m_token = token;
+    update();
+}
+
 void Banner::paintEvent(QPaintEvent *)
 {
     const Tokens tokens = Tokens::of(this);
     QPainter painter(this);
-    painter.fillRect(rect(), tokens.tint(Token::Orange));
+    painter.fillRect(rect(), tokens.tint(m_token));
     drawHorizontalHairline(painter, 0, width(), height() - 1, tokens[Token::Hairline]);
-    drawSymbol(painter, m_symbolSpace->geometry(), m_symbol, tokens[Token::Orange]);
+    drawSymbol(painter, m_symbolSpace->geometry(), m_symbol, tokens[m_token]);
 }
 
 } // namespace veltrix

@@ -2,6 +2,8 @@
 // A strip over a screen's content that says what went wrong and offers the way on.
 #pragma once
 
+#include "ui/theme/tokens.h"
+
 #include <QWidget>
 
 namespace veltrix
@@ -31,6 +33,10 @@ public:
     void setActionSymbol(const QString &symbol);
     /// Adds a button that hides the banner.
     void makeDismissible();
+    /// The button's words; empty for no button.
+    void setAction(const QString &text);
+    /// What the banner is about: at first the symbol of the constructor on Orange.
+    void setLook(const QString &symbol, Token token);
 
 Q_SIGNALS:
     void actionTriggered();
@@ -41,6 +47,7 @@ protected:
 
 private:
     QString m_symbol;
+    Token m_token = Token::Orange;
     QWidget *m_symbolSpace;
     TextLabel *m_text;
     TextLabel *m_detail;

@@ -85,6 +85,7 @@ TEST_F(UpdaterTest, AnUpdateIsDownloadedWithProgressVerifiedAndHandedOver)
     m_download.release();
     EXPECT_EQ(takeHistory(), lines("handed over 2.0"));
     EXPECT_EQ(m_opened, QStringList{std::get<UpdateHandedOver>(m_updater->status()).path});
+    EXPECT_TRUE(std::get<UpdateHandedOver>(m_updater->status()).isOpened);
     EXPECT_EQ(files(), m_opened);
 }
 
@@ -150,6 +151,7 @@ TEST_F(UpdaterTest, AFailedDownloadSaysWhyAndLeavesNothing)
     checkAndDownload();
     EXPECT_EQ(takeHistory(), lines("checking\n2.0 is available\ndownloading 2.0: 0\nfailed: The "
                                    "connection failed."));
+    EXPECT_EQ(std::get<UpdateFailed>(m_updater->status()).stage, UpdateFailed::Stage::Download);
     EXPECT_TRUE(files().isEmpty());
     EXPECT_TRUE(m_opened.isEmpty());
     m_updater->downloadUpdate();
@@ -162,11 +164,10 @@ TEST_F(UpdaterTest, WithoutAnInstallerTheUserIsToldWhereThePackageIs)
     open();
     checkAndDownload();
     ASSERT_EQ(m_opened.size(), 1);
-    EXPECT_EQ(
-        takeHistory().last(),
-        QStringLiteral("failed: The update was downloaded and verified, but no program opened "
-                       "it. It is in “%1”.")
-            .arg(m_opened[0]));
+    const auto *handedOver = std::get_if<UpdateHandedOver>(&m_updater->status());
+    ASSERT_TRUE(handedOver);
+    EXPECT_FALSE(handedOver->isOpened);
+    EXPECT_EQ(handedOver->path, m_opened[0]);
     EXPECT_EQ(files(), m_opened);
 }
 
@@ -201,6 +202,19 @@ TEST_F(UpdaterTest, NothingIsDownloadedWithoutAnAvailableUpdate)
     m_updater->dismiss();
     EXPECT_EQ(takeHistory(), QStringList());
     EXPECT_TRUE(m_download.requests().empty());
+}
+
+TEST_F(UpdaterTest, WhatWasDismissedIsAnnouncedAgainByTheNextDaysCheck)
+{
+    m_settings->isAutomatic = true;
+    open();
+    m_clock->advance(Seconds(60));
+    m_updater->dismiss();
+    EXPECT_EQ(takeHistory(), lines("found 2.0\nidle"));
+    m_clock->advance(Seconds(23 * 3600));
+    EXPECT_EQ(takeHistory(), QStringList());
+    m_clock->advance(Seconds(3600));
+    EXPECT_EQ(takeHistory(), lines("found 2.0"));
 }
 
 TEST_F(UpdaterTest, AnOutcomeCanBeDismissedButNotWhatIsUnderWay)

@@ -282,6 +282,46 @@ std::vector<Scene> searchScenes()
     return scenes;
 }
 
+enum class Opens { Nothing, Settings };
+
+Scene updateScene(const char *name, const UpdaterStatus &status, Opens opens)
+{
+    return {QString::fromLatin1(name), [status, opens] {
+                std::shared_ptr<UiWorld> world = UiWorld::sample();
+                world->hasUpdater = true;
+                world->updater.shown = status;
+                WindowStage made = openWindow(world);
+                if (opens == Opens::Settings)
+                    made.window->openSettings();
+                return made.stage();
+            }};
+}
+
+std::vector<Scene> updateScenes()
+{
+    UpdaterStatus available{QStringLiteral("Version 1.5 is available."), std::nullopt, false,
+                            QStringLiteral("Download")};
+    available.notes = QStringLiteral("What is new\n• Rankings load faster.\n• Charts mark days "
+                                     "without a check, so that a gap is not taken for a rank.\n"
+                                     "• Update packages are checked for their version.");
+    available.notesLink = QUrl(QStringLiteral("https://veltrix.example/notes"));
+    available.announcement = {QStringLiteral("Version 1.5 of Veltrix is available.")};
+    UpdaterStatus critical = available;
+    critical.announcement = {
+        QStringLiteral("Version 1.5 of Veltrix fixes a critical problem. Please install it soon."),
+        true};
+    UpdaterStatus handedOver{
+        QStringLiteral("Version 1.5 was verified and handed to the system’s installer. The package "
+                       "is in “/home/ana/.cache/Veltrix/updates/update-x7Fq2A/veltrix_1.5.deb”."),
+        std::nullopt, false, QStringLiteral("Show in Folder")};
+    handedOver.announcement = {handedOver.text, false, true};
+    return {updateScene("settings-update-available", available, Opens::Settings),
+            updateScene("settings-update-handed-over", handedOver, Opens::Settings),
+            updateScene("update-found", available, Opens::Nothing),
+            updateScene("update-critical", critical, Opens::Nothing),
+            updateScene("update-handed-over", handedOver, Opens::Nothing)};
+}
+
 std::vector<Scene> shellScenes()
 {
     std::vector<Scene> scenes;
@@ -315,15 +355,8 @@ std::vector<Scene> shellScenes()
              made.window->openSettings();
              return made.stage();
          }});
-    scenes.push_back({QStringLiteral("settings-update-available"), [] {
-                          std::shared_ptr<UiWorld> world = UiWorld::sample();
-                          world->hasUpdater = true;
-                          world->updater.shown = {QStringLiteral("Version 1.5 is available."),
-                                                  std::nullopt, false, QStringLiteral("Download")};
-                          WindowStage made = openWindow(world);
-                          made.window->openSettings();
-                          return made.stage();
-                      }});
+    for (Scene &update : updateScenes())
+        scenes.push_back(std::move(update));
     scenes.push_back(
         {QStringLiteral("menu-more"), [] {
              WindowStage made = sampleWindow();

@@ -133,6 +133,97 @@ TEST_F(SettingsTest, OffersWhatCanBeDoneAboutAnUpdate)
     EXPECT_FALSE(isShown("updaterAction"));
 }
 
+TEST_F(SettingsTest, ShowsTheNotesOfAnAvailableVersionAsText)
+{
+    openSettings([](UiWorld &made) { made.hasUpdater = true; });
+    EXPECT_FALSE(isShown("updateNotes"));
+    EXPECT_FALSE(isShown("updateNotesLink"));
+    UpdaterStatus status{QStringLiteral("Version 1.5 is available."), std::nullopt, false,
+                         QStringLiteral("Download")};
+    status.notes = QStringLiteral("• Rankings <b>load</b> faster.");
+    status.notesLink = QUrl(QStringLiteral("https://veltrix.example/notes"));
+    world->updater.set(status);
+    EXPECT_TRUE(isShown("updateNotes"));
+    EXPECT_EQ(text("updateNotes"), status.notes);
+    EXPECT_EQ(find<QLabel>("updateNotes")->textFormat(), Qt::PlainText);
+    click("updateNotesLink");
+    EXPECT_EQ(world->openedUrls, QList<QUrl>{status.notesLink});
+    world->updater.set({});
+    EXPECT_FALSE(isShown("updateNotes"));
+    EXPECT_FALSE(isShown("updateNotesLink"));
+}
+
+class UpdateBannerTest : public UiTest
+{
+protected:
+    void openWithUpdater()
+    {
+        world = UiWorld::sample();
+        world->hasUpdater = true;
+        window = std::make_unique<MainWindow>(world->collaborators());
+        window->show();
+        settle();
+    }
+    void announce(const UpdaterAnnouncement &announcement, const QString &action = QString())
+    {
+        UpdaterStatus status;
+        status.text = announcement.text;
+        status.action = action;
+        status.announcement = announcement;
+        world->updater.set(status);
+        settle();
+    }
+};
+
+TEST_F(UpdateBannerTest, AnUpdateFoundInTheBackgroundIsShownInEveryWorkspace)
+{
+    openWithUpdater();
+    EXPECT_FALSE(isShown("updateBanner"));
+    announce({QStringLiteral("Version 1.5 of Veltrix is available.")});
+    EXPECT_TRUE(isShown("updateBanner"));
+    EXPECT_EQ(find<Banner>("updateBanner")->message(),
+              QStringLiteral("Version 1.5 of Veltrix is available."));
+    window->showWorkspace(Workspace::Competitors);
+    EXPECT_TRUE(isShown("updateBanner"));
+    EXPECT_FALSE(isShown("settingsSheet")) << "it does not get in the way";
+    click("updateBannerAction");
+    EXPECT_TRUE(isShown("settingsSheet"));
+    EXPECT_EQ(world->updater.actions, 0);
+}
+
+TEST_F(UpdateBannerTest, ACheckWithoutNewsShowsNone)
+{
+    openWithUpdater();
+    world->updater.set({QStringLiteral("Veltrix is up to date."), std::nullopt, false, {}});
+    EXPECT_FALSE(isShown("updateBanner"));
+}
+
+TEST_F(UpdateBannerTest, APackageCanBeShownInItsFolderFromThere)
+{
+    openWithUpdater();
+    announce({QStringLiteral("The package is in “/tmp/v.deb”."), false, true},
+             QStringLiteral("Show in Folder"));
+    EXPECT_EQ(find<Button>("updateBannerAction")->text(), QStringLiteral("Show in Folder"));
+    EXPECT_EQ(find("updateBannerAction")->accessibleName(), QStringLiteral("Show in Folder"));
+    click("updateBannerAction");
+    EXPECT_EQ(world->updater.actions, 1);
+    EXPECT_FALSE(isShown("settingsSheet"));
+}
+
+TEST_F(UpdateBannerTest, WhatIsDismissedIsToldToTheUpdaterAndMayComeBack)
+{
+    openWithUpdater();
+    const UpdaterAnnouncement critical{
+        QStringLiteral("Version 1.5 of Veltrix fixes a critical problem."), true};
+    announce(critical);
+    EXPECT_TRUE(isShown("updateBanner"));
+    click("updateBannerDismiss");
+    EXPECT_EQ(world->updater.dismissals, 1);
+    EXPECT_FALSE(isShown("updateBanner"));
+    announce(critical);
+    EXPECT_TRUE(isShown("updateBanner"));
+}
+
 TEST_F(SettingsTest, TheLinksOpenTheirAddresses)
 {
     openSettings();

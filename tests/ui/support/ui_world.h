@@ -70,6 +70,11 @@ public:
     [[nodiscard]] UpdaterStatus status() const override { return shown; }
     void stop() override { ++stops; }
     void performAction() override { ++actions; }
+    void dismiss() override
+    {
+        ++dismissals;
+        set({});
+    }
     void set(const UpdaterStatus &status)
     {
         shown = status;
@@ -81,6 +86,7 @@ public:
     int checks = 0;
     int stops = 0;
     int actions = 0;
+    int dismissals = 0;
     UpdaterStatus shown;
 };
 
