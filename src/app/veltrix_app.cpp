@@ -6,6 +6,7 @@
 #include "effects/data_locations.h"
 #include "effects/end_signals.h"
 #include "store/data_folder_lock.h"
+#include "ui/text/figures.h"
 #include "ui/theme/desktop_color_scheme.h"
 #include "ui/theme/theme_controller.h"
 
@@ -118,6 +119,7 @@ void VeltrixApp::followEnd(QApplication &application)
 
 int VeltrixApp::run(QApplication &application)
 {
+    setUserLocale(QLocale());
     const QString folder = dataFolder();
     DataFolderLock lock(folder);
     const auto outcome = lock.acquire();

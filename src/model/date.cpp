@@ -143,8 +143,21 @@ std::optional<Date> parseInternetDateTime(QStringView text)
     return parseInternetDateTime(text, FractionalSeconds::Required);
 }
 
+bool isCalendarDate(Date date)
+{
+    using std::chrono::year;
+    constexpr auto dayOf = [](int number) {
+        const std::chrono::sys_days start{year(number) / std::chrono::January / 1};
+        return double(start.time_since_epoch().count()) * secondsPerDay;
+    };
+    const double seconds = unixSeconds(date);
+    return seconds >= dayOf(1) && seconds < dayOf(10'000);
+}
+
 QString formatInternetDateTime(Date date)
 {
+    if (!isCalendarDate(date))
+        return {};
     const double milliseconds = std::floor(unixSeconds(date) * 1000.0);
     const auto total = std::chrono::milliseconds(static_cast<std::int64_t>(milliseconds));
     const auto days = std::chrono::floor<std::chrono::days>(total);

@@ -74,7 +74,12 @@ std::optional<Date> parseInternetDateTime(QStringView text, FractionalSeconds fr
 /// The form that the App Store services send, with or without a fraction.
 std::optional<Date> parseInternetDateTime(QStringView text);
 
-/// `YYYY-MM-DDThh:mm:ss.mmmZ`, milliseconds rounded toward the past.
+/// True for a date of the years 1 to 9999. Files made by hand or damaged hold others, which no
+/// calendar can write and no distance can say: they are shown as missing.
+bool isCalendarDate(Date date);
+
+/// `YYYY-MM-DDThh:mm:ss.mmmZ`, milliseconds rounded toward the past. Empty for what is no
+/// isCalendarDate().
 QString formatInternetDateTime(Date date);
 
 } // namespace veltrix

@@ -1,8 +1,24 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "store/rank_movement.h"
 
+#include <limits>
+
 namespace veltrix
 {
+
+namespace
+{
+
+/// Places from the smaller to the larger position. Positions of a damaged file may lie further
+/// apart than a number can say.
+std::int64_t distance(std::int64_t smaller, std::int64_t larger)
+{
+    const std::uint64_t places = std::uint64_t(larger) - std::uint64_t(smaller);
+    constexpr auto most = std::numeric_limits<std::int64_t>::max();
+    return places > std::uint64_t(most) ? most : std::int64_t(places);
+}
+
+} // namespace
 
 RankMovement RankMovement::between(std::optional<std::int64_t> previous,
                                    std::optional<std::int64_t> current)
@@ -12,9 +28,9 @@ RankMovement RankMovement::between(std::optional<std::int64_t> previous,
     if (!current)
         return left();
     if (*current < *previous)
-        return improved(*previous - *current);
+        return improved(distance(*current, *previous));
     if (*current > *previous)
-        return declined(*current - *previous);
+        return declined(distance(*previous, *current));
     return unchanged();
 }
 

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 namespace veltrix
 {
 namespace
@@ -78,6 +80,25 @@ TEST(Date, PrintsWithMilliseconds)
               QStringLiteral("2026-03-01T08:30:00.250Z"));
     EXPECT_EQ(formatInternetDateTime(at("1999-12-31T23:59:59Z")),
               QStringLiteral("1999-12-31T23:59:59.000Z"));
+}
+
+TEST(CalendarDate, IsOneOfTheYears1To9999)
+{
+    const auto first = *parseInternetDateTime(u"0001-01-01T00:00:00Z");
+    const auto last = *parseInternetDateTime(u"9999-12-31T23:59:59Z");
+    for (const Date date : {first, last, Date(), dateFromReferenceSeconds(-0.5)}) {
+        EXPECT_TRUE(isCalendarDate(date));
+        EXPECT_EQ(formatInternetDateTime(date).size(), 24);
+    }
+    EXPECT_EQ(formatInternetDateTime(first), QStringLiteral("0001-01-01T00:00:00.000Z"));
+    EXPECT_EQ(formatInternetDateTime(last), QStringLiteral("9999-12-31T23:59:59.000Z"));
+    for (const double seconds :
+         {referenceSeconds(first) - 1, referenceSeconds(last) + 1, 1e18, -1e18, 1e300, -1e300,
+          std::numeric_limits<double>::max(), std::numeric_limits<double>::infinity(),
+          std::numeric_limits<double>::quiet_NaN()}) {
+        EXPECT_FALSE(isCalendarDate(dateFromReferenceSeconds(seconds))) << seconds;
+        EXPECT_EQ(formatInternetDateTime(dateFromReferenceSeconds(seconds)), QString()) << seconds;
+    }
 }
 
 } // namespace

@@ -233,5 +233,17 @@ RC_GTEST_PROP(RankingTimeline, DaysAreConsecutiveAndEndToday, ())
     }
 }
 
+TEST(RankMovementExtremes, PositionsOfADamagedFileDoNotOverflow)
+{
+    constexpr auto most = std::numeric_limits<std::int64_t>::max();
+    constexpr auto least = std::numeric_limits<std::int64_t>::min();
+    EXPECT_EQ(RankMovement::between(least, most), RankMovement::declined(most));
+    EXPECT_EQ(RankMovement::between(most, least), RankMovement::improved(most));
+    EXPECT_EQ(RankMovement::between(-1, most), RankMovement::declined(most));
+    EXPECT_EQ(RankMovement::between(1, most), RankMovement::declined(most - 1));
+    EXPECT_EQ(RankMovement::between(0, -5), RankMovement::improved(5));
+    EXPECT_EQ(RankMovement::between(least, least), RankMovement::unchanged());
+}
+
 } // namespace
 } // namespace veltrix

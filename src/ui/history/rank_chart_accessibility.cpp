@@ -43,9 +43,11 @@ public:
     {
         if (!m_chart)
             return {};
-        const RankPoint *point = m_chart->data().pointOf(m_day);
-        if (kind == QAccessible::Name)
-            return point ? accessibleText(*point) : tr("Not ranked");
+        if (kind == QAccessible::Name) {
+            const auto &check = m_chart->data().days[m_day].observation;
+            return check && check->position ? tr("Rank %1").arg(*check->position)
+                                            : tr("Not ranked");
+        }
         if (kind == QAccessible::Description)
             return dayLabel(m_chart->data().days[m_day].date, m_chart->data().days);
         return {};

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/history/rank_history.h"
 
+#include "ui/text/figures.h"
+
 #include <QCoreApplication>
 #include <QDateTime>
 
@@ -107,6 +109,11 @@ const RankPoint *RankChartData::pointOf(size_t day) const
     return point != points.end() && point->day == day ? &*point : nullptr;
 }
 
+bool isPlottedRank(std::int64_t position)
+{
+    return position >= 1 && position <= largestPlottedRank;
+}
+
 RankChartData rankChartData(std::vector<RankingTimeline::Day> days)
 {
     RankChartData data{std::move(days), {}, {}};
@@ -115,6 +122,8 @@ RankChartData rankChartData(std::vector<RankingTimeline::Day> days)
     for (size_t day = 0; day < data.days.size(); ++day) {
         const auto &check = data.days[day].observation;
         if (!check)
+            continue;
+        if (check->position && !isPlottedRank(*check->position))
             continue;
         if (check->position) {
             data.points.push_back({check->id, data.days[day].date, *check->position, segment, day});
@@ -143,9 +152,10 @@ RankAxis rankAxis(std::int64_t worstRank)
     while (axis.bottom / step > mostRankSteps)
         step *= 2;
     axis.ticks.push_back(1);
-    for (std::int64_t rank = step; rank <= axis.bottom; rank += step) {
-        if (rank > 1)
-            axis.ticks.push_back(rank);
+    // Counted, because the rank after the last one may be larger than any number.
+    for (std::int64_t tick = 1; tick <= axis.bottom / step; ++tick) {
+        if (tick * step > 1)
+            axis.ticks.push_back(tick * step);
     }
     return axis;
 }
@@ -173,9 +183,9 @@ std::vector<DayTick> dayTicks(const std::vector<RankingTimeline::Day> &days, siz
 
 QString dayLabel(Date day, const std::vector<RankingTimeline::Day> &days, const QLocale &locale)
 {
-    return locale.toString(calendarDay(day), days.size() > daysOfYear
-                                                 ? QStringLiteral("MMM d, yyyy")
-                                                 : QStringLiteral("MMM d"));
+    const QString format =
+        days.size() > daysOfYear ? QStringLiteral("MMM d, yyyy") : QStringLiteral("MMM d");
+    return withPlainDigits(locale.toString(calendarDay(day), format));
 }
 
 } // namespace veltrix

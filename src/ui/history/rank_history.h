@@ -3,6 +3,7 @@
 #pragma once
 
 #include "store/ranking_timeline.h"
+#include "ui/text/figures.h"
 
 #include <QLocale>
 #include <QString>
@@ -67,6 +68,13 @@ struct RankChartData {
     [[nodiscard]] const RankPoint *pointOf(size_t day) const;
 };
 
+/// Far below the last app that a search returns.
+inline constexpr std::int64_t largestPlottedRank = 10'000;
+
+/// False for a position that no search can give, such as one of a damaged or hand-made file. Its
+/// check is told in words, but has no place on the chart.
+bool isPlottedRank(std::int64_t position);
+
 /// Ranked checks share a segment until an unranked check ends it; a day without a check neither
 /// joins nor breaks anything.
 RankChartData rankChartData(std::vector<RankingTimeline::Day> days);
@@ -94,11 +102,11 @@ struct DayTick {
 /// Evenly spaced days with a label, the first day first, at most `most` of them (but one at least).
 /// Labelled as dayLabel() says.
 std::vector<DayTick> dayTicks(const std::vector<RankingTimeline::Day> &days, size_t most,
-                              const QLocale &locale = QLocale());
+                              const QLocale &locale = wordLocale());
 
 /// A UTC day as "MMM d" in the language of the locale; with the year when `days` span more than
 /// one.
 QString dayLabel(Date day, const std::vector<RankingTimeline::Day> &days,
-                 const QLocale &locale = QLocale());
+                 const QLocale &locale = wordLocale());
 
 } // namespace veltrix

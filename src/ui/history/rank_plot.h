@@ -3,6 +3,7 @@
 #pragma once
 
 #include "ui/history/rank_history.h"
+#include "ui/text/figures.h"
 
 #include <QPointF>
 #include <QRectF>
@@ -48,7 +49,7 @@ std::optional<size_t> stepDay(const RankChartData &data, std::optional<size_t> c
 /// What is known about a day: "Nov 19: rank 12", "Nov 13: Not ranked", "No check saved on Nov 15";
 /// without a day "Hover to inspect a saved check". Dates are those of dayTicks().
 QString inspectionText(const RankChartData &data, std::optional<size_t> day,
-                       const QLocale &locale = QLocale());
+                       const QLocale &locale = wordLocale());
 
 /// "Rank 12": what a screen reader says for a plotted point.
 QString accessibleText(const RankPoint &point);

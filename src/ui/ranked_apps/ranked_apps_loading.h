@@ -4,6 +4,7 @@
 
 #include "effects/task_scope.h"
 #include "store/aso_store.h"
+#include "ui/text/figures.h"
 
 #include <QLocale>
 #include <QObject>
@@ -36,7 +37,7 @@ struct RankedAppsState {
     [[nodiscard]] qsizetype more() const { return std::min(results.size() - shown(), page); }
 
     /// "Results from Nov 21, 2026, 9:41 AM · Refreshing…"; empty for fresh results.
-    [[nodiscard]] QString savedText(const QLocale &locale = QLocale(),
+    [[nodiscard]] QString savedText(const QLocale &locale = wordLocale(),
                                     const QTimeZone &zone = QTimeZone::systemTimeZone()) const;
     /// "Showing saved results. " and what went wrong; empty unless a refresh failed over results.
     [[nodiscard]] QString failureText() const;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/text/date_texts.h"
 
+#include "ui/text/figures.h"
 #include "ui/text/icu_text.h"
 
 #include <unicode/datefmt.h>
@@ -16,6 +17,8 @@ namespace
 
 QString formatted(std::unique_ptr<icu::DateFormat> format, Date date, const QTimeZone &zone)
 {
+    if (!isCalendarDate(date))
+        return QStringLiteral("—");
     if (!format)
         return formatInternetDateTime(date);
     const QByteArray id = zone.id();
@@ -24,7 +27,7 @@ QString formatted(std::unique_ptr<icu::DateFormat> format, Date date, const QTim
     icu::UnicodeString text;
     format->format(unixSeconds(date) * 1000, text);
     // Many fonts lack the narrow space that some locales put before AM and PM.
-    return fromIcu(text).replace(QChar(0x202F), QChar(0x00A0));
+    return withPlainDigits(fromIcu(text)).replace(QChar(0x202F), QChar(0x00A0));
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/text/relative_time.h"
 
+#include "ui/text/figures.h"
 #include "ui/text/icu_text.h"
 
 #include <QCoreApplication>
@@ -57,6 +58,8 @@ RelativeTime::~RelativeTime() = default;
 
 QString RelativeTime::phrase(Date then, Date now) const
 {
+    if (!isCalendarDate(then))
+        return QStringLiteral("—");
     const double distance = (then - now).count();
     const double length = std::abs(distance);
     const Unit *chosen = &units.back();
@@ -73,11 +76,11 @@ QString RelativeTime::phrase(Date then, Date now) const
         // Zero keeps its sign: it is the past that rounds to it.
         m_formatter->icu->formatNumeric(count == 0 ? -0.0 : count, chosen->unit, text, status);
         if (U_SUCCESS(status))
-            return fromIcu(text);
+            return withPlainDigits(fromIcu(text));
     }
     // ICU without data for the locale: a date says as much.
     const auto moment = QDateTime::fromMSecsSinceEpoch(qint64(unixSeconds(then) * 1000));
-    return m_formatter->locale.toString(moment, QLocale::ShortFormat);
+    return withPlainDigits(m_formatter->locale.toString(moment, QLocale::ShortFormat));
 }
 
 QString RelativeTime::sinceUpdate(Date then, Date now) const

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "model/storefront_codes.h"
+#include "ui/text/figures.h"
 
 #include <QLocale>
 #include <QString>
@@ -11,6 +12,6 @@ namespace veltrix
 {
 
 /// The region's name in the language of `locale`, or the code itself when the locale has none.
-QString storefrontName(const QString &code, const QLocale &locale = QLocale());
+QString storefrontName(const QString &code, const QLocale &locale = wordLocale());
 
 } // namespace veltrix

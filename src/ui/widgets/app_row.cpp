@@ -53,7 +53,7 @@ AppRowTexts AppRowTexts::of(const ITunesAppResult &result)
                                       .arg(locale.toString(qlonglong(*result.userRatingCount)));
     const auto date = parseInternetDateTime(result.currentVersionReleaseDate.value_or(QString()));
     if (date)
-        texts.updated = AppSearchRowView::tr("Updated %1").arg(dateText(*date, locale));
+        texts.updated = AppSearchRowView::tr("Updated %1").arg(dateText(*date));
     return texts;
 }
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The chart's data, drawn as text: one token a day.
+#include "ui/history/history_export.h"
 #include "ui/history/rank_history.h"
+#include "ui/history/rank_plot.h"
 
 #include "ui/history/rank_pictures.h"
 
@@ -237,6 +239,59 @@ TEST(HistoryRangeNames, SayHowFarBackTheyReach)
     EXPECT_EQ(names, (QStringList{text("14 days"), text("Last 14 days"), text("30 days"),
                                   text("Last 30 days"), text("90 days"), text("Last 90 days"),
                                   text("All"), text("All saved checks")}));
+}
+
+TEST(RankHistoryExtremes, APositionThatNoSearchCanGiveIsToldButNotPlotted)
+{
+    constexpr auto most = std::numeric_limits<std::int64_t>::max();
+    const auto now = dateFromUnixSeconds(1'795'262'400);
+    std::vector<RankingTimeline::Observation> checks;
+    std::int64_t daysAgo = 6;
+    for (const std::int64_t rank : {std::int64_t(7), most, std::int64_t(-3), std::int64_t(0),
+                                    std::numeric_limits<std::int64_t>::min(), std::int64_t(9)}) {
+        const Date date = now - Seconds(secondsPerDay * double(daysAgo--));
+        checks.push_back({QUuid::createUuid(), date, rank});
+    }
+    const RankingTimeline timeline(checks, now);
+    const RankChartData data = rankChartData(historyDays(timeline, HistoryRange::Days14, now));
+    ASSERT_EQ(data.points.size(), 2U);
+    EXPECT_EQ(data.worstRank(), 9);
+    EXPECT_TRUE(data.unranked.empty()) << "they were not unranked either";
+    EXPECT_EQ(data.points[0].segment, data.points[1].segment);
+    EXPECT_TRUE(inspectionText(data, 1).endsWith(QStringLiteral(": rank 9223372036854775807")));
+    EXPECT_EQ(historyTable(QStringLiteral("k"), QStringLiteral("US"), data).size(), 7);
+}
+
+TEST(RankHistoryExtremes, TheAxisOfAnyNumberIsShort)
+{
+    constexpr auto most = std::numeric_limits<std::int64_t>::max();
+    for (const std::int64_t worst : {most, most - 1, most / 2, std::int64_t(1) << 40}) {
+        const RankAxis axis = rankAxis(worst);
+        EXPECT_EQ(axis.bottom, worst);
+        EXPECT_LE(axis.ticks.size(), 6U);
+    }
+    EXPECT_EQ(rankAxis(std::numeric_limits<std::int64_t>::min()), rankAxis(0));
+}
+
+TEST(RankHistoryExtremes, DatesOfNoCalendarLeaveAHistoryThatCanBeShown)
+{
+    const auto now = dateFromUnixSeconds(1'795'262'400);
+    std::vector<RankingTimeline::Observation> checks;
+    for (const double seconds : {1e300, -1e300, 1e18, -1e18, referenceSeconds(now)})
+        checks.push_back({QUuid::createUuid(), dateFromReferenceSeconds(seconds), 5});
+    for (const Date start : {dateFromReferenceSeconds(1e300), dateFromReferenceSeconds(-1e300)}) {
+        for (const HistoryRange range : allHistoryRanges) {
+            const RankingTimeline timeline(checks, start);
+            const auto days = historyDays(timeline, range, now);
+            EXPECT_EQ(std::int64_t(days.size()), dayCount(range));
+            const RankChartData data = rankChartData(days);
+            EXPECT_EQ(data.points.size(), 1U);
+            EXPECT_EQ(historyTable(QStringLiteral("k"), QStringLiteral("US"), data).size(), 2);
+            EXPECT_LE(dayTicks(days, 10).size(), 10U);
+            const RankingTimeline empty({}, start);
+            EXPECT_LE(std::int64_t(historyDays(empty, range, now).size()), dayCount(range));
+        }
+    }
 }
 
 } // namespace veltrix

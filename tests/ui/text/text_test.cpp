@@ -1,9 +1,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "effects/atomic_file.h"
 #include "support/json_printers.h"
 #include "ui/text/csv.h"
+#include "ui/text/date_texts.h"
+#include "ui/text/figures.h"
 #include "ui/text/folding.h"
 #include "ui/text/relative_time.h"
+#include "ui/text/release_notes.h"
 #include "ui/text/storefronts.h"
+
+#include <QElapsedTimer>
+#include <QTemporaryDir>
+#include <QUrl>
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
@@ -76,6 +84,114 @@ TEST(TimeSinceUpdate, IsTheSystemsShortPhraseFromAMinuteOn)
 TEST(TimeSinceUpdate, IsInTheUsersLanguage)
 {
     EXPECT_EQ(phrase(4 * 60, german), QStringLiteral("vor 4 Min."));
+}
+
+const QList<Date> &datesOfNoCalendar()
+{
+    static const QList<Date> dates{dateFromReferenceSeconds(1e300),
+                                   dateFromReferenceSeconds(-1e300), dateFromReferenceSeconds(1e18),
+                                   dateFromReferenceSeconds(-1e18)};
+    return dates;
+}
+
+TEST(DateTexts, ADateOfNoCalendarIsShownAsMissing)
+{
+    const Date now = dateFromUnixSeconds(1'795'262'400);
+    for (const Date date : datesOfNoCalendar()) {
+        EXPECT_EQ(dateText(date, english), QStringLiteral("—"));
+        EXPECT_EQ(dateTimeText(date, english), QStringLiteral("—"));
+        EXPECT_EQ(RelativeTime(english).sinceUpdate(date, now), QStringLiteral("—"));
+    }
+}
+
+bool hasOtherDigits(const QString &text)
+{
+    return text != withPlainDigits(text);
+}
+
+TEST(Digits, AreZeroToNineInEveryLanguage)
+{
+    const Date now = dateFromUnixSeconds(1'795'262'400);
+    int changed = 0;
+    for (const QLocale &locale : QLocale::matchingLocales(QLocale::AnyLanguage, QLocale::AnyScript,
+                                                          QLocale::AnyTerritory)) {
+        setUserLocale(locale);
+        EXPECT_EQ(wordLocale(), locale);
+        changed += locale == QLocale() ? 0 : 1;
+        const QStringList texts{QStringLiteral("%L1").arg(1'234'567),
+                                QLocale().toString(4.5, 'f', 1),
+                                QLocale().formattedDataSize(1'234'567),
+                                dateText(now),
+                                dateTimeText(now),
+                                RelativeTime().sinceUpdate(now - Seconds(720), now)};
+        for (const QString &text : texts)
+            EXPECT_FALSE(hasOtherDigits(text))
+                << locale.name().toStdString() << ": " << text.toStdString();
+    }
+    EXPECT_GT(changed, 20);
+    setUserLocale(english);
+}
+
+TEST(Digits, WordsStayInTheUsersLanguage)
+{
+    setUserLocale(QLocale(QLocale::Persian, QLocale::Iran));
+    EXPECT_EQ(QStringLiteral("%L1").arg(1'234), QStringLiteral("1,234"));
+    EXPECT_EQ(storefrontName(QStringLiteral("DE")), QStringLiteral("آلمان"));
+    setUserLocale(german);
+    EXPECT_EQ(QStringLiteral("%L1").arg(1'234), QStringLiteral("1.234"));
+    setUserLocale(english);
+}
+
+TEST(Digits, OfEveryScriptBecomePlain)
+{
+    EXPECT_EQ(withPlainDigits(QStringLiteral("۱۲ ٣٤ १२ ๕ 𑄷 rank 7")),
+              QStringLiteral("12 34 12 5 1 rank 7"));
+}
+
+TEST(ReleaseNotes, PlainTextStaysAsItIs)
+{
+    EXPECT_EQ(plainNotes(QStringLiteral("  Faster rankings.\r\n- fixes 1 < 2\n\n\n\nThanks!\n")),
+              QStringLiteral("Faster rankings.\n- fixes 1 < 2\n\nThanks!"));
+    EXPECT_EQ(plainNotes(QString()), QString());
+}
+
+TEST(ReleaseNotes, HtmlBecomesLinesAndListsKeepTheirMarks)
+{
+    EXPECT_EQ(plainNotes(QStringLiteral(
+                  "<h2>What is new</h2><p>Much &amp; more<br>here</p><ul><li>Rankings <b>load</b> "
+                  "faster.</li><li>Charts</li></ul><ol><li>one</li><li>two</li></ol>")),
+              QStringLiteral("What is new\nMuch & more\nhere\n• Rankings load faster.\n• Charts\n"
+                             "1. one\n2. two"));
+}
+
+TEST(ReleaseNotes, NothingIsLoadedRunOrHidden)
+{
+    const QTemporaryDir folder;
+    const QString secret = folder.filePath(QStringLiteral("secret.txt"));
+    writeFileAtomically(secret, "p { color: red } secret");
+    const QString address = QUrl::fromLocalFile(secret).toString();
+    const QString notes =
+        plainNotes(QStringLiteral("<html><head><title>T</title><link rel=stylesheet href=\"%1\">"
+                                  "<style>@import url(%1); p{}</style><script>alert(1)</script>"
+                                  "</head><body><p>a<img src=\"%1\" alt=x>b\u202Ec</p>"
+                                  "<iframe src=\"%1\"></iframe><object data=\"%1\"></object>"
+                                  "<p><a href=\"javascript:x\">link</a></p></body></html>")
+                       .arg(address));
+    EXPECT_EQ(notes, QStringLiteral("abc\nlink"));
+}
+
+TEST(ReleaseNotes, HostileNotesAreShortAndQuick)
+{
+    QElapsedTimer timer;
+    timer.start();
+    for (const char *piece : {"<ul><li>", "<table><tr><td>", "<b>", "<div>", "<blockquote>",
+                              "&amp;", "<p>x", "a", "\n\n", "<!--", "<a href='"}) {
+        const QString notes = plainNotes(QStringLiteral("<p>start</p>") +
+                                         QString::fromLatin1(piece).repeated(50'000));
+        EXPECT_LE(notes.size(), 4001) << piece;
+        EXPECT_LT(timer.restart(), 3000) << piece;
+    }
+    EXPECT_TRUE(plainNotes(QString(5000, u'x')).endsWith(QStringLiteral("x…")));
 }
 
 TEST(FoldedText, IgnoresCaseAndDiacritics)
