@@ -185,12 +185,12 @@ TEST_F(UpdaterNetwork, ADownloadThatBreaksOffOrRunsOverIsRefusedAndLeavesNothing
         sends("Content-Length: " + QByteArray::number(m_package.size()) + "\r\n", half),
         QStringLiteral("failed: The server “127.0.0.1” closed the connection before its answer "
                        "was whole."));
-    EXPECT_EQ(sends("", half),
+    EXPECT_EQ(sends("Connection: close\r\n", half),
               QStringLiteral("failed: The update was refused: it has %1 bytes, not the "
                              "announced %2.")
                   .arg(half.size())
                   .arg(m_package.size()));
-    EXPECT_EQ(sends("", m_package + "more"),
+    EXPECT_EQ(sends("Connection: close\r\n", m_package + "more"),
               QStringLiteral("failed: The answer of the server “127.0.0.1” was too large."));
     QByteArray tampered = m_package;
     tampered[1'234'567] = 'x';
@@ -214,9 +214,9 @@ TEST_F(UpdaterNetwork, AFeedThatBreaksOffOrIsTooLargeIsRefused)
         checkOf("Content-Length: 99999\r\n", feed),
         QStringLiteral("failed: The server “127.0.0.1” closed the connection before its answer "
                        "was whole."));
-    EXPECT_TRUE(checkOf("", feed.chopped(20))
+    EXPECT_TRUE(checkOf("Connection: close\r\n", feed.chopped(20))
                     .startsWith(QStringLiteral("failed: The update feed couldn’t be read.")));
-    EXPECT_EQ(checkOf("", feed + QByteArray(largestAppcast, ' ')),
+    EXPECT_EQ(checkOf("Connection: close\r\n", feed + QByteArray(largestAppcast, ' ')),
               QStringLiteral("failed: The answer of the server “127.0.0.1” was too large."));
 }
 
@@ -234,7 +234,7 @@ TEST_F(UpdaterNetwork, AServerThatIsNotTrustedIsNotAsked)
 TEST_F(UpdaterNetwork, ItMayGoInTheMiddleOfADownload)
 {
     offerFrom([this](const Request &, Connection &connection) {
-        connection.send("HTTP/1.1 200 OK\r\n\r\n" + m_package.first(100'000));
+        connection.send("HTTP/1.1 200 OK\r\nConnection: close\r\n\r\n" + m_package.first(100'000));
         connection.wait(std::chrono::seconds(20));
     });
     openAt(m_server->url(QStringLiteral("/feed.xml")));
