@@ -75,6 +75,7 @@ void UpdaterSettingsView::showState()
     const UpdaterStatus status = m_updater.status();
     m_statusRow->setVisible(!status.text.isEmpty());
     m_status->setText(status.text);
+    m_status->setAccessibleName(status.text);
     m_progress->setVisible(status.fraction.has_value());
     m_progress->setFraction(status.fraction);
     m_stop->setVisible(status.canStop);
