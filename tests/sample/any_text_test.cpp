@@ -23,8 +23,10 @@ RC_GTEST_PROP(AnyText, FoldsOnceAndForAll, (const QString &text))
 
 RC_GTEST_PROP(AnyText, ComesBackFromJson, (const QString &text))
 {
-    const QByteArray array = '[' + jsonString(text) + ']';
-    RC_ASSERT(QJsonDocument::fromJson(array).array().at(0).toString() == text);
+    // This reader takes a U+FEFF at the start of a string for a byte order mark.
+    const QString written = u'.' + text;
+    const QByteArray array = '[' + jsonString(written) + ']';
+    RC_ASSERT(QJsonDocument::fromJson(array).array().at(0).toString() == written);
 }
 
 RC_GTEST_PROP(AnyText, FindsEachAppOnceAndOnlySoldOnes, (const QString &text))

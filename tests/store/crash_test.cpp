@@ -8,6 +8,7 @@
 #include "store/scratch_folder.h"
 
 #include <QDir>
+#include <QFileInfo>
 
 #include <gtest/gtest.h>
 
@@ -91,6 +92,9 @@ TEST(Crash, AThousandKillsAtRandomMomentsLeaveAWholeState)
                  .isEmpty())
             ++interrupted;
         const std::int64_t begun = process.progress().begun;
+        // On a busy machine the first kills come before the first save.
+        if (process.progress().done == 0 && !QFileInfo::exists(statePath))
+            continue;
         const QByteArray bytes = readWholeFile(statePath);
         const PersistedState state = fromJson<PersistedState>(bytes);
         ASSERT_EQ(state.apps.size(), 1);
