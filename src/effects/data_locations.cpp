@@ -28,6 +28,15 @@ QString userFolder(QStandardPaths::StandardLocation kind, const char *variable, 
 
 } // namespace
 
+void dropRelativeFolders()
+{
+    for (const char *variable : {"XDG_DATA_HOME", "XDG_CACHE_HOME", "XDG_CONFIG_HOME",
+                                 "XDG_STATE_HOME", "XDG_RUNTIME_DIR"}) {
+        if (isRelative(variable))
+            qunsetenv(variable);
+    }
+}
+
 QString dataFolder()
 {
     const QString folder =

@@ -15,6 +15,10 @@ namespace veltrix
 /// rules demand: it would mean another folder at every start.
 QString dataFolder();
 
+/// Takes those variables out of the environment, so that no library makes such folders either. To
+/// be called before anything else asks for one.
+void dropRelativeFolders();
+
 /// What can be made again: "Veltrix" in the per-user cache directory (XDG_CACHE_HOME).
 QString cacheFolder();
 

@@ -169,7 +169,7 @@ public:
     /// them throws StoreError 423.
     [[nodiscard]] bool isStateRead() const;
     /// The last change is in memory alone.
-    [[nodiscard]] bool hasUnsavedChange() const;
+    [[nodiscard]] bool hasUnsavedChange() const override;
     /// Reads the file that could not be reached, or saves the change that could not be saved.
     /// Happens by itself every minute.
     void retryPersistence();

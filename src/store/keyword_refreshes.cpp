@@ -205,8 +205,10 @@ Task<void> KeywordRefreshes::runQueue(std::stop_token stop)
         const Attempt turn = co_await attempt(keyword, stop);
         if (turn.problem) {
             endQueue();
-            setError(QStringLiteral(
-                         "Keywords are saved. Metrics couldn't be loaded; use Refresh to retry."),
+            const QString saved = QStringLiteral("Keywords are saved. ");
+            const QString failed =
+                QStringLiteral("Metrics couldn't be loaded; use Refresh to retry.");
+            setError(m_keywords.hasUnsavedChange() ? failed : saved + failed,
                      RefreshFailure{keyword, *turn.problem});
             co_return;
         }

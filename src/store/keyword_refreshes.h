@@ -35,6 +35,8 @@ public:
     [[nodiscard]] virtual std::optional<AppProfile> app(QUuid id) const = 0;
     /// As of now; null when there is none.
     [[nodiscard]] virtual SharedSnapshot newestSnapshot(QUuid keywordId) const = 0;
+    /// What is tracked is in memory alone; false where nothing is ever saved.
+    [[nodiscard]] virtual bool hasUnsavedChange() const { return false; }
     /// Keeps a new measurement and tells everyone.
     virtual void keepSnapshot(SharedSnapshot snapshot) = 0;
 };

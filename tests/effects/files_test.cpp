@@ -190,6 +190,11 @@ TEST_F(Files, ARelativeFolderOfTheDesktopIsIgnored)
         EXPECT_EQ(cacheFolder(), path("home/.cache/Veltrix"));
         EXPECT_EQ(preferencesPath(), path("home/.config/Veltrix/Veltrix.conf"));
         EXPECT_EQ(runtimeFolder(), QDir::tempPath());
+        qputenv("XDG_CACHE_HOME", path("cache").toUtf8());
+        dropRelativeFolders();
+        EXPECT_FALSE(qEnvironmentVariableIsSet("XDG_RUNTIME_DIR"));
+        EXPECT_FALSE(qEnvironmentVariableIsSet("XDG_DATA_HOME"));
+        EXPECT_EQ(qgetenv("XDG_CACHE_HOME"), path("cache").toUtf8());
     }
     QDir::setCurrent(before);
     EXPECT_EQ(entries(), QStringList{QStringLiteral("home")});

@@ -279,6 +279,24 @@ TEST_F(LateDisk, AnUnsavedChangeIsKnownAndSavedWithinAMinute)
     EXPECT_EQ(clock->sleepers(), 0);
 }
 
+TEST_F(LateDisk, AFailedMeasurementSaysThatKeywordsAreSavedOnlyWhenTheyAre)
+{
+    prepareDisk();
+    bringDisk();
+    openStore();
+    client->fails = [](const QString &) {
+        return true;
+    };
+    store->queueKeywordRefreshes(store->trackedKeywords());
+    EXPECT_EQ(store->historyRefreshError(),
+              text("Keywords are saved. Metrics couldn't be loaded; use Refresh to retry."));
+    takeDiskAway();
+    add("tide");
+    store->queueKeywordRefreshes(store->trackedKeywords());
+    EXPECT_EQ(store->historyRefreshError(),
+              text("Metrics couldn't be loaded; use Refresh to retry."));
+}
+
 TEST_F(LateDisk, TheStoreMayGoWhileAChangeWaitsToBeSaved)
 {
     prepareDisk();
