@@ -38,7 +38,8 @@ TEST(KeywordRuleTest, ControlCharactersInsideATextAreRefused)
 {
     for (const QChar control : {u'\0', u'\t', u'\n', u'\x1b', u'\x7f', u'\x85'}) {
         const QString text = QStringLiteral("photo%1editor").arg(control);
-        EXPECT_EQ(keywordRefusal(text, us), KeywordRefusal::ControlCharacter) << int(control.unicode());
+        EXPECT_EQ(keywordRefusal(text, us), KeywordRefusal::ControlCharacter)
+            << int(control.unicode());
     }
     EXPECT_EQ(keywordRefusal(QStringLiteral("photo editor"), us), std::nullopt);
 }
