@@ -3,8 +3,6 @@
 #include "counted_malloc.h"
 #include "generated_bodies.h"
 #include "model/itunes_app_result.h"
-#include "model/json_reader.h"
-#include "model/json_writer.h"
 #include "ratio.h"
 #include "scoring/app_keyword_check.h"
 #include "scoring/app_signals.h"
@@ -12,6 +10,8 @@
 #include "scoring/difficulty_model.h"
 #include "scoring/opportunity_model.h"
 #include "scoring/popularity_model.h"
+#include "json/json_reader.h"
+#include "json/json_writer.h"
 
 #include <benchmark/benchmark.h>
 

@@ -2,8 +2,8 @@
 // Decoding a 200-result search body into records, beside QJsonDocument's parse of the same bytes.
 #include "generated_bodies.h"
 #include "model/itunes_app_result.h"
-#include "model/json_reader.h"
 #include "ratio.h"
+#include "json/json_reader.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>

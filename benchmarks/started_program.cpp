@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Veltrix as main() starts it, over a given bundle and data folder, until its window is painted:
 // started_program BUNDLE FOLDER.
+#include "app/desktop_color_scheme.h"
 #include "app/veltrix_app.h"
+#include "effects/data_folder_lock.h"
 #include "first_paint.h"
-#include "store/data_folder_lock.h"
-#include "ui/theme/desktop_color_scheme.h"
-#include "ui/theme/theme_controller.h"
+#include "ui_kit/theme/theme_controller.h"
 
 #include <QApplication>
 #include <QFile>

@@ -5,11 +5,11 @@
 #include "effects/system_clock.h"
 #include "generated_state.h"
 #include "memory_use.h"
-#include "model/json_writer.h"
 #include "own_process.h"
 #include "ratio.h"
 #include "store/aso_store.h"
 #include "store/state_file.h"
+#include "json/json_writer.h"
 
 #include <QCoreApplication>
 #include <QFile>

@@ -3,23 +3,23 @@
 // state, beside a program that only shows an empty one; and what sorting, filtering, changing and
 // repainting cost with 10,000 keywords. Offscreen, so the figures are the program's own and not a
 // display's.
-#include "clients/artwork_loading.h"
+#include "effects/artwork_loading.h"
 #include "effects/atomic_file.h"
 #include "effects/system_clock.h"
 #include "generated_state.h"
 #include "memory_use.h"
-#include "model/json_writer.h"
 #include "own_process.h"
 #include "ratio.h"
 #include "store/state_file.h"
 #include "ui/dashboard/dashboard_page.h"
 #include "ui/dashboard/keyword_table_model.h"
 #include "ui/dashboard/keyword_table_view.h"
+#include "ui/preferences/preferences.h"
 #include "ui/shell/main_window.h"
-#include "ui/shell/preferences.h"
-#include "ui/theme/theme_controller.h"
-#include "ui/widgets/artwork_images.h"
-#include "ui/widgets/file_exchange.h"
+#include "ui_kit/theme/theme_controller.h"
+#include "ui_kit/widgets/artwork_images.h"
+#include "ui_kit/widgets/file_exchange.h"
+#include "json/json_writer.h"
 
 #include <QApplication>
 #include <QDir>

@@ -19,15 +19,26 @@ if(VELTRIX_SANITIZERS)
     target_link_options(veltrix_options INTERFACE -fsanitize=${VELTRIX_SANITIZERS})
 endif()
 
-# veltrix_floor(<name> DEPENDS <targets...> SOURCES <files...>)
-# Declares the library veltrix_<name>. A floor links only floors below it, so an include
-# that climbs has nothing to link against; includes are written "<floor>/<file>.h".
+# veltrix_include_root(<target> <name> <folder>)
+# Lets whoever links <target> write "<name>/<file>.h" for the files of <folder>, and shows nothing else: the root
+# holds one link to that folder. The system's own include folders come after it.
+function(veltrix_include_root target name folder)
+    set(root ${CMAKE_BINARY_DIR}/include/${name})
+    file(MAKE_DIRECTORY ${root})
+    file(CREATE_LINK ${folder} ${root}/${name} SYMBOLIC)
+    target_include_directories(${target} PUBLIC ${root})
+endfunction()
+
+# veltrix_floor(<name> DEPENDS <targets...> USES <targets...> SOURCES <files...>)
+# Declares the library veltrix_<name>. A floor sees only itself and the floors it lists: what its headers need under
+# DEPENDS, which whoever links it sees too, and what only its own files need under USES. Any other include does not
+# compile. Includes are written "<floor>/<file>.h".
 function(veltrix_floor name)
-    cmake_parse_arguments(arg "" "" "DEPENDS;SOURCES;PRECOMPILE" ${ARGN})
+    cmake_parse_arguments(arg "" "" "DEPENDS;USES;SOURCES;PRECOMPILE" ${ARGN})
     add_library(veltrix_${name} STATIC ${arg_SOURCES})
     set_target_properties(veltrix_${name} PROPERTIES AUTOMOC ON AUTORCC ON)
-    target_include_directories(veltrix_${name} PUBLIC ${CMAKE_SOURCE_DIR}/src)
-    target_link_libraries(veltrix_${name} PUBLIC veltrix_options ${arg_DEPENDS})
+    veltrix_include_root(veltrix_${name} ${name} ${CMAKE_CURRENT_SOURCE_DIR})
+    target_link_libraries(veltrix_${name} PUBLIC veltrix_options ${arg_DEPENDS} PRIVATE ${arg_USES})
     if(VELTRIX_PRECOMPILE_HEADERS AND arg_PRECOMPILE)
         target_precompile_headers(veltrix_${name} PRIVATE ${arg_PRECOMPILE})
     endif()

@@ -2,9 +2,9 @@
 // Any bytes as a record: an error, or a record that reads back from what it writes.
 #include "model/app_profile.h"
 #include "model/itunes_app_result.h"
-#include "model/json_reader.h"
-#include "model/json_writer.h"
 #include "model/keyword_snapshot.h"
+#include "json/json_reader.h"
+#include "json/json_writer.h"
 
 #include <cstdlib>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/updater_adapter.h"
 
-#include "ui/text/release_notes.h"
+#include "ui_kit/text/release_notes.h"
 
 #include <QLocale>
 

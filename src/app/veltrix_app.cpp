@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/veltrix_app.h"
 
-#include "app/show_in_folder.h"
+#include "app/desktop_color_scheme.h"
 #include "effects/atomic_file.h"
+#include "effects/data_folder_lock.h"
 #include "effects/data_locations.h"
 #include "effects/end_signals.h"
-#include "store/data_folder_lock.h"
-#include "ui/text/figures.h"
-#include "ui/theme/desktop_color_scheme.h"
-#include "ui/theme/theme_controller.h"
+#include "effects/show_in_folder.h"
+#include "ui_kit/text/figures.h"
+#include "ui_kit/theme/theme_controller.h"
 
 #include <QApplication>
 #include <QDesktopServices>
@@ -47,7 +47,7 @@ void openInBrowser(const QUrl &url)
 
 void showInFileManager(const QString &path)
 {
-    showInFolder(QDBusConnection::sessionBus(), path, openInBrowser);
+    showInFolder(path, openInBrowser);
 }
 
 void raise(QWidget &window)

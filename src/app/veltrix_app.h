@@ -2,12 +2,12 @@
 // The program: who works with whom is decided here and nowhere else.
 #pragma once
 
+#include "app/file_dialogs.h"
 #include "app/services.h"
+#include "app/stored_preferences.h"
 #include "app/updater_adapter.h"
 #include "clients/network_return.h"
 #include "ui/shell/main_window.h"
-#include "ui/shell/preferences.h"
-#include "ui/widgets/file_exchange.h"
 
 #include <memory>
 

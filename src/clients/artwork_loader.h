@@ -3,8 +3,8 @@
 #pragma once
 
 #include "clients/artwork_cache.h"
-#include "clients/artwork_loading.h"
 #include "clients/http.h"
+#include "effects/artwork_loading.h"
 #include "effects/clock.h"
 #include "effects/one_shot.h"
 #include "effects/task_scope.h"

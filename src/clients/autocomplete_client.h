@@ -4,6 +4,7 @@
 
 #include "clients/autocomplete_state.h"
 #include "clients/http.h"
+#include "effects/autocomplete_observing.h"
 #include "effects/clock.h"
 #include "model/autocomplete_evidence.h"
 
@@ -22,7 +23,7 @@ inline constexpr QLatin1String autocompleteModelVersion{"autocomplete-visibility
 ///
 /// Evidence is an extra: whatever goes wrong only makes it smaller. Runs keep what they need alive,
 /// so the client may go while one is under way.
-class AutocompleteClient
+class AutocompleteClient final : public AutocompleteObserving
 {
 public:
     using State = AutocompleteState;
@@ -69,7 +70,7 @@ public:
     /// an earlier score: the storefront has no number, requests are blocked, or another run is
     /// under way. `possibleBrand` is left to the caller. Throws Cancelled and nothing else.
     Task<std::optional<AutocompleteEvidence>> observe(QString keyword, QString country,
-                                                      std::stop_token stop);
+                                                      std::stop_token stop) override;
 
     [[nodiscard]] const State &state() const;
     [[nodiscard]] bool isBusy() const;

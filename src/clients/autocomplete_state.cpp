@@ -2,8 +2,8 @@
 #include "clients/autocomplete_state.h"
 
 #include "effects/kept_copy.h"
-#include "model/json_reader.h"
-#include "model/json_writer.h"
+#include "json/json_reader.h"
+#include "json/json_writer.h"
 
 #include <QtDebug>
 

@@ -2,8 +2,8 @@
 #include "clients/itunes_client.h"
 
 #include "clients/request_url.h"
-#include "model/json_error.h"
-#include "model/json_reader.h"
+#include "json/json_error.h"
+#include "json/json_reader.h"
 
 #include <algorithm>
 

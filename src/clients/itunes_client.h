@@ -3,8 +3,8 @@
 #pragma once
 
 #include "clients/http.h"
-#include "clients/itunes_client_protocol.h"
 #include "clients/itunes_traffic_controller.h"
+#include "effects/itunes_client_protocol.h"
 
 namespace veltrix
 {

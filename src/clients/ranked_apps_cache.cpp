@@ -2,8 +2,8 @@
 #include "clients/ranked_apps_cache.h"
 
 #include "effects/atomic_file.h"
-#include "model/json_reader.h"
-#include "model/json_writer.h"
+#include "json/json_reader.h"
+#include "json/json_writer.h"
 
 #include <QDir>
 #include <QFileInfo>

@@ -4,8 +4,8 @@
 #include "clients/pending_wait.h"
 #include "clients/request_url.h"
 #include "clients/retry_after.h"
-#include "model/json_reader.h"
-#include "model/json_writer.h"
+#include "json/json_reader.h"
+#include "json/json_writer.h"
 
 #include <QHash>
 

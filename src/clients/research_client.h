@@ -3,11 +3,11 @@
 #pragma once
 
 #include "clients/http.h"
-#include "clients/itunes_client_protocol.h"
 #include "clients/ranked_apps_cache.h"
 #include "clients/research_envelope.h"
 #include "clients/supabase_configuration.h"
 #include "effects/clock.h"
+#include "effects/itunes_client_protocol.h"
 
 #include <memory>
 

@@ -9,8 +9,9 @@ namespace veltrix
 {
 
 AutocompletePopularityProvider::AutocompletePopularityProvider(
-    std::shared_ptr<PopularityProviding> provider, std::shared_ptr<AutocompleteClient> client)
-    : m_provider(std::move(provider)), m_client(std::move(client))
+    std::shared_ptr<PopularityProviding> provider,
+    std::shared_ptr<AutocompleteObserving> suggestions)
+    : m_provider(std::move(provider)), m_suggestions(std::move(suggestions))
 {
 }
 
@@ -23,16 +24,19 @@ Task<PopularityAssessment> AutocompletePopularityProvider::assess(QString keywor
                                                                   QList<ITunesAppResult> results,
                                                                   std::stop_token stop)
 {
-    return run(m_provider, m_client, std::move(keyword), std::move(country), std::move(results),
-               std::move(stop));
+    return run(m_provider, m_suggestions, std::move(keyword), std::move(country),
+               std::move(results), std::move(stop));
 }
 
-Task<PopularityAssessment> AutocompletePopularityProvider::run(
-    std::shared_ptr<PopularityProviding> provider, std::shared_ptr<AutocompleteClient> client,
-    QString keyword, QString country, QList<ITunesAppResult> results, std::stop_token stop)
+Task<PopularityAssessment>
+AutocompletePopularityProvider::run(std::shared_ptr<PopularityProviding> provider,
+                                    std::shared_ptr<AutocompleteObserving> suggestions,
+                                    QString keyword, QString country,
+                                    QList<ITunesAppResult> results, std::stop_token stop)
 {
     PopularityAssessment assessment = co_await provider->assess(keyword, country, results, stop);
-    std::optional<AutocompleteEvidence> evidence = co_await client->observe(keyword, country, stop);
+    std::optional<AutocompleteEvidence> evidence =
+        co_await suggestions->observe(keyword, country, stop);
     if (evidence) {
         evidence->possibleBrand = isPossibleBrand(keyword, results);
         assessment.evidence = std::move(evidence);

@@ -2,7 +2,7 @@
 // Popularity with what the App Store suggests beside it.
 #pragma once
 
-#include "clients/autocomplete_client.h"
+#include "effects/autocomplete_observing.h"
 #include "scoring/popularity_providing.h"
 
 #include <memory>
@@ -15,9 +15,9 @@ namespace veltrix
 class AutocompletePopularityProvider final : public PopularityProviding
 {
 public:
-    /// `client` is shared by everyone who spends its budget.
+    /// `suggestions` is shared by everyone who spends its budget.
     AutocompletePopularityProvider(std::shared_ptr<PopularityProviding> provider,
-                                   std::shared_ptr<AutocompleteClient> client);
+                                   std::shared_ptr<AutocompleteObserving> suggestions);
 
     /// The wrapped provider's.
     [[nodiscard]] QString modelVersion() const override;
@@ -28,12 +28,12 @@ public:
 
 private:
     static Task<PopularityAssessment> run(std::shared_ptr<PopularityProviding> provider,
-                                          std::shared_ptr<AutocompleteClient> client,
+                                          std::shared_ptr<AutocompleteObserving> suggestions,
                                           QString keyword, QString country,
                                           QList<ITunesAppResult> results, std::stop_token stop);
 
     std::shared_ptr<PopularityProviding> m_provider;
-    std::shared_ptr<AutocompleteClient> m_client;
+    std::shared_ptr<AutocompleteObserving> m_suggestions;
 };
 
 /// Whether a keyword looks like a brand: its tokens are those of the first segment of the name of

@@ -2,8 +2,8 @@
 // One measurement of one keyword, from the search to the finished snapshot.
 #pragma once
 
-#include "clients/itunes_client_protocol.h"
 #include "effects/clock.h"
+#include "effects/itunes_client_protocol.h"
 #include "model/app_profile.h"
 #include "model/keyword_snapshot.h"
 #include "model/tracked_keyword.h"

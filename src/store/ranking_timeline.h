@@ -3,7 +3,7 @@
 #pragma once
 
 #include "model/date.h"
-#include "store/rank_movement.h"
+#include "model/rank_movement.h"
 
 #include <QUuid>
 

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "store/state_file.h"
 
-#include "model/json_error.h"
-#include "model/json_writer.h"
-#include "store/data_folder_lock.h"
+#include "effects/data_folder_lock.h"
 #include "store/state_reader.h"
+#include "json/json_error.h"
+#include "json/json_writer.h"
 
 #include <QDir>
 #include <QFileInfo>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "store/state_reader.h"
 
-#include "model/json_reader.h"
+#include "json/json_reader.h"
 
 #include <algorithm>
 #include <new>

@@ -5,11 +5,11 @@
 #include "clients/research_client.h"
 
 #include "clients/request_url.h"
-#include "model/json_reader.h"
 #include "support/fake_http.h"
 #include "support/json_printers.h"
 #include "support/task_outcome.h"
 #include "support/virtual_clock.h"
+#include "json/json_reader.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

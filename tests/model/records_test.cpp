@@ -3,12 +3,12 @@
 // was written.
 #include "model/app_profile.h"
 #include "model/itunes_app_result.h"
-#include "model/json_reader.h"
 #include "model/keyword_snapshot.h"
 #include "model/tracked_competitor.h"
 #include "model/tracked_keyword.h"
 #include "support/generators.h"
 #include "support/json_printers.h"
+#include "json/json_reader.h"
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Bodies in the form of the real service.
 #include "model/itunes_app_result.h"
-#include "model/json_reader.h"
 #include "sample/app_store.h"
 #include "sample/description.h"
 #include "sample/fixtures.h"
 #include "sample/itunes_body.h"
 #include "sample/json_text.h"
 #include "sample_printers.h"
+#include "json/json_reader.h"
 
 #include <QDir>
 #include <QRegularExpression>

@@ -5,9 +5,9 @@
 #include "scoring/autocomplete_popularity_provider.h"
 #include "store/keyword_list.h"
 #include "store/keyword_refreshes.h"
+#include "store/refresh_loop.h"
 #include "store/snapshot_index.h"
 #include "support/virtual_clock.h"
-#include "ui/shell/refresh_loop.h"
 
 #include <algorithm>
 #include <numeric>

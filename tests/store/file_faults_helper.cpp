@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Starts and saves under every fault of every file call. The first argument names the scene. Each
 // fault has a process and a folder of its own; what went wrong is printed, a line each.
+#include "effects/data_folder_lock.h"
 #include "effects/system_clock.h"
-#include "model/json_reader.h"
-#include "model/json_writer.h"
 #include "store/aso_store.h"
-#include "store/data_folder_lock.h"
 #include "store/scratch_folder.h"
 #include "support/file_faults.h"
+#include "json/json_reader.h"
+#include "json/json_writer.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -2,9 +2,9 @@
 // Disks that come late, come back or are somebody else's meanwhile: what was not read is not
 // overwritten, what could not be saved is known and tried again.
 #include "effects/atomic_file.h"
-#include "model/json_reader.h"
-#include "store/data_folder_lock.h"
+#include "effects/data_folder_lock.h"
 #include "store/store_fixture.h"
+#include "json/json_reader.h"
 
 #include <QDir>
 

@@ -2,7 +2,7 @@
 #include "store/store_fixture.h"
 
 #include "effects/atomic_file.h"
-#include "model/json_reader.h"
+#include "json/json_reader.h"
 
 namespace veltrix
 {

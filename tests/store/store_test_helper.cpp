@@ -2,11 +2,11 @@
 // What tests of the store need another process for: one that is killed, one that may not write, one
 // whose disk is full, one that holds a data folder. The first argument says which.
 #include "effects/atomic_file.h"
+#include "effects/data_folder_lock.h"
 #include "effects/system_clock.h"
-#include "model/json_reader.h"
 #include "store/aso_store.h"
-#include "store/data_folder_lock.h"
 #include "store/numbered_state.h"
+#include "json/json_reader.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -4,8 +4,8 @@
 
 #include "model/dashboard_keyword_row.h"
 #include "model/itunes_app_result.h"
-#include "model/json_writer.h"
 #include "model/keyword_snapshot.h"
+#include "json/json_writer.h"
 
 #include <rapidcheck.h>
 

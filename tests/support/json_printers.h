@@ -2,7 +2,7 @@
 // Prints records as JSON when a comparison fails.
 #pragma once
 
-#include "model/json_writer.h"
+#include "json/json_writer.h"
 
 #include <QString>
 

@@ -3,7 +3,7 @@
 // text that has some.
 #include "ui/gallery/scenes.h"
 #include "ui/support/ui_test.h"
-#include "ui/text/figures.h"
+#include "ui_kit/text/figures.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>

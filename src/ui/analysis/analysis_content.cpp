@@ -2,8 +2,8 @@
 #include "ui/analysis/analysis_content.h"
 
 #include "ui/analysis/analysis_cards.h"
-#include "ui/text/date_texts.h"
-#include "ui/text/storefronts.h"
+#include "ui_kit/text/date_texts.h"
+#include "ui_kit/text/storefronts.h"
 
 namespace veltrix
 {

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "model/keyword_snapshot.h"
-#include "ui/widgets/badge.h"
+#include "ui_kit/widgets/badge.h"
 
 #include <QLocale>
 #include <QString>

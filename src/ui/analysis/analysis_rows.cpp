@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/analysis/analysis_rows.h"
 
-#include "ui/theme/typography.h"
-#include "ui/widgets/accessibility.h"
-#include "ui/widgets/card.h"
+#include "ui_kit/accessibility/accessibility.h"
+#include "ui_kit/theme/typography.h"
+#include "ui_kit/widgets/card.h"
 
 #include <QHBoxLayout>
 

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "ui/analysis/analysis_content.h"
-#include "ui/theme/tokens.h"
+#include "ui_kit/theme/tokens.h"
 
 #include <QWidget>
 

@@ -2,12 +2,12 @@
 #include "ui/analysis/keyword_analysis_sheet.h"
 
 #include "ui/analysis/analysis_rows.h"
-#include "ui/text/storefronts.h"
-#include "ui/theme/typography.h"
-#include "ui/widgets/accessibility.h"
-#include "ui/widgets/card.h"
-#include "ui/widgets/empty_state.h"
-#include "ui/widgets/feedback_button.h"
+#include "ui_kit/accessibility/accessibility.h"
+#include "ui_kit/text/storefronts.h"
+#include "ui_kit/theme/typography.h"
+#include "ui_kit/widgets/card.h"
+#include "ui_kit/widgets/empty_state.h"
+#include "ui_kit/widgets/feedback_button.h"
 
 #include <QClipboard>
 #include <QCoreApplication>

@@ -4,7 +4,7 @@
 
 #include "store/aso_store.h"
 #include "ui/analysis/analysis_content.h"
-#include "ui/widgets/sheet_frame.h"
+#include "ui_kit/widgets/sheet_frame.h"
 
 class QVBoxLayout;
 

@@ -2,15 +2,15 @@
 #include "ui/app_search/app_search_sheet.h"
 
 #include "ui/app_search/app_search.h"
-#include "ui/text/storefronts.h"
-#include "ui/theme/painting.h"
-#include "ui/widgets/accessibility.h"
-#include "ui/widgets/app_row.h"
-#include "ui/widgets/artwork_images.h"
-#include "ui/widgets/empty_state.h"
-#include "ui/widgets/storefront_picker.h"
-#include "ui/widgets/text_field.h"
-#include "ui/widgets/text_label.h"
+#include "ui_kit/accessibility/accessibility.h"
+#include "ui_kit/text/storefronts.h"
+#include "ui_kit/theme/painting.h"
+#include "ui_kit/widgets/app_row.h"
+#include "ui_kit/widgets/artwork_images.h"
+#include "ui_kit/widgets/empty_state.h"
+#include "ui_kit/widgets/storefront_picker.h"
+#include "ui_kit/widgets/text_field.h"
+#include "ui_kit/widgets/text_label.h"
 
 #include <QHBoxLayout>
 #include <QScrollArea>

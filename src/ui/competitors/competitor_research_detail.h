@@ -4,7 +4,7 @@
 
 #include "effects/task_scope.h"
 #include "model/itunes_app_result.h"
-#include "ui/competitors/research_context.h"
+#include "ui/listing/research_context.h"
 
 #include <QUuid>
 #include <QWidget>

@@ -2,17 +2,17 @@
 #include "ui/competitors/competitors_view.h"
 
 #include "store/aso_store.h"
-#include "ui/competitors/card_grid.h"
-#include "ui/competitors/failure_card.h"
-#include "ui/competitors/research_app_row.h"
 #include "ui/competitors/tracked_competitor_card.h"
-#include "ui/text/storefronts.h"
-#include "ui/widgets/accessibility.h"
-#include "ui/widgets/empty_state.h"
-#include "ui/widgets/page_toolbar.h"
-#include "ui/widgets/sheet_frame.h"
-#include "ui/widgets/storefront_picker.h"
-#include "ui/widgets/text_field.h"
+#include "ui_kit/accessibility/accessibility.h"
+#include "ui_kit/text/storefronts.h"
+#include "ui_kit/widgets/card_grid.h"
+#include "ui_kit/widgets/empty_state.h"
+#include "ui_kit/widgets/failure_card.h"
+#include "ui_kit/widgets/page_toolbar.h"
+#include "ui_kit/widgets/research_app_row.h"
+#include "ui_kit/widgets/sheet_frame.h"
+#include "ui_kit/widgets/storefront_picker.h"
+#include "ui_kit/widgets/text_field.h"
 
 #include <QApplication>
 #include <QHBoxLayout>

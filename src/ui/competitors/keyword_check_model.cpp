@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/competitors/keyword_check_model.h"
 
-#include "ui/widgets/position_badge.h"
-#include "ui/widgets/score_ring.h"
+#include "ui_kit/widgets/position_badge.h"
+#include "ui_kit/widgets/score_ring.h"
 
 #include <algorithm>
 

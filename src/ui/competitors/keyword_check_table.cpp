@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/competitors/keyword_check_table.h"
 
-#include "ui/dashboard/table_header.h"
-#include "ui/text/csv.h"
-#include "ui/theme/painting.h"
-#include "ui/theme/typography.h"
-#include "ui/widgets/accessibility.h"
-#include "ui/widgets/position_badge.h"
-#include "ui/widgets/score_ring.h"
+#include "ui_kit/accessibility/accessibility.h"
+#include "ui_kit/table/table_header.h"
+#include "ui_kit/text/csv.h"
+#include "ui_kit/theme/painting.h"
+#include "ui_kit/theme/typography.h"
+#include "ui_kit/widgets/position_badge.h"
+#include "ui_kit/widgets/score_ring.h"
 
 #include <QApplication>
 #include <QClipboard>

@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/competitors/keyword_coverage_panel.h"
 
-#include "ui/competitors/failure_card.h"
 #include "ui/competitors/keyword_check_table.h"
-#include "ui/text/admission_texts.h"
-#include "ui/widgets/accessibility.h"
-#include "ui/widgets/button.h"
-#include "ui/widgets/empty_state.h"
-#include "ui/widgets/status_bar.h"
-#include "ui/widgets/text_label.h"
+#include "ui/measuring/admission_texts.h"
+#include "ui_kit/accessibility/accessibility.h"
+#include "ui_kit/widgets/button.h"
+#include "ui_kit/widgets/empty_state.h"
+#include "ui_kit/widgets/failure_card.h"
+#include "ui_kit/widgets/status_bar.h"
+#include "ui_kit/widgets/text_label.h"
 
 #include <QHBoxLayout>
 

@@ -2,12 +2,12 @@
 #include "ui/competitors/tracked_competitor_card.h"
 
 #include "store/aso_store.h"
-#include "ui/competitors/app_header.h"
-#include "ui/text/storefronts.h"
-#include "ui/theme/painting.h"
-#include "ui/theme/symbols.h"
-#include "ui/widgets/accessibility.h"
-#include "ui/widgets/button.h"
+#include "ui/listing/app_header.h"
+#include "ui_kit/accessibility/accessibility.h"
+#include "ui_kit/text/storefronts.h"
+#include "ui_kit/theme/painting.h"
+#include "ui_kit/theme/symbols.h"
+#include "ui_kit/widgets/button.h"
 
 #include <QContextMenuEvent>
 #include <QHBoxLayout>

@@ -4,7 +4,7 @@
 
 #include "effects/task_scope.h"
 #include "model/tracked_competitor.h"
-#include "ui/widgets/card.h"
+#include "ui_kit/widgets/card.h"
 
 class QMenu;
 

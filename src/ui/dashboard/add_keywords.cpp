@@ -2,11 +2,11 @@
 #include "ui/dashboard/add_keywords.h"
 
 #include "ui/dashboard/keyword_input.h"
-#include "ui/text/admission_texts.h"
-#include "ui/widgets/accessibility.h"
-#include "ui/widgets/overlay.h"
-#include "ui/widgets/text_field.h"
-#include "ui/widgets/text_label.h"
+#include "ui/measuring/admission_texts.h"
+#include "ui_kit/accessibility/accessibility.h"
+#include "ui_kit/widgets/overlay.h"
+#include "ui_kit/widgets/text_field.h"
+#include "ui_kit/widgets/text_label.h"
 
 #include <QHBoxLayout>
 #include <QVBoxLayout>

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "store/keyword_admission.h"
-#include "ui/widgets/storefront_picker.h"
+#include "ui_kit/widgets/storefront_picker.h"
 
 #include <QWidget>
 

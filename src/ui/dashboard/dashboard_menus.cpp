@@ -5,9 +5,9 @@
 #include "ui/dashboard/keyword_actions.h"
 #include "ui/dashboard/keyword_table_model.h"
 #include "ui/dashboard/keyword_table_view.h"
-#include "ui/text/storefronts.h"
-#include "ui/theme/symbols.h"
-#include "ui/widgets/confirm_sheet.h"
+#include "ui_kit/text/storefronts.h"
+#include "ui_kit/theme/symbols.h"
+#include "ui_kit/widgets/confirm_sheet.h"
 
 #include <QActionGroup>
 #include <QHeaderView>

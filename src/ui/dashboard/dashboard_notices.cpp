@@ -4,8 +4,8 @@
 #include "ui/dashboard/dashboard_page.h"
 
 #include "ui/dashboard/keyword_actions.h"
-#include "ui/text/admission_texts.h"
-#include "ui/widgets/banner.h"
+#include "ui/measuring/admission_texts.h"
+#include "ui_kit/widgets/banner.h"
 
 namespace veltrix
 {

@@ -5,7 +5,7 @@
 #include "effects/task_scope.h"
 #include "store/aso_store.h"
 #include "ui/dashboard/keyword_column.h"
-#include "ui/widgets/status_bar.h"
+#include "ui_kit/widgets/status_bar.h"
 
 #include <QWidget>
 

@@ -3,11 +3,11 @@
 
 #include "ui/dashboard/keyword_export.h"
 #include "ui/dashboard/keyword_table_model.h"
-#include "ui/text/admission_texts.h"
-#include "ui/text/csv.h"
+#include "ui/measuring/admission_texts.h"
+#include "ui_kit/text/csv.h"
+#include "ui_kit/text/file_name.h"
 
 #include <QClipboard>
-#include <QFileInfo>
 #include <QGuiApplication>
 #include <QPointer>
 
@@ -186,7 +186,7 @@ void KeywordActions::saveCsv(QWidget *dialogParent, const QString &title, const 
                          Q_EMIT self->statusChanged(*error, StatusBar::Tone::Error);
                      else
                          Q_EMIT self->statusChanged(
-                             tr("Exported to %1.").arg(QFileInfo(path).fileName()),
+                             tr("Exported to %1.").arg(path.section(u'/', -1)),
                              StatusBar::Tone::Normal);
                  });
 }

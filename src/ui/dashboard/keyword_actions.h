@@ -6,8 +6,8 @@
 #include "store/aso_store.h"
 #include "ui/dashboard/keyword_column.h"
 #include "ui/dashboard/keyword_input.h"
-#include "ui/widgets/file_exchange.h"
-#include "ui/widgets/status_bar.h"
+#include "ui_kit/widgets/file_exchange.h"
+#include "ui_kit/widgets/status_bar.h"
 
 #include <QObject>
 

@@ -2,10 +2,10 @@
 #include "ui/dashboard/keyword_column.h"
 
 #include "store/keyword_admission.h"
-#include "ui/text/storefronts.h"
-#include "ui/widgets/badge.h"
-#include "ui/widgets/position_badge.h"
-#include "ui/widgets/score_ring.h"
+#include "ui_kit/text/storefronts.h"
+#include "ui_kit/widgets/badge.h"
+#include "ui_kit/widgets/position_badge.h"
+#include "ui_kit/widgets/score_ring.h"
 
 #include <QCoreApplication>
 #include <QStringList>

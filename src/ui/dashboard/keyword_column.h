@@ -4,7 +4,7 @@
 #pragma once
 
 #include "model/dashboard_keyword_row.h"
-#include "store/rank_movement.h"
+#include "model/rank_movement.h"
 
 #include <QCollatorSortKey>
 #include <QString>

@@ -2,13 +2,13 @@
 #include "ui/dashboard/keyword_delegate.h"
 
 #include "ui/dashboard/keyword_table_model.h"
-#include "ui/theme/symbols.h"
-#include "ui/theme/typography.h"
-#include "ui/widgets/artwork_images.h"
-#include "ui/widgets/badge.h"
-#include "ui/widgets/overlapping_icons.h"
-#include "ui/widgets/position_badge.h"
-#include "ui/widgets/score_ring.h"
+#include "ui_kit/theme/symbols.h"
+#include "ui_kit/theme/typography.h"
+#include "ui_kit/widgets/artwork_images.h"
+#include "ui_kit/widgets/badge.h"
+#include "ui_kit/widgets/overlapping_icons.h"
+#include "ui_kit/widgets/position_badge.h"
+#include "ui_kit/widgets/score_ring.h"
 
 #include <QPainter>
 

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "ui/dashboard/keyword_column.h"
-#include "ui/theme/tokens.h"
+#include "ui_kit/theme/tokens.h"
 
 #include <QFontMetricsF>
 #include <QStyledItemDelegate>

@@ -100,14 +100,4 @@ QList<QStringList> keywordHistory(const ASOStore &store, QUuid appId)
     return table;
 }
 
-QString suggestedFileName(const QString &appName, const QString &what)
-{
-    QString name = appName + u' ' + what;
-    for (QChar &c : name) {
-        if (QStringLiteral("/\\:*?\"<>|").contains(c) || c.category() == QChar::Other_Control)
-            c = u'-';
-    }
-    return name.simplified() + QStringLiteral(".csv");
-}
-
 } // namespace veltrix

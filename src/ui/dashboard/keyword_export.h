@@ -24,7 +24,4 @@ QList<QStringList> keywordTable(const KeywordTableModel &model, const std::vecto
 /// header line.
 QList<QStringList> keywordHistory(const ASOStore &store, QUuid appId);
 
-/// A name for a file about that app that every file system takes: "Lumen keywords.csv".
-QString suggestedFileName(const QString &appName, const QString &what);
-
 } // namespace veltrix

@@ -2,7 +2,7 @@
 #include "ui/dashboard/keyword_input.h"
 
 #include "model/storefront_codes.h"
-#include "ui/text/csv.h"
+#include "ui_kit/text/csv.h"
 
 #include <QRegularExpression>
 #include <QSet>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/dashboard/keyword_table_model.h"
 
-#include "ui/text/folding.h"
-#include "ui/text/storefronts.h"
-#include "ui/text/tool_tip_text.h"
+#include "ui_kit/text/folding.h"
+#include "ui_kit/text/storefronts.h"
+#include "ui_kit/text/tool_tip_text.h"
 
 #include <algorithm>
 

@@ -4,7 +4,7 @@
 
 #include "store/aso_store.h"
 #include "ui/dashboard/keyword_column.h"
-#include "ui/text/relative_time.h"
+#include "ui_kit/text/relative_time.h"
 
 #include <QAbstractTableModel>
 #include <QCollator>

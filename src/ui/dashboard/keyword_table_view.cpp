@@ -4,12 +4,12 @@
 #include "ui/dashboard/keyword_delegate.h"
 #include "ui/dashboard/keyword_table_model.h"
 #include "ui/dashboard/row_actions.h"
-#include "ui/dashboard/table_header.h"
-#include "ui/theme/painting.h"
-#include "ui/theme/typography.h"
-#include "ui/theme/veltrix_style.h"
-#include "ui/widgets/accessibility.h"
-#include "ui/widgets/artwork_images.h"
+#include "ui_kit/accessibility/accessibility.h"
+#include "ui_kit/table/table_header.h"
+#include "ui_kit/theme/painting.h"
+#include "ui_kit/theme/typography.h"
+#include "ui_kit/theme/veltrix_style.h"
+#include "ui_kit/widgets/artwork_images.h"
 
 #include <QContextMenuEvent>
 #include <QPainter>

@@ -2,9 +2,9 @@
 #include "ui/dashboard/row_actions.h"
 
 #include "model/dashboard_keyword_row.h"
-#include "ui/text/storefronts.h"
-#include "ui/widgets/accessibility.h"
-#include "ui/widgets/button.h"
+#include "ui_kit/accessibility/accessibility.h"
+#include "ui_kit/text/storefronts.h"
+#include "ui_kit/widgets/button.h"
 
 #include <QHBoxLayout>
 

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/history/range_control.h"
 
-#include "ui/theme/painting.h"
-#include "ui/theme/typography.h"
-#include "ui/widgets/accessibility.h"
-#include "ui/widgets/button.h"
+#include "ui_kit/accessibility/accessibility.h"
+#include "ui_kit/theme/painting.h"
+#include "ui_kit/theme/typography.h"
+#include "ui_kit/widgets/button.h"
 
 #include <QButtonGroup>
 #include <QHBoxLayout>

@@ -3,7 +3,7 @@
 
 #include "ui/history/rank_chart_accessibility.h"
 #include "ui/history/rank_chart_view.h"
-#include "ui/widgets/accessibility.h"
+#include "ui_kit/accessibility/accessibility.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/history/rank_chart_view.h"
 
-#include "ui/theme/painting.h"
-#include "ui/theme/typography.h"
+#include "ui_kit/theme/painting.h"
+#include "ui_kit/theme/typography.h"
 
 #include <QtCharts/QCategoryAxis>
 #include <QtCharts/QLineSeries>

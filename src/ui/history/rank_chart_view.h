@@ -3,7 +3,7 @@
 #pragma once
 
 #include "ui/history/rank_chart.h"
-#include "ui/theme/tokens.h"
+#include "ui_kit/theme/tokens.h"
 
 #include <QtCharts/QChartView>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/history/rank_history.h"
 
-#include "ui/text/figures.h"
+#include "ui_kit/text/figures.h"
 
 #include <QCoreApplication>
 #include <QDateTime>

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "store/ranking_timeline.h"
-#include "ui/text/figures.h"
+#include "ui_kit/text/figures.h"
 
 #include <QLocale>
 #include <QString>

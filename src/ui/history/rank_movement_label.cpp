@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/history/rank_movement_label.h"
 
-#include "ui/widgets/position_badge.h"
+#include "ui_kit/widgets/position_badge.h"
 
 namespace veltrix
 {

@@ -2,8 +2,8 @@
 // How a rank moved, in words and colour.
 #pragma once
 
-#include "store/rank_movement.h"
-#include "ui/widgets/card.h"
+#include "model/rank_movement.h"
+#include "ui_kit/widgets/card.h"
 
 namespace veltrix
 {

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "ui/history/rank_history.h"
-#include "ui/text/figures.h"
+#include "ui_kit/text/figures.h"
 
 #include <QPointF>
 #include <QRectF>

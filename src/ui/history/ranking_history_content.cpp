@@ -4,10 +4,10 @@
 #include "ui/history/range_control.h"
 #include "ui/history/rank_chart.h"
 #include "ui/history/rank_movement_label.h"
-#include "ui/widgets/accessibility.h"
-#include "ui/widgets/badge.h"
-#include "ui/widgets/empty_state.h"
-#include "ui/widgets/position_badge.h"
+#include "ui_kit/accessibility/accessibility.h"
+#include "ui_kit/widgets/badge.h"
+#include "ui_kit/widgets/empty_state.h"
+#include "ui_kit/widgets/position_badge.h"
 
 #include <QHBoxLayout>
 #include <QPainter>

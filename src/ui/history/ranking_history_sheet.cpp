@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/history/ranking_history_sheet.h"
 
-#include "ui/dashboard/keyword_export.h"
 #include "ui/history/history_export.h"
 #include "ui/history/ranking_history_content.h"
-#include "ui/text/csv.h"
-#include "ui/text/storefronts.h"
-#include "ui/widgets/accessibility.h"
-#include "ui/widgets/feedback_button.h"
-#include "ui/widgets/file_exchange.h"
-#include "ui/widgets/text_label.h"
+#include "ui_kit/accessibility/accessibility.h"
+#include "ui_kit/text/csv.h"
+#include "ui_kit/text/file_name.h"
+#include "ui_kit/text/storefronts.h"
+#include "ui_kit/widgets/feedback_button.h"
+#include "ui_kit/widgets/file_exchange.h"
+#include "ui_kit/widgets/text_label.h"
 
 #include <QBoxLayout>
 #include <QClipboard>

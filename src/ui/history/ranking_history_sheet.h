@@ -3,7 +3,7 @@
 #pragma once
 
 #include "store/aso_store.h"
-#include "ui/widgets/sheet_frame.h"
+#include "ui_kit/widgets/sheet_frame.h"
 
 namespace veltrix
 {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/ranked_apps/ranked_apps_loading.h"
 
-#include "ui/text/date_texts.h"
+#include "ui_kit/text/date_texts.h"
 
 #include <QCoreApplication>
 

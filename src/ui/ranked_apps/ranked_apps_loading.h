@@ -4,7 +4,7 @@
 
 #include "effects/task_scope.h"
 #include "store/aso_store.h"
-#include "ui/text/figures.h"
+#include "ui_kit/text/figures.h"
 
 #include <QLocale>
 #include <QObject>

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/ranked_apps/ranking_apps_sheet.h"
 
-#include "ui/competitors/app_details_sheet.h"
-#include "ui/text/storefronts.h"
-#include "ui/widgets/accessibility.h"
-#include "ui/widgets/banner.h"
-#include "ui/widgets/button.h"
-#include "ui/widgets/empty_state.h"
-#include "ui/widgets/text_label.h"
+#include "ui/listing/app_details_sheet.h"
+#include "ui_kit/accessibility/accessibility.h"
+#include "ui_kit/text/storefronts.h"
+#include "ui_kit/widgets/banner.h"
+#include "ui_kit/widgets/button.h"
+#include "ui_kit/widgets/empty_state.h"
+#include "ui_kit/widgets/text_label.h"
 
 #include <QScrollArea>
 #include <QStackedWidget>

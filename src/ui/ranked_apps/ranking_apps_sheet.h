@@ -2,9 +2,9 @@
 // The sheet with the apps that rank for a keyword.
 #pragma once
 
-#include "ui/competitors/ranked_app_research_row.h"
+#include "ui/listing/ranked_app_research_row.h"
 #include "ui/ranked_apps/ranked_apps_loading.h"
-#include "ui/widgets/sheet_frame.h"
+#include "ui_kit/widgets/sheet_frame.h"
 
 #include <vector>
 

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/settings/settings_section.h"
 
-#include "ui/theme/painting.h"
-#include "ui/widgets/accessibility.h"
-#include "ui/widgets/button.h"
-#include "ui/widgets/text_label.h"
+#include "ui_kit/accessibility/accessibility.h"
+#include "ui_kit/theme/painting.h"
+#include "ui_kit/widgets/button.h"
+#include "ui_kit/widgets/text_label.h"
 
 #include <QHBoxLayout>
 #include <QVBoxLayout>

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/settings/settings_sheet.h"
 
+#include "ui/preferences/preferences.h"
 #include "ui/settings/settings_section.h"
 #include "ui/settings/updater_settings_view.h"
-#include "ui/shell/preferences.h"
-#include "ui/widgets/accessibility.h"
-#include "ui/widgets/sheet_frame.h"
-#include "ui/widgets/storefront_picker.h"
-#include "ui/widgets/text_label.h"
+#include "ui_kit/accessibility/accessibility.h"
+#include "ui_kit/widgets/sheet_frame.h"
+#include "ui_kit/widgets/storefront_picker.h"
+#include "ui_kit/widgets/text_label.h"
 
 #include <QHBoxLayout>
 #include <QScrollArea>

@@ -2,7 +2,7 @@
 #include "ui/settings/update_banner.h"
 
 #include "ui/settings/updater_interface.h"
-#include "ui/widgets/banner.h"
+#include "ui_kit/widgets/banner.h"
 
 #include <QCoreApplication>
 

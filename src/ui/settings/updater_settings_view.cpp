@@ -2,10 +2,10 @@
 #include "ui/settings/updater_settings_view.h"
 
 #include "ui/settings/settings_section.h"
-#include "ui/widgets/accessibility.h"
-#include "ui/widgets/button.h"
-#include "ui/widgets/status_bar.h"
-#include "ui/widgets/text_label.h"
+#include "ui_kit/accessibility/accessibility.h"
+#include "ui_kit/widgets/button.h"
+#include "ui_kit/widgets/status_bar.h"
+#include "ui_kit/widgets/text_label.h"
 
 #include <QCheckBox>
 #include <QHBoxLayout>

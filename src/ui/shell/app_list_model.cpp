@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/shell/app_list_model.h"
 
-#include "ui/text/folding.h"
-#include "ui/text/storefronts.h"
+#include "ui_kit/text/folding.h"
+#include "ui_kit/text/storefronts.h"
 
 #include <algorithm>
 

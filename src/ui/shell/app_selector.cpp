@@ -2,16 +2,16 @@
 #include "ui/shell/app_selector.h"
 
 #include "ui/shell/app_list_model.h"
-#include "ui/text/storefronts.h"
-#include "ui/theme/painting.h"
-#include "ui/theme/symbols.h"
-#include "ui/theme/typography.h"
-#include "ui/theme/veltrix_style.h"
-#include "ui/widgets/accessibility.h"
-#include "ui/widgets/artwork_images.h"
-#include "ui/widgets/button.h"
-#include "ui/widgets/text_field.h"
-#include "ui/widgets/text_label.h"
+#include "ui_kit/accessibility/accessibility.h"
+#include "ui_kit/text/storefronts.h"
+#include "ui_kit/theme/painting.h"
+#include "ui_kit/theme/symbols.h"
+#include "ui_kit/theme/typography.h"
+#include "ui_kit/theme/veltrix_style.h"
+#include "ui_kit/widgets/artwork_images.h"
+#include "ui_kit/widgets/button.h"
+#include "ui_kit/widgets/text_field.h"
+#include "ui_kit/widgets/text_label.h"
 
 #include <QHBoxLayout>
 #include <QKeyEvent>

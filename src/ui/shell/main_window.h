@@ -3,8 +3,8 @@
 #pragma once
 
 #include "store/aso_store.h"
+#include "store/refresh_loop.h"
 #include "ui/settings/app_information.h"
-#include "ui/shell/refresh_loop.h"
 #include "ui/shell/sidebar.h"
 
 #include <QAction>

@@ -2,11 +2,11 @@
 #include "ui/shell/persistence_banner.h"
 
 #include "store/aso_store.h"
-#include "ui/text/date_texts.h"
-#include "ui/widgets/accessibility.h"
-#include "ui/widgets/banner.h"
-#include "ui/widgets/button.h"
-#include "ui/widgets/confirm_sheet.h"
+#include "ui_kit/accessibility/accessibility.h"
+#include "ui_kit/text/date_texts.h"
+#include "ui_kit/widgets/banner.h"
+#include "ui_kit/widgets/button.h"
+#include "ui_kit/widgets/confirm_sheet.h"
 
 #include <QVBoxLayout>
 

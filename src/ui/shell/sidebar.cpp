@@ -2,10 +2,10 @@
 #include "ui/shell/sidebar.h"
 
 #include "ui/shell/app_selector.h"
-#include "ui/theme/painting.h"
-#include "ui/theme/symbols.h"
-#include "ui/theme/typography.h"
-#include "ui/widgets/accessibility.h"
+#include "ui_kit/accessibility/accessibility.h"
+#include "ui_kit/theme/painting.h"
+#include "ui_kit/theme/symbols.h"
+#include "ui_kit/theme/typography.h"
 
 #include <QButtonGroup>
 #include <QLocale>

@@ -2,7 +2,7 @@
 #include "ui/analysis/keyword_analysis_sheet.h"
 
 #include "ui/support/research_test.h"
-#include "ui/widgets/card.h"
+#include "ui_kit/widgets/card.h"
 
 #include <QAccessible>
 #include <QClipboard>

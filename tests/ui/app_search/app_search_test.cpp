@@ -3,8 +3,8 @@
 
 #include "ui/app_search/app_search.h"
 #include "ui/app_search/app_search_sheet.h"
-#include "ui/widgets/app_row.h"
-#include "ui/widgets/storefront_picker.h"
+#include "ui_kit/widgets/app_row.h"
+#include "ui_kit/widgets/storefront_picker.h"
 
 #include <QScrollArea>
 

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/competitors/competitors_view.h"
 
-#include "ui/competitors/card_grid.h"
-#include "ui/competitors/research_app_row.h"
 #include "ui/competitors/tracked_competitor_card.h"
 #include "ui/support/research_test.h"
-#include "ui/widgets/storefront_picker.h"
+#include "ui_kit/widgets/card_grid.h"
+#include "ui_kit/widgets/research_app_row.h"
+#include "ui_kit/widgets/storefront_picker.h"
 
 namespace veltrix
 {

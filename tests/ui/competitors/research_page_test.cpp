@@ -3,10 +3,10 @@
 
 #include "ui/competitors/competitors_view.h"
 #include "ui/competitors/keyword_check_table.h"
-#include "ui/competitors/research_app_row.h"
-#include "ui/competitors/screenshot_strip.h"
-#include "ui/competitors/screenshot_viewer.h"
+#include "ui/listing/screenshot_strip.h"
+#include "ui/listing/screenshot_viewer.h"
 #include "ui/support/research_test.h"
+#include "ui_kit/widgets/research_app_row.h"
 
 #include <QClipboard>
 #include <QHeaderView>

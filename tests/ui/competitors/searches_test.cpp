@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The search for any app, and the search for similar ones.
 #include "ui/competitors/competitor_search.h"
-#include "ui/competitors/similar_apps.h"
+#include "ui/listing/similar_apps.h"
 #include "ui/support/research_world.h"
 
 namespace veltrix

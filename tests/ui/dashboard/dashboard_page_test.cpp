@@ -2,7 +2,7 @@
 #include "ui/support/ui_test.h"
 
 #include "ui/dashboard/keyword_actions.h"
-#include "ui/widgets/storefront_picker.h"
+#include "ui_kit/widgets/storefront_picker.h"
 
 #include <QClipboard>
 #include <QGuiApplication>

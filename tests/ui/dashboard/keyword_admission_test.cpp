@@ -2,7 +2,7 @@
 // What the popover and an import let in, what they refuse, and what they say about it.
 #include "ui/support/ui_test.h"
 
-#include "ui/widgets/storefront_picker.h"
+#include "ui_kit/widgets/storefront_picker.h"
 
 #include <QClipboard>
 #include <QGuiApplication>

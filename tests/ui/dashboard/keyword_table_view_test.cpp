@@ -2,7 +2,7 @@
 #include "ui/support/ui_test.h"
 
 #include "ui/dashboard/keyword_delegate.h"
-#include "ui/theme/typography.h"
+#include "ui_kit/theme/typography.h"
 
 #include <QClipboard>
 #include <QGuiApplication>

@@ -3,7 +3,7 @@
 // environment (QT_SCALE_FACTOR), so scripts/gallery runs this once for each.
 #include "ui/gallery/scenes.h"
 #include "ui/support/ui_world.h"
-#include "ui/theme/theme_controller.h"
+#include "ui_kit/theme/theme_controller.h"
 
 #include <QApplication>
 #include <QDir>

@@ -9,8 +9,8 @@
 #include "ui/gallery/sheet_scenes.h"
 #include "ui/shell/app_selector.h"
 #include "ui/support/ui_world.h"
-#include "ui/widgets/storefront_picker.h"
-#include "ui/widgets/text_field.h"
+#include "ui_kit/widgets/storefront_picker.h"
+#include "ui_kit/widgets/text_field.h"
 
 #include <QApplication>
 #include <QHeaderView>

@@ -11,8 +11,8 @@
 #include "ui/ranked_apps/ranking_apps_sheet.h"
 #include "ui/shell/app_selector.h"
 #include "ui/support/research_world.h"
-#include "ui/widgets/button.h"
-#include "ui/widgets/text_field.h"
+#include "ui_kit/widgets/button.h"
+#include "ui_kit/widgets/text_field.h"
 
 #include <QBoxLayout>
 #include <QCoreApplication>

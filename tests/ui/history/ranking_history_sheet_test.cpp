@@ -8,8 +8,8 @@
 #include "ui/history/rank_pictures.h"
 #include "ui/history/ranking_history_content.h"
 #include "ui/support/research_test.h"
-#include "ui/text/csv.h"
-#include "ui/widgets/badge.h"
+#include "ui_kit/text/csv.h"
+#include "ui_kit/widgets/badge.h"
 
 #include <QClipboard>
 

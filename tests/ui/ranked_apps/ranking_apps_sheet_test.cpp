@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/ranked_apps/ranking_apps_sheet.h"
 
-#include "ui/competitors/track_competitor_button.h"
+#include "ui/listing/track_competitor_button.h"
 #include "ui/support/research_test.h"
 
 #include <QScrollArea>

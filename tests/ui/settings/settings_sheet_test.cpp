@@ -3,7 +3,7 @@
 
 #include "ui/settings/settings_section.h"
 #include "ui/settings/settings_sheet.h"
-#include "ui/widgets/storefront_picker.h"
+#include "ui_kit/widgets/storefront_picker.h"
 
 #include <QCheckBox>
 

@@ -4,7 +4,7 @@
 #include "ui/app_search/app_search_sheet.h"
 #include "ui/shell/app_list_model.h"
 #include "ui/shell/app_selector.h"
-#include "ui/widgets/storefront_picker.h"
+#include "ui_kit/widgets/storefront_picker.h"
 
 #include <QAccessible>
 #include <QListView>

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/support/audit.h"
 
-#include "ui/theme/tokens.h"
-#include "ui/theme/typography.h"
-#include "ui/widgets/button.h"
-#include "ui/widgets/text_label.h"
+#include "ui_kit/theme/tokens.h"
+#include "ui_kit/theme/typography.h"
+#include "ui_kit/widgets/button.h"
+#include "ui_kit/widgets/text_label.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>

@@ -6,14 +6,14 @@
 #include "ui/dashboard/keyword_table_model.h"
 #include "ui/dashboard/keyword_table_view.h"
 #include "ui/support/ui_world.h"
-#include "ui/theme/theme_controller.h"
-#include "ui/widgets/banner.h"
-#include "ui/widgets/button.h"
-#include "ui/widgets/empty_state.h"
-#include "ui/widgets/overlay.h"
-#include "ui/widgets/status_bar.h"
-#include "ui/widgets/text_field.h"
-#include "ui/widgets/text_label.h"
+#include "ui_kit/theme/theme_controller.h"
+#include "ui_kit/widgets/banner.h"
+#include "ui_kit/widgets/button.h"
+#include "ui_kit/widgets/empty_state.h"
+#include "ui_kit/widgets/overlay.h"
+#include "ui_kit/widgets/status_bar.h"
+#include "ui_kit/widgets/text_field.h"
+#include "ui_kit/widgets/text_label.h"
 
 #include <QAbstractItemModelTester>
 #include <QLocale>

@@ -2,7 +2,7 @@
 #include "ui/support/ui_world.h"
 
 #include "effects/atomic_file.h"
-#include "model/json_writer.h"
+#include "json/json_writer.h"
 
 #include <QBuffer>
 #include <QImage>

@@ -3,13 +3,13 @@
 // made-up artwork, preferences and files in memory.
 #pragma once
 
-#include "clients/artwork_loading.h"
+#include "effects/artwork_loading.h"
 #include "store/store_fixture.h"
+#include "ui/preferences/preferences.h"
 #include "ui/settings/updater_interface.h"
 #include "ui/shell/main_window.h"
-#include "ui/shell/preferences.h"
-#include "ui/theme/color_scheme_source.h"
-#include "ui/widgets/file_exchange.h"
+#include "ui_kit/theme/color_scheme_source.h"
+#include "ui_kit/widgets/file_exchange.h"
 
 #include <QTemporaryDir>
 

@@ -1,0 +1,79 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/file_dialogs.h"
+
+#include "model/error.h"
+
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QStandardPaths>
+
+namespace veltrix
+{
+
+namespace
+{
+
+/// Where people keep their files: their documents, where the desktop has such a folder.
+QString usualFolder()
+{
+    const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    return QFileInfo(documents).isDir() ? documents : QDir::homePath();
+}
+
+QFileDialog *makeDialog(QWidget *parent, const FileExchange::Request &request,
+                        QFileDialog::AcceptMode mode, const std::shared_ptr<QString> &folder)
+{
+    if (folder->isEmpty())
+        *folder = usualFolder();
+    auto *dialog = new QFileDialog(parent, request.title, *folder, request.filter);
+    QObject::connect(dialog, &QFileDialog::fileSelected, dialog,
+                     [folder](const QString &path) { *folder = QFileInfo(path).absolutePath(); });
+    dialog->setObjectName(QStringLiteral("fileDialog"));
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setAcceptMode(mode);
+    dialog->setFileMode(mode == QFileDialog::AcceptSave ? QFileDialog::AnyFile
+                                                        : QFileDialog::ExistingFile);
+    if (!request.suggestedName.isEmpty())
+        dialog->selectFile(request.suggestedName);
+    return dialog;
+}
+
+} // namespace
+
+void FileDialogs::save(QWidget *parent, const Request &request, const QByteArray &content,
+                       std::function<void(QString, std::optional<QString>)> done)
+{
+    QFileDialog *dialog = makeDialog(parent, request, QFileDialog::AcceptSave, m_folder);
+    dialog->setDefaultSuffix(QStringLiteral("csv"));
+    QObject::connect(dialog, &QFileDialog::fileSelected, parent,
+                     [write = m_write, content, done = std::move(done)](const QString &path) {
+                         try {
+                             write(path, content);
+                             done(path, std::nullopt);
+                         } catch (const Error &error) {
+                             done(path, error.description());
+                         }
+                     });
+    dialog->open();
+}
+
+void FileDialogs::open(QWidget *parent, const Request &request,
+                       std::function<void(QByteArray, std::optional<QString>)> done)
+{
+    QFileDialog *dialog = makeDialog(parent, request, QFileDialog::AcceptOpen, m_folder);
+    QObject::connect(dialog, &QFileDialog::fileSelected, parent,
+                     [read = m_read, done = std::move(done)](const QString &path) {
+                         QByteArray content;
+                         try {
+                             content = read(path);
+                         } catch (const Error &error) {
+                             done({}, error.description());
+                             return;
+                         }
+                         done(content, std::nullopt);
+                     });
+    dialog->open();
+}
+
+} // namespace veltrix

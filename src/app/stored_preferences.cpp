@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/stored_preferences.h"
+
+#include "model/storefront_codes.h"
+
+#include <QSettings>
+
+namespace veltrix
+{
+
+namespace
+{
+
+const QString storefrontKey = QStringLiteral("preferredStorefrontCountry");
+const QString columnsKey = QStringLiteral("keywordTableColumns");
+const QString geometryKey = QStringLiteral("windowGeometry");
+
+} // namespace
+
+QString StoredPreferences::preferredStorefrontCountry() const
+{
+    const QString code = m_settings.value(storefrontKey, QStringLiteral("US")).toString().toUpper();
+    // A file edited by hand may hold anything.
+    return storefrontCodes().contains(code) ? code : QStringLiteral("US");
+}
+
+void StoredPreferences::setPreferredStorefrontCountry(const QString &code)
+{
+    m_settings.setValue(storefrontKey, code);
+}
+
+QString StoredPreferences::keywordTableColumns() const
+{
+    return m_settings.value(columnsKey).toString();
+}
+
+void StoredPreferences::setKeywordTableColumns(const QString &columns)
+{
+    m_settings.setValue(columnsKey, columns);
+}
+
+QByteArray StoredPreferences::windowGeometry() const
+{
+    return m_settings.value(geometryKey).toByteArray();
+}
+
+void StoredPreferences::setWindowGeometry(const QByteArray &geometry)
+{
+    m_settings.setValue(geometryKey, geometry);
+}
+
+} // namespace veltrix

@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The user's choices in the settings file of the program.
+#pragma once
+
+#include "ui/preferences/preferences.h"
+
+class QSettings;
+
+namespace veltrix
+{
+
+/// Preferences kept by QSettings.
+class StoredPreferences final : public Preferences
+{
+public:
+    /// `settings` must outlive this object.
+    explicit StoredPreferences(QSettings &settings) : m_settings(settings) {}
+
+    [[nodiscard]] QString preferredStorefrontCountry() const override;
+    void setPreferredStorefrontCountry(const QString &code) override;
+    [[nodiscard]] QString keywordTableColumns() const override;
+    void setKeywordTableColumns(const QString &columns) override;
+    [[nodiscard]] QByteArray windowGeometry() const override;
+    void setWindowGeometry(const QByteArray &geometry) override;
+
+private:
+    QSettings &m_settings;
+};
+
+} // namespace veltrix

@@ -1,0 +1,155 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "effects/data_folder_lock.h"
+
+#include "effects/data_locations.h"
+
+#include <QCryptographicHash>
+#include <QDeadlineTimer>
+#include <QFile>
+#include <QFileInfo>
+#include <QLocalServer>
+#include <QLocalSocket>
+#include <QThread>
+#include <QtDebug>
+
+namespace veltrix
+{
+
+namespace
+{
+
+constexpr QByteArrayView raiseRequest{"raise\n"};
+constexpr QByteArrayView raiseAnswer{"raised\n"};
+
+} // namespace
+
+DataFolderLock::DataFolderLock(QString folder, QObject *parent)
+    : QObject(parent), m_folder(std::move(folder))
+{
+}
+
+DataFolderLock::~DataFolderLock() = default;
+
+DataFolderLock::Outcome DataFolderLock::acquire()
+{
+    if (m_lock.isStillAt(lockPath())) {
+        m_outcome = Outcome::Acquired;
+        return *m_outcome;
+    }
+    FileLock lock;
+    m_outcome = lock.acquire(lockPath());
+    // The first look may have failed by chance, and the other is this one.
+    if (m_outcome == Outcome::HeldByAnother && m_lock.isStillAt(lockPath()))
+        m_outcome = Outcome::Acquired;
+    else if (m_outcome == Outcome::Acquired) {
+        // Nobody listens under the name of a folder that is not held.
+        m_server.reset();
+        m_lock = std::move(lock);
+        listen();
+    }
+    return *m_outcome;
+}
+
+std::optional<QString> DataFolderLock::warning() const
+{
+    if (m_outcome == Outcome::Unsupported) {
+        return QStringLiteral("The disk of “%1” has no file locks, so Veltrix cannot notice when "
+                              "it is started a second time on the same data.")
+            .arg(m_folder);
+    }
+    if (m_outcome == Outcome::Unavailable) {
+        return QStringLiteral("“%1” could not be locked, so Veltrix cannot notice when it is "
+                              "started a second time on the same data.")
+            .arg(m_folder);
+    }
+    return std::nullopt;
+}
+
+void DataFolderLock::listen()
+{
+    const QString name = ownServerName();
+    // A name left by a crash is nobody's: whoever had it held the lock that is now ours.
+    QLocalServer::removeServer(name);
+    m_server = std::make_unique<QLocalServer>();
+    m_server->setSocketOptions(QLocalServer::UserAccessOption);
+    connect(m_server.get(), &QLocalServer::newConnection, this,
+            &DataFolderLock::answerNextConnection);
+    if (!m_server->listen(name)) {
+        // The folder is still protected; a second start just cannot raise this one's window.
+        qWarning("Cannot listen for other starts: %s", qUtf8Printable(m_server->errorString()));
+        m_server.reset();
+        return;
+    }
+    // The lock file says where, so that a start in another session finds this one.
+    const QByteArray content = m_server->fullServerName().toUtf8();
+    if (!m_lock.write(content))
+        qWarning("Cannot write %s", qUtf8Printable(lockPath()));
+}
+
+void DataFolderLock::answerNextConnection()
+{
+    QLocalSocket *socket = m_server->nextPendingConnection();
+    connect(socket, &QLocalSocket::disconnected, socket, &QObject::deleteLater);
+    const auto answer = [this, socket] {
+        if (socket->bytesAvailable() < raiseRequest.size())
+            return;
+        const bool isRequest = socket->read(raiseRequest.size()) == raiseRequest;
+        if (isRequest)
+            socket->write(raiseAnswer.data(), raiseAnswer.size());
+        socket->disconnectFromServer();
+        if (isRequest)
+            Q_EMIT raiseRequested();
+    };
+    connect(socket, &QLocalSocket::readyRead, this, answer);
+    answer();
+}
+
+bool DataFolderLock::askOwnerToRaise(std::chrono::milliseconds patience) const
+{
+    const QDeadlineTimer deadline(patience);
+    const auto remaining = [&] {
+        return int(deadline.remainingTime());
+    };
+    // The owner may be starting itself and not listen yet, so this asks until time is up.
+    do {
+        QLocalSocket socket;
+        socket.connectToServer(ownersServerName());
+        if (socket.waitForConnected(remaining())) {
+            socket.write(raiseRequest.data(), raiseRequest.size());
+            while (socket.bytesAvailable() < raiseAnswer.size() &&
+                   socket.waitForReadyRead(remaining())) {
+            }
+            if (socket.read(raiseAnswer.size()) == raiseAnswer)
+                return true;
+        }
+        QThread::msleep(20);
+    } while (!deadline.hasExpired());
+    return false;
+}
+
+QString DataFolderLock::lockPath() const
+{
+    return m_folder + QStringLiteral("/.veltrix.lock");
+}
+
+QString DataFolderLock::ownServerName() const
+{
+    // Socket names are limited to about a hundred bytes, folders are not.
+    const QByteArray folder = QFile::encodeName(QFileInfo(m_folder).canonicalFilePath());
+    const QByteArray hash = QCryptographicHash::hash(folder, QCryptographicHash::Sha256).toHex();
+    return QStringLiteral("%1/veltrix-%2").arg(runtimeFolder(), QString::fromLatin1(hash.left(16)));
+}
+
+QString DataFolderLock::ownersServerName() const
+{
+    QFile file(lockPath());
+    constexpr qint64 longestName = 1024;
+    if (file.open(QIODevice::ReadOnly)) {
+        const QString name = QString::fromUtf8(file.read(longestName));
+        if (!name.isEmpty())
+            return name;
+    }
+    return ownServerName();
+}
+
+} // namespace veltrix

@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What the window tells of measuring, whichever workspace it shows.
+#pragma once
+
+#include "effects/task_scope.h"
+#include "store/keyword_refreshes.h"
+#include "ui_kit/widgets/status_bar.h"
+
+#include <QObject>
+
+namespace veltrix
+{
+
+/// Decides what stands in the banner and in the status line, and does what their buttons say.
+/// Knows no widget; whoever shows it follows changed().
+class MeasuringStatus final : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// `refreshes` outlives this.
+    explicit MeasuringStatus(KeywordRefreshes &refreshes, QObject *parent = nullptr);
+    ~MeasuringStatus() override;
+
+    /// The app whose keywords are measured first.
+    void setAppInView(std::optional<QUuid> appId) { m_appInView = appId; }
+
+    /// What went wrong last. Without a message nothing did.
+    struct Problem {
+        QString message;
+        /// The keyword and the reason.
+        QString detail;
+        bool operator==(const Problem &) const = default;
+    };
+    [[nodiscard]] Problem problem() const;
+    [[nodiscard]] std::optional<StatusBar::Work> work() const;
+    /// False while a refresh runs that the user asked for. One that runs by itself is taken over.
+    [[nodiscard]] bool mayRefresh() const { return !m_isRefreshing; }
+    /// The line that says what was done.
+    [[nodiscard]] const QString &message() const { return m_message; }
+    [[nodiscard]] StatusBar::Tone tone() const { return m_tone; }
+    [[nodiscard]] const QString &messageDetail() const { return m_messageDetail; }
+
+    /// Says something. keywordsSaved() goes when measuring ends or fails, and leaves its detail;
+    /// everything else stays until something else is said.
+    void say(const QString &message, StatusBar::Tone tone = StatusBar::Tone::Normal,
+             const QString &detail = QString());
+
+    /// Measures what is stale; takes over a refresh that runs by itself.
+    void refresh();
+    /// Ends everything that is being measured.
+    void stop();
+
+Q_SIGNALS:
+    void changed();
+    /// The user has asked for a refresh.
+    void refreshRequested();
+    /// That refresh has ended, unless it was stopped.
+    void refreshEnded(const HistoryRefresh &end);
+    /// The user wants nothing measured for now. Comes before anything is stopped.
+    void stopRequested();
+
+private:
+    Task<void> refreshAll(std::stop_token stop);
+    void endPromise();
+
+    KeywordRefreshes &m_refreshes;
+    std::optional<QUuid> m_appInView;
+    QString m_message;
+    QString m_messageDetail;
+    StatusBar::Tone m_tone = StatusBar::Tone::Normal;
+    bool m_isRefreshing = false;
+    TaskScope m_tasks;
+};
+
+} // namespace veltrix

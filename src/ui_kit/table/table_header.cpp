@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui_kit/table/table_header.h"
+
+#include "ui_kit/theme/painting.h"
+#include "ui_kit/theme/typography.h"
+
+#include <QApplication>
+#include <QPainter>
+#include <QPainterPath>
+
+#include <algorithm>
+
+namespace veltrix
+{
+
+namespace
+{
+
+constexpr qreal arrowWidth = 6;
+constexpr qreal arrowHeight = 4.5;
+constexpr qreal arrowGap = 5;
+
+void drawSortArrow(QPainter &painter, QPointF leftCentre, Qt::SortOrder order, const QColor &color)
+{
+    const qreal tip = order == Qt::AscendingOrder ? arrowHeight / 2 : -arrowHeight / 2;
+    QPainterPath arrow;
+    arrow.moveTo(leftCentre.x(), leftCentre.y() - tip);
+    arrow.lineTo(leftCentre.x() + arrowWidth, leftCentre.y() - tip);
+    arrow.lineTo(leftCentre.x() + arrowWidth / 2, leftCentre.y() + tip);
+    arrow.closeSubpath();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.fillPath(arrow, color);
+}
+
+} // namespace
+
+TableHeader::TableHeader(QWidget *parent) : QHeaderView(Qt::Horizontal, parent)
+{
+    setSectionsClickable(true);
+    setSectionsMovable(true);
+    setHighlightSections(false);
+    setSortIndicatorShown(true);
+    setFirstSectionMovable(true);
+    setMouseTracking(true);
+}
+
+QSize TableHeader::sizeHint() const
+{
+    return {QHeaderView::sizeHint().width(), controlHeight(font()) + 5};
+}
+
+void TableHeader::paintEvent(QPaintEvent *event)
+{
+    const Tokens tokens = Tokens::of(this);
+    QPainter painter(viewport());
+    painter.fillRect(viewport()->rect(), tokens[Token::Surface]);
+    painter.end();
+    QHeaderView::paintEvent(event);
+    QPainter line(viewport());
+    drawHorizontalHairline(line, 0, viewport()->width(), viewport()->height() - 1,
+                           tokens[Token::Hairline]);
+}
+
+void TableHeader::paintSection(QPainter *painter, const QRect &rect, int logicalIndex) const
+{
+    const Tokens tokens = Tokens::of(this);
+    painter->save();
+    painter->fillRect(rect, tokens[Token::Surface]);
+    const QFont label = fontFor(TextStyle::SecondaryMedium, font());
+    const QFontMetricsF metrics(label);
+    const bool sorted = sortIndicatorSection() == logicalIndex;
+    const QRectF content = QRectF(rect).adjusted(spacing::m, 0, -spacing::s, -1);
+    const qreal room = content.width() - (sorted ? arrowGap + arrowWidth : 0);
+    const QString text = metrics.elidedText(
+        model()->headerData(logicalIndex, Qt::Horizontal).toString(), Qt::ElideRight, room);
+    painter->setFont(label);
+    painter->setPen(tokens[sorted ? Token::Text : Token::Secondary]);
+    painter->drawText(content, Qt::AlignVCenter | Qt::TextSingleLine, text);
+    if (sorted)
+        drawSortArrow(
+            *painter,
+            {content.x() + metrics.horizontalAdvance(text) + arrowGap, content.center().y() + 0.5},
+            sortIndicatorOrder(), tokens[Token::Text]);
+    painter->restore();
+}
+
+} // namespace veltrix

@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The names of storefronts.
+#pragma once
+
+#include "model/storefront_codes.h"
+#include "ui_kit/text/figures.h"
+
+#include <QLocale>
+#include <QString>
+
+namespace veltrix
+{
+
+/// The region's name in the language of `locale`, or the code itself when the locale has none.
+QString storefrontName(const QString &code, const QLocale &locale = wordLocale());
+
+} // namespace veltrix

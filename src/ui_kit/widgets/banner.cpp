@@ -1,0 +1,123 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui_kit/widgets/banner.h"
+
+#include "ui_kit/accessibility/accessibility.h"
+#include "ui_kit/theme/painting.h"
+#include "ui_kit/theme/symbols.h"
+#include "ui_kit/widgets/button.h"
+#include "ui_kit/widgets/text_label.h"
+
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+
+namespace veltrix
+{
+
+Banner::Banner(const QString &objectName, const QString &symbol, const QString &action,
+               QWidget *parent)
+    : QWidget(parent), m_symbol(symbol), m_symbolSpace(new QWidget),
+      m_text(new TextLabel(TextStyle::Body, TextLabel::Tone::Text)),
+      m_detail(new TextLabel(TextStyle::Secondary, TextLabel::Tone::Text)),
+      m_action(new Button(Button::Kind::Standard, QStringLiteral("arrow.clockwise"), action))
+{
+    setAccessibleRole(this, QAccessible::AlertMessage);
+    setObjectName(objectName);
+    m_text->setWrapping(TextLabel::Wrapping::Wrapped);
+    m_detail->setWrapping(TextLabel::Wrapping::Wrapped);
+    m_detail->setObjectName(objectName + QStringLiteral("Detail"));
+    nameControl(m_action, objectName + QStringLiteral("Action"), action);
+    const int size = qRound(controlHeight(font()) * 16.0 / 30.0);
+    m_symbolSpace->setFixedSize(size, size);
+    auto *layout = new QHBoxLayout(this);
+    layout->setContentsMargins(spacing::l, 6, spacing::l, 7);
+    layout->setSpacing(10);
+    layout->addWidget(m_symbolSpace);
+    auto *texts = new QVBoxLayout;
+    texts->setSpacing(1);
+    texts->addWidget(m_text);
+    texts->addWidget(m_detail);
+    layout->addLayout(texts, 1);
+    layout->addWidget(m_action);
+    // Only now that it has a parent: shown before, it would be a window.
+    m_action->setVisible(!action.isEmpty());
+    m_detail->hide();
+    setMinimumHeight(controlHeight(font()) + 13);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    connect(m_action, &Button::clicked, this, &Banner::actionTriggered);
+    hide();
+}
+
+void Banner::setMessage(const QString &message, const QString &detail)
+{
+    m_text->setText(message);
+    m_detail->setText(detail);
+    m_detail->setVisible(!detail.isEmpty());
+    setAccessibleName(detail.isEmpty() ? message : message + u'\n' + detail);
+    setVisible(!message.isEmpty());
+    if (!message.isEmpty()) {
+        QAccessibleEvent event(this, QAccessible::Alert);
+        QAccessible::updateAccessibility(&event);
+    }
+}
+
+void Banner::addControl(QWidget *control)
+{
+    layout()->addWidget(control);
+}
+
+QString Banner::message() const
+{
+    return m_text->text();
+}
+
+QString Banner::detail() const
+{
+    return m_detail->text();
+}
+
+void Banner::setActionEnabled(bool enabled)
+{
+    m_action->setEnabled(enabled);
+}
+
+void Banner::setActionSymbol(const QString &symbol)
+{
+    m_action->setSymbol(symbol);
+}
+
+void Banner::makeDismissible()
+{
+    auto *dismiss = new Button(Button::Kind::Plain, QStringLiteral("xmark"), QString());
+    nameControl(dismiss, objectName() + QStringLiteral("Dismiss"), tr("Dismiss"));
+    dismiss->setToolTip(tr("Dismiss"));
+    layout()->addWidget(dismiss);
+    connect(dismiss, &Button::clicked, this, [this] {
+        setMessage(QString());
+        Q_EMIT dismissed();
+    });
+}
+
+void Banner::setAction(const QString &text)
+{
+    m_action->setText(text);
+    nameControl(m_action, m_action->objectName(), text);
+    m_action->setVisible(!text.isEmpty());
+}
+
+void Banner::setLook(const QString &symbol, Token token)
+{
+    m_symbol = symbol;
+    m_token = token;
+    update();
+}
+
+void Banner::paintEvent(QPaintEvent *)
+{
+    const Tokens tokens = Tokens::of(this);
+    QPainter painter(this);
+    painter.fillRect(rect(), tokens.tint(m_token));
+    drawHorizontalHairline(painter, 0, width(), height() - 1, tokens[Token::Hairline]);
+    drawSymbol(painter, m_symbolSpace->geometry(), m_symbol, tokens[m_token]);
+}
+
+} // namespace veltrix

@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui_kit/widgets/card_grid.h"
+
+#include "ui_kit/theme/typography.h"
+
+#include <QStyle>
+
+#include <algorithm>
+
+namespace veltrix
+{
+
+namespace
+{
+
+constexpr int standardControlHeight = 30;
+constexpr int leastCardWidth = 250;
+
+} // namespace
+
+std::vector<QRect> layoutCards(int width, int count, int leastWidth, int height, int gap)
+{
+    const int columns = std::max(1, (width + gap) / (leastWidth + gap));
+    const int cardWidth = std::max(0, (width - (columns - 1) * gap) / columns);
+    std::vector<QRect> places;
+    for (int card = 0; card < count; ++card)
+        places.emplace_back((card % columns) * (cardWidth + gap), (card / columns) * (height + gap),
+                            cardWidth, height);
+    return places;
+}
+
+CardGrid::CardGrid(QWidget *parent) : QWidget(parent)
+{
+    QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    policy.setHeightForWidth(true);
+    setSizePolicy(policy);
+}
+
+void CardGrid::setCards(const QList<QWidget *> &cards)
+{
+    for (QWidget *card : std::as_const(m_cards)) {
+        if (!cards.contains(card)) {
+            card->hide();
+            // It may be the one whose menu is at work.
+            card->deleteLater();
+        }
+    }
+    m_cards = cards;
+    for (QWidget *card : std::as_const(m_cards)) {
+        if (card->parentWidget() != this) {
+            card->setParent(this);
+            card->show();
+        }
+    }
+    updateGeometry();
+    place();
+}
+
+std::vector<QRect> CardGrid::places(int width) const
+{
+    int height = 0;
+    for (const QWidget *card : m_cards)
+        height = std::max(height, card->sizeHint().height());
+    return layoutCards(width, int(m_cards.size()),
+                       leastCardWidth * controlHeight(font()) / standardControlHeight, height,
+                       spacing::m);
+}
+
+int CardGrid::heightForWidth(int width) const
+{
+    const std::vector<QRect> cards = places(width);
+    return cards.empty() ? 0 : cards.back().bottom() + 1;
+}
+
+QSize CardGrid::sizeHint() const
+{
+    return {400, heightForWidth(std::max(width(), 400))};
+}
+
+void CardGrid::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    place();
+}
+
+void CardGrid::place()
+{
+    const std::vector<QRect> cards = places(width());
+    for (size_t i = 0; i < cards.size(); ++i)
+        m_cards[qsizetype(i)]->setGeometry(QStyle::visualRect(layoutDirection(), rect(), cards[i]));
+}
+
+} // namespace veltrix

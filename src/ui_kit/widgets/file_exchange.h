@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Files that the user picks, behind a seam: screens hand over bytes and take bytes.
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+#include <functional>
+#include <optional>
+
+class QWidget;
+
+namespace veltrix
+{
+
+class FileExchange
+{
+public:
+    struct Request {
+        /// Title of the dialog.
+        QString title;
+        /// File name offered when saving; empty when opening.
+        QString suggestedName;
+        /// File types, as QFileDialog writes them: "CSV (*.csv)".
+        QString filter;
+    };
+
+    FileExchange() = default;
+    virtual ~FileExchange() = default;
+    FileExchange(const FileExchange &) = delete;
+    FileExchange &operator=(const FileExchange &) = delete;
+
+    /// Asks where to save and writes there. `done` gets the file's path, or the error's text; it is
+    /// not called when the user cancels.
+    virtual void save(QWidget *parent, const Request &request, const QByteArray &content,
+                      std::function<void(QString path, std::optional<QString> error)> done) = 0;
+    /// Asks for a file and reads it. `done` is not called when the user cancels.
+    virtual void
+    open(QWidget *parent, const Request &request,
+         std::function<void(QByteArray content, std::optional<QString> error)> done) = 0;
+};
+
+} // namespace veltrix

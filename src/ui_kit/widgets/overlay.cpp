@@ -1,0 +1,207 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui_kit/widgets/overlay.h"
+
+#include "ui_kit/accessibility/accessibility.h"
+#include "ui_kit/theme/painting.h"
+#include "ui_kit/theme/typography.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+
+#include <algorithm>
+
+namespace veltrix
+{
+
+namespace
+{
+
+constexpr int sheetMarginVertical = 40;
+constexpr int sheetMarginHorizontal = 24;
+constexpr int popoverMargin = 8;
+constexpr int popoverGap = 6;
+
+bool takesFocusByTab(const QWidget *widget)
+{
+    return (widget->focusPolicy() & Qt::TabFocus) && widget->isEnabled() && widget->isVisible() &&
+           !widget->focusProxy();
+}
+
+} // namespace
+
+QRect layoutSheet(const QRect &window, QSize preferred)
+{
+    const QSize room(std::max(0, window.width() - 2 * sheetMarginHorizontal),
+                     std::max(0, window.height() - 2 * sheetMarginVertical));
+    const QSize size = preferred.boundedTo(room);
+    return {window.x() + (window.width() - size.width()) / 2,
+            window.y() + (window.height() - size.height()) / 2, size.width(), size.height()};
+}
+
+QRect layoutPopover(const QRect &window, const QRect &anchor, QSize preferred)
+{
+    const QRect room =
+        window.adjusted(popoverMargin, popoverMargin, -popoverMargin, -popoverMargin);
+    const QSize size = preferred.boundedTo(room.size());
+    int x = anchor.right() + 1 - size.width();
+    x = std::clamp(x, room.left(), std::max(room.left(), room.right() + 1 - size.width()));
+    int y = anchor.bottom() + 1 + popoverGap;
+    const int above = anchor.top() - popoverGap - size.height();
+    if (y + size.height() > room.bottom() + 1 && above >= room.top())
+        y = above;
+    y = std::clamp(y, room.top(), std::max(room.top(), room.bottom() + 1 - size.height()));
+    return {x, y, size.width(), size.height()};
+}
+
+Overlay *Overlay::open(Kind kind, QWidget *opener, QWidget *content)
+{
+    return new Overlay(kind, opener->window(), opener, content);
+}
+
+Overlay::Overlay(Kind kind, QWidget *window, QWidget *opener, QWidget *content)
+    : QWidget(window), m_kind(kind), m_opener(opener), m_content(content),
+      m_focusBefore(QApplication::focusWidget())
+{
+    setAccessibleRole(this, QAccessible::Dialog);
+    setObjectName(kind == Kind::Sheet ? QStringLiteral("sheet") : QStringLiteral("popover"));
+    setAccessibleName(content->accessibleName());
+    setFocusPolicy(Qt::NoFocus);
+    // What the content has chosen to start with; becoming a child makes it forget.
+    QWidget *first = content->focusWidget();
+    content->setParent(this);
+    window->installEventFilter(this);
+    place();
+    content->show();
+    show();
+    raise();
+    if (!first)
+        first = nextStop(this, Step::Next);
+    (first ? first : content)->setFocus(Qt::PopupFocusReason);
+}
+
+void Overlay::dismiss()
+{
+    if (!m_open)
+        return;
+    m_open = false;
+    if (parentWidget())
+        parentWidget()->removeEventFilter(this);
+    const bool focusWasInside = isAncestorOf(QApplication::focusWidget());
+    hide();
+    if (focusWasInside && m_focusBefore)
+        m_focusBefore->setFocus(Qt::PopupFocusReason);
+    Q_EMIT dismissed();
+    deleteLater();
+}
+
+void Overlay::contentSizeChanged()
+{
+    place();
+}
+
+Overlay *Overlay::of(QWidget *widget)
+{
+    for (; widget; widget = widget->parentWidget()) {
+        if (auto *overlay = qobject_cast<Overlay *>(widget))
+            return overlay;
+    }
+    return nullptr;
+}
+
+bool Overlay::isOpenOver(const QWidget *window)
+{
+    const auto overlays = window->findChildren<Overlay *>(QString(), Qt::FindDirectChildrenOnly);
+    return std::any_of(overlays.begin(), overlays.end(),
+                       [](const Overlay *overlay) { return overlay->m_open; });
+}
+
+void Overlay::place()
+{
+    if (!m_content || !parentWidget())
+        return;
+    setGeometry(parentWidget()->rect());
+    const QSize preferred = m_content->sizeHint().expandedTo(m_content->minimumSize());
+    if (m_kind == Kind::Popover && m_opener) {
+        const QRect anchor(m_opener->mapTo(window(), QPoint()), m_opener->size());
+        m_card = layoutPopover(rect(), anchor, preferred);
+    } else {
+        m_card = layoutSheet(rect(), preferred);
+    }
+    m_content->setGeometry(m_card);
+    update();
+}
+
+bool Overlay::event(QEvent *event)
+{
+    if (event->type() == QEvent::LayoutRequest)
+        place();
+    return QWidget::event(event);
+}
+
+bool Overlay::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == parentWidget() && event->type() == QEvent::Resize)
+        place();
+    return QWidget::eventFilter(watched, event);
+}
+
+void Overlay::paintEvent(QPaintEvent *)
+{
+    const Tokens tokens = Tokens::of(this);
+    QPainter painter(this);
+    if (m_kind == Kind::Sheet)
+        painter.fillRect(rect(), tokens[Token::Scrim]);
+    const qreal corner = m_kind == Kind::Sheet ? radius::sheet : radius::card;
+    drawShadow(painter, m_card, corner, tokens[Token::Shadow]);
+    drawRoundedRect(painter, m_card, corner, tokens[Token::Raised], tokens[Token::Hairline]);
+}
+
+void Overlay::mousePressEvent(QMouseEvent *event)
+{
+    event->accept();
+    if (m_kind == Kind::Popover && !m_card.contains(event->position().toPoint()))
+        dismiss();
+}
+
+void Overlay::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Escape)
+        dismiss();
+    // Nothing reaches the window below.
+    event->accept();
+}
+
+void Overlay::wheelEvent(QWheelEvent *event)
+{
+    event->accept();
+}
+
+QWidget *Overlay::nextStop(QWidget *from, Step step) const
+{
+    const auto neighbour = [step](const QWidget *widget) {
+        return step == Step::Next ? widget->nextInFocusChain() : widget->previousInFocusChain();
+    };
+    for (QWidget *widget = neighbour(from); widget && widget != from; widget = neighbour(widget)) {
+        if (isAncestorOf(widget) && takesFocusByTab(widget))
+            return widget;
+    }
+    return nullptr;
+}
+
+bool Overlay::focusNextPrevChild(bool next)
+{
+    QWidget *from = QApplication::focusWidget();
+    if (!from || !isAncestorOf(from))
+        from = this;
+    QWidget *target = nextStop(from, next ? Step::Next : Step::Previous);
+    if (target) {
+        window()->setAttribute(Qt::WA_KeyboardFocusChange);
+        target->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+    }
+    // Handled even without a target: the focus never leaves to the window below.
+    return true;
+}
+
+} // namespace veltrix

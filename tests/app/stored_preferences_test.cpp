@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/stored_preferences.h"
+
+#include "support/json_printers.h"
+
+#include <QSettings>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+namespace veltrix
+{
+namespace
+{
+
+class PreferencesTest : public testing::Test
+{
+protected:
+    QTemporaryDir folder;
+    QString path = folder.filePath(QStringLiteral("veltrix.conf"));
+};
+
+TEST_F(PreferencesTest, StartWithTheUnitedStatesAndNothingElse)
+{
+    QSettings settings(path, QSettings::IniFormat);
+    const StoredPreferences preferences(settings);
+    EXPECT_EQ(preferences.preferredStorefrontCountry(), QStringLiteral("US"));
+    EXPECT_TRUE(preferences.keywordTableColumns().isEmpty());
+    EXPECT_TRUE(preferences.windowGeometry().isEmpty());
+}
+
+TEST_F(PreferencesTest, ComeBackAtTheNextStartUnderTheirNames)
+{
+    {
+        QSettings settings(path, QSettings::IniFormat);
+        StoredPreferences preferences(settings);
+        preferences.setPreferredStorefrontCountry(QStringLiteral("JP"));
+        preferences.setKeywordTableColumns(QStringLiteral("keyword 200 shown; sort x ascending"));
+        preferences.setWindowGeometry("\x01\x02");
+    }
+    QSettings settings(path, QSettings::IniFormat);
+    const StoredPreferences preferences(settings);
+    EXPECT_EQ(preferences.preferredStorefrontCountry(), QStringLiteral("JP"));
+    EXPECT_EQ(preferences.keywordTableColumns(),
+              QStringLiteral("keyword 200 shown; sort x ascending"));
+    EXPECT_EQ(preferences.windowGeometry(), QByteArray("\x01\x02"));
+    EXPECT_TRUE(settings.contains(QStringLiteral("preferredStorefrontCountry")));
+    EXPECT_TRUE(settings.contains(QStringLiteral("keywordTableColumns")));
+}
+
+TEST_F(PreferencesTest, AStorefrontThatDoesNotExistIsTheUnitedStates)
+{
+    QSettings settings(path, QSettings::IniFormat);
+    settings.setValue(QStringLiteral("preferredStorefrontCountry"), QStringLiteral("Moon"));
+    EXPECT_EQ(StoredPreferences(settings).preferredStorefrontCountry(), QStringLiteral("US"));
+    settings.setValue(QStringLiteral("preferredStorefrontCountry"), QStringLiteral("de"));
+    EXPECT_EQ(StoredPreferences(settings).preferredStorefrontCountry(), QStringLiteral("DE"));
+}
+
+} // namespace
+} // namespace veltrix
