@@ -3,6 +3,7 @@
 // state, beside a program that only shows an empty one; and what sorting, filtering, changing and
 // repainting cost with 10,000 keywords. Offscreen, so the figures are the program's own and not a
 // display's.
+#include "app/file_dialogs.h"
 #include "effects/artwork_loading.h"
 #include "effects/atomic_file.h"
 #include "effects/system_clock.h"
@@ -18,7 +19,6 @@
 #include "ui/shell/main_window.h"
 #include "ui_kit/theme/theme_controller.h"
 #include "ui_kit/widgets/artwork_images.h"
-#include "ui_kit/widgets/file_exchange.h"
 #include "json/json_writer.h"
 
 #include <QApplication>

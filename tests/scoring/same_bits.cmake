@@ -16,7 +16,7 @@ endforeach()
 
 set(flags -std=c++20 -fPIC -ffp-contract=off ${OPTIONS})
 foreach(folder ${INCLUDES})
-    list(APPEND flags -isystem ${folder})
+    list(APPEND flags -I${folder})
 endforeach()
 file(MAKE_DIRECTORY ${WORK_FOLDER})
 
