@@ -7,6 +7,8 @@
 #include <QDBusPendingReply>
 #include <QFileInfo>
 
+#include <chrono>
+
 namespace veltrix
 {
 
@@ -14,7 +16,7 @@ namespace
 {
 
 /// The bus may have to start the file manager first.
-constexpr int patienceInMilliseconds = 5000;
+constexpr std::chrono::milliseconds patience{5'000};
 
 } // namespace
 
@@ -34,7 +36,7 @@ void showInFolder(const QString &path, std::function<void(const QUrl &)> openFol
         QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("ShowItems"));
     const QString address = QString::fromLatin1(QUrl::fromLocalFile(path).toEncoded());
     question << QStringList{address} << QString();
-    auto *watcher = new QDBusPendingCallWatcher(bus.asyncCall(question, patienceInMilliseconds));
+    auto *watcher = new QDBusPendingCallWatcher(bus.asyncCall(question, int(patience.count())));
     QObject::connect(watcher, &QDBusPendingCallWatcher::finished, watcher,
                      [watcher, folder, open = std::move(openFolder)] {
                          const QDBusPendingReply<> reply = *watcher;
