@@ -56,14 +56,10 @@ QStringList devices(const SampleApp &app)
 
 QStringList languageCodes(const SampleApp &app)
 {
-    static const QStringList codes{u"EN"_qs, u"DE"_qs, u"FR"_qs, u"ES"_qs, u"PT"_qs,
-                                   u"JA"_qs, u"KO"_qs, u"TH"_qs, u"AR"_qs, u"RU"_qs};
-    if (app.onlyLanguage)
-        return {codes[static_cast<int>(*app.onlyLanguage)]};
     QStringList spoken;
-    for (int index = 0; index < languageCount; ++index)
-        if (listedLanguage(app, static_cast<Language>(index)) == static_cast<Language>(index))
-            spoken += codes[index];
+    for (const LanguageTexts &texts : languages())
+        if (listedLanguage(app, texts.language) == texts.language)
+            spoken += texts.code;
     return spoken;
 }
 
@@ -72,7 +68,7 @@ class RecordWriter
 public:
     RecordWriter(const SampleApp &app, const RecordSetting &setting)
         : m_app(app), m_setting(setting), m_language(setting.storefront->language),
-          m_theme(themeOf(app.theme)), m_name(app.listing(m_language).name)
+          m_theme(*app.theme), m_name(app.listing(m_language).name)
     {
     }
 
@@ -120,7 +116,7 @@ private:
 
     [[nodiscard]] Group device() const
     {
-        const bool game = m_theme.primary == Genre::Games;
+        const bool game = m_theme.primary.name == u"games";
         return {{"isGameCenterEnabled", game ? "true" : "false"},
                 {"features", R"(["iosUniversal"])"},
                 {"supportedDevices", jsonStrings(devices(m_app))},
@@ -148,7 +144,7 @@ private:
         Group group{{"price", jsonAmount(localPrice(storefront, m_app.dollars))},
                     {"currency", jsonString(storefront.currency->code)}};
         const bool subscriptionGame =
-            m_theme.primary == Genre::Games && has(m_app, Quirk::NoPrice, 0.12);
+            m_theme.primary.name == u"games" && has(m_app, Quirk::NoPrice, 0.12);
         if (!subscriptionGame)
             group.push_back({"formattedPrice", jsonString(priceText(storefront, m_app.dollars))});
         return group;
@@ -194,14 +190,14 @@ private:
 
     [[nodiscard]] Group texts() const
     {
-        const QString primary = genreName(m_theme.primary, m_language).toString();
-        const QString secondary = genreName(m_theme.secondary, m_language).toString();
+        const QString primary = textsOf(m_language).genres[m_theme.primary.name];
+        const QString secondary = textsOf(m_language).genres[m_theme.secondary.name];
         Group group{{"description", jsonString(descriptionOf(m_app, m_language))},
                     {"genres", jsonStrings({primary, secondary})},
-                    {"genreIds", jsonStrings({QString::number(genreId(m_theme.primary)),
-                                              QString::number(genreId(m_theme.secondary))})},
+                    {"genreIds", jsonStrings({QString::number(m_theme.primary.id),
+                                              QString::number(m_theme.secondary.id)})},
                     {"primaryGenreName", jsonString(primary)},
-                    {"primaryGenreId", QByteArray::number(genreId(m_theme.primary))},
+                    {"primaryGenreId", QByteArray::number(m_theme.primary.id)},
                     {"languageCodesISO2A", jsonStrings(languageCodes(m_app))},
                     {"contentAdvisoryRating", R"("4+")"},
                     {"trackContentRating", R"("4+")"}};
@@ -210,10 +206,7 @@ private:
         return group;
     }
 
-    [[nodiscard]] QString countryPath() const
-    {
-        return m_setting.storefront->country.toString().toLower();
-    }
+    [[nodiscard]] QString countryPath() const { return m_setting.storefront->country.toLower(); }
 
     const SampleApp &m_app;
     const RecordSetting &m_setting;

@@ -3,7 +3,6 @@
 #include "sample/app_search.h"
 
 #include "sample/dice.h"
-#include "sample/listings.h"
 #include "sample/market.h"
 #include "sample/text_folding.h"
 
@@ -18,15 +17,12 @@ namespace
 
 const QString space = u" "_qs;
 
-/// Words that say nothing about what is searched for.
+/// Words of any language that say nothing about what is searched for.
 bool isStopWord(const QString &word)
 {
-    static const QStringList stopWords{
-        u"a"_qs,    u"an"_qs,     u"the"_qs,  u"and"_qs, u"or"_qs,         u"for"_qs,  u"of"_qs,
-        u"to"_qs,   u"in"_qs,     u"with"_qs, u"on"_qs,  u"my"_qs,         u"your"_qs, u"app"_qs,
-        u"apps"_qs, u"free"_qs,   u"best"_qs, u"by"_qs,  u"de"_qs,         u"fur"_qs,  u"para"_qs,
-        u"pour"_qs, u"アプリ"_qs, u"앱"_qs,   u"แอป"_qs, u"приложение"_qs, u"تطبيق"_qs};
-    return stopWords.contains(word);
+    return std::ranges::any_of(languages(), [&word](const LanguageTexts &texts) {
+        return texts.stopWords.contains(word);
+    });
 }
 
 /// One form for "filter" and "filters".
@@ -53,15 +49,11 @@ QStringList comparableWords(QStringView text)
 }
 
 /// Every word of a theme's topics in a language.
-QStringList topicWords(const Theme &theme, Language language)
+QStringList topicWords(const LocalTheme &theme)
 {
     QStringList words;
-    if (language == Language::English)
-        for (const QStringView topic : theme.topics)
-            words += comparableWords(topic);
-    else
-        for (const QString &phrase : phrasesIn(theme.id, language))
-            words += comparableWords(phrase);
+    for (const QString &phrase : theme.phrases)
+        words += comparableWords(phrase);
     words.removeDuplicates();
     return words;
 }
@@ -117,15 +109,13 @@ bool ranksBefore(const Ranked &left, const Ranked &right)
 
 AppSearch::AppSearch(const SampleCatalog &catalog)
 {
-    for (int index = 0; index < languageCount; ++index) {
-        const auto language = static_cast<Language>(index);
-        auto &entries = m_entries[static_cast<std::size_t>(index)];
-        QStringList &parts = m_knownParts[static_cast<std::size_t>(index)];
-        for (const Theme &theme : themes())
-            m_themeWords[static_cast<std::size_t>(index)][static_cast<std::size_t>(theme.id)] =
-                topicWords(theme, language);
+    for (const LanguageTexts &texts : languages()) {
+        auto &entries = m_entries[texts.language];
+        QStringList &parts = m_knownParts[texts.language];
+        for (const LocalTheme &theme : texts.themes)
+            m_themeWords[texts.language].push_back(topicWords(theme));
         for (const SampleApp &app : catalog.apps()) {
-            entries.push_back(entryFor(app, language));
+            entries.push_back(entryFor(app, texts));
             for (const QString &word : entries.back().phraseWords)
                 if (isSearchedByParts(word))
                     parts += word;
@@ -135,25 +125,23 @@ AppSearch::AppSearch(const SampleCatalog &catalog)
     }
 }
 
-AppSearch::Entry AppSearch::entryFor(const SampleApp &app, Language language) const
+AppSearch::Entry AppSearch::entryFor(const SampleApp &app, const LanguageTexts &texts) const
 {
-    const Listing &listing = app.listing(language);
-    const Theme &theme = themeOf(app.theme);
+    const Listing &listing = app.listing(texts.language);
     Entry entry;
     entry.app = &app;
     entry.nameWords = comparableWords(listing.name);
     entry.name = space + entry.nameWords.join(space) + space;
     entry.joinedName = entry.nameWords.join(QString());
-    entry.themeWords =
-        &m_themeWords[static_cast<std::size_t>(language)][static_cast<std::size_t>(app.theme)];
+    entry.themeWords = &m_themeWords[texts.language][static_cast<std::size_t>(app.theme->number)];
     for (const QString &phrase : listing.phrases) {
         const QStringList words = comparableWords(phrase);
         entry.phrases += words.join(space);
         entry.phraseWords += words;
     }
     entry.phraseWords.removeDuplicates();
-    entry.otherWords =
-        comparableWords(app.publisher.name) + comparableWords(genreName(theme.primary, language));
+    entry.otherWords = comparableWords(app.publisher.name) +
+                       comparableWords(texts.genres[app.theme->primary.name]);
     return entry;
 }
 
@@ -190,7 +178,7 @@ double AppSearch::relevance(const Entry &entry, const QStringList &words)
 QStringList AppSearch::searchWords(const QString &term, Language language) const
 {
     QStringList words;
-    const QStringList &parts = m_knownParts[static_cast<std::size_t>(language)];
+    const QStringList &parts = m_knownParts[language];
     for (QString word : comparableWords(term)) {
         // 写真編集アプリ is cut into the known 写真編集 and what is left of it.
         while (isSearchedByParts(word)) {
@@ -215,7 +203,7 @@ std::vector<const SampleApp *> AppSearch::find(const QString &term, const Storef
     if (words.isEmpty())
         return {};
     std::vector<Ranked> ranked;
-    for (const Entry &entry : m_entries[static_cast<std::size_t>(storefront.language)]) {
+    for (const Entry &entry : m_entries[storefront.language]) {
         const double match = relevance(entry, words);
         if (match > 0 && isSold(*entry.app, storefront, day))
             ranked.push_back({entry.app, match * match * standing(*entry.app, storefront, day) *

@@ -6,7 +6,6 @@
 
 #include <QDate>
 
-#include <array>
 #include <vector>
 
 namespace veltrix::sample
@@ -50,15 +49,13 @@ private:
         const QStringList *themeWords = nullptr;
     };
 
-    [[nodiscard]] Entry entryFor(const SampleApp &app, Language language) const;
+    [[nodiscard]] Entry entryFor(const SampleApp &app, const LanguageTexts &texts) const;
     static double relevance(const Entry &entry, const QStringList &words);
     static double wordWeight(const Entry &entry, const QString &word);
     [[nodiscard]] QStringList searchWords(const QString &term, Language language) const;
 
-    template <typename Value>
-    using ByLanguage = std::array<Value, languageCount>;
-
-    ByLanguage<std::array<QStringList, themeCount>> m_themeWords;
+    /// By Theme::number.
+    ByLanguage<std::vector<QStringList>> m_themeWords;
     ByLanguage<std::vector<Entry>> m_entries;
     /// Words of scripts without spaces, longest first, by which such terms are cut.
     ByLanguage<QStringList> m_knownParts;

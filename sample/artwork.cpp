@@ -3,37 +3,21 @@
 #include "sample/artwork.h"
 
 #include "sample/dice.h"
-#include "sample/glyphs.h"
 
 #include <QBuffer>
 #include <QColor>
+#include <QFile>
 #include <QImage>
 #include <QPainter>
+#include <QSvgRenderer>
 
-#include <array>
+#include <stdexcept>
 
 namespace veltrix::sample
 {
 
 namespace
 {
-
-struct Gradient {
-    QRgb top;
-    QRgb bottom;
-};
-
-/// In the order of Hue.
-constexpr std::array<Gradient, hueCount> gradients{{
-    {0xFFFF8A65, 0xFFE8532B},
-    {0xFF4FC3F7, 0xFF1976D2},
-    {0xFFAED581, 0xFF558B2F},
-    {0xFFBA68C8, 0xFF7B1FA2},
-    {0xFFFFD54F, 0xFFFF8F00},
-    {0xFF4DB6AC, 0xFF00796B},
-    {0xFFF48FB1, 0xFFC2185B},
-    {0xFF90A4AE, 0xFF455A64},
-}};
 
 int mixed(int from, int to, double share)
 {
@@ -42,9 +26,9 @@ int mixed(int from, int to, double share)
 
 /// The hue's gradient from the top left to the bottom right corner. Written pixel by pixel: the
 /// painter would hand larger areas to a thread pool and differ between versions of Qt.
-QImage gradientImage(Hue hue, const QSize &size)
+QImage gradientImage(int hue, const QSize &size)
 {
-    const auto [top, bottom] = gradients[static_cast<std::size_t>(hue)];
+    const auto &[name, top, bottom] = hues()[static_cast<std::size_t>(hue)];
     QImage image(size, QImage::Format_RGB32);
     for (int y = 0; y < size.height(); ++y) {
         auto *line = reinterpret_cast<QRgb *>(image.scanLine(y));
@@ -72,6 +56,23 @@ QByteArray pngOf(const QImage &image)
 QColor white(double opacity)
 {
     return QColor::fromRgbF(1, 1, 1, static_cast<float>(opacity));
+}
+
+/// Apps of one theme have several drawings, so that they differ.
+const QString &glyphOf(const SampleApp &app)
+{
+    return app.theme->glyphs[app.trackId % app.theme->glyphs.size()];
+}
+
+/// Draws a symbol in white; its file has it in black.
+void paintGlyph(QPainter &painter, const QString &name, const QRectF &box)
+{
+    QFile file(QStringLiteral(":/sample/glyphs/%1.svg").arg(name));
+    QSvgRenderer glyph(file.open(QIODevice::ReadOnly) ? file.readAll().replace("#000", "#fff")
+                                                      : QByteArray());
+    if (!glyph.isValid())
+        throw std::runtime_error("There is no glyph " + name.toStdString());
+    glyph.render(&painter, box);
 }
 
 /// A heading and rows of cards, as nearly every app has them.
@@ -104,9 +105,9 @@ QByteArray iconPng(const SampleApp &app, int size)
     QImage image = gradientImage(app.hue, QSize(size, size));
     QPainter painter(&image);
     painter.setRenderHint(QPainter::Antialiasing);
-    // Glyphs are drawn on a square of 100 × 100.
-    painter.scale(size / 100.0, size / 100.0);
-    paintGlyph(painter, themeOf(app.theme).glyph, static_cast<int>(app.trackId % 360));
+    const double margin = 0.2 * size;
+    paintGlyph(painter, glyphOf(app),
+               QRectF(image.rect()).adjusted(margin, margin, -margin, -margin));
     painter.end();
     return pngOf(image);
 }
@@ -114,7 +115,7 @@ QByteArray iconPng(const SampleApp &app, int size)
 QByteArray screenshotPng(const SampleApp &app, Screen screen, int number)
 {
     const QSize size = screen == Screen::Phone ? QSize(392, 696) : QSize(576, 768);
-    const auto hue = static_cast<Hue>((static_cast<int>(app.hue) + (number - 1) * 3) % hueCount);
+    const int hue = (app.hue + (number - 1) * 3) % static_cast<int>(hues().size());
     Dice dice(stableHash(app.trackId, screen, number));
     QImage image = gradientImage(hue, size);
     QPainter painter(&image);

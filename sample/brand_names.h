@@ -14,4 +14,7 @@ int brandNameCount();
 /// Every name is a made-up compound of two English words, such as "Pebblewick".
 const QString &brandName(int number);
 
+/// A publisher of apps for the world, such as "Larchwold Software GmbH"; `number` counts from 0.
+QString publisherName(int number);
+
 } // namespace veltrix::sample

@@ -15,11 +15,9 @@ namespace
 
 enum class Purpose { Description = 21, ReleaseNotes };
 
-QString filledIn(QStringView sentence, const QString &name, const QString &phrase)
+QString filledIn(QString sentence, const QString &name, const QString &phrase)
 {
-    return sentence.toString()
-        .replace(QStringLiteral("%1"), name)
-        .replace(QStringLiteral("%2"), phrase);
+    return sentence.replace(QStringLiteral("%1"), name).replace(QStringLiteral("%2"), phrase);
 }
 
 /// Cuts between characters: half of an emoji is not valid text.
@@ -45,7 +43,7 @@ Language listedLanguage(const SampleApp &app, Language wanted)
 QString descriptionOf(const SampleApp &app, Language wanted)
 {
     const Listing &listing = app.listing(wanted);
-    const auto sentences = textsOf(listedLanguage(app, wanted)).sentences;
+    const QStringList &sentences = textsOf(listedLanguage(app, wanted)).sentences;
     Dice dice(stableHash(app.trackId, wanted, Purpose::Description));
     const bool asLongAsPossible = dice.chance(0.04);
     const qsizetype length = asLongAsPossible
@@ -55,7 +53,7 @@ QString descriptionOf(const SampleApp &app, Language wanted)
     if (dice.chance(0.03))
         text += QLatin1Char('\b');
     while (text.size() < length) {
-        const QString &phrase = dice.pick(std::span<const QString>(listing.phrases));
+        const QString &phrase = dice.pick(listing.phrases);
         text += dice.chance(0.4) ? QStringLiteral("\n\n") : QStringLiteral("\n");
         text += filledIn(dice.pick(sentences), listing.name, phrase);
     }
@@ -65,10 +63,9 @@ QString descriptionOf(const SampleApp &app, Language wanted)
 QString releaseNotesOf(const SampleApp &app, Language wanted)
 {
     const Listing &listing = app.listing(wanted);
-    const auto sentences = textsOf(listedLanguage(app, wanted)).sentences;
+    const QStringList &sentences = textsOf(listedLanguage(app, wanted)).sentences;
     Dice dice(stableHash(app.trackId, wanted, Purpose::ReleaseNotes));
-    return filledIn(sentences[1], listing.name,
-                    dice.pick(std::span<const QString>(listing.phrases)));
+    return filledIn(sentences[1], listing.name, dice.pick(listing.phrases));
 }
 
 } // namespace veltrix::sample

@@ -6,7 +6,7 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <span>
+#include <iterator>
 
 namespace veltrix::sample
 {
@@ -60,10 +60,10 @@ public:
         return static_cast<int>(next() % static_cast<std::uint64_t>(count));
     }
     constexpr bool chance(double probability) { return unit() < probability; }
-    template <typename Value>
-    constexpr const Value &pick(std::span<const Value> values)
+    template <typename List>
+    constexpr const auto &pick(const List &values)
     {
-        return values[static_cast<std::size_t>(below(static_cast<int>(values.size())))];
+        return *std::next(std::begin(values), below(static_cast<int>(std::size(values))));
     }
 
 private:

@@ -39,20 +39,19 @@ double matchOf(const QString &foldedTerm, const QString &foldedPrefix)
 
 HintIndex::HintIndex(const SampleCatalog &catalog)
 {
-    for (int index = 0; index < languageCount; ++index) {
-        const auto language = static_cast<Language>(index);
+    for (const LanguageTexts &texts : languages()) {
         std::map<QString, double> weights;
         for (const SampleApp &app : catalog.apps()) {
-            if (app.onlyLanguage && app.onlyLanguage != language)
+            if (app.onlyLanguage && app.onlyLanguage != texts.language)
                 continue;
-            const Listing &listing = app.listing(language);
+            const Listing &listing = app.listing(texts.language);
             for (const QString &phrase : listing.phrases)
                 weights[phrase.toLower()] += weightOf(app);
             if (app.homeRatings >= wellKnown)
                 weights[listing.name.toLower()] += weightOf(app);
         }
         for (const auto &[term, weight] : weights)
-            m_entries[static_cast<std::size_t>(index)].push_back({{term, weight}, folded(term)});
+            m_entries[texts.language].push_back({{term, weight}, folded(term)});
     }
 }
 
@@ -62,7 +61,7 @@ std::vector<Hint> HintIndex::hintsFor(const QString &prefix, Language language) 
     std::vector<Hint> hints;
     if (foldedPrefix.isEmpty())
         return hints;
-    for (const Entry &entry : m_entries[static_cast<std::size_t>(language)])
+    for (const Entry &entry : m_entries[language])
         if (const double match = matchOf(entry.folded, foldedPrefix); match > 0)
             hints.push_back({entry.hint.term, entry.hint.weight * match});
     std::ranges::stable_sort(hints, std::ranges::greater(), &Hint::weight);

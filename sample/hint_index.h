@@ -7,7 +7,6 @@
 #include <QString>
 #include <QStringList>
 
-#include <array>
 #include <vector>
 
 namespace veltrix::sample
@@ -37,7 +36,7 @@ private:
         Hint hint;
         QString folded;
     };
-    std::array<std::vector<Entry>, languageCount> m_entries;
+    ByLanguage<std::vector<Entry>> m_entries;
 };
 
 } // namespace veltrix::sample

@@ -16,11 +16,6 @@ constexpr double translatedShare = 0.62;
 /// Words shorter than this, such as "for", say nothing about the topic of a name.
 constexpr qsizetype tellingWordLength = 4;
 
-const LocalTheme &localTheme(ThemeId theme, Language language)
-{
-    return textsOf(language).themes[static_cast<std::size_t>(theme)];
-}
-
 /// Whether a topic shares a word with a name that is not the theme's own first word:
 /// "photo" is in nearly every name of the theme and tells nothing.
 bool speaksOf(const QStringList &nameWords, const QStringList &topicWords,
@@ -31,66 +26,62 @@ bool speaksOf(const QStringList &nameWords, const QStringList &topicWords,
     });
 }
 
-} // namespace
-
-QStringList split(QStringView texts, char16_t separator)
-{
-    QStringList parts;
-    for (const QStringView part : texts.split(QChar(separator)))
-        parts += part.trimmed().toString();
-    return parts;
-}
-
-QStringList phrasesIn(ThemeId theme, Language language)
-{
-    return split(localTheme(theme, language).phrases, u',');
-}
-
-QString translatedName(const QString &brand, ThemeId theme, Language language, int naming)
-{
-    const QStringList namings = split(localTheme(theme, language).namings, u'|');
-    return QStringLiteral("%1: %2").arg(brand, namings[naming % namings.size()]);
-}
-
+/// The topics that an English name speaks of, and up to `further` others by chance.
 QStringList phrasesForName(const Theme &theme, const QString &name, int further, Dice &dice)
 {
     const QStringList nameWords = foldedWords(name);
-    const QString commonWord = foldedWords(theme.topics.front()).front();
+    const QString commonWord = foldedWords(theme.topics.front().front()).front();
     QStringList phrases;
-    QList<QStringView> others;
-    for (const QStringView topic : theme.topics) {
-        if (speaksOf(nameWords, foldedWords(topic), commonWord))
-            phrases += split(topic, u',');
+    QList<QStringList> others;
+    for (const QStringList &topic : theme.topics) {
+        if (speaksOf(nameWords, foldedWords(topic.join(u' ')), commonWord))
+            phrases += topic;
         else
             others += topic;
     }
     for (int count = 0; count < further && !others.isEmpty(); ++count)
-        phrases += split(others.takeAt(dice.below(static_cast<int>(others.size()))), u',');
+        phrases += others.takeAt(dice.below(static_cast<int>(others.size())));
     return phrases;
+}
+
+} // namespace
+
+QString slugOf(const QString &name)
+{
+    QString slug;
+    for (const QChar character : name.toLower()) {
+        if (character.unicode() < 128 && character.isLetterOrNumber())
+            slug += character;
+        else if (!slug.isEmpty() && !slug.endsWith(QLatin1Char('-')))
+            slug += QLatin1Char('-');
+    }
+    while (slug.endsWith(QLatin1Char('-')))
+        slug.chop(1);
+    return slug.isEmpty() ? QStringLiteral("app") : slug;
+}
+
+Listing translatedListing(const QString &brand, const Theme &theme, const LanguageTexts &texts,
+                          int naming)
+{
+    const auto &[namings, phrases] = texts.of(theme);
+    return {QStringLiteral("%1: %2").arg(brand, namings[naming % namings.size()]), phrases};
 }
 
 void writeWorldListings(SampleApp &app, const QString &brand, const QString &englishName,
                         Dice &dice)
 {
-    const Listing english{englishName,
-                          phrasesForName(themeOf(app.theme), englishName, 1 + dice.below(2), dice)};
-    app.listings.fill(english);
-    for (int index = 1; index < languageCount; ++index) {
-        const auto language = static_cast<Language>(index);
-        const int naming = dice.below(12);
-        QStringList phrases = phrasesIn(app.theme, language);
+    app.listings.fill(
+        {englishName, phrasesForName(*app.theme, englishName, 1 + dice.below(2), dice)});
+    for (const LanguageTexts &texts : languages()) {
+        if (texts.language == Language::English)
+            continue;
+        Listing local = translatedListing(brand, *app.theme, texts, dice.below(12));
         // Every app leaves out some phrases, so that not all of a theme answer to all of them.
-        while (phrases.size() > 3 && dice.chance(0.75))
-            phrases.removeAt(dice.below(static_cast<int>(phrases.size())));
+        while (local.phrases.size() > 3 && dice.chance(0.75))
+            local.phrases.removeAt(dice.below(static_cast<int>(local.phrases.size())));
         if (dice.chance(translatedShare))
-            app.listings[static_cast<std::size_t>(index)] = {
-                translatedName(brand, app.theme, language, naming), phrases};
+            app.listings[texts.language] = local;
     }
-}
-
-void writeLocalListings(SampleApp &app, const QString &name)
-{
-    app.listings.fill({name, phrasesIn(app.theme, *app.onlyLanguage)});
 }
 
 } // namespace veltrix::sample

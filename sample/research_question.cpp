@@ -2,7 +2,7 @@
 // Reads a research question.
 #include "sample/research_question.h"
 
-#include "sample/app_store_countries.h"
+#include "sample/storefront.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>

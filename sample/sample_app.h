@@ -3,13 +3,12 @@
 #pragma once
 
 #include "sample/storefront.h"
-#include "sample/theme.h"
+#include "sample/texts.h"
 
 #include <QDateTime>
 #include <QString>
 #include <QStringList>
 
-#include <array>
 #include <cstdint>
 #include <optional>
 
@@ -32,22 +31,17 @@ struct Publisher {
     bool operator==(const Publisher &) const = default;
 };
 
-/// The colours of icons, in the order of the palette in artwork.cpp.
-enum class Hue { Orange, Blue, Green, Purple, Yellow, Teal, Pink, Slate };
-inline constexpr int hueCount = 8;
-
 struct SampleApp {
     /// 64 bits: newer apps have numbers above 2^32.
     std::int64_t trackId = 0;
-    ThemeId theme = ThemeId::Photo;
+    const Theme *theme = nullptr;
     /// The one language that a local app speaks; none for an app made for the world.
     std::optional<Language> onlyLanguage;
     /// Where the app gathers `homeRatings`.
     const Storefront *home = nullptr;
     QString slug;
     Publisher publisher;
-    /// By Language.
-    std::array<Listing, languageCount> listings;
+    ByLanguage<Listing> listings;
     /// UTC.
     QDateTime released;
     /// Ratings in the home storefront on the reference day of market.h.
@@ -58,14 +52,12 @@ struct SampleApp {
     double dollars = 0;
     /// Days between two versions.
     int updateCycle = 30;
-    Hue hue = Hue::Slate;
+    /// Its place in hues().
+    int hue = 0;
     /// One of the few apps that stand at a known place; it is sold everywhere.
     bool isFixture = false;
 
-    [[nodiscard]] const Listing &listing(Language language) const
-    {
-        return listings[static_cast<std::size_t>(language)];
-    }
+    [[nodiscard]] const Listing &listing(Language language) const { return listings[language]; }
 };
 
 } // namespace veltrix::sample

@@ -6,7 +6,6 @@
 #include "sample/dice.h"
 #include "sample/fixtures.h"
 #include "sample/listings.h"
-#include "sample/texts.h"
 
 #include <QTimeZone>
 
@@ -22,8 +21,6 @@ namespace
 {
 
 constexpr int worldPublisherCount = 130;
-/// Brand names from here on are publishers.
-constexpr int firstPublisherBrand = 1'000;
 /// log10 of the rating counts of local apps at home, and the powers of ten by which they differ.
 constexpr double localTopRatings = 4.9;
 constexpr double localRatingsFall = 4.2;
@@ -53,20 +50,6 @@ double trackIdAround(double year)
     return trackIdPoints.back().trackId;
 }
 
-QString slugOf(const QString &name)
-{
-    QString slug;
-    for (const QChar character : name.toLower()) {
-        if (character.unicode() < 128 && character.isLetterOrNumber())
-            slug += character;
-        else if (!slug.isEmpty() && !slug.endsWith(QLatin1Char('-')))
-            slug += QLatin1Char('-');
-    }
-    while (slug.endsWith(QLatin1Char('-')))
-        slug.chop(1);
-    return slug.isEmpty() ? QStringLiteral("app") : slug;
-}
-
 Publisher publisherNamed(const QString &name)
 {
     const std::uint64_t hash = stableTextHash(name.toUtf8());
@@ -77,15 +60,13 @@ Publisher publisherNamed(const QString &name)
 Publisher worldPublisher(Dice &dice)
 {
     const int number = static_cast<int>(worldPublisherCount * std::pow(dice.unit(), 1.7));
-    const auto endings = englishTexts().publishers;
-    const QString ending = endings[static_cast<std::size_t>(number) % endings.size()].toString();
-    return publisherNamed(brandName(firstPublisherBrand + number) + ending);
+    return publisherNamed(publisherName(number));
 }
 
 double priceByChance(double paidShare, Dice &dice)
 {
     static constexpr std::array prices{0.99, 1.99, 2.99, 3.99, 4.99, 9.99, 14.99};
-    return dice.chance(paidShare) ? dice.pick(std::span<const double>(prices)) : 0.0;
+    return dice.chance(paidShare) ? dice.pick(prices) : 0.0;
 }
 
 /// Prominent apps are updated more often.
@@ -102,31 +83,29 @@ public:
         for (SampleApp &app : fixtureApps())
             keep(std::move(app));
         for (const Theme &theme : themes())
-            for (std::size_t place = 0; place < theme.names.size(); ++place)
+            for (int place = 0; place < theme.names.size(); ++place)
                 addWorldApp(theme, place);
-        for (int index = 1; index < languageCount; ++index) {
-            const LanguageTexts &texts = textsOf(static_cast<Language>(index));
+        for (const LanguageTexts &texts : languages())
             for (std::size_t place = 0; place < texts.apps.size(); ++place)
                 addLocalApp(texts, place);
-        }
         return std::move(m_apps);
     }
 
 private:
-    void addWorldApp(const Theme &theme, std::size_t place)
+    void addWorldApp(const Theme &theme, int place)
     {
-        Dice dice(stableHash(1, theme.id, place));
+        Dice dice(stableHash(1, theme.number, place));
         const double rank = static_cast<double>(place) / static_cast<double>(theme.names.size());
         SampleApp app;
-        app.theme = theme.id;
-        app.home = findStorefront(u"US");
+        app.theme = &theme;
+        app.home = findStorefront(textsOf(Language::English).homeCountry);
         const QString brand = brandName(m_brandsUsed++);
-        const QString name = theme.names[place].toString().replace(QStringLiteral("{}"), brand);
+        const QString name = QString(theme.names[place]).replace(QStringLiteral("{}"), brand);
         app.slug = slugOf(name);
         app.publisher = worldPublisher(dice);
         writeWorldListings(app, brand, name, dice);
         rate(app, theme.topRatings, theme.ratingsFall, rank, dice);
-        finish(app, theme, rank, dice);
+        finish(app, rank, dice);
     }
 
     void addLocalApp(const LanguageTexts &texts, std::size_t place)
@@ -137,12 +116,12 @@ private:
         app.theme = local.theme;
         app.onlyLanguage = texts.language;
         app.home = findStorefront(texts.homeCountry);
-        app.slug = slugOf(local.name.toString());
-        app.publisher = publisherNamed(dice.pick(texts.publishers).toString());
-        writeLocalListings(app, local.name.toString());
+        app.slug = slugOf(local.name);
+        app.publisher = publisherNamed(dice.pick(texts.publishers));
+        app.listings.fill({local.name, texts.of(*local.theme).phrases});
         const double rank = dice.unit();
         rate(app, localTopRatings, localRatingsFall, rank, dice);
-        finish(app, themeOf(local.theme), rank, dice);
+        finish(app, rank, dice);
     }
 
     /// Some of the last apps have no ratings. Prominent apps are rated well, the others in every
@@ -157,14 +136,14 @@ private:
         app.stars = best - (0.5 + 1.6 * rank) * std::pow(dice.unit(), 3);
     }
 
-    void finish(SampleApp &app, const Theme &theme, double rank, Dice &dice)
+    void finish(SampleApp &app, double rank, Dice &dice)
     {
         const double year = yearByChance(app.homeRatings, rank, dice);
         app.released = momentOf(year, dice);
         app.trackId = freeTrackId(year, dice);
-        app.dollars = priceByChance(theme.paidShare, dice);
+        app.dollars = priceByChance(app.theme->paidShare, dice);
         app.updateCycle = updateCycleByChance(1 - rank, dice);
-        app.hue = static_cast<Hue>(dice.below(hueCount));
+        app.hue = dice.below(static_cast<int>(hues().size()));
         keep(std::move(app));
     }
 

@@ -2,35 +2,23 @@
 // The countries of the made-up App Store: their language, prices, and how much they rate.
 #pragma once
 
+#include "sample/texts.h"
+
 #include <QString>
 #include <QStringView>
 
-#include <span>
+#include <vector>
 
 namespace veltrix::sample
 {
 
-enum class Language {
-    English,
-    German,
-    French,
-    Spanish,
-    Portuguese,
-    Japanese,
-    Korean,
-    Thai,
-    Arabic,
-    Russian,
-};
-inline constexpr int languageCount = 10;
-
 /// How a country writes a price.
 struct Currency {
-    QStringView code;
+    QString code;
     /// The price as text; "%1" stands for the amount.
-    QStringView pattern;
-    char16_t decimalMark;
-    char16_t groupMark;
+    QString pattern;
+    QString decimalMark;
+    QString groupMark;
     /// Amount for one US dollar.
     double perDollar;
     /// Whether prices are whole amounts (¥160) and not such as 0.99.
@@ -41,7 +29,7 @@ struct Currency {
 
 struct Storefront {
     /// Two upper-case letters.
-    QStringView country;
+    QString country;
     Language language;
     const Currency *currency;
     /// Ratings that an app gathers here for each one in the United States.
@@ -50,11 +38,14 @@ struct Storefront {
     int hintsId;
 };
 
-std::span<const Storefront> storefronts();
+const std::vector<Storefront> &storefronts();
 
 /// The storefront of a country code in any case; none for codes that this App Store has no shop in.
 const Storefront *findStorefront(QStringView country);
 const Storefront *findStorefrontByHintsId(int hintsId);
+
+/// Whether there is an App Store for a code of two upper-case letters, the made-up one or not.
+bool hasAppStore(const QString &country);
 
 /// The price of an app that costs `dollars` in the United States, in the storefront's currency.
 double localPrice(const Storefront &storefront, double dollars);

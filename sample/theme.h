@@ -2,110 +2,54 @@
 // What the made-up apps are about: how the apps of a theme are called, found, rated and drawn.
 #pragma once
 
-#include "sample/genre.h"
+#include <QRgb>
+#include <QString>
+#include <QStringList>
 
-#include <QStringView>
-
-#include <span>
+#include <vector>
 
 namespace veltrix::sample
 {
 
-enum class ThemeId {
-    Photo,
-    Video,
-    Journal,
-    Budget,
-    Trading,
-    Meditation,
-    PrivateNetwork,
-    Recipes,
-    Running,
-    Languages,
-    Calendar,
-    Notes,
-    Weather,
-    Puzzles,
-    KidsGames,
-    Social,
-    Travel,
-    Music,
+/// A category of the App Store; texts.h says how it is called in each language.
+struct Genre {
+    QString name;
+    /// The number that records carry, such as 6008 for Photo & Video.
+    int id;
 };
-inline constexpr int themeCount = 18;
 
-/// The drawing on an app's icon.
-enum class Glyph {
-    Aperture,
-    Play,
-    Book,
-    Coin,
-    Candles,
-    Lotus,
-    Shield,
-    Pot,
-    Stride,
-    Speech,
-    Grid,
-    Page,
-    Sun,
-    Jigsaw,
-    Balloon,
-    Ring,
-    Compass,
-    Note,
+/// The colours of an icon's gradient.
+struct Hue {
+    QString name;
+    QRgb top;
+    QRgb bottom;
 };
 
 /// A theme in English, the language in which apps for the whole world are made.
 struct Theme {
-    ThemeId id;
+    QString name;
+    /// Its place among all themes.
+    int number;
     Genre primary;
     Genre secondary;
-    Glyph glyph;
+    /// The drawings on the icons of its apps: files of resources/symbols or data/glyphs.
+    QStringList glyphs;
     /// log10 of the rating count of the theme's largest app in the United States.
     double topRatings;
     /// Powers of ten by which rating counts fall from the first app of the theme to the last.
-    double ratingsFall = 4.7;
+    double ratingsFall;
     /// Share of the apps that cost money.
     double paidShare;
     /// App names in the order of their prominence; "{}" stands for the app's brand.
-    std::span<const QStringView> names;
-    /// Phrases that apps are found by without showing them; each entry is one topic, its phrases
-    /// parted by commas. An app takes the topics that its name speaks of and a few others.
-    std::span<const QStringView> topics;
+    QStringList names;
+    /// Phrases that apps are found by without showing them. An app takes the topics that its name
+    /// speaks of and a few others.
+    std::vector<QStringList> topics;
 };
 
-/// All themes in the order of ThemeId.
-std::span<const Theme> themes();
-const Theme &themeOf(ThemeId id);
-
-/// A theme in another language.
-struct LocalTheme {
-    ThemeId id;
-    /// What follows the brand in a translated name; the choices are parted by "|".
-    QStringView namings;
-    /// Phrases that apps are found by, parted by commas.
-    QStringView phrases;
-};
-
-/// An app made for the speakers of one language; the name stands as it is.
-struct LocalApp {
-    ThemeId theme;
-    QStringView name;
-};
-
-/// Everything of the made-up App Store that is written in one language.
-struct LanguageTexts {
-    Language language;
-    /// The country in which the local apps are at home.
-    QStringView homeCountry;
-    /// In the order of ThemeId, or empty for English, whose themes are themes().
-    std::span<const LocalTheme> themes;
-    std::span<const LocalApp> apps;
-    std::span<const QStringView> publishers;
-    /// Sentences of descriptions; "%1" stands for the app's name, "%2" for a phrase.
-    std::span<const QStringView> sentences;
-};
-
-const LanguageTexts &textsOf(Language language);
+const std::vector<Genre> &genres();
+const std::vector<Hue> &hues();
+/// In a fixed order: what is made by chance depends on it.
+const std::vector<Theme> &themes();
 
 } // namespace veltrix::sample

@@ -132,7 +132,7 @@ TEST_F(ItunesServiceTest, LooksNothingUpWithoutCountryOrWhereTheAppIsNotSold)
         apps, [&us](const SampleApp &app) { return !isSold(app, us, testDay()); });
     ASSERT_NE(foreign, apps.end());
     const std::string id = std::to_string(foreign->trackId);
-    const std::string home = foreign->home->country.toString().toStdString();
+    const std::string home = foreign->home->country.toStdString();
     EXPECT_EQ(results("/lookup?id=" + id + "&country=" + home).size(), 1);
     const auto absent = get("/lookup?id=" + id + "&country=US&entity=software");
     EXPECT_EQ(absent.status, 200);
