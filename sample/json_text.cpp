@@ -2,6 +2,9 @@
 // JSON values as text.
 #include "sample/json_text.h"
 
+#include <QJsonArray>
+#include <QJsonDocument>
+
 #include <array>
 #include <charconv>
 #include <cstddef>
@@ -9,53 +12,14 @@
 namespace veltrix::sample
 {
 
-namespace
-{
-
-constexpr char16_t lineSeparator = 0x2028;
-constexpr char16_t paragraphSeparator = 0x2029;
-
-/// The escape of a character, or nothing if it is written as it is.
-QString escapeOf(QChar character)
-{
-    switch (character.unicode()) {
-    case u'"':
-        return QStringLiteral("\\\"");
-    case u'\\':
-        return QStringLiteral("\\\\");
-    case u'\b':
-        return QStringLiteral("\\b");
-    case u'\f':
-        return QStringLiteral("\\f");
-    case u'\n':
-        return QStringLiteral("\\n");
-    case u'\r':
-        return QStringLiteral("\\r");
-    case u'\t':
-        return QStringLiteral("\\t");
-    default:
-        break;
-    }
-    const char16_t code = character.unicode();
-    if (code < 0x20 || code == lineSeparator || code == paragraphSeparator)
-        return QStringLiteral("\\u%1").arg(code, 4, 16, QLatin1Char('0'));
-    return {};
-}
-
-} // namespace
-
 QByteArray jsonString(QStringView text)
 {
-    QString quoted(QLatin1Char('"'));
-    for (const QChar character : text) {
-        const QString escape = escapeOf(character);
-        if (escape.isEmpty())
-            quoted += character;
-        else
-            quoted += escape;
-    }
-    quoted += QLatin1Char('"');
-    return quoted.toUtf8();
+    const QByteArray array =
+        QJsonDocument(QJsonArray{text.toString()}).toJson(QJsonDocument::Compact);
+    // The services also escape the separators that JSON lets stand and JavaScript does not.
+    return array.sliced(1, array.size() - 2)
+        .replace("\u2028", "\\u2028")
+        .replace("\u2029", "\\u2029");
 }
 
 QByteArray jsonStrings(const QStringList &texts)
