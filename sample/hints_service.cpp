@@ -8,13 +8,14 @@
 #include "sample/http_reply.h"
 #include "sample/text_folding.h"
 
+#include <functional>
+
 namespace veltrix::sample
 {
 
 namespace
 {
 
-constexpr std::chrono::seconds slowness(3);
 const char *const listType = "text/xml; charset=UTF-8";
 
 /// The storefront of "143441-1,29"; none without the header or for an unknown number.
@@ -51,9 +52,7 @@ HintsService::HintsService(const HintIndex &index, Pause &pause) : m_index(index
 
 void HintsService::install(httplib::Server &server)
 {
-    server.Get(hintsPath, [this](const httplib::Request &request, httplib::Response &response) {
-        hints(request, response);
-    });
+    server.Get(hintsPath, std::bind_front(&HintsService::hints, this));
 }
 
 void HintsService::hints(const httplib::Request &request, httplib::Response &response)
@@ -65,7 +64,7 @@ void HintsService::hints(const httplib::Request &request, httplib::Response &res
     if (command == QLatin1String("garbage"))
         return replyGarbage(response);
     if (command == QLatin1String("slow"))
-        m_pause.wait(slowness);
+        m_pause.wait(Pause::slowness);
     const Storefront *storefront = storefrontOf(request);
     const bool forApps = request.get_param_value("clientApplication") == "Software";
     std::vector<Hint> found;

@@ -9,6 +9,7 @@
 #include "sample/itunes_body.h"
 
 #include <algorithm>
+#include <functional>
 #include <optional>
 
 namespace veltrix::sample
@@ -19,7 +20,6 @@ namespace
 
 constexpr int defaultLimit = 50;
 constexpr int largestLimit = 200;
-constexpr std::chrono::seconds slowness(3);
 /// More than any client should be willing to read.
 constexpr qsizetype hugePadding = 40 * 1024 * 1024;
 const char *const scriptType = "text/javascript; charset=utf-8";
@@ -137,20 +137,13 @@ ItunesService::ItunesService(const AppStore &store, Pause &pause, int requestsPe
 
 void ItunesService::install(httplib::Server &server)
 {
-    using Request = httplib::Request;
-    using Response = httplib::Response;
-    server.Get("/search",
-               [this](const Request &request, Response &response) { search(request, response); });
-    server.Get("/lookup",
-               [this](const Request &request, Response &response) { lookUp(request, response); });
-    server.Get(R"(/artwork/(\d+)/(\d+)\.png)",
-               [this](const Request &request, Response &response) { artwork(request, response); });
-    server.Get(
-        R"(/screenshots/(\d+)/(ipad-)?(\d+)\.png)",
-        [this](const Request &request, Response &response) { screenshot(request, response); });
-    server.Get(
-        R"(/([A-Za-z]{2})/app/(?:[^/]+/)?id(\d+))",
-        [this](const Request &request, Response &response) { storePage(request, response); });
+    server.Get("/search", std::bind_front(&ItunesService::search, this));
+    server.Get("/lookup", std::bind_front(&ItunesService::lookUp, this));
+    server.Get(R"(/artwork/(\d+)/(\d+)\.png)", std::bind_front(&ItunesService::artwork, this));
+    server.Get(R"(/screenshots/(\d+)/(ipad-)?(\d+)\.png)",
+               std::bind_front(&ItunesService::screenshot, this));
+    server.Get(R"(/([A-Za-z]{2})/app/(?:[^/]+/)?id(\d+))",
+               std::bind_front(&ItunesService::storePage, this));
 }
 
 bool ItunesService::refused(httplib::Response &response)
@@ -188,7 +181,7 @@ void ItunesService::search(const httplib::Request &request, httplib::Response &r
     if (misbehave(command, response))
         return;
     if (command == QLatin1String("slow"))
-        m_pause.wait(slowness);
+        m_pause.wait(Pause::slowness);
     const QString country =
         request.has_param("country") ? parameter(request, "country") : QStringLiteral("US");
     const std::optional<int> limit = limitOf(request);

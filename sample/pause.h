@@ -12,6 +12,9 @@ namespace veltrix::sample
 class Pause
 {
 public:
+    /// How late an answer to the command "slow" is.
+    static constexpr std::chrono::seconds slowness{3};
+
     /// Waits that long, or until end() is called; after end() it does not wait at all.
     void wait(std::chrono::milliseconds duration)
     {

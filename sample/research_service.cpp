@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <array>
+#include <functional>
 #include <optional>
 
 namespace veltrix::sample
@@ -20,7 +21,6 @@ namespace
 using std::chrono::milliseconds;
 using std::chrono::seconds;
 
-constexpr seconds slowness(3);
 /// How often the queue is asked about a question that is held.
 constexpr milliseconds glance(50);
 
@@ -75,9 +75,7 @@ void ResearchService::install(httplib::Server &server)
 {
     using Request = httplib::Request;
     using Response = httplib::Response;
-    server.Post(researchPath, [this](const Request &request, Response &response) {
-        research(request, response);
-    });
+    server.Post(researchPath, std::bind_front(&ResearchService::research, this));
     const auto refuseMethod = [](const Request &request, Response &response) {
         response.set_header("Allow", "POST");
         replyRefusal(request, response, {405, "\"METHOD_NOT_ALLOWED\"", "The method is not POST"});
@@ -105,7 +103,7 @@ void ResearchService::research(const httplib::Request &request, httplib::Respons
     if (misbehave(command, request, response))
         return;
     if (command == QLatin1String("slow"))
-        m_pause.wait(slowness);
+        m_pause.wait(Pause::slowness);
     const Standing standing =
         answerTo(question, QString::fromStdString(request.remote_addr),
                  command == QLatin1String("pending") ? milliseconds(0) : m_hold);
