@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 # Everything comes from the system's packages; scripts/setup installs them.
-find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Widgets Network Svg Charts DBus)
+find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Widgets Network Svg DBus)
 find_package(QCoro6 REQUIRED COMPONENTS Core)
 find_package(simdjson REQUIRED)
 find_package(Threads REQUIRED)

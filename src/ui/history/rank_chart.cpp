@@ -2,18 +2,21 @@
 #include "ui/history/rank_chart.h"
 
 #include "ui/history/rank_chart_accessibility.h"
-#include "ui/history/rank_chart_view.h"
 #include "ui_kit/accessibility/accessibility.h"
+#include "ui_kit/theme/painting.h"
+#include "ui_kit/theme/typography.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QPainter>
+#include <QStyleOption>
 
 #include <algorithm>
 
 namespace veltrix
 {
 
-RankChart::RankChart(QWidget *parent) : QWidget(parent), m_view(new View(*this))
+RankChart::RankChart(QWidget *parent) : QWidget(parent)
 {
     installRankChartAccessibility();
     nameControl(this, QStringLiteral("rankChart"), tr("Ranking trend"));
@@ -22,8 +25,6 @@ RankChart::RankChart(QWidget *parent) : QWidget(parent), m_view(new View(*this))
     setMouseTracking(true);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
 }
-
-RankChart::~RankChart() = default;
 
 void RankChart::setData(RankChartData data)
 {
@@ -41,8 +42,8 @@ void RankChart::setData(RankChartData data)
             selected = day;
     }
     m_selected = selected;
-    m_view->rebuild();
-    m_view->viewport()->update();
+    m_geometry.reset();
+    update();
     Q_EMIT selectedDayChanged(m_selected);
 }
 
@@ -53,7 +54,7 @@ void RankChart::setSelectedDay(std::optional<size_t> day)
     if (day == m_selected)
         return;
     m_selected = day;
-    m_view->viewport()->update();
+    update();
     announceSelection();
     Q_EMIT selectedDayChanged(m_selected);
 }
@@ -70,20 +71,34 @@ void RankChart::announceSelection()
     QAccessible::updateAccessibility(&event);
 }
 
-RankPlot RankChart::plot() const
+const RankChartGeometry &RankChart::geometryNow() const
 {
-    RankPlot plot = m_view->plot();
-    plot.area.translate(m_view->pos());
-    return plot;
+    if (!m_geometry || m_geometry->rect != QRectF(rect())) {
+        const QFontMetricsF metrics(fontFor(TextStyle::Secondary, font()));
+        m_geometry = layoutRankChart(rect(), metrics, m_data);
+    }
+    return *m_geometry;
 }
 
 QRectF RankChart::markOf(size_t day) const
 {
-    const RankPlot plotted = plot();
-    const RankPoint *point = m_data.pointOf(day);
-    const QPointF centre = point ? plotted.at(day, point->rank) : plotted.unrankedMark(day);
-    const qreal side = m_view->pointSize();
+    const RankChartGeometry &chart = geometryNow();
+    const QPointF centre = chart.plot.markOf(m_data, day);
+    const qreal side = chart.line.pointSide;
     return {centre.x() - side / 2, centre.y() - side / 2, side, side};
+}
+
+void RankChart::paintEvent(QPaintEvent *)
+{
+    const Tokens tokens = Tokens::of(this);
+    QPainter painter(this);
+    paintRankChart(painter, geometryNow(), fontFor(TextStyle::Secondary, font()), tokens);
+    if (m_selected)
+        paintInspectedDay(painter, geometryNow(), m_data, *m_selected, tokens);
+    QStyleOption option;
+    option.initFrom(this);
+    if (showsFocus(option))
+        drawFocusRing(painter, rect(), radius::control, tokens[Token::Accent]);
 }
 
 QSize RankChart::sizeHint() const
@@ -98,7 +113,7 @@ QSize RankChart::minimumSizeHint() const
 
 void RankChart::inspect(const QPointF &position)
 {
-    setSelectedDay(plot().dayAt(position.x()));
+    setSelectedDay(dayNear(plot(), m_data, position));
 }
 
 void RankChart::mouseMoveEvent(QMouseEvent *event)
@@ -151,28 +166,11 @@ void RankChart::keyPressEvent(QKeyEvent *event)
         QWidget::keyPressEvent(event);
 }
 
-void RankChart::focusInEvent(QFocusEvent *event)
-{
-    QWidget::focusInEvent(event);
-    m_view->viewport()->update();
-}
-
-void RankChart::focusOutEvent(QFocusEvent *event)
-{
-    QWidget::focusOutEvent(event);
-    m_view->viewport()->update();
-}
-
-void RankChart::resizeEvent(QResizeEvent *)
-{
-    m_view->setGeometry(rect());
-}
-
 void RankChart::changeEvent(QEvent *event)
 {
     QWidget::changeEvent(event);
-    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::FontChange)
-        m_view->restyle();
+    if (event->type() == QEvent::FontChange)
+        m_geometry.reset();
 }
 
 } // namespace veltrix

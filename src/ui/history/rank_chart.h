@@ -2,25 +2,21 @@
 // The ranking chart: days to the right, rank 1 at the top.
 #pragma once
 
-#include "ui/history/rank_plot.h"
+#include "ui/history/rank_chart_layout.h"
 
 #include <QWidget>
-
-#include <memory>
 
 namespace veltrix
 {
 
 /// Draws a history and lets one day of it be inspected, by pointer and by keys: Left and Right move
-/// by a day, with Ctrl to the next saved check, Home and End go to the ends, Escape lets go. What
-/// draws the axes and lines is behind this class, so that it can be exchanged.
+/// by a day, with Ctrl to the next saved check, Home and End go to the ends, Escape lets go.
 class RankChart final : public QWidget
 {
     Q_OBJECT
 
 public:
     explicit RankChart(QWidget *parent = nullptr);
-    ~RankChart() override;
 
     /// Ends the inspection unless the day is still there.
     void setData(RankChartData data);
@@ -31,7 +27,7 @@ public:
     void setSelectedDay(std::optional<size_t> day);
 
     /// Where days and ranks lie in the coordinates of this widget.
-    [[nodiscard]] RankPlot plot() const;
+    [[nodiscard]] const RankPlot &plot() const { return geometryNow().plot; }
     /// Days that have a check, ranked or not, oldest first: what a screen reader walks through.
     [[nodiscard]] const std::vector<size_t> &checkedDays() const { return m_checked; }
     /// Where the mark of a checked day lies, in the coordinates of this widget.
@@ -44,26 +40,24 @@ Q_SIGNALS:
     void selectedDayChanged(std::optional<size_t> day);
 
 protected:
+    void paintEvent(QPaintEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void leaveEvent(QEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
-    void focusInEvent(QFocusEvent *event) override;
-    void focusOutEvent(QFocusEvent *event) override;
-    void resizeEvent(QResizeEvent *event) override;
     void changeEvent(QEvent *event) override;
 
 private:
-    class View;
-
+    /// Laid out for the widget as it is now.
+    [[nodiscard]] const RankChartGeometry &geometryNow() const;
     void inspect(const QPointF &position);
     void announceSelection();
 
     RankChartData m_data;
     std::vector<size_t> m_checked;
     std::optional<size_t> m_selected;
-    /// Owned by this widget as a child.
-    View *m_view;
+    /// Made when it is asked for; dropped when data or font change.
+    mutable std::optional<RankChartGeometry> m_geometry;
 };
 
 } // namespace veltrix

@@ -14,10 +14,7 @@ namespace veltrix
 namespace
 {
 
-/// Spacings of labelled days: days, weeks, then about months and years.
-constexpr std::array<size_t, 14> dayStrides{1, 2, 3, 5, 7, 10, 14, 30, 60, 91, 182, 365, 730, 1461};
 constexpr std::array<std::int64_t, 9> rankSteps{1, 2, 5, 10, 20, 25, 50, 100, 200};
-constexpr std::int64_t mostRankSteps = 5;
 /// Fewer ranks than this would turn a move by one place into a cliff.
 constexpr std::int64_t leastBottom = 5;
 constexpr size_t daysOfYear = 366;
@@ -25,11 +22,6 @@ constexpr size_t daysOfYear = 366;
 struct RankHistory {
     Q_DECLARE_TR_FUNCTIONS(RankHistory)
 };
-
-QDate calendarDay(Date day)
-{
-    return QDateTime::fromMSecsSinceEpoch(qint64(unixSeconds(day) * 1000), Qt::UTC).date();
-}
 
 } // namespace
 
@@ -138,18 +130,19 @@ RankChartData rankChartData(std::vector<RankingTimeline::Day> days)
     return data;
 }
 
-RankAxis rankAxis(std::int64_t worstRank)
+RankAxis rankAxis(std::int64_t worstRank, std::int64_t most)
 {
+    most = std::clamp<std::int64_t>(most, 1, mostRankSteps);
     RankAxis axis;
     axis.bottom = std::max(worstRank, leastBottom);
     std::int64_t step = rankSteps.back();
     for (const std::int64_t candidate : rankSteps) {
-        if (axis.bottom / candidate <= mostRankSteps) {
+        if (axis.bottom / candidate <= most) {
             step = candidate;
             break;
         }
     }
-    while (axis.bottom / step > mostRankSteps)
+    while (axis.bottom / step > most)
         step *= 2;
     axis.ticks.push_back(1);
     // Counted, because the rank after the last one may be larger than any number.
@@ -160,32 +153,35 @@ RankAxis rankAxis(std::int64_t worstRank)
     return axis;
 }
 
-std::vector<DayTick> dayTicks(const std::vector<RankingTimeline::Day> &days, size_t most,
-                              const QLocale &locale)
+QDate calendarDay(Date day)
 {
-    if (days.empty())
-        return {};
-    const auto labelsAt = [&](size_t stride) {
-        return (days.size() + stride - 1) / stride;
-    };
-    size_t stride = days.size();
-    for (const size_t candidate : dayStrides) {
-        if (labelsAt(candidate) <= std::max<size_t>(most, 1)) {
-            stride = candidate;
-            break;
+    return QDateTime::fromMSecsSinceEpoch(qint64(unixSeconds(day) * 1000), Qt::UTC).date();
+}
+
+bool needsYears(const std::vector<RankingTimeline::Day> &days)
+{
+    return days.size() > daysOfYear;
+}
+
+QString dayText(Date day, DayFormat format, const QLocale &locale)
+{
+    const auto pattern = [&] {
+        switch (format) {
+        case DayFormat::Day:
+            return QStringLiteral("MMM d");
+        case DayFormat::DayAndYear:
+            return QStringLiteral("MMM d, yyyy");
+        case DayFormat::Year:
+            return QStringLiteral("yyyy");
         }
-    }
-    std::vector<DayTick> ticks;
-    for (size_t day = 0; day < days.size(); day += stride)
-        ticks.push_back({day, dayLabel(days[day].date, days, locale)});
-    return ticks;
+        Q_UNREACHABLE();
+    };
+    return withPlainDigits(locale.toString(calendarDay(day), pattern()));
 }
 
 QString dayLabel(Date day, const std::vector<RankingTimeline::Day> &days, const QLocale &locale)
 {
-    const QString format =
-        days.size() > daysOfYear ? QStringLiteral("MMM d, yyyy") : QStringLiteral("MMM d");
-    return withPlainDigits(locale.toString(calendarDay(day), format));
+    return dayText(day, needsYears(days) ? DayFormat::DayAndYear : DayFormat::Day, locale);
 }
 
 } // namespace veltrix

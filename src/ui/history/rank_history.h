@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What the ranking chart shows: days, plotted checks, segments and ticks. Pure values.
+// What the ranking chart shows: days, plotted checks, segments and ranks. Pure values.
 #pragma once
 
 #include "store/ranking_timeline.h"
 #include "ui_kit/text/figures.h"
 
+#include <QDate>
 #include <QLocale>
 #include <QString>
 
@@ -88,24 +89,32 @@ struct RankAxis {
     bool operator==(const RankAxis &) const = default;
 };
 
-/// An axis that holds ranks up to `worstRank`: 1 and at most five round ranks below it.
-RankAxis rankAxis(std::int64_t worstRank);
+/// More than so many ranks below rank 1 would be read as a table, not as an axis.
+inline constexpr std::int64_t mostRankSteps = 5;
 
-/// A labelled day of the horizontal axis.
-struct DayTick {
-    size_t day = 0;
-    QString label;
+/// An axis that holds ranks up to `worstRank`: 1 and round ranks below it, at most `most` of them
+/// (but one at least, and never more than mostRankSteps).
+RankAxis rankAxis(std::int64_t worstRank, std::int64_t most = mostRankSteps);
 
-    bool operator==(const DayTick &) const = default;
+/// The calendar day of a UTC day; invalid for a date of no calendar.
+QDate calendarDay(Date day);
+
+/// True for a range so long that a day and a month may name two of its days.
+bool needsYears(const std::vector<RankingTimeline::Day> &days);
+
+enum class DayFormat {
+    /// "Nov 21"
+    Day,
+    /// "Nov 21, 2026"
+    DayAndYear,
+    /// "2026"
+    Year,
 };
 
-/// Evenly spaced days with a label, the first day first, at most `most` of them (but one at least).
-/// Labelled as dayLabel() says.
-std::vector<DayTick> dayTicks(const std::vector<RankingTimeline::Day> &days, size_t most,
-                              const QLocale &locale = wordLocale());
+/// A UTC day in the language of the locale.
+QString dayText(Date day, DayFormat format, const QLocale &locale = wordLocale());
 
-/// A UTC day as "MMM d" in the language of the locale; with the year when `days` span more than
-/// one.
+/// A UTC day as one of `days`: with its year where needsYears() says so.
 QString dayLabel(Date day, const std::vector<RankingTimeline::Day> &days,
                  const QLocale &locale = wordLocale());
 

@@ -17,6 +17,9 @@ constexpr double topMargin = 0.05;
 constexpr double bottomMargin = 0.10;
 /// Where in the lower margin the marks of unranked checks lie.
 constexpr double markInMargin = 0.55;
+/// How far beside a check a pointer still means it, and up to where it is right over it, in pixels.
+constexpr qreal pointerReach = 4;
+constexpr qreal pointerWidth = 0.5;
 
 struct RankPlotTexts {
     Q_DECLARE_TR_FUNCTIONS(RankPlot)
@@ -64,12 +67,44 @@ QPointF RankPlot::unrankedMark(size_t day) const
     return {x(day), y(double(bottom) + double(bottom - 1) * bottomMargin * markInMargin)};
 }
 
+QPointF RankPlot::markOf(const RankChartData &data, size_t day) const
+{
+    const RankPoint *point = data.pointOf(day);
+    return point ? at(day, point->rank) : unrankedMark(day);
+}
+
+qreal RankPlot::column() const
+{
+    return area.width() / std::max(double(dayCount), 1.0);
+}
+
 std::optional<size_t> RankPlot::dayAt(qreal position) const
 {
     if (dayCount == 0 || area.width() <= 0)
         return std::nullopt;
     const double column = (position - area.left()) / area.width() * double(dayCount);
     return size_t(std::clamp(std::floor(column), 0.0, double(dayCount - 1)));
+}
+
+std::optional<size_t> dayNear(const RankPlot &plot, const RankChartData &data, QPointF pointer)
+{
+    std::optional<size_t> nearest = plot.dayAt(pointer.x());
+    if (!nearest)
+        return nearest;
+    std::optional<std::pair<qreal, qreal>> least;
+    const size_t last = *plot.dayAt(pointer.x() + pointerReach);
+    for (size_t day = *plot.dayAt(pointer.x() - pointerReach); day <= last; ++day) {
+        const qreal beside = std::abs(plot.x(day) - pointer.x());
+        if (beside > pointerReach || !hasCheck(data, day))
+            continue;
+        const QPointF mark = plot.markOf(data, day);
+        const std::pair distance(std::max(beside, pointerWidth), std::abs(mark.y() - pointer.y()));
+        if (least && distance >= *least)
+            continue;
+        least = distance;
+        nearest = day;
+    }
+    return nearest;
 }
 
 std::optional<size_t> stepDay(const RankChartData &data, std::optional<size_t> current,

@@ -12,7 +12,7 @@ namespace veltrix
 {
 
 /// The mapping between the chart's plot area and its days and ranks. Days run from left to right in
-/// every language, as on the axis; ranks from 1 at the top downwards. Both have a margin, so that
+/// every language; ranks from 1 at the top downwards. Both have a margin, so that
 /// points at the edges stay whole.
 struct RankPlot {
     QRectF area;
@@ -31,11 +31,20 @@ struct RankPlot {
     [[nodiscard]] QPointF at(size_t day, std::int64_t rank) const;
     /// The middle of the mark of an unranked check: near the lower edge, below every rank.
     [[nodiscard]] QPointF unrankedMark(size_t day) const;
+    /// The middle of the mark of a checked day.
+    [[nodiscard]] QPointF markOf(const RankChartData &data, size_t day) const;
+    /// Width of a day's column.
+    [[nodiscard]] qreal column() const;
 
     /// The day whose column holds the horizontal position `x`; the first or last day beside the
     /// plot, nothing when there are no days.
     [[nodiscard]] std::optional<size_t> dayAt(qreal x) const;
 };
+
+/// The day that a pointer means: that of the nearest check within a few pixels, so that none is too
+/// narrow to be pointed at; else the one whose column it is in. Of checks right under the pointer,
+/// the nearest in height. Nothing when there are no days.
+std::optional<size_t> dayNear(const RankPlot &plot, const RankChartData &data, QPointF pointer);
 
 /// Ways to move the inspected day by keyboard.
 enum class DayStep { Previous, Next, PreviousCheck, NextCheck, First, Last };
@@ -47,7 +56,7 @@ std::optional<size_t> stepDay(const RankChartData &data, std::optional<size_t> c
                               DayStep step);
 
 /// What is known about a day: "Nov 19: rank 12", "Nov 13: Not ranked", "No check saved on Nov 15";
-/// without a day "Hover to inspect a saved check". Dates are those of dayTicks().
+/// without a day "Hover to inspect a saved check". Dates are those of dayLabel().
 QString inspectionText(const RankChartData &data, std::optional<size_t> day,
                        const QLocale &locale = wordLocale());
 

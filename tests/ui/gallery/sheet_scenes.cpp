@@ -6,6 +6,7 @@
 #include "ui/dashboard/dashboard_page.h"
 #include "ui/history/range_control.h"
 #include "ui/history/rank_chart.h"
+#include "ui/history/rank_pictures.h"
 #include "ui/history/ranking_history_content.h"
 #include "ui/history/ranking_history_sheet.h"
 #include "ui/ranked_apps/ranking_apps_sheet.h"
@@ -117,6 +118,24 @@ std::vector<Scene> analysisScenes()
                   [](ResearchStage &made) { openAnalysis(made, "grain filter"); })};
 }
 
+/// All saved checks of a keyword that is tracked for so many days.
+std::function<void(ResearchStage &)> allOf(size_t days)
+{
+    return [days](ResearchStage &made) {
+        const Date now = made.world->clock->now();
+        const std::int64_t first = utcDay(now) - std::int64_t(days) + 1;
+        std::vector<RankingTimeline::Observation> checks;
+        for (const RankingTimeline::Day &day : generatedDays(days, 3, 40, first)) {
+            if (day.observation)
+                checks.push_back(*day.observation);
+        }
+        openHistory(made, "collage maker");
+        made.find<RankingHistoryContent>()->setState(
+            {RankingTimeline(std::move(checks), now), std::nullopt, false, now});
+        made.find<QAbstractButton>("historyRange3")->click();
+    };
+}
+
 std::vector<Scene> historyScenes()
 {
     const auto ranged = [](HistoryRange range) {
@@ -140,6 +159,9 @@ std::vector<Scene> historyScenes()
                   }),
             scene("history-30", nullptr, ranged(HistoryRange::Days30)),
             scene("history-all", nullptr, ranged(HistoryRange::All)),
+            scene("history-57", nullptr, allOf(57)),
+            scene("history-year", nullptr, allOf(365)),
+            scene("history-years", nullptr, allOf(3650)),
             scene("history-unranked", nullptr,
                   [](ResearchStage &made) {
                       const TrackedKeyword keyword = made.world->store->addTrackedKeyword(

@@ -5,10 +5,6 @@
 #include "ui/support/ui_test.h"
 
 #include <QAccessible>
-#include <QtCharts/QCategoryAxis>
-#include <QtCharts/QChartView>
-#include <QtCharts/QLineSeries>
-#include <QtCharts/QScatterSeries>
 
 namespace veltrix
 {
@@ -32,21 +28,6 @@ protected:
     {
         chart->setData(rankChartData(daysOf(picture)));
         settle();
-    }
-    QChart *drawn() { return frame.findChild<QChartView *>()->chart(); }
-    std::vector<QLineSeries *> runs()
-    {
-        std::vector<QLineSeries *> lines;
-        for (QAbstractSeries *series : drawn()->series()) {
-            // A scatter series is none, though both hold points.
-            if (series->type() == QAbstractSeries::SeriesTypeLine)
-                lines.push_back(static_cast<QLineSeries *>(series));
-        }
-        return lines;
-    }
-    QCategoryAxis *axis(Qt::Orientation orientation)
-    {
-        return static_cast<QCategoryAxis *>(drawn()->axes(orientation).constFirst());
     }
     QColor pixelAt(QPointF position)
     {
@@ -83,39 +64,52 @@ protected:
 TEST_F(RankChartTest, EachSegmentIsALineOfItsOwn)
 {
     show("31 29 . 24 26 x 22 18");
-    const auto lines = runs();
-    ASSERT_EQ(lines.size(), 2u);
-    EXPECT_EQ(lines[0]->name(), text("Ranked run"));
-    EXPECT_EQ(lines[0]->points(), (QList<QPointF>{{0, 31}, {1, 29}, {3, 24}, {4, 26}}));
-    EXPECT_EQ(lines[1]->points(), (QList<QPointF>{{6, 22}, {7, 18}}));
+    const auto isJoined = [&](size_t from, size_t to) {
+        const RankPlot &plot = chart->plot();
+        const QPointF middle =
+            (plot.markOf(chart->data(), from) + plot.markOf(chart->data(), to)) / 2;
+        return hasColorNear(middle, tokens[Token::Accent]);
+    };
+    EXPECT_TRUE(isJoined(0, 1));
+    EXPECT_TRUE(isJoined(1, 3)) << "a missing day breaks nothing";
+    EXPECT_FALSE(isJoined(4, 6)) << "an unranked check breaks the line";
+    EXPECT_TRUE(isJoined(6, 7));
 }
 
-TEST_F(RankChartTest, TheRankAxisIsReversed)
+TEST_F(RankChartTest, RankOneIsAtTheTop)
 {
     show("31 9");
-    EXPECT_TRUE(axis(Qt::Vertical)->isReverse());
-    EXPECT_EQ(axis(Qt::Vertical)->categoriesLabels(),
-              (QStringList{text("1"), text("10"), text("20"), text("30")}));
     EXPECT_LT(chart->plot().y(9), chart->plot().y(31));
+    EXPECT_TRUE(
+        hasColorNear({chart->plot().x(0) + 40, chart->plot().y(1)}, tokens[Token::Hairline]));
 }
 
-TEST_F(RankChartTest, DaysAreLabelled)
+TEST_F(RankChartTest, LooksTheSameInLanguagesFromRightToLeft)
 {
-    show("31 9 8 . . 5");
-    EXPECT_EQ(axis(Qt::Horizontal)->categoriesLabels().constFirst(), text("Nov 8"));
+    show("31 9 8 . x 5");
+    const QImage leftToRight = frame.grab().toImage();
+    frame.setLayoutDirection(Qt::RightToLeft);
+    settle();
+    EXPECT_EQ(frame.grab().toImage(), leftToRight);
 }
 
-TEST_F(RankChartTest, PointsLieWhereThePlotSaysTheyDo)
+TEST_F(RankChartTest, ALargerFontGetsMoreRoomAtOnce)
 {
-    show("31 29 . 24 x 22 18 1");
-    QAbstractSeries *line = runs().front();
-    const RankPlot plot = chart->plot();
-    for (const RankPoint &point : chart->data().points) {
-        const QPointF drawnAt =
-            drawn()->mapToPosition({double(point.day), double(point.rank)}, line);
-        EXPECT_NEAR(drawnAt.x(), plot.at(point.day, point.rank).x(), 0.6);
-        EXPECT_NEAR(drawnAt.y(), plot.at(point.day, point.rank).y(), 0.6);
-    }
+    show("31 9");
+    const qreal before = chart->plot().area.bottom();
+    QFont large = chart->font();
+    large.setPixelSize(26);
+    chart->setFont(large);
+    EXPECT_LT(chart->plot().area.bottom(), before - 10);
+}
+
+TEST_F(RankChartTest, FollowsItsSize)
+{
+    show("31 9");
+    const qreal before = chart->plot().x(1);
+    chart->resize(350, 320);
+    EXPECT_LT(chart->plot().x(1), before - 150);
+    EXPECT_TRUE(hasColorNear(chart->plot().at(1, 9), tokens[Token::Accent]));
 }
 
 TEST_F(RankChartTest, PointsAreHollow)
@@ -253,23 +247,35 @@ TEST_F(RankChartTest, AccessiblePointsFollowTheData)
     EXPECT_EQ(whole->child(0), nullptr);
 }
 
-TEST_F(RankChartTest, TwoYearsOfChecksAreDrawn)
+TEST_F(RankChartTest, TenYearsOfChecksAreDrawnWithTheirGaps)
 {
-    QByteArray picture;
-    for (int day = 0; day < 731; ++day)
-        picture += day % 50 == 7 ? "x " : QByteArray::number(1 + day % 100) + ' ';
-    show(picture.constData());
-    EXPECT_EQ(runs().size(), 15u + 1u);
-    EXPECT_TRUE(axis(Qt::Horizontal)->categoriesLabels().constFirst().endsWith(text("2026")));
+    std::vector<RankingTimeline::Day> days = generatedDays(3650, 5, 1'000'000);
+    for (size_t day = 0; day < days.size(); ++day)
+        days[day].observation->position = 37;
+    days[1825].observation->position.reset();
+    chart->setData(rankChartData(std::move(days)));
+    const RankPlot &plot = chart->plot();
+    EXPECT_TRUE(hasColorNear(plot.unrankedMark(1825), tokens[Token::Red]));
+    EXPECT_EQ(pixelAt(plot.at(1825, 37)), tokens[Token::Window]);
+    EXPECT_TRUE(hasColorNear(plot.at(1825, 37) - QPointF(8, 0), tokens[Token::Accent]));
+    EXPECT_TRUE(hasColorNear(plot.at(1825, 37) + QPointF(8, 0), tokens[Token::Accent]));
     key(Qt::Key_End);
-    EXPECT_EQ(chart->selectedDay(), std::optional<size_t>(730));
-    EXPECT_FALSE(frame.grab().isNull());
+    EXPECT_EQ(chart->selectedDay(), std::optional<size_t>(3649));
+}
+
+TEST_F(RankChartTest, ThePointerFindsAnUnrankedCheckOfTenYears)
+{
+    std::vector<RankingTimeline::Day> days = generatedDays(3650, 5, 1'000'000);
+    days[1825].observation->position.reset();
+    chart->setData(rankChartData(std::move(days)));
+    settle();
+    QTest::mouseMove(chart, chart->plot().unrankedMark(1825).toPoint());
+    EXPECT_EQ(chart->selectedDay(), std::optional<size_t>(1825));
 }
 
 TEST_F(RankChartTest, OnePointAndARankOfOneAreDrawn)
 {
     show("1");
-    ASSERT_EQ(runs().size(), 1u);
     EXPECT_TRUE(hasColorNear(chart->plot().at(0, 1), tokens[Token::Accent]));
 }
 

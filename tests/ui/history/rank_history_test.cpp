@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The chart's data, drawn as text: one token a day.
+#include "ui/history/day_labels.h"
 #include "ui/history/history_export.h"
 #include "ui/history/rank_history.h"
 #include "ui/history/rank_plot.h"
@@ -21,23 +22,13 @@ QString chartOf(const char *picture)
     return drawn(rankChartData(daysOf(picture)));
 }
 
-QString ticksOf(std::int64_t worstRank)
+QString ticksOf(std::int64_t worstRank, std::int64_t most = 5)
 {
-    const RankAxis axis = rankAxis(worstRank);
+    const RankAxis axis = rankAxis(worstRank, most);
     QStringList texts;
     for (const std::int64_t tick : axis.ticks)
         texts.append(QString::number(tick));
     return texts.join(u' ') + QStringLiteral(" to ") + QString::number(axis.bottom);
-}
-
-QString labelsOf(size_t days, size_t most)
-{
-    const std::vector<RankingTimeline::Day> range =
-        daysOf(QStringLiteral(". ").repeated(qsizetype(days)).toUtf8().constData());
-    QStringList texts;
-    for (const DayTick &tick : dayTicks(range, most, QLocale(QLocale::English)))
-        texts.append(tick.label);
-    return texts.join(QStringLiteral(" | "));
 }
 
 QString described(const std::vector<RankingTimeline::Day> &days)
@@ -145,33 +136,22 @@ RC_GTEST_PROP(RankAxis, HoldsEveryRankWithFewAscendingTicks, ())
     RC_ASSERT(axis.ticks.back() <= axis.bottom);
 }
 
-TEST(DayTicks, AreEvenlySpacedFromTheFirstDay)
+TEST(RankAxis, OfALowChartHasFewerRanks)
 {
-    EXPECT_EQ(labelsOf(14, 7), text("Nov 8 | Nov 10 | Nov 12 | Nov 14 | Nov 16 | Nov 18 | Nov 20"));
-    EXPECT_EQ(labelsOf(3, 7), text("Nov 8 | Nov 9 | Nov 10"));
-    EXPECT_EQ(labelsOf(30, 7), text("Nov 8 | Nov 13 | Nov 18 | Nov 23 | Nov 28 | Dec 3"));
+    EXPECT_EQ(ticksOf(31, 2), text("1 20 to 31"));
+    EXPECT_EQ(ticksOf(31, 0), text("1 20 to 31"));
+    EXPECT_EQ(ticksOf(5, 1), text("1 5 to 5"));
 }
 
-TEST(DayTicks, OfMoreThanAYearCarryTheYear)
+TEST(DayLabel, NamesTheYearWhereADayAndAMonthNameTwoDays)
 {
-    EXPECT_EQ(labelsOf(731, 5),
-              text("Nov 8, 2026 | May 9, 2027 | Nov 7, 2027 | May 7, 2028 | Nov 5, 2028"));
-}
-
-TEST(DayTicks, ThereIsOneEvenWithoutRoom)
-{
-    EXPECT_EQ(labelsOf(90, 0), text("Nov 8"));
-    EXPECT_EQ(labelsOf(0, 7), QString());
-}
-
-RC_GTEST_PROP(DayTicks, NeverExceedTheirNumber, ())
-{
-    const auto days = *rc::gen::inRange<size_t>(1, 3653);
-    const auto most = *rc::gen::inRange<size_t>(1, 20);
-    const std::vector<RankingTimeline::Day> range(days);
-    const auto ticks = dayTicks(range, most, QLocale::c());
-    RC_ASSERT(ticks.size() >= 1u && ticks.size() <= most);
-    RC_ASSERT(ticks.front().day == 0u);
+    const QLocale english(QLocale::English);
+    const auto lastOf = [&](size_t count) {
+        const auto days = generatedDays(count, 1, 2);
+        return dayLabel(days.back().date, days, english);
+    };
+    EXPECT_EQ(lastOf(366), text("Nov 8"));
+    EXPECT_EQ(lastOf(367), text("Nov 9, 2027"));
 }
 
 TEST(HistoryDays, Of14DaysAreThoseOfTheTimeline)
@@ -287,7 +267,9 @@ TEST(RankHistoryExtremes, DatesOfNoCalendarLeaveAHistoryThatCanBeShown)
             const RankChartData data = rankChartData(days);
             EXPECT_EQ(data.points.size(), 1U);
             EXPECT_EQ(historyTable(QStringLiteral("k"), QStringLiteral("US"), data).size(), 2);
-            EXPECT_LE(dayTicks(days, 10).size(), 10U);
+            const RankPlot plot{QRectF(40, 0, 600, 200), days.size(), 9};
+            const QFontMetricsF metrics{QFont()};
+            EXPECT_LE(dayLabels(days, plot, {0, 640, 16}, metrics).size(), 40U);
             const RankingTimeline empty({}, start);
             EXPECT_LE(std::int64_t(historyDays(empty, range, now).size()), dayCount(range));
         }

@@ -6,6 +6,7 @@
 #include "ui/history/rank_history.h"
 
 #include <algorithm>
+#include <random>
 
 namespace veltrix
 {
@@ -31,6 +32,28 @@ inline std::vector<RankingTimeline::Day> daysOf(const char *picture)
             if (token != u"x")
                 check.position = token.toLongLong();
             entry.observation = check;
+        }
+        days.push_back(entry);
+    }
+    return days;
+}
+
+/// So many days in a row, of which each may have a check, ranked or not: at most one in `sparsity`
+/// days misses each. The same seed gives the same days.
+inline std::vector<RankingTimeline::Day>
+generatedDays(size_t count, unsigned seed, unsigned sparsity, std::int64_t first = firstPictureDay)
+{
+    std::mt19937 random(seed);
+    std::vector<RankingTimeline::Day> days;
+    std::int64_t rank = 1 + random() % 200;
+    for (size_t i = 0; i < count; ++i) {
+        const std::int64_t day = first + std::int64_t(i);
+        RankingTimeline::Day entry{startOfUtcDay(day), std::nullopt, std::nullopt};
+        rank = std::clamp<std::int64_t>(rank + random() % 21 - 10, 1, 250);
+        if (random() % sparsity != 0) {
+            const bool isRanked = random() % sparsity != 0;
+            entry.observation = {QUuid::createUuid(), noonOf(day),
+                                 isRanked ? std::optional(rank) : std::nullopt};
         }
         days.push_back(entry);
     }

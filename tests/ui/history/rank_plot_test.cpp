@@ -3,6 +3,8 @@
 
 #include "ui/history/rank_pictures.h"
 
+#include <QLineF>
+
 #include <rapidcheck/gtest.h>
 
 namespace veltrix
@@ -76,6 +78,60 @@ RC_GTEST_PROP(RankPlot, EveryDayIsFoundAtItsOwnPlace, ())
     const auto day = *rc::gen::inRange<size_t>(0, days);
     const RankPlot plot = plotOf(days, 100);
     RC_ASSERT(plot.dayAt(plot.x(day)) == std::optional(day));
+}
+
+TEST(DayNear, IsTheDayUnderThePointerWhereDaysAreWide)
+{
+    const RankChartData data = rankChartData(daysOf("31 x . 9 8 7"));
+    const RankPlot plot = plotOf(6, 31);
+    EXPECT_EQ(dayNear(plot, data, {55, 100}), at(0));
+    EXPECT_EQ(dayNear(plot, data, {plot.x(1), 100}), at(1));
+    EXPECT_EQ(dayNear(plot, data, {plot.x(2), 100}), at(2)) << "a day without a check";
+    EXPECT_EQ(dayNear(plot, data, {9000, 100}), at(5));
+    EXPECT_EQ(dayNear(plotOf(0, 31), {}, {100, 100}), std::nullopt);
+}
+
+TEST(DayNear, IsTheNearestCheckWhereDaysAreTooNarrowToPointAt)
+{
+    std::vector<RankingTimeline::Day> days = generatedDays(3000, 1, 1'000'000);
+    for (size_t day = 0; day < days.size(); ++day) {
+        if (day % 50 != 0)
+            days[day].observation.reset();
+    }
+    const RankChartData data = rankChartData(std::move(days));
+    const RankPlot plot = plotOf(3000, 100);
+    EXPECT_EQ(dayNear(plot, data, {plot.x(500) - 3, 100}), at(500));
+    EXPECT_EQ(dayNear(plot, data, {plot.x(500) + 3.9, 100}), at(500));
+    EXPECT_EQ(dayNear(plot, data, {plot.x(525), 100}), at(525)) << "none is near";
+}
+
+TEST(DayNear, TakesTheNearestInHeightOfChecksRightUnderThePointer)
+{
+    std::vector<RankingTimeline::Day> days = generatedDays(3000, 1, 1'000'000);
+    for (size_t day = 0; day < days.size(); ++day)
+        days[day].observation->position = day == 1502 ? 5 : 90;
+    const RankChartData data = rankChartData(std::move(days));
+    const RankPlot plot = plotOf(3000, 100);
+    const qreal x = plot.x(1501);
+    EXPECT_EQ(dayNear(plot, data, {x, plot.y(8)}), at(1502));
+    EXPECT_NE(dayNear(plot, data, {x, plot.y(80)}), at(1502));
+}
+
+RC_GTEST_PROP(DayNear, FindsEveryCheckAtItsMarkOrOneThatLooksTheSame, ())
+{
+    const auto count = *rc::gen::inRange<size_t>(1, 3653);
+    const RankChartData data = rankChartData(
+        generatedDays(count, *rc::gen::arbitrary<unsigned>(), *rc::gen::element(2U, 20U)));
+    const RankPlot plot = plotOf(count, 250);
+    for (int i = 0; i < 20; ++i) {
+        const auto day = *rc::gen::inRange<size_t>(0, count);
+        if (!data.days[day].observation)
+            continue;
+        const QPointF mark = plot.markOf(data, day);
+        const auto found = dayNear(plot, data, mark);
+        RC_ASSERT(found && data.days[*found].observation);
+        RC_ASSERT(QLineF(plot.markOf(data, *found), mark).length() <= 0.501);
+    }
 }
 
 TEST(DayStep, ArrowsStartAtTheEndThatTheyPointFrom)

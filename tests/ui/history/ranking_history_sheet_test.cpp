@@ -9,9 +9,11 @@
 #include "ui/history/ranking_history_content.h"
 #include "ui/support/research_test.h"
 #include "ui_kit/text/csv.h"
+#include "ui_kit/theme/typography.h"
 #include "ui_kit/widgets/badge.h"
 
 #include <QClipboard>
+#include <QPainter>
 
 namespace veltrix
 {
@@ -206,6 +208,43 @@ TEST_F(RankingHistorySheetTest, TheChartIsCopiedAsAPicture)
             accented += copied.pixelColor(x, y) == accent ? 1 : 0;
     }
     EXPECT_GT(accented, 500);
+}
+
+TEST_F(RankingHistorySheetTest, TheLabelOfTheLastDayIsWholeInTheCopiedPicture)
+{
+    QWidget *sheet = openFor("collage maker");
+    std::vector<RankingTimeline::Observation> checks;
+    for (const RankingTimeline::Day &day : generatedDays(57, 3, 1'000'000))
+        checks.push_back(*day.observation);
+    sheet->findChild<RankingHistoryContent *>()->setState(
+        {RankingTimeline(checks, checks[0].date), std::nullopt, false, checks.back().date});
+    click("historyRange3");
+    settle();
+    click("historyCopyImage");
+    const QImage copied = QGuiApplication::clipboard()->image();
+
+    const QFont font = fontFor(TextStyle::Secondary, chart()->font());
+    const RankChartGeometry laidOut =
+        layoutRankChart(chart()->rect(), QFontMetricsF(font), chart()->data());
+    RankChartGeometry alone{laidOut.rect, laidOut.plot, {}, {}, {laidOut.days.back()}, {}};
+    ASSERT_EQ(alone.days[0].text, text("Jan 3"));
+    const Tokens tokens(ColorScheme::Light);
+    QImage label(chart()->size() * 2, copied.format());
+    label.setDevicePixelRatio(2);
+    label.fill(tokens[Token::Raised]);
+    QPainter painter(&label);
+    paintRankChart(painter, alone, font, tokens);
+    painter.end();
+
+    // Without the controls the chart is higher than on screen, and as wide.
+    const QRectF rect = alone.days[0].rect;
+    const QRect place = QRectF(rect.topLeft() * 2, rect.size() * 2).toAlignedRect();
+    const QImage whole = label.copy(place);
+    const int left = place.left() + 2 * spacing::xl;
+    bool isFound = false;
+    for (int top = 0; top < copied.height() && !isFound; ++top)
+        isFound = copied.copy(QRect(QPoint(left, top), place.size())) == whole;
+    EXPECT_TRUE(isFound);
 }
 
 TEST_F(RankingHistorySheetTest, DoneClosesIt)
