@@ -62,16 +62,16 @@ Scores scoreAll(const QString &keyword, const QList<ITunesAppResult> &results, D
     Scores scores;
     const ITunesAppResult &own = results.last();
     scores.difficulty = assessDifficulty(keyword, difficultySample(results), now);
-    scores.competition = assessCompetition(keyword, results, now);
-    scores.popularity = estimatePopularity(keyword, u"US", results, quorvinPopularityModelVersion);
-    scores.opportunity = assessOpportunity({.keyword = keyword,
-                                            .storefront = QStringLiteral("US"),
-                                            .popularity = scores.popularity.measurement,
-                                            .competition = scores.competition,
-                                            .results = results,
-                                            .trackId = *own.trackId,
-                                            .position = rankedPosition(results, *own.trackId),
-                                            .now = now});
+    const KeywordSurvey survey(keyword, results);
+    scores.competition = assessCompetition(survey, now);
+    scores.popularity = estimatePopularity(survey, u"US", quorvinPopularityModelVersion);
+    scores.opportunity =
+        assessOpportunity(survey, {.storefront = QStringLiteral("US"),
+                                   .popularity = scores.popularity.measurement,
+                                   .competition = scores.competition,
+                                   .trackId = *own.trackId,
+                                   .position = rankedPosition(results, *own.trackId),
+                                   .now = now});
     scores.phrases = keywordPhrases(own);
     return scores;
 }

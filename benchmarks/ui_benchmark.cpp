@@ -71,7 +71,7 @@ public:
         throw Error(QStringLiteral("none"));
     }
     [[nodiscard]] QString modelVersion() const override { return QStringLiteral("none"); }
-    Task<PopularityAssessment> assess(QString, QString, QList<ITunesAppResult>,
+    Task<PopularityAssessment> assess(std::shared_ptr<const KeywordSurvey>, QString,
                                       std::stop_token) override
     {
         throw Error(QStringLiteral("none"));

@@ -5,8 +5,6 @@
 #include "json/json_error.h"
 #include "json/json_reader.h"
 
-#include <algorithm>
-
 namespace veltrix
 {
 
@@ -51,17 +49,13 @@ Task<QList<ITunesAppResult>> fetchResults(ITunesClient::Arguments client, QStrin
     co_return results;
 }
 
-Task<std::optional<ITunesAppResult>> findApp(Task<QList<ITunesAppResult>> search,
-                                             std::int64_t trackId)
+Task<std::optional<ITunesAppResult>> appAmong(Task<QList<ITunesAppResult>> search,
+                                              std::int64_t trackId)
 {
     const QList<ITunesAppResult> results = co_await search;
-    const auto found =
-        std::find_if(results.begin(), results.end(), [trackId](const ITunesAppResult &result) {
-            return result.trackId == trackId;
-        });
-    if (found == results.end())
-        co_return std::nullopt;
-    co_return *found;
+    if (const ITunesAppResult *found = findApp(results, trackId))
+        co_return *found;
+    co_return std::nullopt;
 }
 
 } // namespace
@@ -93,8 +87,8 @@ Task<std::optional<ITunesAppResult>> ITunesClient::lookup(std::int64_t trackId, 
         {QStringLiteral("country"), country.toUpper()},
         {QStringLiteral("entity"), QStringLiteral("software")},
     };
-    return findApp(fetchResults(m_arguments, QStringLiteral("lookup"), query, std::move(stop)),
-                   trackId);
+    return appAmong(fetchResults(m_arguments, QStringLiteral("lookup"), query, std::move(stop)),
+                    trackId);
 }
 
 } // namespace veltrix

@@ -1,8 +1,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "model/itunes_app_result.h"
 
+#include <algorithm>
+
 namespace veltrix
 {
+
+const ITunesAppResult *findApp(std::span<const ITunesAppResult> results, std::int64_t trackId)
+{
+    const auto found =
+        std::find_if(results.begin(), results.end(),
+                     [trackId](const ITunesAppResult &app) { return app.trackId == trackId; });
+    return found == results.end() ? nullptr : &*found;
+}
 
 std::optional<Url> iconUrl(const ITunesAppResult &result)
 {

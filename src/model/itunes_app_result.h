@@ -7,6 +7,8 @@
 
 #include <QStringList>
 
+#include <span>
+
 namespace veltrix
 {
 
@@ -76,6 +78,9 @@ inline constexpr auto fieldsOf<ITunesSearchResponse> = std::tuple{
     field("resultCount", &ITunesSearchResponse::resultCount),
     field("results", &ITunesSearchResponse::results),
 };
+
+/// The first result with that App Store id; null when there is none.
+const ITunesAppResult *findApp(std::span<const ITunesAppResult> results, std::int64_t trackId);
 
 /// The icon of an app: the 100-pixel artwork, else the 512-pixel one, else the 60-pixel one; the
 /// first that is a non-empty URL.

@@ -44,14 +44,6 @@ double ratingMomentum(double ratings, double ageYears)
     return ratings / std::max(ageYears, youngestRatedAge);
 }
 
-const ITunesAppResult *findApp(std::span<const ITunesAppResult> results, std::int64_t trackId)
-{
-    const auto found =
-        std::find_if(results.begin(), results.end(),
-                     [trackId](const ITunesAppResult &app) { return app.trackId == trackId; });
-    return found == results.end() ? nullptr : &*found;
-}
-
 std::optional<std::int64_t> rankedPosition(std::span<const ITunesAppResult> results,
                                            std::int64_t trackId)
 {

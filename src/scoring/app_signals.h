@@ -25,9 +25,6 @@ std::optional<double> appAgeYears(const ITunesAppResult &app, Date now);
 /// days are not blown up into a yearly rate.
 double ratingMomentum(double ratings, double ageYears);
 
-/// The first result with that App Store id; none when there is no such result.
-const ITunesAppResult *findApp(std::span<const ITunesAppResult> results, std::int64_t trackId);
-
 /// 1-based position of the first result with that App Store id.
 std::optional<std::int64_t> rankedPosition(std::span<const ITunesAppResult> results,
                                            std::int64_t trackId);

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "scoring/autocomplete_popularity_provider.h"
 
-#include "scoring/text_tokens.h"
-
 #include <algorithm>
 
 namespace veltrix
@@ -20,35 +18,35 @@ QString AutocompletePopularityProvider::modelVersion() const
     return m_provider->modelVersion();
 }
 
-Task<PopularityAssessment> AutocompletePopularityProvider::assess(QString keyword, QString country,
-                                                                  QList<ITunesAppResult> results,
-                                                                  std::stop_token stop)
+Task<PopularityAssessment>
+AutocompletePopularityProvider::assess(std::shared_ptr<const KeywordSurvey> survey, QString country,
+                                       std::stop_token stop)
 {
-    return run(m_provider, m_suggestions, std::move(keyword), std::move(country),
-               std::move(results), std::move(stop));
+    return run(m_provider, m_suggestions, std::move(survey), std::move(country), std::move(stop));
 }
 
 Task<PopularityAssessment>
 AutocompletePopularityProvider::run(std::shared_ptr<PopularityProviding> provider,
                                     std::shared_ptr<AutocompleteObserving> suggestions,
-                                    QString keyword, QString country,
-                                    QList<ITunesAppResult> results, std::stop_token stop)
+                                    std::shared_ptr<const KeywordSurvey> survey, QString country,
+                                    std::stop_token stop)
 {
-    PopularityAssessment assessment = co_await provider->assess(keyword, country, results, stop);
+    PopularityAssessment assessment = co_await provider->assess(survey, country, stop);
     std::optional<AutocompleteEvidence> evidence =
-        co_await suggestions->observe(keyword, country, stop);
+        co_await suggestions->observe(survey->keyword(), country, stop);
     if (evidence) {
-        evidence->possibleBrand = isPossibleBrand(keyword, results);
+        evidence->possibleBrand = isPossibleBrand(*survey);
         assessment.evidence = std::move(evidence);
     }
     co_return assessment;
 }
 
-bool isPossibleBrand(const QString &keyword, const QList<ITunesAppResult> &results)
+bool isPossibleBrand(const KeywordSurvey &survey)
 {
-    const TextTokens wanted(keyword, TokenRule::Relevance);
+    const TextTokens &wanted = survey.relevance().tokens();
     if (wanted.isEmpty())
         return false;
+    const QList<ITunesAppResult> &results = survey.results();
     return std::any_of(results.begin(), results.end(), [&wanted](const ITunesAppResult &result) {
         const QList<QStringView> segments =
             textSegments(viewOf(result.trackName), 1, EmptyPieces::Drop);

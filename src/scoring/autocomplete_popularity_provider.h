@@ -5,8 +5,6 @@
 #include "effects/autocomplete_observing.h"
 #include "scoring/popularity_providing.h"
 
-#include <memory>
-
 namespace veltrix
 {
 
@@ -22,22 +20,21 @@ public:
     /// The wrapped provider's.
     [[nodiscard]] QString modelVersion() const override;
     /// Throws what the wrapped provider throws, and Cancelled.
-    Task<PopularityAssessment> assess(QString keyword, QString country,
-                                      QList<ITunesAppResult> results,
+    Task<PopularityAssessment> assess(std::shared_ptr<const KeywordSurvey> survey, QString country,
                                       std::stop_token stop) override;
 
 private:
     static Task<PopularityAssessment> run(std::shared_ptr<PopularityProviding> provider,
                                           std::shared_ptr<AutocompleteObserving> suggestions,
-                                          QString keyword, QString country,
-                                          QList<ITunesAppResult> results, std::stop_token stop);
+                                          std::shared_ptr<const KeywordSurvey> survey,
+                                          QString country, std::stop_token stop);
 
     std::shared_ptr<PopularityProviding> m_provider;
     std::shared_ptr<AutocompleteObserving> m_suggestions;
 };
 
 /// Whether a keyword looks like a brand: its tokens are those of the first segment of the name of
-/// one of the apps.
-bool isPossibleBrand(const QString &keyword, const QList<ITunesAppResult> &results);
+/// one of the apps found.
+bool isPossibleBrand(const KeywordSurvey &survey);
 
 } // namespace veltrix

@@ -3,8 +3,6 @@
 
 #include "scoring/app_signals.h"
 #include "scoring/rating_curves.h"
-#include "scoring/sample_statistics.h"
-#include "scoring/title_relevance.h"
 
 #include <algorithm>
 #include <cmath>
@@ -53,51 +51,36 @@ constexpr double backfillShare = 0.2;
 constexpr double backfillFloor = 0.6;
 constexpr double backfillGain = 2;
 
-using Values = QVarLengthArray<double, qsizetype(sampleLimit)>;
-
-/// What the sample shows, in result order where order counts.
+/// What the model alone asks of the sample, in result order where order counts.
 struct SampledField {
-    std::span<const ITunesAppResult> apps;
-    /// Number of apps; never 0.
-    double count = 0;
-    Values ratings;
-    Values ages;
-    Values momenta;
-    double relevanceSum = 0;
+    const KeywordSurvey &survey;
+    SampleValues ratings;
+    SampleValues ages;
+    SampleValues momenta;
     double starSum = 0;
     double starWeight = 0;
     double titleMatches = 0;
 
+    /// Number of apps; never 0.
+    [[nodiscard]] double count() const { return survey.count(); }
     /// Share of apps whose title targets the keyword, 0 to 1.
-    [[nodiscard]] double titleShare() const { return titleMatches / count; }
+    [[nodiscard]] double titleShare() const { return titleMatches / count(); }
     [[nodiscard]] double leaderRatings() const { return ratings.front(); }
 };
 
-double medianOf(Values values)
+SampledField fieldOf(const KeywordSurvey &survey, Date now)
 {
-    return median({values.data(), size_t(values.size())});
-}
-
-SampledField surveyField(const KeywordRelevance &keyword, std::span<const ITunesAppResult> apps,
-                         Date now)
-{
-    SampledField field;
-    field.apps = apps;
-    field.count = static_cast<double>(apps.size());
-    for (const ITunesAppResult &app : apps) {
-        const double ratings = ratingCount(app);
-        field.ratings.append(ratings);
-        const TitleRelevance title =
-            keyword.against(viewOf(app.trackName), viewOf(app.primaryGenreName));
-        field.relevanceSum += title.relevance;
-        field.titleMatches += title.targetsKeyword() ? 1 : 0;
-        if (const auto age = appAgeYears(app, now)) {
+    SampledField field{survey, {}, {}, {}};
+    for (const SurveyedApp &app : survey.apps()) {
+        field.ratings.append(app.ratings);
+        field.titleMatches += app.title.targetsKeyword() ? 1 : 0;
+        if (const auto age = appAgeYears(*app.record, now)) {
             field.ages.append(*age);
-            field.momenta.append(ratingMomentum(ratings, *age));
+            field.momenta.append(ratingMomentum(app.ratings, *age));
         }
-        if (const auto stars = starRating(app)) {
-            field.starSum += ratings * *stars;
-            field.starWeight += ratings;
+        if (const auto stars = starRating(*app.record)) {
+            field.starSum += app.ratings * *stars;
+            field.starWeight += app.ratings;
         }
     }
     return field;
@@ -113,16 +96,16 @@ double dominance(const SampledField &field)
             std::min(std::log10(std::max(field.ratings[i], 1.0)) / fullDominance, 1.0);
         sum += (i < leading ? leadingAppWeight : 1) * size;
     }
-    return sampleCoverage(field.count) * 100 * sum / (field.count + static_cast<double>(leading));
+    return field.survey.coverage() * 100 * sum / (field.count() + static_cast<double>(leading));
 }
 
 /// Publishers with a name, compared trimmed and ignoring case.
-double distinctPublishers(std::span<const ITunesAppResult> apps)
+double distinctPublishers(std::span<const SurveyedApp> apps)
 {
     std::array<std::optional<LowerCasedText>, sampleLimit> publishers;
     auto end = publishers.begin();
-    for (const ITunesAppResult &app : apps) {
-        const QStringView name = viewOf(app.sellerName).trimmed();
+    for (const SurveyedApp &app : apps) {
+        const QStringView name = viewOf(app.record->sellerName).trimmed();
         if (name.isEmpty())
             continue;
         const QStringView candidate = end->emplace(name).view();
@@ -138,20 +121,20 @@ double distinctPublishers(std::span<const ITunesAppResult> apps)
 /// The factors in the order of competitionFactors().
 std::array<double, 7> factorValues(const SampledField &field)
 {
-    const double relevance = relevanceFactor(field.relevanceSum, field.count);
-    const double coverage = sampleCoverage(field.count);
+    const double relevance = field.survey.relevanceFactor();
+    const double coverage = field.survey.coverage();
     const double meanStars = field.starWeight > 0 ? field.starSum / field.starWeight : 0;
     const bool agesKnown = !field.ages.isEmpty();
     const double ageSum = std::accumulate(field.ages.begin(), field.ages.end(), 0.0);
     const double agePoints =
         agesKnown ? ageCurve.at(ageSum / static_cast<double>(field.ages.size())) : midpoint;
     return {
-        ratingCountCurve.at(medianOf(field.ratings)),
-        agesKnown ? ratingMomentumCurve.at(medianOf(field.momenta)) : midpoint,
+        ratingCountCurve.at(median(field.ratings)),
+        agesKnown ? ratingMomentumCurve.at(median(field.momenta)) : midpoint,
         dominance(field),
         relevance * coverage * starCurve.at(meanStars),
         relevance * agePoints,
-        relevance * coverage * (distinctPublishers(field.apps) / field.count * 100),
+        relevance * coverage * (distinctPublishers(field.survey.apps()) / field.count() * 100),
         field.titleShare() * 100 * coverage,
     };
 }
@@ -171,32 +154,33 @@ std::int64_t rawScore(const std::array<double, 7> &factors)
 }
 
 /// Ratings of the first four apps, after the leader, of other sellers.
-Values ratingsOfOthers(const SampledField &field)
+SampleValues ratingsOfOthers(std::span<const SurveyedApp> apps)
 {
-    Values others;
-    const LowerCasedText leader(viewOf(field.apps.front().sellerName));
-    for (qsizetype i = 1; i < field.ratings.size() && others.size() < comparedOthers; ++i) {
-        const LowerCasedText seller(viewOf(field.apps[size_t(i)].sellerName));
-        if (seller.view() != leader.view())
-            others.append(field.ratings[i]);
+    SampleValues others;
+    const LowerCasedText leader(viewOf(apps.front().record->sellerName));
+    for (const SurveyedApp &app : apps.subspan(1)) {
+        const LowerCasedText seller(viewOf(app.record->sellerName));
+        if (others.size() < comparedOthers && seller.view() != leader.view())
+            others.append(app.ratings);
     }
     return others;
 }
 
 /// The keyword names the leader's publisher, and the leader or those behind it are strong.
-bool isStrongBrand(const KeywordRelevance &keyword, const SampledField &field)
+bool isStrongBrand(const KeywordSurvey &survey)
 {
-    const TextTokens publisher(viewOf(field.apps.front().sellerName), TokenRule::Relevance);
-    const TextTokens &tokens = keyword.tokens();
+    const SurveyedApp &leader = survey.apps().front();
+    const TextTokens publisher(viewOf(leader.record->sellerName), TokenRule::Relevance);
+    const TextTokens &tokens = survey.relevance().tokens();
     const bool named = !tokens.isEmpty() &&
                        std::all_of(tokens.begin(), tokens.end(),
                                    [&](QStringView token) { return publisher.contains(token); });
     if (!named)
         return false;
-    if (field.leaderRatings() >= strongLeaderRatings)
+    if (leader.ratings >= strongLeaderRatings)
         return true;
-    const Values others = ratingsOfOthers(field);
-    return !others.isEmpty() && medianOf(others) >= strongOthersRatings;
+    const SampleValues others = ratingsOfOthers(survey.apps());
+    return !others.isEmpty() && median(others) >= strongOthersRatings;
 }
 
 /// 1 for a weak leader, falling to 0 for a sound one.
@@ -246,25 +230,22 @@ const std::array<CompetitionFactor, 7> &competitionFactors()
     return factors;
 }
 
-CompetitionAssessment assessCompetition(QStringView keyword,
-                                        std::span<const ITunesAppResult> results, Date now)
+CompetitionAssessment assessCompetition(const KeywordSurvey &survey, Date now)
 {
-    const auto apps = sampleOf(results);
     CompetitionAssessment assessment;
-    if (apps.empty()) {
+    if (survey.apps().empty()) {
         assessment.adjustment = QStringLiteral("No app results.");
         return assessment;
     }
 
-    const KeywordRelevance relevance(keyword);
-    const SampledField field = surveyField(relevance, apps, now);
+    const SampledField field = fieldOf(survey, now);
     const auto factors = factorValues(field);
     const std::int64_t raw = rawScore(factors);
-    const auto count = std::int64_t(apps.size());
+    const auto count = std::int64_t(survey.apps().size());
     std::int64_t score = raw;
     if (count < cappedSample)
         score = std::min(score, count * pointsPerApp);
-    if (count != 1 && !keyword.isEmpty() && !isStrongBrand(relevance, field))
+    if (count != 1 && !survey.keyword().isEmpty() && !isStrongBrand(survey))
         score = correctedForLeader(score, field);
 
     assessment.adjustment =

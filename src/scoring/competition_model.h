@@ -4,12 +4,9 @@
 
 #include "model/assessments.h"
 #include "model/date.h"
-#include "model/itunes_app_result.h"
-
-#include <QStringView>
+#include "scoring/keyword_survey.h"
 
 #include <array>
-#include <span>
 
 namespace veltrix
 {
@@ -26,10 +23,10 @@ const std::array<CompetitionFactor, 7> &competitionFactors();
 
 /// Scores the competition for one keyword.
 ///
-/// In: the keyword, all results of the search in order (the first 25 are sampled), and the moment
-/// that counts as now. Out: the score, 1 to 100, or 0 for an empty sample; the seven factors, each
-/// 0 to 100; and the sentence that says whether the score was corrected. Part of the scoring model
-/// "quorvin-opportunity-v1". Higher means stronger competition, not a probability of ranking.
+/// In: the survey of its search, and the moment that counts as now. Out: the score, 1 to 100, or 0
+/// for an empty sample; the seven factors, each 0 to 100; and the sentence that says whether the
+/// score was corrected. Part of the scoring model "quorvin-opportunity-v1". Higher means stronger
+/// competition, not a probability of ranking.
 ///
 /// The weighted sum of the factors is truncated, capped at ten points an app for fewer than ten
 /// apps, and then, unless the leader's own publisher is what is searched for, drawn down when the
@@ -39,7 +36,6 @@ const std::array<CompetitionFactor, 7> &competitionFactors();
 /// release date and missing stars leave the app out of the means instead, because they say nothing
 /// about it; when no app has a usable date, momentum and age stand at their midpoint of 50. An app
 /// without a seller counts as no publisher.
-CompetitionAssessment assessCompetition(QStringView keyword,
-                                        std::span<const ITunesAppResult> results, Date now);
+CompetitionAssessment assessCompetition(const KeywordSurvey &survey, Date now);
 
 } // namespace veltrix

@@ -29,11 +29,11 @@ QList<Url> iconsOf(const QList<ITunesAppResult> &results)
 
 /// What the provider says, or the message that stands for its failure.
 Task<PopularityAssessment> popularityOf(std::shared_ptr<PopularityProviding> provider,
-                                        QString keyword, QString country,
-                                        QList<ITunesAppResult> results, std::stop_token stop)
+                                        std::shared_ptr<const KeywordSurvey> survey,
+                                        QString country, std::stop_token stop)
 {
     try {
-        co_return co_await provider->assess(keyword, country, results, stop);
+        co_return co_await provider->assess(survey, country, stop);
     } catch (const Cancelled &) {
         throw;
     } catch (const std::exception &) {
@@ -66,11 +66,12 @@ Task<KeywordSnapshot> measure(KeywordPipeline pipeline, TrackedKeyword keyword, 
         assessDifficulty(keyword.keyword, difficultySample(results), now);
     snapshot.difficultyScore = difficulty.score;
     snapshot.difficultyComponents = difficulty.components;
-    const CompetitionAssessment competition = assessCompetition(keyword.keyword, results, now);
+    const auto survey = std::make_shared<const KeywordSurvey>(keyword.keyword, results);
+    const CompetitionAssessment competition = assessCompetition(*survey, now);
     snapshot.competition = competition;
 
-    const PopularityAssessment popularity = co_await popularityOf(
-        pipeline.popularityProvider, keyword.keyword, keyword.country, results, stop);
+    const PopularityAssessment popularity =
+        co_await popularityOf(pipeline.popularityProvider, survey, keyword.country, stop);
     snapshot.popularityMeasurement = popularity.measurement;
     if (popularity.measurement) {
         snapshot.popularityRaw = popularity.measurement->weightedRatingSignal;
@@ -81,16 +82,14 @@ Task<KeywordSnapshot> measure(KeywordPipeline pipeline, TrackedKeyword keyword, 
     snapshot.autocompleteEvidence = popularity.evidence;
 
     const OpportunityQuery query{
-        .keyword = keyword.keyword,
         .storefront = keyword.country,
         .popularity = popularity.measurement,
         .competition = competition,
-        .results = results,
         .trackId = app.trackId,
         .position = snapshot.position,
         .now = now,
     };
-    snapshot.opportunity = assessOpportunity(query);
+    snapshot.opportunity = assessOpportunity(*survey, query);
     snapshot.scoringModelVersion = currentScoringModelVersion;
     co_return snapshot;
 }

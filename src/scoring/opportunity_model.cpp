@@ -4,7 +4,6 @@
 #include "scoring/app_signals.h"
 #include "scoring/rating_curves.h"
 #include "scoring/storefront_markets.h"
-#include "scoring/title_relevance.h"
 
 #include <algorithm>
 #include <array>
@@ -77,7 +76,8 @@ double roundedToEven(double value, double steps)
 }
 
 /// The rank that the app is modelled to reach.
-double modelledRank(const OpportunityQuery &query, const ITunesAppResult *app, double strength)
+double modelledRank(const KeywordSurvey &survey, const OpportunityQuery &query,
+                    const ITunesAppResult *app, double strength)
 {
     const double expected = expectedRank(static_cast<double>(query.competition.score) - strength);
     if (!query.position || *query.position <= 0)
@@ -86,8 +86,7 @@ double modelledRank(const OpportunityQuery &query, const ITunesAppResult *app, d
     // The title alone counts here, so the genre is not given: a keyword of trading intent then
     // needs its finance evidence in the title.
     const QStringView title = app != nullptr ? viewOf(app->trackName) : QStringView();
-    const bool targeted =
-        titleRelevance(QStringView(query.keyword).trimmed(), title, QStringView()).targetsKeyword();
+    const bool targeted = survey.relevance().against(title, {}).targetsKeyword();
     return expected > current || targeted ? current : expected;
 }
 
@@ -190,7 +189,8 @@ double tapThroughShare(double rank)
                     fraction * std::log(tapThroughShares[index]));
 }
 
-std::optional<OpportunityAssessment> assessOpportunity(const OpportunityQuery &query)
+std::optional<OpportunityAssessment> assessOpportunity(const KeywordSurvey &survey,
+                                                       const OpportunityQuery &query)
 {
     if (!query.popularity || !isSearchPopularity(*query.popularity) ||
         query.competition.sampleCount <= 0)
@@ -201,9 +201,9 @@ std::optional<OpportunityAssessment> assessOpportunity(const OpportunityQuery &q
 
     const std::int64_t popularity = query.popularity->score;
     const double demand = *market * dailySearchCurve.at(static_cast<double>(popularity));
-    const ITunesAppResult *app = findApp(query.results, query.trackId);
+    const ITunesAppResult *app = findApp(survey.results(), query.trackId);
     const double strength = appStrength(app, query.now);
-    const double share = tapThroughShare(modelledRank(query, app, strength));
+    const double share = tapThroughShare(modelledRank(survey, query, app, strength));
     const std::int64_t score = scoreOf(demand * share * installConversion);
     const Verdict verdict = verdictOn(installsAtTop(demand), score);
     const bool usedNewAppBaseline = app == nullptr;

@@ -3,25 +3,18 @@
 #pragma once
 
 #include "model/assessments.h"
-#include "model/date.h"
-#include "model/itunes_app_result.h"
 #include "model/popularity.h"
-
-#include <QList>
-#include <QString>
+#include "scoring/keyword_survey.h"
 
 namespace veltrix
 {
 
-/// What the model is asked about.
+/// What the model is asked about, beside a keyword and its search.
 struct OpportunityQuery {
-    QString keyword;
     /// Storefront code in any case.
     QString storefront;
     std::optional<PopularityMeasurement> popularity;
     CompetitionAssessment competition;
-    /// All results of the search, in order.
-    QList<ITunesAppResult> results;
     /// The App Store id of the user's app.
     std::int64_t trackId = 0;
     /// Its 1-based position in the results, when it is among them.
@@ -55,6 +48,7 @@ double tapThroughShare(double rank);
 /// 100, when no app was sampled, or when the storefront has no market factor: there is no demand or
 /// no field to model then, and a zero would look like a measured one. An app missing from the
 /// results counts as a new one.
-std::optional<OpportunityAssessment> assessOpportunity(const OpportunityQuery &query);
+std::optional<OpportunityAssessment> assessOpportunity(const KeywordSurvey &survey,
+                                                       const OpportunityQuery &query);
 
 } // namespace veltrix

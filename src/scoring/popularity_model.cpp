@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "scoring/popularity_model.h"
 
-#include "scoring/app_signals.h"
 #include "scoring/curve.h"
-#include "scoring/sample_statistics.h"
-#include "scoring/title_relevance.h"
+#include "scoring/text_tokens.h"
 
 #include <algorithm>
 #include <array>
@@ -54,36 +52,25 @@ constexpr CurvePoint medianSignalPoints[] = {
 constexpr Curve leadingSignalCurve{CurveMode::Logarithmic, leadingSignalPoints};
 constexpr Curve medianSignalCurve{CurveMode::Logarithmic, medianSignalPoints};
 
-using Values = QVarLengthArray<double, qsizetype(sampleLimit)>;
-
-struct Sample {
-    double count = 0;
-    double relevanceSum = 0;
-    /// Apps whose title holds the exact phrase, and apps with no relevance at all.
-    double exactPhrases = 0;
-    double irrelevant = 0;
-    /// Relevance times ratings, in result order.
-    Values signalValues;
-};
-
-Sample surveySample(QStringView keyword, std::span<const ITunesAppResult> apps)
+/// Relevance times ratings of each app, in result order.
+SampleValues ratingSignals(const KeywordSurvey &survey)
 {
-    const KeywordRelevance relevance(keyword);
-    Sample sample;
-    sample.count = static_cast<double>(apps.size());
-    for (const ITunesAppResult &app : apps) {
-        const TitleRelevance title =
-            relevance.against(viewOf(app.trackName), viewOf(app.primaryGenreName));
-        sample.relevanceSum += title.relevance;
-        sample.exactPhrases += title.exactPhrase ? 1 : 0;
-        sample.irrelevant += title.relevance == 0 ? 1 : 0;
-        sample.signalValues.append(title.relevance * ratingCount(app));
-    }
-    return sample;
+    SampleValues values;
+    for (const SurveyedApp &app : survey.apps())
+        values.append(app.title.relevance * app.ratings);
+    return values;
+}
+
+/// Share of the sampled apps of which `predicate` holds, 0 to 1.
+template <class Predicate>
+double shareOf(const KeywordSurvey &survey, Predicate predicate)
+{
+    const auto apps = survey.apps();
+    return static_cast<double>(std::count_if(apps.begin(), apps.end(), predicate)) / survey.count();
 }
 
 /// Mean signal of the leading half of the sample, of the first app in a small one.
-double leadingSignal(const Values &values)
+double leadingSignal(const SampleValues &values)
 {
     const qsizetype leading = values.size() >= smallestHalvedSample ? values.size() / 2 : 1;
     const double sum = std::accumulate(values.begin(), values.begin() + leading, 0.0);
@@ -97,23 +84,24 @@ double lengthAdjustment(QStringView keyword)
 }
 
 /// The linear model, before the score is rounded and limited.
-double rawPopularity(QStringView keyword, const Sample &sample, double leading)
+double rawPopularity(const KeywordSurvey &survey, const SampleValues &values, double leading)
 {
-    const double factor = relevanceFactor(sample.relevanceSum, sample.count);
-    const double coverage = sampleCoverage(sample.count);
-    Values sorted = sample.signalValues;
-    const double middle = median({sorted.data(), size_t(sorted.size())});
-    const double top = sorted.back();
-    const double exactShare = sample.exactPhrases / sample.count;
-    const double irrelevantShare = sample.irrelevant / sample.count;
+    const double factor = survey.relevanceFactor();
+    const double coverage = survey.coverage();
+    const double middle = median(values);
+    const double top = *std::max_element(values.begin(), values.end());
+    const double exactShare =
+        shareOf(survey, [](const SurveyedApp &app) { return app.title.exactPhrase; });
+    const double irrelevantShare =
+        shareOf(survey, [](const SurveyedApp &app) { return app.title.relevance == 0; });
     return intercept +
            relevanceCoefficient *
-               std::min(relevanceTermGain * sample.relevanceSum, relevanceTermLimit) * factor +
+               std::min(relevanceTermGain * survey.relevanceSum(), relevanceTermLimit) * factor +
            leadingSignalCoefficient * leadingSignalCurve.at(leading) * factor +
            exactPhraseCoefficient * std::min(exactShare * exactPhraseGain, exactPhraseLimit) *
                coverage +
            medianSignalCoefficient * medianSignalCurve.at(middle) * factor +
-           lengthCoefficient * lengthAdjustment(keyword) +
+           lengthCoefficient * lengthAdjustment(survey.keyword()) +
            irrelevantCoefficient * std::min(irrelevantShare * irrelevantGain, irrelevantLimit) *
                coverage +
            topSignalCoefficient * std::log10(top + 1) +
@@ -149,33 +137,30 @@ QString estimateMessage(QStringView country)
 
 } // namespace
 
-PopularityAssessment estimatePopularity(QStringView keyword, QStringView country,
-                                        std::span<const ITunesAppResult> results,
+PopularityAssessment estimatePopularity(const KeywordSurvey &survey, QStringView country,
                                         const QString &modelVersion)
 {
-    const auto apps = sampleOf(results);
     PopularityAssessment assessment;
-    if (apps.empty()) {
+    if (survey.apps().empty()) {
         assessment.message =
             QStringLiteral("No search results available for a popularity estimate.");
         return assessment;
     }
 
-    const Sample sample = surveySample(keyword, apps);
     PopularityMeasurement &measurement = assessment.measurement.emplace();
     measurement.source = popularity_source::quorvinCalibratedEstimate;
     measurement.modelVersion = modelVersion;
-    measurement.sampledApps = std::int64_t(apps.size());
-    if (sample.relevanceSum == 0) {
+    measurement.sampledApps = std::int64_t(survey.apps().size());
+    if (survey.relevanceSum() == 0) {
         measurement.score = std::int64_t(lowestScore);
         assessment.message = minimumMessage();
         return assessment;
     }
-    const double leading = leadingSignal(sample.signalValues);
-    measurement.score = scoreOf(rawPopularity(keyword, sample, leading));
+    const SampleValues values = ratingSignals(survey);
+    const double leading = leadingSignal(values);
+    measurement.score = scoreOf(rawPopularity(survey, values, leading));
     measurement.ratedRelevantApps =
-        std::count_if(sample.signalValues.begin(), sample.signalValues.end(),
-                      [](double value) { return value > 0; });
+        std::count_if(values.begin(), values.end(), [](double value) { return value > 0; });
     measurement.weightedRatingSignal = leading;
     assessment.message = estimateMessage(country);
     return assessment;

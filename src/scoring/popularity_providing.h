@@ -3,8 +3,10 @@
 #pragma once
 
 #include "effects/task.h"
-#include "model/itunes_app_result.h"
 #include "model/popularity.h"
+#include "scoring/keyword_survey.h"
+
+#include <memory>
 
 namespace veltrix
 {
@@ -21,11 +23,10 @@ public:
     /// Version of the model; a snapshot made under another version is stale.
     [[nodiscard]] virtual QString modelVersion() const = 0;
 
-    /// `results` are all search results of the run, in order. Throws when popularity cannot be had;
+    /// `survey` is of the keyword's search in the storefront. Throws when popularity cannot be had;
     /// the run then goes on without it.
-    virtual Task<PopularityAssessment> assess(QString keyword, QString country,
-                                              QList<ITunesAppResult> results,
-                                              std::stop_token stop) = 0;
+    virtual Task<PopularityAssessment> assess(std::shared_ptr<const KeywordSurvey> survey,
+                                              QString country, std::stop_token stop) = 0;
 };
 
 } // namespace veltrix

@@ -9,12 +9,12 @@ QuorvinPopularityProvider::QuorvinPopularityProvider(QString modelVersion)
 {
 }
 
-Task<PopularityAssessment> QuorvinPopularityProvider::assess(QString keyword, QString country,
-                                                             QList<ITunesAppResult> results,
-                                                             std::stop_token stop)
+Task<PopularityAssessment>
+QuorvinPopularityProvider::assess(std::shared_ptr<const KeywordSurvey> survey, QString country,
+                                  std::stop_token stop)
 {
     throwIfStopped(stop);
-    co_return estimatePopularity(keyword, country, results, m_modelVersion);
+    co_return estimatePopularity(*survey, country, m_modelVersion);
 }
 
 } // namespace veltrix

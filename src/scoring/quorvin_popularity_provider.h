@@ -16,8 +16,7 @@ public:
 
     [[nodiscard]] QString modelVersion() const override { return m_modelVersion; }
     /// Throws Cancelled when stopped before it begins, and nothing else.
-    Task<PopularityAssessment> assess(QString keyword, QString country,
-                                      QList<ITunesAppResult> results,
+    Task<PopularityAssessment> assess(std::shared_ptr<const KeywordSurvey> survey, QString country,
                                       std::stop_token stop) override;
 
 private:

@@ -114,9 +114,4 @@ TitleRelevance KeywordRelevance::against(QStringView title, QStringView genre) c
             .allTokens = true};
 }
 
-TitleRelevance titleRelevance(QStringView keyword, QStringView title, QStringView genre)
-{
-    return KeywordRelevance(keyword).against(title, genre);
-}
-
 } // namespace veltrix

@@ -50,7 +50,4 @@ private:
     bool m_tradingIntent;
 };
 
-/// The test for a single title.
-TitleRelevance titleRelevance(QStringView keyword, QStringView title, QStringView genre);
-
 } // namespace veltrix

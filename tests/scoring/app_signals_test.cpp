@@ -2,12 +2,10 @@
 #include "scoring/app_signals.h"
 
 #include "scoring/app_table.h"
-#include "scoring/sample_statistics.h"
 
 #include <gtest/gtest.h>
 
 #include <limits>
-#include <vector>
 
 namespace veltrix
 {
@@ -88,36 +86,6 @@ TEST(RankedPosition, IsThatOfTheFirstResultWithTheId)
     EXPECT_EQ(rankedPosition(results, 0), std::nullopt);
     EXPECT_EQ(findApp(results, 5)->trackName, QStringLiteral("Five"));
     EXPECT_EQ(findApp(results, 8), nullptr);
-}
-
-double medianOf(std::vector<double> values)
-{
-    return median(values);
-}
-
-TEST(Median, IsTheMiddleValueOrTheMeanOfTheTwoMiddleOnes)
-{
-    EXPECT_EQ(medianOf({}), 0);
-    EXPECT_EQ(medianOf({4}), 4);
-    EXPECT_EQ(medianOf({9, 1, 4}), 4);
-    EXPECT_EQ(medianOf({9, 1, 4, 6}), 5);
-}
-
-TEST(Sample, IsTheFirstTwentyFiveResults)
-{
-    const auto results = appTable(QStringLiteral("name | times\nA | 30"));
-    EXPECT_EQ(sampleOf(results).size(), 25U);
-    EXPECT_EQ(sampleOf(results).data(), results.constData());
-    EXPECT_EQ(sampleOf(std::span(results).first(3)).size(), 3U);
-}
-
-TEST(SharedTerms, AreLimited)
-{
-    EXPECT_EQ(relevanceFactor(0, 10), 0.3);
-    EXPECT_EQ(relevanceFactor(2, 10), 2.0 / 10 * 2.6);
-    EXPECT_EQ(relevanceFactor(10, 10), 1);
-    EXPECT_EQ(sampleCoverage(5), 0.5);
-    EXPECT_EQ(sampleCoverage(25), 1);
 }
 
 } // namespace

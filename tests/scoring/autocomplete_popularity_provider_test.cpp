@@ -19,7 +19,7 @@ class FixedProvider final : public PopularityProviding
 {
 public:
     [[nodiscard]] QString modelVersion() const override { return QStringLiteral("fixed-1"); }
-    Task<PopularityAssessment> assess(QString keyword, QString, QList<ITunesAppResult>,
+    Task<PopularityAssessment> assess(std::shared_ptr<const KeywordSurvey> survey, QString,
                                       std::stop_token) override
     {
         ++asked;
@@ -27,19 +27,20 @@ public:
             throw TransportError(QStringLiteral("no popularity"));
         PopularityAssessment assessment;
         assessment.measurement.emplace().score = 42;
-        assessment.message = keyword;
+        assessment.message = survey->keyword();
         co_return assessment;
     }
     int asked = 0;
     bool fails = false;
 };
 
-QList<ITunesAppResult> named(std::initializer_list<const char *> names)
+std::shared_ptr<const KeywordSurvey> surveyOf(const char *keyword,
+                                              std::initializer_list<const char *> names)
 {
     QList<ITunesAppResult> results;
     for (const char *name : names)
         results.emplaceBack().trackName = QString::fromUtf8(name);
-    return results;
+    return std::make_shared<KeywordSurvey>(QString::fromUtf8(keyword), results);
 }
 
 class AutocompletePopularityProviderTest : public testing::Test
@@ -53,8 +54,8 @@ protected:
     }
     Outcome<PopularityAssessment> assess(const char *keyword = "bear", std::stop_token stop = {})
     {
-        return Outcome(m_provider.assess(QString::fromUtf8(keyword), QStringLiteral("US"),
-                                         named({"Bear - Markdown Notes"}), std::move(stop)));
+        return Outcome(m_provider.assess(surveyOf(keyword, {"Bear - Markdown Notes"}),
+                                         QStringLiteral("US"), std::move(stop)));
     }
 
     std::shared_ptr<VirtualClock> m_clock = std::make_shared<VirtualClock>();
@@ -120,7 +121,7 @@ TEST_F(AutocompletePopularityProviderTest, MayGoWhileItAsks)
     auto provider = std::make_unique<AutocompletePopularityProvider>(
         m_inner, std::make_shared<AutocompleteClient>(
                      AutocompleteClient::Arguments{m_http.sender(), m_clock, QString()}));
-    const Outcome outcome(provider->assess(QStringLiteral("bear"), QStringLiteral("US"), {}, {}));
+    const Outcome outcome(provider->assess(surveyOf("bear", {}), QStringLiteral("US"), {}));
     provider.reset();
     m_clock->runUntilIdle();
     EXPECT_TRUE(outcome.value().evidence);
@@ -129,7 +130,7 @@ TEST_F(AutocompletePopularityProviderTest, MayGoWhileItAsks)
 TEST(PossibleBrand, IsAKeywordThatIsTheFirstSegmentOfAName)
 {
     const auto isBrand = [](const char *keyword, const char *name) {
-        return isPossibleBrand(QString::fromUtf8(keyword), named({"Other", name}));
+        return isPossibleBrand(*surveyOf(keyword, {"Other", name}));
     };
     EXPECT_TRUE(isBrand("photo editor", "Photo Editor: Collage & Filters"));
     EXPECT_TRUE(isBrand("bear", "Bear"));
@@ -141,7 +142,7 @@ TEST(PossibleBrand, IsAKeywordThatIsTheFirstSegmentOfAName)
     EXPECT_FALSE(isBrand("photo editor", "Photo: Editor"));
     EXPECT_FALSE(isBrand("", ""));
     EXPECT_FALSE(isBrand("!", "!"));
-    EXPECT_FALSE(isPossibleBrand(QStringLiteral("x"), {ITunesAppResult()}));
+    EXPECT_FALSE(isPossibleBrand({u"x", {ITunesAppResult()}}));
 }
 
 } // namespace

@@ -24,7 +24,7 @@ QString adjustedFrom(int raw)
 
 CompetitionAssessment assess(QStringView keyword, const QString &table)
 {
-    return assessCompetition(keyword, appTable(table), testNow());
+    return assessCompetition({keyword, appTable(table)}, testNow());
 }
 
 double factor(const CompetitionAssessment &assessment, const char *name)
@@ -42,7 +42,7 @@ double factorOf(const char *name, const QString &table)
 
 TEST(CompetitionModel, OfNoResultsSaysSo)
 {
-    EXPECT_EQ(assessCompetition(u"photo editor", {}, testNow()),
+    EXPECT_EQ(assessCompetition({u"photo editor", {}}, testNow()),
               (CompetitionAssessment{.score = 0,
                                      .sampleCount = 0,
                                      .factors = {},
@@ -357,7 +357,7 @@ TEST(CompetitionModel, PublishersAreComparedTrimmedAndIgnoringCase)
     EXPECT_EQ(factorOf("Publisher diversity", table), 20);
     auto apps = appTable(table);
     apps[0].sellerName = QStringLiteral(" Acme\u00A0");
-    EXPECT_EQ(factor(assessCompetition(u"photo editor", apps, testNow()), "Publisher diversity"),
+    EXPECT_EQ(factor(assessCompetition({u"photo editor", apps}, testNow()), "Publisher diversity"),
               20);
 }
 
@@ -385,10 +385,10 @@ TEST(CompetitionModel, SamplesTheFirstTwentyFiveResults)
 {
     auto apps = appTable(halfMatchingField.arg(500));
     apps += appTable(QStringLiteral("name | ratings | times\nNothing | 5 | 15"));
-    const auto before = assessCompetition(u"photo editor", apps, testNow());
+    const auto before = assessCompetition({u"photo editor", apps}, testNow());
     EXPECT_EQ(before.sampleCount, 25);
     apps += appTable(QStringLiteral("name | ratings | times\nPhoto Editor | 90000000 | 75"));
-    EXPECT_EQ(assessCompetition(u"photo editor", apps, testNow()), before);
+    EXPECT_EQ(assessCompetition({u"photo editor", apps}, testNow()), before);
 }
 
 } // namespace

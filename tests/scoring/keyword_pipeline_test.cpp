@@ -49,10 +49,12 @@ class ScriptedProvider final : public PopularityProviding
 public:
     [[nodiscard]] QString modelVersion() const override { return QStringLiteral("scripted-1"); }
 
-    Task<PopularityAssessment> assess(QString keyword, QString country,
-                                      QList<ITunesAppResult> results, std::stop_token stop) override
+    Task<PopularityAssessment> assess(std::shared_ptr<const KeywordSurvey> survey, QString country,
+                                      std::stop_token stop) override
     {
-        log.append(QStringLiteral("assess %1 %2 %3").arg(keyword, country).arg(results.size()));
+        log.append(QStringLiteral("assess %1 %2 %3")
+                       .arg(survey->keyword(), country)
+                       .arg(survey->results().size()));
         co_return co_await answer.wait(stop);
     }
 
@@ -66,9 +68,8 @@ class WrappingProvider final : public PopularityProviding
 public:
     [[nodiscard]] QString modelVersion() const override { return QStringLiteral("wrapping-1"); }
 
-    Task<PopularityAssessment> assess(QString /*keyword*/, QString /*country*/,
-                                      QList<ITunesAppResult> /*results*/,
-                                      std::stop_token stop) override
+    Task<PopularityAssessment> assess(std::shared_ptr<const KeywordSurvey> /*survey*/,
+                                      QString /*country*/, std::stop_token stop) override
     {
         try {
             co_await never.wait(stop);
@@ -146,17 +147,15 @@ TEST_F(PipelineTest, GivesACompleteSnapshot)
     const KeywordSnapshot snapshot = measure(results);
 
     const auto difficulty = assessDifficulty(u"Photo Editor", results, testNow());
-    const auto competition = assessCompetition(u"Photo Editor", results, testNow());
-    const auto popularity =
-        estimatePopularity(u"Photo Editor", u"US", results, quorvinPopularityModelVersion);
-    const auto opportunity = assessOpportunity({.keyword = QStringLiteral("Photo Editor"),
-                                                .storefront = QStringLiteral("US"),
-                                                .popularity = popularity.measurement,
-                                                .competition = competition,
-                                                .results = results,
-                                                .trackId = ownId,
-                                                .position = 3,
-                                                .now = testNow()});
+    const KeywordSurvey survey(u"Photo Editor", results);
+    const auto competition = assessCompetition(survey, testNow());
+    const auto popularity = estimatePopularity(survey, u"US", quorvinPopularityModelVersion);
+    const auto opportunity = assessOpportunity(survey, {.storefront = QStringLiteral("US"),
+                                                        .popularity = popularity.measurement,
+                                                        .competition = competition,
+                                                        .trackId = ownId,
+                                                        .position = 3,
+                                                        .now = testNow()});
     KeywordSnapshot expected;
     expected.id = snapshot.id;
     expected.trackedKeywordId = keyword.id;
@@ -243,8 +242,8 @@ TEST_F(PipelineTest, IsDatedRightAfterTheSearchHasAnswered)
     clock->advance(Seconds(40));
     client->answer.resolve(appTable(field));
     clock->advance(Seconds(500'000'000));
-    provider->answer.resolve(
-        estimatePopularity(u"Photo Editor", u"US", appTable(field), QStringLiteral("scripted-1")));
+    provider->answer.resolve(estimatePopularity({u"Photo Editor", appTable(field)}, u"US",
+                                                QStringLiteral("scripted-1")));
     const Date measured = testNow() + Seconds(40);
     const auto &snapshot = outcome.value();
     EXPECT_EQ(snapshot.fetchedAt, measured);
@@ -252,7 +251,7 @@ TEST_F(PipelineTest, IsDatedRightAfterTheSearchHasAnswered)
     const auto results = appTable(field);
     EXPECT_EQ(snapshot.difficultyComponents,
               assessDifficulty(u"Photo Editor", results, measured).components);
-    EXPECT_EQ(snapshot.competition, assessCompetition(u"Photo Editor", results, measured));
+    EXPECT_EQ(snapshot.competition, assessCompetition({u"Photo Editor", results}, measured));
     EXPECT_EQ(snapshot.opportunity->appStrength, appStrength(&results[2], measured));
     EXPECT_EQ(snapshot.popularityModelVersion, QStringLiteral("scripted-1"));
 }

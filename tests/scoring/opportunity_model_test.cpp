@@ -43,14 +43,12 @@ struct Question {
         CompetitionAssessment assessment;
         assessment.score = competition;
         assessment.sampleCount = sampleCount;
-        return assessOpportunity({.keyword = keyword,
-                                  .storefront = storefront,
-                                  .popularity = popularity,
-                                  .competition = assessment,
-                                  .results = results,
-                                  .trackId = ownId,
-                                  .position = position,
-                                  .now = testNow()});
+        return assessOpportunity({keyword, results}, {.storefront = storefront,
+                                                      .popularity = popularity,
+                                                      .competition = assessment,
+                                                      .trackId = ownId,
+                                                      .position = position,
+                                                      .now = testNow()});
     }
 
     [[nodiscard]] OpportunityAssessment answered() const

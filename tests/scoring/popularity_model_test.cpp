@@ -23,7 +23,7 @@ const QString minimum = QStringLiteral(
 
 PopularityAssessment assess(QStringView keyword, const QString &table, QStringView country = u"US")
 {
-    return estimatePopularity(keyword, country, appTable(table), quorvinPopularityModelVersion);
+    return estimatePopularity({keyword, appTable(table)}, country, quorvinPopularityModelVersion);
 }
 
 PopularityMeasurement measure(QStringView keyword, const QString &table)
@@ -33,7 +33,7 @@ PopularityMeasurement measure(QStringView keyword, const QString &table)
 
 TEST(PopularityModel, OfNoResultsHasNoMeasurement)
 {
-    const auto result = estimatePopularity(u"photo", u"US", {}, quorvinPopularityModelVersion);
+    const auto result = estimatePopularity({u"photo", {}}, u"US", quorvinPopularityModelVersion);
     EXPECT_EQ(result.measurement, std::nullopt);
     EXPECT_EQ(result.evidence, std::nullopt);
     EXPECT_EQ(result.message,
@@ -162,10 +162,10 @@ TEST(PopularityModel, NeverLeavesFiveToOneHundred)
 TEST(PopularityModel, SamplesTheFirstTwentyFiveResults)
 {
     auto apps = appTable(QStringLiteral("name | ratings | times\nPhoto | 500 | 25"));
-    const auto before = estimatePopularity(u"photo", u"US", apps, quorvinPopularityModelVersion);
+    const auto before = estimatePopularity({u"photo", apps}, u"US", quorvinPopularityModelVersion);
     EXPECT_EQ(before.measurement->sampledApps, 25);
     apps += appTable(QStringLiteral("name | ratings | times\nPhoto | 9000000 | 75"));
-    EXPECT_EQ(estimatePopularity(u"photo", u"US", apps, quorvinPopularityModelVersion), before);
+    EXPECT_EQ(estimatePopularity({u"photo", apps}, u"US", quorvinPopularityModelVersion), before);
 }
 
 TEST(PopularityModel, SaysWhenTheStorefrontIsOutsideTheCalibration)
@@ -178,14 +178,21 @@ TEST(PopularityModel, SaysWhenTheStorefrontIsOutsideTheCalibration)
                   QStringLiteral("; this storefront is outside the reported US calibration."));
 }
 
+Task<PopularityAssessment> assessBy(QuorvinPopularityProvider &provider,
+                                    const QList<ITunesAppResult> &apps, std::stop_token stop = {})
+{
+    return provider.assess(std::make_shared<KeywordSurvey>(u"photo", apps), QStringLiteral("GB"),
+                           std::move(stop));
+}
+
 TEST(QuorvinPopularityProvider, AnswersWithTheEstimateUnderItsVersion)
 {
     QuorvinPopularityProvider provider;
     EXPECT_EQ(provider.modelVersion(), QStringLiteral("quorvin-v2-relevance-3"));
     const auto apps = appTable(QStringLiteral("name | ratings\nPhoto | 500"));
-    const Outcome outcome(provider.assess(QStringLiteral("photo"), QStringLiteral("GB"), apps, {}));
+    const Outcome outcome(assessBy(provider, apps));
     EXPECT_EQ(outcome.value(),
-              estimatePopularity(u"photo", u"GB", apps, quorvinPopularityModelVersion));
+              estimatePopularity({u"photo", apps}, u"GB", quorvinPopularityModelVersion));
     EXPECT_EQ(outcome.value().measurement->modelVersion, QStringLiteral("quorvin-v2-relevance-3"));
 }
 
@@ -193,8 +200,7 @@ TEST(QuorvinPopularityProvider, MayCarryAnotherVersion)
 {
     QuorvinPopularityProvider provider(QStringLiteral("trial-1"));
     EXPECT_EQ(provider.modelVersion(), QStringLiteral("trial-1"));
-    const Outcome outcome(provider.assess(QStringLiteral("photo"), QStringLiteral("GB"),
-                                          appTable(QStringLiteral("name\nPhoto")), {}));
+    const Outcome outcome(assessBy(provider, appTable(QStringLiteral("name\nPhoto"))));
     EXPECT_EQ(outcome.value().measurement->modelVersion, QStringLiteral("trial-1"));
 }
 
@@ -203,8 +209,7 @@ TEST(QuorvinPopularityProvider, IsCancelledByAStop)
     std::stop_source stop;
     stop.request_stop();
     QuorvinPopularityProvider provider;
-    const Outcome outcome(
-        provider.assess(QStringLiteral("photo"), QStringLiteral("GB"), {}, stop.get_token()));
+    const Outcome outcome(assessBy(provider, {}, stop.get_token()));
     EXPECT_TRUE(outcome.isCancelled());
 }
 

@@ -155,17 +155,14 @@ PopularityMeasurement anyPopularity()
     return measurement;
 }
 
-/// A search and the question that its results put to the opportunity model.
-OpportunityQuery queryOf(const QString &keyword, const QString &storefront,
-                         const QList<ITunesAppResult> &results, Date now)
+/// The question that a search puts to the opportunity model.
+OpportunityQuery queryOf(const KeywordSurvey &survey, const QString &storefront, Date now)
 {
-    return {.keyword = keyword,
-            .storefront = storefront,
-            .popularity = estimatePopularity(keyword, storefront, results, {}).measurement,
-            .competition = assessCompetition(keyword, results, now),
-            .results = results,
+    return {.storefront = storefront,
+            .popularity = estimatePopularity(survey, storefront, {}).measurement,
+            .competition = assessCompetition(survey, now),
             .trackId = ownId,
-            .position = rankedPosition(results, ownId),
+            .position = rankedPosition(survey.results(), ownId),
             .now = now};
 }
 
@@ -195,7 +192,7 @@ RC_GTEST_PROP(ScoringProperties, TheDifficultyIsWithinItsRange, ())
 RC_GTEST_PROP(ScoringProperties, TheCompetitionIsWithinItsRange, ())
 {
     const auto results = anyResults();
-    const auto result = assessCompetition(*texts(), results, anyNow());
+    const auto result = assessCompetition({*texts(), results}, anyNow());
     RC_ASSERT(result.sampleCount == std::min<std::int64_t>(results.size(), 25));
     if (results.isEmpty()) {
         RC_ASSERT(result.score == 0);
@@ -213,7 +210,7 @@ RC_GTEST_PROP(ScoringProperties, TheCompetitionIsWithinItsRange, ())
 RC_GTEST_PROP(ScoringProperties, ThePopularityIsWithinItsRange, ())
 {
     const auto results = anyResults();
-    const auto result = estimatePopularity(*texts(), anyStorefront(), results, {});
+    const auto result = estimatePopularity({*texts(), results}, anyStorefront(), {});
     RC_ASSERT(result.measurement.has_value() == !results.isEmpty());
     RC_ASSERT(!result.message.isEmpty());
     if (!result.measurement)
@@ -227,8 +224,8 @@ RC_GTEST_PROP(ScoringProperties, ThePopularityIsWithinItsRange, ())
 
 RC_GTEST_PROP(ScoringProperties, TheOpportunityIsWithinItsRange, ())
 {
-    const auto results = anyResults();
-    auto query = queryOf(*texts(), QStringLiteral("US"), results, anyNow());
+    const KeywordSurvey survey(*texts(), anyResults());
+    auto query = queryOf(survey, QStringLiteral("US"), anyNow());
     query.popularity = *maybe(rc::gen::map(rc::gen::arbitrary<std::int64_t>(), [](auto score) {
         PopularityMeasurement measurement;
         measurement.score = score % 120;
@@ -236,7 +233,7 @@ RC_GTEST_PROP(ScoringProperties, TheOpportunityIsWithinItsRange, ())
         return measurement;
     }));
     query.position = *maybe(counts());
-    const auto result = assessOpportunity(query);
+    const auto result = assessOpportunity(survey, query);
     if (!result)
         return;
     RC_ASSERT(within<std::int64_t>(result->score, 0, 100));
@@ -247,7 +244,7 @@ RC_GTEST_PROP(ScoringProperties, TheOpportunityIsWithinItsRange, ())
 
 RC_GTEST_PROP(ScoringProperties, RelevanceIsWithinItsRangeAndFollowsItsFlags, ())
 {
-    const auto result = titleRelevance(*texts(), *texts(), *texts());
+    const auto result = KeywordRelevance(*texts()).against(*texts(), *texts());
     RC_ASSERT(within(result.relevance, 0.0, 1.0));
     RC_ASSERT(!(result.exactPhrase && result.allTokens));
     RC_ASSERT(result.exactPhrase == (result.relevance == 1 && !result.allTokens));
@@ -258,8 +255,8 @@ RC_GTEST_PROP(ScoringProperties, RelevanceIgnoresTheCaseOfBothTexts, ())
 {
     const QString keyword = *texts();
     const QString title = *texts();
-    RC_ASSERT(titleRelevance(keyword, title, {}) ==
-              titleRelevance(keyword.toLower(), title.toLower(), {}));
+    RC_ASSERT(KeywordRelevance(keyword).against(title, {}) ==
+              KeywordRelevance(keyword.toLower()).against(title.toLower(), {}));
 }
 
 RC_GTEST_PROP(ScoringProperties, ResultsBeyondTheTwentyFifthChangeNothing, ())
@@ -270,23 +267,24 @@ RC_GTEST_PROP(ScoringProperties, ResultsBeyondTheTwentyFifthChangeNothing, ())
     for (int i = 0; i < 25; ++i)
         sample.append(anyApp());
     const auto all = sample + anyResults(29);
-    RC_ASSERT(assessCompetition(keyword, all, now) == assessCompetition(keyword, sample, now));
-    RC_ASSERT(estimatePopularity(keyword, u"US", all, {}) ==
-              estimatePopularity(keyword, u"US", sample, {}));
+    const KeywordSurvey ofAll(keyword, all);
+    const KeywordSurvey ofSample(keyword, sample);
+    RC_ASSERT(assessCompetition(ofAll, now) == assessCompetition(ofSample, now));
+    RC_ASSERT(estimatePopularity(ofAll, u"US", {}) == estimatePopularity(ofSample, u"US", {}));
     RC_ASSERT(assessDifficulty(keyword, difficultySample(all), now) ==
               assessDifficulty(keyword, difficultySample(sample), now));
 }
 
 RC_GTEST_PROP(ScoringProperties, MoreCompetitionNeverRaisesTheOpportunity, ())
 {
-    const auto results = anyResults();
-    auto query = queryOf(*texts(), QStringLiteral("US"), results, testNow());
+    const KeywordSurvey survey(*texts(), anyResults());
+    auto query = queryOf(survey, QStringLiteral("US"), testNow());
     query.popularity = anyPopularity();
     query.competition.sampleCount = 25;
     std::int64_t before = 100;
     for (std::int64_t score = 0; score <= 100; ++score) {
         query.competition.score = score;
-        const auto result = assessOpportunity(query);
+        const auto result = assessOpportunity(survey, query);
         RC_ASSERT(result.has_value());
         RC_ASSERT(result->score <= before);
         before = result->score;
@@ -295,14 +293,14 @@ RC_GTEST_PROP(ScoringProperties, MoreCompetitionNeverRaisesTheOpportunity, ())
 
 RC_GTEST_PROP(ScoringProperties, MorePopularityNeverLowersTheOpportunity, ())
 {
-    const auto results = anyResults();
-    auto query = queryOf(*texts(), QStringLiteral("DE"), results, testNow());
+    const KeywordSurvey survey(*texts(), anyResults());
+    auto query = queryOf(survey, QStringLiteral("DE"), testNow());
     query.competition.sampleCount = 25;
     std::int64_t before = 0;
     for (std::int64_t score = 5; score <= 100; ++score) {
         query.popularity = anyPopularity();
         query.popularity->score = score;
-        const auto result = assessOpportunity(query);
+        const auto result = assessOpportunity(survey, query);
         RC_ASSERT(result.has_value());
         RC_ASSERT(result->score >= before);
         before = result->score;
@@ -327,12 +325,14 @@ RC_GTEST_PROP(ScoringProperties, TheModelsReadNothingButTheirArguments, ())
     const QString storefront = anyStorefront();
     const auto results = anyResults();
     const Date now = anyNow();
-    const auto query = queryOf(keyword, storefront, results, now);
-    const auto again = queryOf(keyword, storefront, results, now);
+    const KeywordSurvey survey(keyword, results);
+    const KeywordSurvey surveyedAgain(keyword, results);
+    const auto query = queryOf(survey, storefront, now);
+    const auto again = queryOf(surveyedAgain, storefront, now);
     RC_ASSERT(assessDifficulty(keyword, results, now) == assessDifficulty(keyword, results, now));
     RC_ASSERT(query.competition == again.competition);
     RC_ASSERT(query.popularity == again.popularity);
-    RC_ASSERT(assessOpportunity(query) == assessOpportunity(again));
+    RC_ASSERT(assessOpportunity(survey, query) == assessOpportunity(surveyedAgain, again));
 }
 
 RC_GTEST_PROP(ScoringProperties, TokensAreLowerCasedWordsOfTheText, ())

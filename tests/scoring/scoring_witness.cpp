@@ -187,20 +187,18 @@ void printSearch(Dice &dice, Date now)
         printApp(app);
 
     printDifficulty(assessDifficulty(keyword, difficultySample(results), now));
-    const auto competition = assessCompetition(keyword, results, now);
+    const KeywordSurvey survey(keyword, results);
+    const auto competition = assessCompetition(survey, now);
     printCompetition(competition);
-    const auto popularity =
-        estimatePopularity(keyword, storefront, results, quorvinPopularityModelVersion);
+    const auto popularity = estimatePopularity(survey, storefront, quorvinPopularityModelVersion);
     printPopularity(popularity);
-    const OpportunityQuery query{.keyword = keyword,
-                                 .storefront = storefront,
+    const OpportunityQuery query{.storefront = storefront,
                                  .popularity = popularity.measurement,
                                  .competition = competition,
-                                 .results = results,
                                  .trackId = ownId,
                                  .position = rankedPosition(results, ownId),
                                  .now = now};
-    printOpportunity(assessOpportunity(query));
+    printOpportunity(assessOpportunity(survey, query));
     if (!results.isEmpty())
         std::printf("phrases\t%s\n",
                     keywordPhrases(results.front()).join(u'/').toUtf8().constData());

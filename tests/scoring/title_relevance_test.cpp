@@ -32,7 +32,7 @@ TitleRelevance partly(double relevance)
 
 TitleRelevance test(QStringView keyword, QStringView title, QStringView genre = {})
 {
-    return titleRelevance(keyword, title, genre);
+    return KeywordRelevance(keyword).against(title, genre);
 }
 
 TEST(TitleRelevance, OfAnEmptyKeywordOrTitleIsNothing)

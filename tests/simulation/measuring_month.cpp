@@ -96,7 +96,7 @@ class PlainPopularity final : public PopularityProviding
 {
 public:
     [[nodiscard]] QString modelVersion() const override { return QStringLiteral("simulated-1"); }
-    Task<PopularityAssessment> assess(QString, QString, QList<ITunesAppResult>,
+    Task<PopularityAssessment> assess(std::shared_ptr<const KeywordSurvey>, QString,
                                       std::stop_token) override
     {
         co_return PopularityAssessment{

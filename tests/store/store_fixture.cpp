@@ -47,7 +47,7 @@ Task<std::optional<ITunesAppResult>> FakeITunesClient::lookup(std::int64_t track
     co_return answer;
 }
 
-Task<PopularityAssessment> FakePopularity::assess(QString, QString, QList<ITunesAppResult>,
+Task<PopularityAssessment> FakePopularity::assess(std::shared_ptr<const KeywordSurvey>, QString,
                                                   std::stop_token)
 {
     PopularityAssessment assessment;

@@ -66,8 +66,7 @@ class FakePopularity final : public PopularityProviding
 {
 public:
     [[nodiscard]] QString modelVersion() const override { return version; }
-    Task<PopularityAssessment> assess(QString keyword, QString country,
-                                      QList<ITunesAppResult> results,
+    Task<PopularityAssessment> assess(std::shared_ptr<const KeywordSurvey> survey, QString country,
                                       std::stop_token stop) override;
 
     QString version = QStringLiteral("popularity-7");
