@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/services.h"
 
-#include "app/ranked_apps_adapter.h"
 #include "clients/autocomplete_client.h"
 #include "clients/itunes_client.h"
+#include "clients/research_client.h"
 #include "clients/supabase_configuration.h"
 #include "clients/update/stored_update_settings.h"
 #include "effects/data_locations.h"
@@ -102,7 +102,7 @@ void Services::buildStore(const Bundle &bundle, const QString &stateFolder,
             .cachePath = rankedAppsCachePath(statePath),
         });
         keywordClient = research;
-        rankedApps = std::make_shared<RankedAppsAdapter>(research);
+        rankedApps = research;
     }
 
     const auto autocomplete = std::make_shared<AutocompleteClient>(AutocompleteClient::Arguments{

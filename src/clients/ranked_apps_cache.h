@@ -2,29 +2,12 @@
 // Ranked results of keyword searches, kept from one start of the program to the next.
 #pragma once
 
-#include "model/date.h"
-#include "model/itunes_app_result.h"
+#include "model/saved_results.h"
 
 #include <map>
 
 namespace veltrix
 {
-
-/// Ranked apps of one keyword in one storefront.
-struct SavedResults {
-    /// When the service produced them.
-    Date fetchedAt;
-    /// In rank order, at most 100.
-    QList<ITunesAppResult> results;
-
-    bool operator==(const SavedResults &) const = default;
-};
-
-template <>
-inline constexpr auto fieldsOf<SavedResults> = std::tuple{
-    field("fetchedAt", &SavedResults::fetchedAt),
-    field("results", &SavedResults::results),
-};
 
 /// By cache key: the storefront code in upper case, a colon, and the normalised keyword.
 using RankedAppsCache = std::map<QString, SavedResults>;

@@ -2,7 +2,9 @@
 #include "clients/research_client.h"
 
 #include "clients/pending_wait.h"
+#include "clients/ranked_apps_cache.h"
 #include "clients/request_url.h"
+#include "clients/research_envelope.h"
 #include "clients/retry_after.h"
 #include "json/json_reader.h"
 #include "json/json_writer.h"
@@ -147,7 +149,7 @@ struct ResearchClient::State {
     }
 
     /// Takes a final answer in and gives its results.
-    QList<ITunesAppResult> accept(const QString &key, const Envelope &envelope)
+    QList<ITunesAppResult> accept(const QString &key, const ResearchEnvelope &envelope)
     {
         QList<ITunesAppResult> results = firstOf(*envelope.results, mostResults);
         retryDates.remove(key);
@@ -224,7 +226,7 @@ Task<QList<ITunesAppResult>> ResearchClient::run(std::shared_ptr<State> state, Q
         co_await passGate(state, key, deadline, stop);
         throwIfStopped(stop);
         const HttpResponse response = co_await state->use.send(request, stop);
-        const std::optional<Envelope> envelope = envelopeOf(response);
+        const std::optional<ResearchEnvelope> envelope = envelopeOf(response);
         switch (classify(response, envelope)) {
         case Kind::Ready:
             co_return firstOf(state->accept(key, *envelope), limit);

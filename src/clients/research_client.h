@@ -3,11 +3,10 @@
 #pragma once
 
 #include "clients/http.h"
-#include "clients/ranked_apps_cache.h"
-#include "clients/research_envelope.h"
 #include "clients/supabase_configuration.h"
 #include "effects/clock.h"
 #include "effects/itunes_client_protocol.h"
+#include "effects/ranked_apps_saving.h"
 
 #include <memory>
 
@@ -31,12 +30,9 @@ public:
 /// before which the service must not be asked live in memory only and are shared by all calls; one
 /// that a clock set back has moved further away than it ever was is ignored.
 /// Calls keep what they need alive, so the client may go while one is under way.
-class ResearchClient final : public ITunesClientProtocol
+class ResearchClient final : public ITunesClientProtocol, public RankedAppsSaving
 {
 public:
-    using Envelope = ResearchEnvelope;
-    using SavedResults = veltrix::SavedResults;
-
     /// How long an answer is served without asking again.
     static constexpr Seconds freshness{1'800};
     /// How long after its start a call may still begin to wait.
@@ -70,9 +66,8 @@ public:
     Task<std::optional<ITunesAppResult>> lookup(std::int64_t trackId, QString country,
                                                 std::stop_token stop) override;
 
-    /// What is kept for a keyword, however old.
     [[nodiscard]] std::optional<SavedResults> savedResults(const QString &keyword,
-                                                           const QString &country) const;
+                                                           const QString &country) const override;
 
 private:
     struct State;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "effects/clock.h"
+#include "effects/ranked_apps_saving.h"
 #include "effects/task_scope.h"
 #include "model/app_profile.h"
 #include "model/dashboard_keyword_row.h"
@@ -26,23 +27,6 @@
 
 namespace veltrix
 {
-
-/// Ranked results that were kept from an earlier search.
-struct SavedRankedApps {
-    Date fetchedAt;
-    QList<ITunesAppResult> results;
-};
-
-/// Keeps ranked results of keyword searches. The research client is one; a store whose keyword
-/// client is not one has no saved results.
-class RankedAppsSaving
-{
-public:
-    virtual ~RankedAppsSaving() = default;
-    /// The saved results of a keyword in a storefront, of any age up to the cache's own limit.
-    [[nodiscard]] virtual std::optional<SavedRankedApps> savedRankedApps(QString keyword,
-                                                                         QString country) const = 0;
-};
 
 /// The single owner and only writer of the tracked state. It lives on the main thread; every change
 /// is announced synchronously by a signal and then saved, so the file is always as current as the
@@ -158,8 +142,7 @@ public:
                                                std::stop_token stop);
     /// The apps that rank for a keyword, best first.
     Task<QList<ITunesAppResult>> rankedApps(DashboardKeywordRow row, std::stop_token stop);
-    [[nodiscard]] std::optional<SavedRankedApps>
-    savedRankedApps(const DashboardKeywordRow &row) const;
+    [[nodiscard]] std::optional<SavedResults> savedRankedApps(const DashboardKeywordRow &row) const;
 
     // The state file.
     /// What went wrong with the state file, in words for the user, and what can be done about it.

@@ -196,11 +196,11 @@ Task<QList<ITunesAppResult>> ASOStore::rankedApps(DashboardKeywordRow row, std::
                          std::move(stop));
 }
 
-std::optional<SavedRankedApps> ASOStore::savedRankedApps(const DashboardKeywordRow &row) const
+std::optional<SavedResults> ASOStore::savedRankedApps(const DashboardKeywordRow &row) const
 {
     if (!m_rankedAppsCache)
         return std::nullopt;
-    return m_rankedAppsCache->savedRankedApps(row.keyword, row.country);
+    return m_rankedAppsCache->savedResults(row.keyword, row.country);
 }
 
 } // namespace veltrix

@@ -4,7 +4,6 @@
 
 #include "clients/research_client.h"
 
-#include "clients/request_url.h"
 #include "support/fake_http.h"
 #include "support/json_printers.h"
 #include "support/task_outcome.h"

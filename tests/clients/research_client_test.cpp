@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "clients/request_url.h"
 #include "clients/research_client_fixture.h"
 
 namespace veltrix

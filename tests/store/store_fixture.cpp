@@ -57,8 +57,8 @@ Task<PopularityAssessment> FakePopularity::assess(std::shared_ptr<const KeywordS
     co_return assessment;
 }
 
-std::optional<SavedRankedApps> FakeRankedApps::savedRankedApps(QString askedKeyword,
-                                                               QString askedCountry) const
+std::optional<SavedResults> FakeRankedApps::savedResults(const QString &askedKeyword,
+                                                         const QString &askedCountry) const
 {
     if (askedKeyword != keyword || askedCountry != country)
         return std::nullopt;

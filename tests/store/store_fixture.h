@@ -76,12 +76,12 @@ public:
 class FakeRankedApps final : public RankedAppsSaving
 {
 public:
-    [[nodiscard]] std::optional<SavedRankedApps> savedRankedApps(QString keyword,
-                                                                 QString country) const override;
+    [[nodiscard]] std::optional<SavedResults>
+    savedResults(const QString &askedKeyword, const QString &askedCountry) const override;
 
     QString keyword;
     QString country;
-    SavedRankedApps saved;
+    SavedResults saved;
 };
 
 /// An app of the store: id, name, and the icon that follows from the id.

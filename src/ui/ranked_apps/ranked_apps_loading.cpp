@@ -61,7 +61,7 @@ RankedAppsLoading::~RankedAppsLoading() = default;
 void RankedAppsLoading::start()
 {
     m_tasks.stop();
-    if (const std::optional<SavedRankedApps> saved = m_source.saved();
+    if (const std::optional<SavedResults> saved = m_source.saved();
         saved && !saved->results.isEmpty()) {
         m_state.results = saved->results;
         m_state.savedDate = saved->fetchedAt;

@@ -56,7 +56,7 @@ class RankedAppsLoading final : public QObject
 public:
     struct Source {
         /// The saved results, if any.
-        std::function<std::optional<SavedRankedApps>()> saved;
+        std::function<std::optional<SavedResults>()> saved;
         /// The current results; may fail with an Error.
         std::function<Task<QList<ITunesAppResult>>(std::stop_token)> load;
     };

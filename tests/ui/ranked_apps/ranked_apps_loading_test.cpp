@@ -24,7 +24,7 @@ protected:
     const RankedAppsState &state() { return loading->state(); }
     void save(int count)
     {
-        saved = SavedRankedApps{dateFromUnixSeconds(1795254060), rankedApps(count)};
+        saved = SavedResults{dateFromUnixSeconds(1795254060), rankedApps(count)};
     }
     static QString savedText(const RankedAppsState &state)
     {
@@ -32,7 +32,7 @@ protected:
     }
 
     FakeAppStore client;
-    std::optional<SavedRankedApps> saved;
+    std::optional<SavedResults> saved;
     std::unique_ptr<RankedAppsLoading> loading;
 };
 

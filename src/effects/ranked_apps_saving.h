@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What keyword searches have left behind, without asking any service.
+#pragma once
+
+#include "model/saved_results.h"
+
+#include <optional>
+
+namespace veltrix
+{
+
+/// Keeps the ranked results of keyword searches. Implemented by ResearchClient.
+class RankedAppsSaving
+{
+public:
+    RankedAppsSaving() = default;
+    virtual ~RankedAppsSaving() = default;
+    RankedAppsSaving(const RankedAppsSaving &) = delete;
+    RankedAppsSaving &operator=(const RankedAppsSaving &) = delete;
+
+    /// What is kept for a keyword in a storefront, however old; both in any case. Nothing when it
+    /// was never searched for.
+    [[nodiscard]] virtual std::optional<SavedResults>
+    savedResults(const QString &keyword, const QString &country) const = 0;
+};
+
+} // namespace veltrix
