@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "clients/autocomplete_score.h"
 
+#include "model/text_folding.h"
+
 #include <QSet>
 
 #include <algorithm>
@@ -16,28 +18,6 @@ namespace
 {
 
 constexpr qsizetype shortestPrefix = 2;
-
-/// An accent that can be left out. Marks of other scripts (Thai vowels, Japanese voicing) are part
-/// of their letters and are not.
-bool isAccent(QChar c)
-{
-    const char16_t code = c.unicode();
-    return (code >= 0x0300 && code <= 0x036F) || (code >= 0x1AB0 && code <= 0x1AFF) ||
-           (code >= 0x1DC0 && code <= 0x1DFF);
-}
-
-/// A term without case, accents and surrounding space.
-QString folded(const QString &term)
-{
-    QString base;
-    for (const QChar c : term.trimmed().normalized(QString::NormalizationForm_D)) {
-        if (!isAccent(c))
-            base += c;
-    }
-    // Composed again, so that scripts whose letters come apart compare as one; case-folded last,
-    // because folding may make what is no longer composed.
-    return base.normalized(QString::NormalizationForm_C).toCaseFolded();
-}
 
 /// The median of one or more values, the mean of the middle two rounded half away from zero.
 std::int64_t medianOf(std::vector<std::int64_t> values)
@@ -79,16 +59,11 @@ QStringList autocompletePrefixes(const QString &keyword)
     return prefixes;
 }
 
-bool isSameTerm(const QString &one, const QString &other)
-{
-    return folded(one) == folded(other);
-}
-
 std::optional<std::int64_t> rankAmong(const QStringList &suggestions, const QString &keyword)
 {
-    const QString wanted = folded(keyword);
+    const QString wanted = foldedForSearch(keyword.trimmed());
     for (qsizetype i = 0; i < suggestions.size(); ++i) {
-        if (folded(suggestions[i]) == wanted)
+        if (foldedForSearch(suggestions[i].trimmed()) == wanted)
             return i + 1;
     }
     return std::nullopt;

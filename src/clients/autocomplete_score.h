@@ -22,10 +22,8 @@ std::int64_t autocompleteDay(Date date);
 /// spaced lengths, the whole keyword last. A keyword of one or two characters has only itself.
 QStringList autocompletePrefixes(const QString &keyword);
 
-/// Whether two terms are the same to a reader who ignores case, accents and surrounding space.
-bool isSameTerm(const QString &one, const QString &other);
-
-/// 1-based position of the keyword among suggestions, or nothing.
+/// 1-based position of the first suggestion that is the keyword, without surrounding space and as
+/// foldedForSearch() compares; nothing when none is.
 std::optional<std::int64_t> rankAmong(const QStringList &suggestions, const QString &keyword);
 
 /// Visibility from 0 to 100, rounded half away from zero: 100 × Σ w ÷ log₂(1 + rank) ÷ Σ w over the

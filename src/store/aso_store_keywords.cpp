@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Which keywords are let in, and which of those that are there cannot be measured.
+#include "model/text_folding.h"
 #include "store/aso_store.h"
 
 namespace veltrix
@@ -26,7 +27,7 @@ KeywordAdmission ASOStore::addTrackedKeywords(QUuid appId, const QStringList &ke
     QList<QUuid> added;
     QSet<QString> seen;
     for (const QString &text : keywords) {
-        const QString folded = text.toCaseFolded();
+        const QString folded = foldedCase(text);
         if (seen.contains(folded))
             continue;
         seen.insert(folded);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "store/keyword_list.h"
 
+#include "model/text_folding.h"
+
 namespace veltrix
 {
 
@@ -19,7 +21,7 @@ const TrackedKeyword *KeywordList::find(const QUuid &id) const
 const TrackedKeyword *KeywordList::findSame(const QUuid &appId, const QString &text,
                                             const QString &country) const
 {
-    const auto place = m_byMeaning.constFind(Meaning{appId, text.toCaseFolded(), country});
+    const auto place = m_byMeaning.constFind(Meaning{appId, foldedCase(text), country});
     return place == m_byMeaning.cend() ? nullptr : &m_keywords[*place];
 }
 
@@ -39,7 +41,7 @@ void KeywordList::remove(const QSet<QUuid> &ids)
 void KeywordList::index(qsizetype place)
 {
     const TrackedKeyword &keyword = m_keywords[place];
-    const Meaning meaning{keyword.appId, keyword.keyword.toCaseFolded(), keyword.country};
+    const Meaning meaning{keyword.appId, foldedCase(keyword.keyword), keyword.country};
     if (!m_byId.contains(keyword.id))
         m_byId.insert(keyword.id, place);
     if (!m_byMeaning.contains(meaning))

@@ -20,8 +20,8 @@ public:
     [[nodiscard]] const QList<TrackedKeyword> &all() const { return m_keywords; }
     /// Null when there is none. Valid until the list changes.
     [[nodiscard]] const TrackedKeyword *find(const QUuid &id) const;
-    /// The first keyword of the app in the storefront whose text is the same under Unicode case
-    /// folding; null when there is none.
+    /// The first keyword of the app in the storefront whose text is the same ignoring case
+    /// (foldedCase()); null when there is none.
     [[nodiscard]] const TrackedKeyword *findSame(const QUuid &appId, const QString &text,
                                                  const QString &country) const;
 

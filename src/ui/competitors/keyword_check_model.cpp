@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/competitors/keyword_check_model.h"
 
+#include "model/text_folding.h"
 #include "ui_kit/widgets/position_badge.h"
 #include "ui_kit/widgets/score_ring.h"
 
@@ -42,8 +43,7 @@ void KeywordCheckModel::clear()
 
 void KeywordCheckModel::add(const AppKeywordCheck &check)
 {
-    const Row row{check, false, m_tracked.contains(check.keyword.toCaseFolded()),
-                  int(m_rows.size())};
+    const Row row{check, false, m_tracked.contains(foldedCase(check.keyword)), int(m_rows.size())};
     const auto place =
         std::ranges::upper_bound(m_rows, row, [this](const Row &left, const Row &right) {
             return comesBefore(left, right);
@@ -58,10 +58,10 @@ void KeywordCheckModel::setTracked(const QSet<QString> &keywords)
 {
     m_tracked.clear();
     for (const QString &keyword : keywords)
-        m_tracked.insert(keyword.toCaseFolded());
+        m_tracked.insert(foldedCase(keyword));
     bool hadChosen = false;
     for (Row &row : m_rows) {
-        row.isTracked = m_tracked.contains(row.check.keyword.toCaseFolded());
+        row.isTracked = m_tracked.contains(foldedCase(row.check.keyword));
         hadChosen = hadChosen || (row.isTracked && row.isChosen);
         row.isChosen = row.isChosen && !row.isTracked;
     }

@@ -2,6 +2,7 @@
 #include "ui/dashboard/keyword_input.h"
 
 #include "model/storefront_codes.h"
+#include "model/text_folding.h"
 #include "ui_kit/text/csv.h"
 
 #include <QRegularExpression>
@@ -51,7 +52,7 @@ QStringList splitKeywords(const QString &text)
     const QStringList pieces = text.split(separators, Qt::SkipEmptyParts);
     for (const QString &piece : pieces) {
         const QString keyword = piece.trimmed();
-        const QString folded = keyword.toCaseFolded();
+        const QString folded = foldedCase(keyword);
         if (keyword.isEmpty() || known.contains(folded))
             continue;
         known.insert(folded);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/shell/app_list_model.h"
 
-#include "ui_kit/text/folding.h"
+#include "model/text_folding.h"
 #include "ui_kit/text/storefronts.h"
 
 #include <algorithm>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui_kit/widgets/storefront_picker.h"
 
+#include "model/text_folding.h"
 #include "ui_kit/accessibility/accessibility.h"
-#include "ui_kit/text/folding.h"
 #include "ui_kit/text/storefronts.h"
 #include "ui_kit/theme/painting.h"
 #include "ui_kit/theme/symbols.h"

@@ -4,7 +4,6 @@
 #include "ui_kit/text/csv.h"
 #include "ui_kit/text/date_texts.h"
 #include "ui_kit/text/figures.h"
-#include "ui_kit/text/folding.h"
 #include "ui_kit/text/relative_time.h"
 #include "ui_kit/text/release_notes.h"
 #include "ui_kit/text/storefronts.h"
@@ -192,22 +191,6 @@ TEST(ReleaseNotes, HostileNotesAreShortAndQuick)
         EXPECT_LT(timer.restart(), 3000) << piece;
     }
     EXPECT_TRUE(plainNotes(QString(5000, u'x')).endsWith(QStringLiteral("x…")));
-}
-
-TEST(FoldedText, IgnoresCaseAndDiacritics)
-{
-    EXPECT_EQ(foldedForSearch(QStringLiteral("Café CRÈME")),
-              foldedForSearch(QStringLiteral("cafe creme")));
-    EXPECT_EQ(foldedForSearch(QStringLiteral("Straße")),
-              foldedForSearch(QStringLiteral("STRASSE")));
-    EXPECT_EQ(foldedForSearch(QStringLiteral("ＰＨＯＴＯ")), QStringLiteral("photo"));
-}
-
-TEST(FoldedText, KeepsTheMarksThatAreLetters)
-{
-    // Thai vowel signs and Devanagari vowels are marks, but dropping them changes the word.
-    EXPECT_NE(foldedForSearch(QStringLiteral("กิน")), foldedForSearch(QStringLiteral("กัน")));
-    EXPECT_NE(foldedForSearch(QStringLiteral("कु")), foldedForSearch(QStringLiteral("के")));
 }
 
 TEST(Csv, QuotesOnlyWhatNeedsIt)
