@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/bundle.h"
 
+#include "effects/atomic_file.h"
+
 #include <QCoreApplication>
 #include <QFileInfo>
 
@@ -10,10 +12,12 @@ namespace veltrix
 namespace
 {
 
-InformationDictionary readInformation(const QString &path)
+PropertyListValue readInformation(const QString &path)
 {
+    if (!QFileInfo::exists(path))
+        return {};
     try {
-        return InformationDictionary::load(path);
+        return readPropertyList(readWholeFile(path));
     } catch (const Error &error) {
         qWarning("%s", error.what());
         return {};
@@ -35,7 +39,7 @@ Bundle::Bundle(QString folder)
 
 std::optional<QString> Bundle::information(const QString &key) const
 {
-    return m_information.text(key);
+    return m_information.textMember(key);
 }
 
 QString Bundle::path(const QString &fileName) const

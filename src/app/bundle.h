@@ -2,7 +2,7 @@
 // The resources that stand beside the program.
 #pragma once
 
-#include "clients/information_dictionary.h"
+#include "clients/property_list.h"
 
 #include <QString>
 
@@ -36,7 +36,8 @@ public:
 
 private:
     QString m_folder;
-    InformationDictionary m_information;
+    /// The information dictionary, "Info.plist".
+    PropertyListValue m_information;
 };
 
 } // namespace veltrix

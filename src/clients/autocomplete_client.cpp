@@ -273,8 +273,7 @@ QStringList parseSearchHints(const QByteArray &body)
         throw PropertyListError(QStringLiteral("it holds no hints"));
     QStringList terms;
     for (const PropertyListValue &hint : *hints) {
-        const std::optional<PropertyListValue> term = hint.member(QStringLiteral("term"));
-        const QString text = term ? term->text().value_or(QString()) : QString();
+        const QString text = hint.textMember(QStringLiteral("term")).value_or(QString());
         if (!text.isEmpty())
             terms.append(text);
     }

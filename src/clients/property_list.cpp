@@ -103,6 +103,12 @@ std::optional<PropertyListValue> PropertyListValue::member(const QString &key) c
     return found == dictionary->end() ? std::nullopt : std::optional(*found);
 }
 
+std::optional<QString> PropertyListValue::textMember(const QString &key) const
+{
+    const std::optional<PropertyListValue> value = member(key);
+    return value ? value->text() : std::nullopt;
+}
+
 PropertyListValue readPropertyList(const QByteArray &xml, PropertyListLimits limits)
 {
     try {

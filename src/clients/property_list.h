@@ -44,6 +44,8 @@ public:
 
     /// A member of a dictionary; nothing when there is none or this is not a dictionary.
     [[nodiscard]] std::optional<PropertyListValue> member(const QString &key) const;
+    /// A member that is a text; nothing when it is of another kind.
+    [[nodiscard]] std::optional<QString> textMember(const QString &key) const;
 
 private:
     template <class T>

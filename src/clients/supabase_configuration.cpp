@@ -30,8 +30,7 @@ QString textOf(ConfigurationError::Reason reason)
 
 QString requiredText(const PropertyListValue &list, const QString &key)
 {
-    const std::optional<PropertyListValue> entry = list.member(key);
-    const std::optional<QString> text = entry ? entry->text() : std::nullopt;
+    const std::optional<QString> text = list.textMember(key);
     if (!text)
         throw PropertyListError(QStringLiteral("it has no text “%1”").arg(key));
     return *text;
