@@ -47,11 +47,6 @@ QString Bundle::path(const QString &fileName) const
     return m_folder + u'/' + fileName;
 }
 
-bool Bundle::has(const QString &fileName) const
-{
-    return QFileInfo::exists(path(fileName));
-}
-
 QString Bundle::versionText() const
 {
     QString text =

@@ -28,7 +28,6 @@ public:
 
     /// Path of a resource, whether or not it is there.
     [[nodiscard]] QString path(const QString &fileName) const;
-    [[nodiscard]] bool has(const QString &fileName) const;
 
     /// What the About section shows: the short version, or "—" when there is none, and the build
     /// number in parentheses when there is one.

@@ -82,7 +82,6 @@ Services::Services(const Bundle &bundle, const QString &stateFolder, const QStri
 void Services::buildStore(const Bundle &bundle, const QString &stateFolder,
                           DataFolderLock *folderLock)
 {
-    const QString statePath = stateFolder + QStringLiteral("/aso_store_state.json");
     const auto direct = std::make_shared<ITunesClient>(ITunesClient::Arguments{
         .baseURL =
             address(bundle, QStringLiteral("VeltrixITunesBaseURL"), ITunesClient::defaultBaseURL()),
@@ -99,7 +98,7 @@ void Services::buildStore(const Bundle &bundle, const QString &stateFolder,
             .send = m_http->sender(),
             .clock = m_clock,
             .lookup = direct,
-            .cachePath = rankedAppsCachePath(statePath),
+            .cachePath = stateFolder + QStringLiteral("/ranked_apps_cache_v1.json"),
         });
         keywordClient = research;
         rankedApps = research;
@@ -116,7 +115,7 @@ void Services::buildStore(const Bundle &bundle, const QString &stateFolder,
         std::make_shared<QuorvinPopularityProvider>(), autocomplete);
 
     m_store = std::make_unique<ASOStore>(ASOStore::Arguments{
-        .persistenceURL = statePath,
+        .persistenceURL = stateFolder + QStringLiteral("/aso_store_state.json"),
         .iTunesClient = keywordClient,
         .pipeline = KeywordPipeline{popularity, keywordClient, m_clock},
         .discoveryClient = direct,

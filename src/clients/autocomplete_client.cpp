@@ -169,11 +169,6 @@ const AutocompleteClient::State &AutocompleteClient::state() const
     return m_core->state;
 }
 
-bool AutocompleteClient::isBusy() const
-{
-    return m_core->busy;
-}
-
 Task<std::optional<AutocompleteEvidence>>
 AutocompleteClient::observe(QString keyword, QString country, std::stop_token stop)
 {

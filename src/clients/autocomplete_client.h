@@ -73,7 +73,6 @@ public:
                                                       std::stop_token stop) override;
 
     [[nodiscard]] const State &state() const;
-    [[nodiscard]] bool isBusy() const;
 
 private:
     struct Core;

@@ -16,7 +16,7 @@ std::optional<QByteArray> HttpResponse::header(QByteArrayView name) const
 BadUrlError::BadUrlError() : Error(QStringLiteral("The address of the request is not valid.")) {}
 
 BadServerResponseError::BadServerResponseError(int status)
-    : Error(QStringLiteral("The server answered with an error (%1).").arg(status)), m_status(status)
+    : Error(QStringLiteral("The server answered with an error (%1).").arg(status))
 {
 }
 

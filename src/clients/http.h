@@ -85,10 +85,6 @@ class BadServerResponseError final : public Error
 {
 public:
     explicit BadServerResponseError(int status);
-    [[nodiscard]] int status() const { return m_status; }
-
-private:
-    int m_status;
 };
 
 /// An answer of success that says something else than its service does: the sign-in page of a

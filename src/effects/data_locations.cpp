@@ -66,14 +66,4 @@ QString runtimeFolder()
                : QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
 }
 
-QString defaultStatePath()
-{
-    return dataFolder() + QStringLiteral("/aso_store_state.json");
-}
-
-QString rankedAppsCachePath(const QString &statePath)
-{
-    return QFileInfo(statePath).path() + QStringLiteral("/ranked_apps_cache_v1.json");
-}
-
 } // namespace veltrix

@@ -28,10 +28,4 @@ QString preferencesPath();
 /// For sockets: XDG_RUNTIME_DIR, or the temporary directory.
 QString runtimeFolder();
 
-/// "aso_store_state.json" in the data folder.
-QString defaultStatePath();
-
-/// The cache of ranked apps, beside the given state file.
-QString rankedAppsCachePath(const QString &statePath);
-
 } // namespace veltrix

@@ -123,8 +123,9 @@ private:
     std::vector<SharedSnapshot> m_snapshots;
 };
 
-/// The state of a file that can be cut into pieces; none of any other.
-std::optional<PersistedState> readInPieces(const FileReader &source, qsizetype pieceSize)
+} // namespace
+
+std::optional<PersistedState> readStateInPieces(const FileReader &source, qsizetype pieceSize)
 {
     const auto begin = findFirstSnapshot(source);
     const auto end = findEndOfSnapshots(source);
@@ -143,18 +144,10 @@ std::optional<PersistedState> readInPieces(const FileReader &source, qsizetype p
     }
 }
 
-} // namespace
-
-std::optional<PersistedState> readStateInPieces(const QString &path, qsizetype pieceSize)
-{
-    const FileReader file(path);
-    return readInPieces(file, pieceSize);
-}
-
 PersistedState readState(const FileReader &file, qsizetype pieceSize)
 {
     if (file.size() > 4 * pieceSize) {
-        if (auto state = readInPieces(file, pieceSize))
+        if (auto state = readStateInPieces(file, pieceSize))
             return std::move(*state);
     }
     simdjson::padded_string text(size_t(file.size()));
@@ -162,11 +155,6 @@ PersistedState readState(const FileReader &file, qsizetype pieceSize)
         throw std::bad_alloc();
     file.read(0, text.data(), file.size());
     return fromJson<PersistedState>(JsonText(std::move(text)));
-}
-
-PersistedState readState(const QString &path, qsizetype pieceSize)
-{
-    return readState(FileReader(path), pieceSize);
 }
 
 } // namespace veltrix

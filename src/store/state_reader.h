@@ -19,9 +19,8 @@ inline constexpr qsizetype usualPieceSize = 256 * 1024;
 /// its text nor the parser's index of it is ever in memory as a whole. Any other file, and any that
 /// does not come out right in pieces, is read as one text; the result is the same.
 PersistedState readState(const FileReader &file, qsizetype pieceSize = usualPieceSize);
-PersistedState readState(const QString &path, qsizetype pieceSize = usualPieceSize);
 
 /// The state in a file that can be read in pieces; nothing when it has to be read as one text.
-std::optional<PersistedState> readStateInPieces(const QString &path, qsizetype pieceSize);
+std::optional<PersistedState> readStateInPieces(const FileReader &source, qsizetype pieceSize);
 
 } // namespace veltrix

@@ -280,7 +280,8 @@ TEST_F(AutocompleteClientTest, AFailureEndsTheRunWithWhatThereIs)
     EXPECT_EQ(evidence->dailyScore, std::nullopt);
     EXPECT_EQ(m_http.count(), 3);
     EXPECT_EQ(m_client->state().blockedUntil, std::nullopt);
-    EXPECT_FALSE(m_client->isBusy());
+    m_http.answerWith(hints({QStringLiteral("photos")}));
+    EXPECT_TRUE(observed("again").has_value());
 }
 
 TEST_F(AutocompleteClientTest, AnswersThatAreNoneEndTheRunToo)
@@ -429,13 +430,12 @@ TEST_F(AutocompleteClientTest, ASecondRunDoesNotStartMeanwhile)
 {
     m_http.hold();
     const auto first = observe();
-    EXPECT_TRUE(m_client->isBusy());
     EXPECT_EQ(observe("other").value(), std::nullopt);
     m_http.release();
     m_clock->runUntilIdle();
     EXPECT_TRUE(first.value().has_value());
-    EXPECT_FALSE(m_client->isBusy());
     EXPECT_EQ(m_http.count(), 5);
+    EXPECT_TRUE(observed("other").has_value());
 }
 
 TEST_F(AutocompleteClientTest, AStopEndsARunAtOnceAndFreesTheClient)
@@ -448,7 +448,6 @@ TEST_F(AutocompleteClientTest, AStopEndsARunAtOnceAndFreesTheClient)
         EXPECT_FALSE(outcome.isDone());
         stop.request_stop();
         EXPECT_TRUE(outcome.isCancelled());
-        EXPECT_FALSE(m_client->isBusy());
         EXPECT_EQ(m_clock->sleepers(), 0);
         m_clock->advance(Seconds(10));
     }

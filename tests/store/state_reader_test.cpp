@@ -47,13 +47,13 @@ QByteArray readWhole(const QByteArray &bytes)
 QByteArray readByPieces(const QByteArray &bytes, qsizetype pieceSize)
 {
     const Scratch file(bytes);
-    return outcomeOf([&] { return readState(file.path(), pieceSize); });
+    return outcomeOf([&] { return readState(FileReader(file.path()), pieceSize); });
 }
 
 bool canBeCut(const QByteArray &bytes, qsizetype pieceSize)
 {
     const Scratch file(bytes);
-    return readStateInPieces(file.path(), pieceSize).has_value();
+    return readStateInPieces(FileReader(file.path()), pieceSize).has_value();
 }
 
 TEST(StateReader, ALargeFileOfOurOwnIsReadInPieces)
@@ -162,7 +162,8 @@ TEST(StateReader, AnyBrokenByteHasTheOutcomeThatItHasInTheWholeText)
             ASSERT_TRUE(file.open(QIODevice::WriteOnly));
             file.write(broken);
             file.close();
-            ASSERT_EQ(outcomeOf([&] { return readState(path, 100); }), readWhole(broken))
+            ASSERT_EQ(outcomeOf([&] { return readState(FileReader(path), 100); }),
+                      readWhole(broken))
                 << place << ' ' << byte;
         }
     }

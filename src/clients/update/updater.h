@@ -51,9 +51,6 @@ struct UpdaterEnvironment {
 class Updater final : public QObject
 {
     Q_OBJECT
-    Q_PROPERTY(bool automaticallyChecksForUpdates READ automaticallyChecksForUpdates WRITE
-                   setAutomaticallyChecksForUpdates NOTIFY automaticallyChecksForUpdatesChanged)
-    Q_PROPERTY(bool canCheckForUpdates READ canCheckForUpdates NOTIFY canCheckForUpdatesChanged)
 
 public:
     /// Least time between a check that succeeded and the next one in the background.

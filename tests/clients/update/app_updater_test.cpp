@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "clients/update/app_updater.h"
 
-#include "clients/update/check_for_updates_model.h"
 #include "clients/update/stored_update_settings.h"
 #include "clients/update/updater_fixture.h"
 
@@ -84,30 +83,9 @@ TEST_F(AppUpdaterTest, WithAutomaticChecksOffNoneFollowsButOneMayBeAskedFor)
     ASSERT_NE(updates.updater(), nullptr);
     m_clock->advance(Seconds(1e6));
     EXPECT_EQ(m_http.count(), 0);
-    const CheckForUpdatesModel model(*updates.updater());
-    EXPECT_TRUE(model.canCheckForUpdates());
+    EXPECT_TRUE(updates.updater()->canCheckForUpdates());
     updates.updater()->checkForUpdates();
     EXPECT_EQ(inWords(updates.updater()->status()), QStringLiteral("2.0 is available"));
-}
-
-TEST_F(AppUpdaterTest, TheModelFollowsWhetherACheckMayStart)
-{
-    open();
-    m_http.hold();
-    const CheckForUpdatesModel early(*m_updater);
-    m_updater->checkForUpdates();
-    const CheckForUpdatesModel late(*m_updater);
-    QList<bool> heard;
-    QObject::connect(&early, &CheckForUpdatesModel::canCheckForUpdatesChanged, &early,
-                     [&heard](bool canCheck) { heard.append(canCheck); });
-    EXPECT_FALSE(early.canCheckForUpdates());
-    EXPECT_FALSE(late.canCheckForUpdates());
-    m_http.release();
-    EXPECT_TRUE(early.canCheckForUpdates());
-    EXPECT_TRUE(late.canCheckForUpdates());
-    m_updater.reset();
-    EXPECT_FALSE(early.canCheckForUpdates());
-    EXPECT_EQ(heard, (QList{true, false}));
 }
 
 TEST(StoredUpdateSettingsTest, WhatIsSetIsThereAfterARestart)
