@@ -4,6 +4,8 @@
 #include "clients/image_wholeness.h"
 #include "clients/pending_wait.h"
 
+#include <QScopeGuard>
+
 #include <algorithm>
 
 namespace veltrix
@@ -23,19 +25,6 @@ struct ArtworkLoader::Flight {
         if (!isWanted)
             stop.request_stop();
     }
-};
-
-/// Gives its slot back at the end of its scope.
-class ArtworkLoader::Slot
-{
-public:
-    explicit Slot(ArtworkLoader &loader) : m_loader(loader) {}
-    ~Slot() { m_loader.releaseSlot(); }
-    Slot(const Slot &) = delete;
-    Slot &operator=(const Slot &) = delete;
-
-private:
-    ArtworkLoader &m_loader;
 };
 
 namespace
@@ -139,7 +128,7 @@ Task<void> ArtworkLoader::fly(std::shared_ptr<Flight> flight, std::stop_token sc
 Task<QByteArray> ArtworkLoader::fetch(QString url, std::stop_token stop)
 {
     co_await acquireSlot(stop);
-    const Slot slot(*this);
+    const auto atEnd = qScopeGuard([this] { releaseSlot(); });
     const Date now = m_clock->now();
     // No more than this many can be ahead in the queue of starts.
     const bool mustWait =

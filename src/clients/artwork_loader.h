@@ -55,7 +55,6 @@ private:
         Date until;
         std::exception_ptr error;
     };
-    class Slot;
 
     static Task<QByteArray> join(std::shared_ptr<Flight> flight, std::stop_token stop);
     Task<void> fly(std::shared_ptr<Flight> flight, std::stop_token scopeStop);

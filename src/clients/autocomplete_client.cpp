@@ -8,6 +8,8 @@
 #include "clients/retry_after.h"
 #include "clients/storefront_ids.h"
 
+#include <QScopeGuard>
+
 #include <algorithm>
 
 namespace veltrix
@@ -26,20 +28,6 @@ struct AutocompleteClient::Core {
     std::optional<Date> pausedUntil;
 
     void save() { file.save(state, use.clock->now()); }
-
-    /// Saves when a request has ended, however it ended: a request that was stopped has been
-    /// counted too.
-    class SaveAtEnd
-    {
-    public:
-        explicit SaveAtEnd(Core &core) : m_core(core) {}
-        ~SaveAtEnd() { m_core.save(); }
-        SaveAtEnd(const SaveAtEnd &) = delete;
-        SaveAtEnd &operator=(const SaveAtEnd &) = delete;
-
-    private:
-        Core &m_core;
-    };
 
     /// What is known for a prefix already, unless it is empty or too old.
     [[nodiscard]] std::optional<Hints> cached(const QString &key) const
@@ -118,19 +106,6 @@ bool hasProbeOfDay(const QList<AutocompleteProbe> &probes, std::int64_t day)
     });
 }
 
-/// Marks a run as under way, also when it ends by an exception.
-class Busy
-{
-public:
-    explicit Busy(bool &flag) : m_flag(flag) { m_flag = true; }
-    ~Busy() { m_flag = false; }
-    Busy(const Busy &) = delete;
-    Busy &operator=(const Busy &) = delete;
-
-private:
-    bool &m_flag;
-};
-
 bool isRefusal(int status)
 {
     return status == 403 || status == 429 || status == 503;
@@ -184,7 +159,8 @@ Task<std::optional<AutocompleteEvidence>> AutocompleteClient::run(std::shared_pt
     const QStringList prefixes = autocompletePrefixes(keyword);
     if (core->busy || !store || prefixes.isEmpty())
         co_return std::nullopt;
-    const Busy busy(core->busy);
+    core->busy = true;
+    const auto atEnd = qScopeGuard([core] { core->busy = false; });
 
     AutocompleteEvidence evidence;
     evidence.keyword = keyword;
@@ -241,7 +217,8 @@ Task<std::optional<AutocompleteClient::Hints>> AutocompleteClient::fetch(std::sh
         const HttpRequest request =
             hintsRequest(core->use.hintsURL, prefix, storefrontIdOf(country).value());
         core->countRequest();
-        const Core::SaveAtEnd save(*core);
+        // However it ends: a request that was stopped has been counted too.
+        const auto atEnd = qScopeGuard([core] { core->save(); });
         const HttpResponse response = co_await core->use.send(request, stop);
         if (isRefusal(response.status)) {
             core->block(response);
