@@ -6,7 +6,6 @@
 #include "clients/research_client.h"
 #include "clients/supabase_configuration.h"
 #include "clients/update/stored_update_settings.h"
-#include "effects/data_locations.h"
 #include "scoring/autocomplete_popularity_provider.h"
 #include "scoring/quorvin_popularity_provider.h"
 

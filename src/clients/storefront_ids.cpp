@@ -2,7 +2,6 @@
 #include "clients/storefront_ids.h"
 
 #include <algorithm>
-#include <array>
 #include <string_view>
 
 namespace veltrix

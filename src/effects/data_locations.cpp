@@ -2,7 +2,6 @@
 #include "effects/data_locations.h"
 
 #include <QDir>
-#include <QFileInfo>
 #include <QStandardPaths>
 
 namespace veltrix

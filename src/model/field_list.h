@@ -7,7 +7,6 @@
 #include <QHashFunctions>
 #include <QList>
 
-#include <array>
 #include <cstddef>
 #include <optional>
 #include <string_view>

@@ -11,7 +11,6 @@
 #include "json/json_writer.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QTemporaryDir>
 #include <QUrlQuery>

@@ -8,8 +8,6 @@
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
-#include <cmath>
-
 namespace veltrix
 {
 namespace

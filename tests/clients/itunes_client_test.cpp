@@ -11,8 +11,6 @@
 #include "json/json_reader.h"
 #include "json/json_writer.h"
 
-#include <QUrlQuery>
-
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 

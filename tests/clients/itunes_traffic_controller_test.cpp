@@ -8,7 +8,6 @@
 #include <rapidcheck/gtest.h>
 
 #include <algorithm>
-#include <cmath>
 
 namespace veltrix
 {

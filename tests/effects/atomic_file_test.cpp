@@ -2,7 +2,6 @@
 #include "effects/atomic_file.h"
 
 #include <QDir>
-#include <QFile>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>

@@ -6,7 +6,6 @@
 #include "model/date.h"
 
 #include <cstdint>
-#include <string>
 #include <vector>
 
 namespace veltrix

@@ -6,8 +6,6 @@
 #include "json/json_reader.h"
 #include "json/json_writer.h"
 
-#include <QDir>
-
 #include <random>
 
 namespace veltrix

@@ -9,7 +9,6 @@
 #include "support/task_outcome.h"
 #include "support/virtual_clock.h"
 
-#include <QSet>
 #include <QTemporaryDir>
 
 #include <gmock/gmock.h>

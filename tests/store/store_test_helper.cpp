@@ -12,7 +12,6 @@
 #include <QDir>
 
 #include <cstdio>
-#include <cstring>
 #include <fcntl.h>
 #include <grp.h>
 #include <sched.h>

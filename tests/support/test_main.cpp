@@ -6,7 +6,6 @@
 #include <gmock/gmock.h>
 
 #include <clocale>
-#include <cstdlib>
 
 int main(int argc, char **argv)
 {

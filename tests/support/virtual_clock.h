@@ -6,7 +6,6 @@
 #include "effects/one_shot.h"
 
 #include <chrono>
-#include <map>
 
 namespace veltrix
 {

@@ -4,7 +4,6 @@
 
 #include "effects/file_error.h"
 
-#include <QByteArray>
 #include <QString>
 
 #include <cerrno>

@@ -7,7 +7,6 @@
 
 #include <QStringList>
 
-#include <algorithm>
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 

@@ -2,8 +2,6 @@
 // What happens when the user asks.
 #include "clients/update/updater_fixture.h"
 
-#include <QDir>
-
 namespace veltrix
 {
 namespace
