@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// One request on the wire, without redirects: limits, time-outs and the words for failures.
+// One request on the wire, without redirects: limits, time-outs and the words for failures. Only
+// for NetworkHttp: whoever includes it needs Qt Network.
 #pragma once
 
 #include "clients/http.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Whose certificates are believed.
+// Whose certificates are believed. Only for NetworkHttp: whoever includes it needs Qt Network.
 #pragma once
 
 #include <QSslConfiguration>
