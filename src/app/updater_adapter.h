@@ -12,6 +12,7 @@
 namespace veltrix
 {
 
+/// Tells the windows what an Updater does, in words, and passes on what they ask of it.
 class UpdaterAdapter final : public UpdaterInterface
 {
     Q_OBJECT

@@ -51,6 +51,7 @@ public:
 
 private:
     struct Flight;
+    /// Why an address failed, and until when it is not asked for again.
     struct Failure {
         Date until;
         std::exception_ptr error;

@@ -45,6 +45,7 @@ struct VisibilityReport {
     bool operator==(const VisibilityReport &) const = default;
 };
 
+/// What `history` says on `today`, a day as autocompleteDay() counts; later days play no part.
 VisibilityReport reportVisibility(const QList<AutocompleteDailyScore> &history, std::int64_t today);
 
 } // namespace veltrix

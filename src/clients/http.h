@@ -16,6 +16,7 @@
 namespace veltrix
 {
 
+/// One header of a request or a response.
 struct HttpHeader {
     QByteArray name;
     QByteArray value;
@@ -25,6 +26,7 @@ struct HttpHeader {
 /// Waits until a request may go out, and accounts for it. Throws Cancelled when stopped.
 using HttpPermit = std::function<Task<void>(std::stop_token stop)>;
 
+/// What is asked of a server, and how long and how much of an answer is waited for.
 struct HttpRequest {
     enum class Method { Get, Post };
 
@@ -45,6 +47,7 @@ struct HttpRequest {
     HttpPermit permitToRepeat;
 };
 
+/// A whole answer, of whatever status.
 struct HttpResponse {
     int status = 0;
     QList<HttpHeader> headers;

@@ -27,6 +27,7 @@ class NetworkHttp
 public:
     static constexpr int mostRedirects = 5;
 
+    /// What the program says of itself and whom it trusts.
     struct Options {
         /// Version of the program, for the User-Agent "Veltrix/<version>".
         QString version;

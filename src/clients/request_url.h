@@ -9,6 +9,7 @@
 namespace veltrix
 {
 
+/// One name of a query with its value, neither encoded.
 struct QueryItem {
     QString name;
     QString value;

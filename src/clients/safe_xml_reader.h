@@ -17,6 +17,7 @@ public:
     using Error::Error;
 };
 
+/// How large a document may be.
 struct XmlLimits {
     /// Bytes of the document.
     qint64 size = 1024 * 1024;

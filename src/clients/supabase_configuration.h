@@ -16,6 +16,7 @@ namespace veltrix
 class ConfigurationError final : public Error
 {
 public:
+    /// Which of the two.
     enum class Reason {
         /// There is no configuration file.
         MissingResource,
@@ -30,6 +31,7 @@ private:
     Reason m_reason;
 };
 
+/// The project of the research service.
 struct SupabaseConfiguration {
     /// Name of its file in the resource folder.
     static constexpr QLatin1String fileName{"SupabaseDevelopment.plist"};

@@ -38,6 +38,7 @@ struct UnknownFile {
     bool operator==(const UnknownFile &) const = default;
 };
 
+/// What a look at a path has found.
 using FileLook = std::variant<NoFile, FileIdentity, UnknownFile>;
 
 /// What lies at the path; links are followed.

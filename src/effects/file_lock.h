@@ -13,6 +13,7 @@ namespace veltrix
 class FileLock
 {
 public:
+    /// What came of an attempt to lock.
     enum class Outcome {
         /// This object's until it is released or destroyed.
         Acquired,

@@ -23,6 +23,7 @@ class OverwriteGuard
 public:
     explicit OverwriteGuard(QString path) : m_path(std::move(path)) {}
 
+    /// What lies at the path.
     enum class Found {
         /// No file, and none was known.
         Nothing,

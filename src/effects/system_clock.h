@@ -7,6 +7,7 @@
 namespace veltrix
 {
 
+/// The clock of the program. now() follows every change of the system's time.
 class SystemClock final : public Clock
 {
 public:

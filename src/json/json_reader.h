@@ -94,6 +94,7 @@ public:
     static bool readNull(Value value);
 
 private:
+    /// A member's name, and how it looks in the text.
     struct UsualName {
         json_detail::KeyPattern pattern;
         QString name;
@@ -131,10 +132,13 @@ T required(simdjson::simdjson_result<T> result)
 /// Throws unless the whole text was read.
 void requireEnd(simdjson::ondemand::document &document);
 
+/// The value as an object or a list; throws DecodingError when it is something else.
 simdjson::ondemand::object object(JsonReader::Value value);
 simdjson::ondemand::array array(JsonReader::Value value);
 
 } // namespace json_detail
+
+// Reads one value into `out`, whatever was in it. Throws DecodingError, which names the place.
 
 inline void readJson(JsonReader &reader, JsonReader::Value value, bool &out)
 {

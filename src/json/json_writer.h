@@ -98,6 +98,8 @@ private:
     qsizetype m_portion = std::numeric_limits<qsizetype>::max();
 };
 
+// Writes one value. Throws EncodingError for a number that is not finite.
+
 inline void writeJson(JsonWriter &writer, bool value)
 {
     writer.boolean(value);

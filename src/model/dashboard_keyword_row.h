@@ -11,6 +11,7 @@
 namespace veltrix
 {
 
+/// A tracked keyword with what its newest snapshot says, as the dashboard lists it.
 struct DashboardKeywordRow {
     /// The tracked keyword's id.
     QUuid id;

@@ -60,6 +60,7 @@ constexpr Date startOfUtcDay(std::int64_t day)
     return dateFromReferenceSeconds(static_cast<double>(day) * secondsPerDay);
 }
 
+/// Whether the seconds of a date-time text have a fraction.
 enum class FractionalSeconds {
     /// `YYYY-MM-DDThh:mm:ss` and a zone; a fraction does not parse.
     Rejected,

@@ -16,6 +16,7 @@ namespace veltrix
 class FactorMap
 {
 public:
+    /// A name and its number.
     struct Entry {
         QString name;
         double value = 0;

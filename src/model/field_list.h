@@ -16,6 +16,7 @@
 namespace veltrix
 {
 
+/// Whether a field has to be there when a record is read.
 enum class Presence {
     /// As the member's type says: std::optional may be absent, everything else must be there.
     ByType,
@@ -24,6 +25,7 @@ enum class Presence {
     Lenient,
 };
 
+/// A member of a record under its JSON key.
 template <class Record, class Member>
 struct Field {
     std::string_view key;
@@ -43,6 +45,7 @@ constexpr Field<Record, Member> field(std::string_view key, Member Record::*memb
 template <class Record>
 inline constexpr auto fieldsOf = nullptr;
 
+/// A record with a field list.
 template <class Record>
 concept FieldListed =
     !std::is_same_v<std::remove_cvref_t<decltype(fieldsOf<Record>)>, std::nullptr_t>;

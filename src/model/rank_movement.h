@@ -15,6 +15,7 @@ namespace veltrix
 class RankMovement
 {
 public:
+    /// What became of the position since the observation before.
     enum class Kind {
         /// Ranked higher than before, by places().
         Improved,

@@ -10,6 +10,7 @@
 namespace veltrix
 {
 
+/// An app whose listing the user watches beside an app of their own.
 struct TrackedCompetitor {
     QUuid id;
     /// The user's AppProfile it competes with.

@@ -10,6 +10,7 @@
 namespace veltrix
 {
 
+/// A search term whose ranking is followed. Several may have one text, in different storefronts.
 struct TrackedKeyword {
     /// Identity; snapshots refer to it.
     QUuid id;

@@ -11,6 +11,7 @@
 namespace veltrix
 {
 
+/// One of the factors that make up the score.
 struct CompetitionFactor {
     /// The key in CompetitionAssessment::factors.
     QString name;

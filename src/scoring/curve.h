@@ -7,11 +7,13 @@
 namespace veltrix
 {
 
+/// One point of a table: the value `y` at `x`.
 struct CurvePoint {
     double x = 0;
     double y = 0;
 };
 
+/// How a curve is read between two points: by x, or by its logarithm.
 enum class CurveMode { Linear, Logarithmic };
 
 /// A list of points in ascending x, never empty, and how to read between them.

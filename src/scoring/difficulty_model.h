@@ -16,6 +16,7 @@ namespace veltrix
 /// Search results that the model is meant for, from the first.
 inline constexpr size_t difficultySampleLimit = 10;
 
+/// How hard a keyword is, with what that was computed from.
 struct DifficultyAssessment {
     /// 0 to 100; higher means stronger signals of competition, not a probability of ranking.
     std::int64_t score = 0;

@@ -11,6 +11,7 @@
 namespace veltrix
 {
 
+/// The size of one storefront.
 struct StorefrontMarket {
     /// Two upper-case letters.
     std::string_view code;

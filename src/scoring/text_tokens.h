@@ -57,6 +57,7 @@ private:
     QVarLengthArray<char16_t, 128> m_text;
 };
 
+/// How a text is cut into tokens.
 enum class TokenRule {
     /// Relevance tokens: lower-cased, split at everything that is not a word character, and the
     /// plurals "options", "stocks", "signals" and "markets" mapped to their singular.

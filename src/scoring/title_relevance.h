@@ -8,6 +8,7 @@
 namespace veltrix
 {
 
+/// What a title says of a keyword.
 struct TitleRelevance {
     /// 0 to 1: 1 for the phrase itself, 0.85 to 1 when every token is there, at most 0.5 when some
     /// are, 0 for none.

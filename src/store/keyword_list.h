@@ -11,6 +11,7 @@
 namespace veltrix
 {
 
+/// The list, with an index by id and one by app, text and storefront.
 class KeywordList
 {
 public:

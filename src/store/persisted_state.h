@@ -12,6 +12,7 @@
 namespace veltrix
 {
 
+/// All that the user tracks and all that was measured.
 struct PersistedState {
     QList<AppProfile> apps;
     QList<TrackedKeyword> trackedKeywords;

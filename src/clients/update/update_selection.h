@@ -30,6 +30,7 @@ struct UpdateTarget {
 
 /// A version that was passed over.
 struct SkippedUpdate {
+    /// Why; isRefusal() depends on the order.
     enum class Reason {
         // The version is not for this installation.
         NotNewer,
@@ -55,6 +56,7 @@ struct SkippedUpdate {
     bool operator==(const SkippedUpdate &) const = default;
 };
 
+/// The version to offer, and what became of the others.
 struct UpdateSelection {
     std::optional<UpdateOffer> offer;
     /// In the order of the feed.

@@ -9,6 +9,7 @@
 namespace veltrix
 {
 
+/// The settings of update checks, wherever they are kept.
 class UpdateSettings
 {
 public:

@@ -42,6 +42,7 @@ struct UpdateAvailable {
     bool operator==(const UpdateAvailable &) const = default;
 };
 
+/// The package is on its way.
 struct UpdateDownloading {
     UpdateOffer offer;
     /// Bytes, 0 to the length of the offer's package.
@@ -60,6 +61,7 @@ struct UpdateHandedOver {
     bool operator==(const UpdateHandedOver &) const = default;
 };
 
+/// A check that the user asked for, or a download, has failed.
 struct UpdateFailed {
     enum class Stage { Check, Download };
 
@@ -69,6 +71,7 @@ struct UpdateFailed {
     bool operator==(const UpdateFailed &) const = default;
 };
 
+/// One of the states above.
 using UpdateStatus = std::variant<UpdateIdle, UpdateChecking, UpdateNotNeeded, UpdateAvailable,
                                   UpdateDownloading, UpdateHandedOver, UpdateFailed>;
 

@@ -29,6 +29,7 @@ auto untilNotInterrupted(Call call)
     }
 }
 
+/// The identity of the file of which the system says this.
 FileIdentity identityOf(const struct stat &status);
 
 /// Makes names that were given or taken away in a folder durable. Throws FileError about `path`
