@@ -2,6 +2,7 @@
 // Shares the memory of equal values while a large text is read.
 #pragma once
 
+#include <QHashFunctions>
 #include <QLatin1String>
 #include <QString>
 
@@ -16,9 +17,6 @@
 namespace veltrix
 {
 
-/// A fast 64-bit hash of some bytes. Only this process sees it.
-std::uint64_t hashBytes(std::string_view bytes);
-
 /// Remembers values by the bytes that they were made from. Values are implicitly shared, so a
 /// second one from equal bytes costs no memory.
 template <class T>
@@ -29,7 +27,7 @@ public:
     template <class Make>
     T share(std::string_view bytes, Make &&make)
     {
-        const auto tag = std::uint32_t(hashBytes(bytes) >> 32U);
+        const auto tag = std::uint32_t(qHashBits(bytes.data(), bytes.size(), seed) >> 32U);
         size_t index = tag & (m_places.size() - 1);
         for (; m_places[index].entry != 0; index = (index + 1) & (m_places.size() - 1)) {
             const Place place = m_places[index];
@@ -53,6 +51,9 @@ public:
     }
 
 private:
+    /// Any but 0, with which Qt would not use the processor's own instructions.
+    static constexpr size_t seed = 0x9e3779b97f4a7c15ULL;
+
     struct Entry {
         Entry(std::uint32_t start_, std::uint32_t size_, T value_)
             : start(start_), size(size_), value(std::move(value_))
