@@ -8,7 +8,7 @@
 #include <QPainter>
 #include <QPainterPath>
 
-#include <algorithm>
+#include <cmath>
 
 namespace veltrix
 {
@@ -69,18 +69,23 @@ void TableHeader::paintSection(QPainter *painter, const QRect &rect, int logical
     const QFont label = fontFor(TextStyle::SecondaryMedium, font());
     const QFontMetricsF metrics(label);
     const bool sorted = sortIndicatorSection() == logicalIndex;
-    const QRectF content = QRectF(rect).adjusted(spacing::m, 0, -spacing::s, -1);
-    const qreal room = content.width() - (sorted ? arrowGap + arrowWidth : 0);
-    const QString text = metrics.elidedText(
-        model()->headerData(logicalIndex, Qt::Horizontal).toString(), Qt::ElideRight, room);
+    const QRect content = rect.adjusted(spacing::m, 0, -spacing::s, -1);
+    const qreal arrow = sorted ? arrowGap + arrowWidth : 0;
+    const QString text =
+        metrics.elidedText(model()->headerData(logicalIndex, Qt::Horizontal).toString(),
+                           Qt::ElideRight, content.width() - arrow);
+    const auto alignment = model()
+                               ->headerData(logicalIndex, Qt::Horizontal, Qt::TextAlignmentRole)
+                               .value<Qt::Alignment>();
+    const qreal width = metrics.horizontalAdvance(text);
+    const QRectF line = QStyle::alignedRect(
+        layoutDirection(), alignment, {int(std::ceil(width + arrow)), content.height()}, content);
     painter->setFont(label);
     painter->setPen(tokens[sorted ? Token::Text : Token::Secondary]);
-    painter->drawText(content, Qt::AlignVCenter | Qt::TextSingleLine, text);
+    painter->drawText(line, Qt::AlignVCenter | Qt::TextSingleLine | Qt::TextDontClip, text);
     if (sorted)
-        drawSortArrow(
-            *painter,
-            {content.x() + metrics.horizontalAdvance(text) + arrowGap, content.center().y() + 0.5},
-            sortIndicatorOrder(), tokens[Token::Text]);
+        drawSortArrow(*painter, {line.x() + width + arrowGap, line.center().y() + 0.5},
+                      sortIndicatorOrder(), tokens[Token::Text]);
     painter->restore();
 }
 

@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// A table of whole rows: hovered, marked, ringed, parted by hairlines, read, copied.
+#pragma once
+
+#include "ui_kit/table/row_model.h"
+#include "ui_kit/theme/tokens.h"
+
+#include <QTableView>
+
+namespace veltrix
+{
+
+class ArtworkImages;
+class TableHeader;
+
+/// Shows a RowModel through its registry of columns: the model gives each cell's painter and text.
+/// When rows come or go, what the user looks at stays where it is.
+class RowTable : public QTableView
+{
+    Q_OBJECT
+
+public:
+    enum class RowHeight { OneLine, TwoLines };
+
+    /// `images` may be null for columns that paint none.
+    RowTable(RowModel &model, RowHeight rowHeight, ArtworkImages *images,
+             QWidget *parent = nullptr);
+    ~RowTable() override;
+
+    /// Selected rows from top to bottom.
+    [[nodiscard]] std::vector<int> selectedRows() const;
+    /// Every row as text, with a header line: the columns shown, in their order on screen.
+    [[nodiscard]] QList<QStringList> shownTexts() const;
+    /// Copies the selected rows with their headers as tab-separated text; every row of a table in
+    /// which none can be selected.
+    void copy() const;
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void changeEvent(QEvent *event) override;
+    bool viewportEvent(QEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void scrollContentsBy(int dx, int dy) override;
+    void currentChanged(const QModelIndex &current, const QModelIndex &previous) override;
+
+    /// Whether a row is filled as one that was chosen.
+    [[nodiscard]] virtual bool isMarked(int row) const;
+    /// Whether a row answers to the pointer.
+    [[nodiscard]] virtual bool isPointable(int row) const;
+    /// Pixels at the end of a cell that something else covers.
+    [[nodiscard]] virtual qreal coveredEnd(const QModelIndex &index) const;
+    /// Where rows lie, which one the pointer is over or which one is current may be another.
+    virtual void rowsPlaced();
+
+    /// The row under the pointer, or -1.
+    [[nodiscard]] int hoveredRow() const { return m_hoveredRow; }
+    void setHoveredRow(int row);
+    [[nodiscard]] TableHeader &header() const { return *m_header; }
+    /// Columns shown, in their order on screen.
+    [[nodiscard]] std::vector<int> shownSections() const;
+    /// Gives a column what the others leave of the table's width and `excess` pixels more, at least
+    /// its minimum.
+    void fillWidth(int column, int excess = 0);
+    [[nodiscard]] QRect rowRect(int row) const;
+
+private:
+    class CellDelegate;
+
+    /// A row that is in view, and where.
+    struct SeenRow {
+        QPersistentModelIndex index;
+        int top = 0;
+    };
+
+    void applyRowHeight();
+    void hoverUnderPointer();
+    [[nodiscard]] Token fillOf(int row) const;
+    void paintRows(const QRect &area);
+    void paintFocus();
+    void rememberSeenRows();
+    void keepSeenRows();
+
+    RowModel &m_model;
+    RowHeight m_rowHeight;
+    ArtworkImages *m_images;
+    TableHeader *m_header;
+    int m_hoveredRow = -1;
+    /// What of the rows in view is to stay where it is, the most wanted first.
+    std::vector<SeenRow> m_seen;
+    bool m_wasAtTop = true;
+};
+
+} // namespace veltrix
