@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui_kit/widgets/position_badge.h"
 
-#include "ui_kit/accessibility/accessibility.h"
 #include "ui_kit/theme/symbols.h"
 #include "ui_kit/theme/typography.h"
 
@@ -119,42 +118,6 @@ void paintPosition(QPainter &painter, const QRectF &rect, const PositionBadge &b
             movedMetrics.elidedText(movement->label(), Qt::ElideRight, geometry.movementWidth));
     }
     painter.restore();
-}
-
-PositionView::PositionView(QWidget *parent) : QWidget(parent)
-{
-    setAccessibleRole(this, QAccessible::StaticText);
-}
-
-void PositionView::setPosition(const PositionBadge &badge,
-                               const std::optional<RankMovement> &movement)
-{
-    m_badge = badge;
-    m_movement = movement;
-    QString name = badge.accessibleText();
-    if (movement)
-        name += QStringLiteral(", ") + movementSentence(*movement);
-    setAccessibleName(name);
-    updateGeometry();
-    update();
-}
-
-QSize PositionView::sizeHint() const
-{
-    const QFontMetricsF rank(fontFor(rankStyle(m_badge), font()));
-    const QFontMetricsF moved(fontFor(TextStyle::SecondaryMedium, font()));
-    const PositionGeometry geometry =
-        layoutPosition(QRectF(0, 0, 1000, rank.height()), rank, m_badge);
-    qreal width = geometry.movementBaseline.x() - spacing::s;
-    if (m_movement)
-        width += spacing::s + moved.horizontalAdvance(m_movement->label());
-    return {int(std::ceil(width)), int(std::ceil(rank.height())) + 4};
-}
-
-void PositionView::paintEvent(QPaintEvent *)
-{
-    QPainter painter(this);
-    paintPosition(painter, rect(), m_badge, m_movement, Tokens::of(this), font());
 }
 
 } // namespace veltrix

@@ -6,7 +6,7 @@
 #include "ui_kit/theme/tokens.h"
 
 #include <QFontMetricsF>
-#include <QWidget>
+#include <QString>
 
 #include <cstdint>
 #include <optional>
@@ -52,24 +52,5 @@ PositionGeometry layoutPosition(const QRectF &rect, const QFontMetricsF &rank,
 void paintPosition(QPainter &painter, const QRectF &rect, const PositionBadge &badge,
                    const std::optional<RankMovement> &movement, const Tokens &tokens,
                    const QFont &base);
-
-/// A rank with its movement as a widget.
-class PositionView final : public QWidget
-{
-    Q_OBJECT
-
-public:
-    explicit PositionView(QWidget *parent = nullptr);
-
-    void setPosition(const PositionBadge &badge, const std::optional<RankMovement> &movement);
-    [[nodiscard]] QSize sizeHint() const override;
-
-protected:
-    void paintEvent(QPaintEvent *event) override;
-
-private:
-    PositionBadge m_badge;
-    std::optional<RankMovement> m_movement;
-};
 
 } // namespace veltrix

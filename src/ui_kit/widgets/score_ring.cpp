@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui_kit/widgets/score_ring.h"
 
-#include "ui_kit/accessibility/accessibility.h"
 #include "ui_kit/theme/typography.h"
 
 #include <QCoreApplication>
@@ -98,33 +97,6 @@ void paintScoreRing(QPainter &painter, const QRectF &rect, const ScoreRing &valu
     painter.setPen(tokens[value.value ? Token::Text : Token::Secondary]);
     drawTabularText(painter, geometry.baseline, value.text());
     painter.restore();
-}
-
-ScoreRingView::ScoreRingView(QWidget *parent) : QWidget(parent)
-{
-    setAccessibleRole(this, QAccessible::Indicator);
-    setValue({});
-}
-
-void ScoreRingView::setValue(const ScoreRing &value)
-{
-    m_value = value;
-    setAccessibleName(value.accessibleText());
-    setAccessibleDescription(value.accessibleHint());
-    updateGeometry();
-    update();
-}
-
-QSize ScoreRingView::sizeHint() const
-{
-    const QFontMetricsF metrics(fontFor(TextStyle::BodySemibold, font()));
-    return layoutScoreRing(QRectF(0, 0, 200, 40), metrics, m_value).bounds.size().toSize();
-}
-
-void ScoreRingView::paintEvent(QPaintEvent *)
-{
-    QPainter painter(this);
-    paintScoreRing(painter, rect(), m_value, Tokens::of(this), font());
 }
 
 } // namespace veltrix

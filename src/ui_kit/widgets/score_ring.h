@@ -5,7 +5,7 @@
 #include "ui_kit/theme/tokens.h"
 
 #include <QFontMetricsF>
-#include <QWidget>
+#include <QString>
 
 #include <cstdint>
 #include <optional>
@@ -57,22 +57,5 @@ ScoreRingGeometry layoutScoreRing(const QRectF &rect, const QFontMetricsF &numbe
 /// `base` is the body font.
 void paintScoreRing(QPainter &painter, const QRectF &rect, const ScoreRing &value,
                     const Tokens &tokens, const QFont &base);
-
-class ScoreRingView final : public QWidget
-{
-    Q_OBJECT
-
-public:
-    explicit ScoreRingView(QWidget *parent = nullptr);
-
-    void setValue(const ScoreRing &value);
-    [[nodiscard]] QSize sizeHint() const override;
-
-protected:
-    void paintEvent(QPaintEvent *event) override;
-
-private:
-    ScoreRing m_value;
-};
 
 } // namespace veltrix

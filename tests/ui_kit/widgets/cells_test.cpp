@@ -215,25 +215,5 @@ TEST(OverlappingIcons, AreAtMostFiveEachOverTheOneBefore)
     EXPECT_TRUE(layoutOverlappingIcons(cell, 24, 0).empty());
 }
 
-TEST(ScoreRingView, IsOneElementForAScreenReader)
-{
-    ScoreRingView view;
-    view.setValue(popularity(61));
-    EXPECT_EQ(view.accessibleName(), QStringLiteral("Popularity: 61"));
-    EXPECT_EQ(view.accessibleDescription(),
-              QStringLiteral("Popularity. Directional estimate, not an official Apple metric."));
-    EXPECT_GT(view.sizeHint().width(), 30);
-}
-
-TEST(PositionView, SaysRankAndMovement)
-{
-    PositionView view;
-    view.setPosition({9}, RankMovement::improved(2));
-    EXPECT_EQ(view.accessibleName(), QStringLiteral("Rank 9, up 2"));
-    view.setPosition({std::nullopt}, std::nullopt);
-    EXPECT_EQ(view.accessibleName(),
-              QStringLiteral("Absent from returned search results (up to 100 apps)"));
-}
-
 } // namespace
 } // namespace veltrix
