@@ -2,42 +2,20 @@
 // The checked phrases of a researched app as rows that can be sorted and chosen.
 #pragma once
 
-#include "scoring/app_keyword_check.h"
+#include "ui/competitors/keyword_check_column.h"
+#include "ui_kit/table/entry_model.h"
 
-#include <QAbstractTableModel>
-#include <QCollator>
 #include <QSet>
-
-#include <array>
-#include <vector>
 
 namespace veltrix
 {
 
-enum class CheckColumn {
-    /// Whether the phrase is to be tracked.
-    Chosen,
-    Keyword,
-    Rank,
-    Difficulty,
-};
-
-inline constexpr int checkColumnCount = 4;
-
-class KeywordCheckModel final : public QAbstractTableModel
+/// In the order of the listing until it is sorted.
+class KeywordCheckModel final : public EntryModel<CheckEntry, CheckColumn>
 {
     Q_OBJECT
 
 public:
-    struct Row {
-        AppKeywordCheck check;
-        bool isChosen = false;
-        /// Tracked already for the user's app, so it cannot be chosen.
-        bool isTracked = false;
-        /// Place in the listing.
-        int order = 0;
-    };
-
     explicit KeywordCheckModel(QObject *parent = nullptr);
 
     void clear();
@@ -46,38 +24,30 @@ public:
     /// The texts that are tracked; they are compared ignoring case.
     void setTracked(const QSet<QString> &keywords);
 
-    [[nodiscard]] const Row &rowAt(int row) const { return m_rows[size_t(row)]; }
     void setChosen(int row, bool isChosen);
-    void toggle(int row) { setChosen(row, !rowAt(row).isChosen); }
+    void toggle(int row) { setChosen(row, !entryAt(row).isChosen); }
     void chooseAll();
     /// Chosen texts in the order of the listing.
     [[nodiscard]] QStringList chosen() const;
 
-    /// The shown rows with a header line.
-    [[nodiscard]] QList<QStringList> table() const;
-
-    [[nodiscard]] int rowCount(const QModelIndex &parent = {}) const override;
-    [[nodiscard]] int columnCount(const QModelIndex &parent = {}) const override;
     [[nodiscard]] QVariant data(const QModelIndex &index, int role) const override;
     bool setData(const QModelIndex &index, const QVariant &value, int role) override;
-    [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation,
-                                      int role) const override;
     [[nodiscard]] Qt::ItemFlags flags(const QModelIndex &index) const override;
-    /// A column of -1 gives the order of the listing. Missing figures come last either way.
-    void sort(int column, Qt::SortOrder order = Qt::AscendingOrder) override;
 
 Q_SIGNALS:
     void chosenChanged();
 
-private:
-    [[nodiscard]] bool comesBefore(const Row &left, const Row &right) const;
-    [[nodiscard]] QString accessibleText(const Row &row, CheckColumn column) const;
+protected:
+    [[nodiscard]] bool comesFirstOfEquals(const CheckEntry &left,
+                                          const CheckEntry &right) const override
+    {
+        return left.order < right.order;
+    }
 
-    std::vector<Row> m_rows;
+private:
+    [[nodiscard]] bool isTracked(const AppKeywordCheck &check) const;
+
     QSet<QString> m_tracked;
-    QCollator m_collator;
-    int m_sortColumn = -1;
-    Qt::SortOrder m_sortOrder = Qt::AscendingOrder;
 };
 
 } // namespace veltrix

@@ -38,7 +38,7 @@ protected:
     {
         QStringList keywords;
         for (int row = 0; row < model.rowCount(); ++row)
-            keywords << model.rowAt(row).check.keyword;
+            keywords << model.entryAt(row).check.keyword;
         return keywords.join(text(", "));
     }
     QString cell(int row, CheckColumn column, int role = Qt::DisplayRole)
@@ -57,13 +57,13 @@ TEST_F(KeywordCheckModelTest, ShowsRanksAndDifficulties)
     EXPECT_EQ(cell(1, CheckColumn::Rank), text("2nd"));
     EXPECT_EQ(cell(2, CheckColumn::Rank), text("Not ranked"));
     EXPECT_EQ(cell(0, CheckColumn::Difficulty), text("22"));
-    EXPECT_EQ(cell(2, CheckColumn::Difficulty), text("—"));
+    EXPECT_EQ(cell(2, CheckColumn::Difficulty), QString());
 }
 
 TEST_F(KeywordCheckModelTest, HeadersAreNamed)
 {
     QStringList headers;
-    for (int column = 0; column < checkColumnCount; ++column)
+    for (int column = 0; column < int(checkColumns().size()); ++column)
         headers << model.headerData(column, Qt::Horizontal, Qt::DisplayRole).toString();
     EXPECT_EQ(headers, (QStringList{QString(), text("Keyword"), text("Rank"), text("Diff")}));
     EXPECT_EQ(model.headerData(0, Qt::Horizontal, Qt::AccessibleTextRole).toString(),
@@ -156,7 +156,7 @@ TEST_F(KeywordCheckModelTest, WhatIsTrackedCannotBeChosen)
     fill();
     model.toggle(1);
     model.setTracked({text("vintage"), text("unrelated")});
-    EXPECT_TRUE(model.rowAt(1).isTracked);
+    EXPECT_TRUE(model.entryAt(1).isTracked);
     EXPECT_TRUE(model.chosen().isEmpty());
     model.toggle(1);
     EXPECT_TRUE(model.chosen().isEmpty());
@@ -170,8 +170,8 @@ TEST_F(KeywordCheckModelTest, ARowThatArrivesLaterIsKnownToBeTracked)
 {
     model.setTracked({text("grain")});
     fill();
-    EXPECT_TRUE(model.rowAt(2).isTracked);
-    EXPECT_FALSE(model.rowAt(0).isTracked);
+    EXPECT_TRUE(model.entryAt(2).isTracked);
+    EXPECT_FALSE(model.entryAt(0).isTracked);
 }
 
 TEST_F(KeywordCheckModelTest, ClearsToNothing)
@@ -186,14 +186,15 @@ TEST_F(KeywordCheckModelTest, ClearsToNothing)
 TEST_F(KeywordCheckModelTest, IsATableOfText)
 {
     fill();
-    EXPECT_EQ(model.table()[0], (QStringList{text("Keyword"), text("Rank"), text("Diff")}));
-    EXPECT_EQ(model.table()[3], (QStringList{text("grain"), text("Not ranked"), QString()}));
+    const QList<QStringList> table = model.texts({0, 1, 2}, {0, 1, 2, 3});
+    EXPECT_EQ(table[0], (QStringList{text("Keyword"), text("Rank"), text("Diff")}));
+    EXPECT_EQ(table[3], (QStringList{text("grain"), text("Not ranked"), QString()}));
 }
 
 RC_GTEST_FIXTURE_PROP(KeywordCheckModelTest, InsertingInOrderIsTheSameAsSortingAfterwards, ())
 {
     const auto ranks = *rc::gen::container<std::vector<int>>(rc::gen::inRange(0, 30));
-    const int column = *rc::gen::inRange(-1, checkColumnCount);
+    const int column = *rc::gen::inRange(-1, int(checkColumns().size()));
     const auto direction = *rc::gen::element(Qt::AscendingOrder, Qt::DescendingOrder);
     KeywordCheckModel inserted;
     KeywordCheckModel sorted;
@@ -206,7 +207,7 @@ RC_GTEST_FIXTURE_PROP(KeywordCheckModelTest, InsertingInOrderIsTheSameAsSortingA
     }
     sorted.sort(column, direction);
     for (int row = 0; row < sorted.rowCount(); ++row)
-        RC_ASSERT(inserted.rowAt(row).order == sorted.rowAt(row).order);
+        RC_ASSERT(inserted.entryAt(row).order == sorted.entryAt(row).order);
 }
 
 } // namespace

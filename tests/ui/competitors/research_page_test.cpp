@@ -262,13 +262,13 @@ TEST_F(ResearchPageTest, ChecksAreSortedByTheirHeaderAndCopied)
                           {header->sectionViewportPosition(int(column)) + 20, 10});
     };
     clickHeader(CheckColumn::Rank);
-    EXPECT_EQ(checkModel()->rowAt(0).check.keyword, text("foxglove film"));
-    EXPECT_EQ(checkModel()->rowAt(1).check.keyword, text("foxglove"));
-    EXPECT_EQ(checkModel()->rowAt(9).check.position, std::nullopt);
+    EXPECT_EQ(checkModel()->entryAt(0).check.keyword, text("foxglove film"));
+    EXPECT_EQ(checkModel()->entryAt(1).check.keyword, text("foxglove"));
+    EXPECT_EQ(checkModel()->entryAt(9).check.position, std::nullopt);
     clickHeader(CheckColumn::Rank);
-    EXPECT_EQ(checkModel()->rowAt(0).check.position, 17);
+    EXPECT_EQ(checkModel()->entryAt(0).check.position, 17);
     clickHeader(CheckColumn::Rank);
-    EXPECT_EQ(checkModel()->rowAt(1).check.keyword, text("film camera"));
+    EXPECT_EQ(checkModel()->entryAt(1).check.keyword, text("film camera"));
     QTest::keyClick(checks(), Qt::Key_C, Qt::ControlModifier);
     EXPECT_TRUE(QGuiApplication::clipboard()->text().startsWith(
         text("Keyword\tRank\tDiff\nfoxglove film\t1st\t")));
@@ -289,7 +289,7 @@ TEST_F(ResearchPageTest, ChosenKeywordsAreTrackedAndQueued)
     EXPECT_EQ(store().refreshProgress().total(), 2);
     EXPECT_EQ(label("coverageStatus"),
               text("Keywords saved. Metrics will update in the background."));
-    EXPECT_TRUE(checkModel()->rowAt(0).isTracked);
+    EXPECT_TRUE(checkModel()->entryAt(0).isTracked);
     EXPECT_TRUE(checkModel()->chosen().isEmpty());
     EXPECT_FALSE(find<Button>("trackKeywords")->isEnabled());
 }
@@ -343,8 +343,8 @@ TEST_F(ResearchPageTest, AKeywordThatIsTrackedAlreadyIsMarked)
 {
     store().addTrackedKeyword(appId(), text("Film Camera"), text("us"));
     openPage();
-    EXPECT_FALSE(checkModel()->rowAt(0).isTracked);
-    EXPECT_TRUE(checkModel()->rowAt(1).isTracked);
+    EXPECT_FALSE(checkModel()->entryAt(0).isTracked);
+    EXPECT_TRUE(checkModel()->entryAt(1).isTracked);
     clickRow(1);
     EXPECT_TRUE(checkModel()->chosen().isEmpty());
 }
