@@ -49,8 +49,7 @@ void DashboardPage::showRowMenu(const QPoint &globalPosition)
     connect(refresh, &QAction::triggered, this,
             [this, ids = m_table->selectedIds()] { m_actions->refresh(ids); });
     QAction *copy = add(QStringLiteral("doc.on.doc"), tr("Copy") + QStringLiteral("\tCtrl+C"));
-    connect(copy, &QAction::triggered, this,
-            [this] { m_actions->copy(m_table->selectedRows(), m_table->shownColumns()); });
+    connect(copy, &QAction::triggered, m_table, &KeywordTableView::copy);
     menu->addSeparator();
     QAction *remove =
         add(QStringLiteral("trash"),

@@ -165,8 +165,6 @@ void DashboardPage::connectTable()
     connect(m_table, &KeywordTableView::historyRequested, this,
             rowSignal(&DashboardPage::historyRequested));
     connect(m_table, &KeywordTableView::removeRequested, this, &DashboardPage::removeSelected);
-    connect(m_table, &KeywordTableView::copyRequested, this,
-            [this] { m_actions->copy(m_table->selectedRows(), m_table->shownColumns()); });
     connect(m_table, &KeywordTableView::menuRequested, this, &DashboardPage::showRowMenu);
     connect(m_table, &KeywordTableView::columnLayoutChanged, this, &DashboardPage::saveColumns);
     connect(m_table, &KeywordTableView::columnMenuRequested, this, [this](const QPoint &position) {
@@ -302,7 +300,7 @@ void DashboardPage::importKeywords()
 void DashboardPage::exportTable()
 {
     if (const auto profile = app())
-        m_actions->exportTable(window(), profile->appName, m_table->shownColumns());
+        m_actions->exportTable(window(), profile->appName, m_table->shownTexts());
 }
 
 void DashboardPage::exportHistory()

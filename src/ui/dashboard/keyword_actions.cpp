@@ -12,7 +12,6 @@
 #include <QPointer>
 
 #include <map>
-#include <numeric>
 
 namespace veltrix
 {
@@ -152,20 +151,10 @@ void KeywordActions::copyRefusals(const QList<RefusedKeyword> &refused) const
     QGuiApplication::clipboard()->setText(toTabSeparated(refusalTable(refused)));
 }
 
-void KeywordActions::copy(const std::vector<int> &rows,
-                          const std::vector<KeywordColumn> &columns) const
-{
-    if (!rows.empty())
-        QGuiApplication::clipboard()->setText(toTabSeparated(keywordTable(m_model, rows, columns)));
-}
-
 void KeywordActions::exportTable(QWidget *dialogParent, const QString &appName,
-                                 const std::vector<KeywordColumn> &columns)
+                                 const QList<QStringList> &table)
 {
-    std::vector<int> rows(size_t(m_model.rowCount()));
-    std::iota(rows.begin(), rows.end(), 0);
-    saveCsv(dialogParent, tr("Export Keywords"), suggestedFileName(appName, tr("keywords")),
-            keywordTable(m_model, rows, columns));
+    saveCsv(dialogParent, tr("Export Keywords"), suggestedFileName(appName, tr("keywords")), table);
 }
 
 void KeywordActions::exportHistory(QWidget *dialogParent, QUuid appId, const QString &appName)

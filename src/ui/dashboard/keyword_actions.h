@@ -4,14 +4,11 @@
 
 #include "effects/task_scope.h"
 #include "store/aso_store.h"
-#include "ui/dashboard/keyword_column.h"
 #include "ui/dashboard/keyword_input.h"
 #include "ui_kit/widgets/file_exchange.h"
 #include "ui_kit/widgets/status_bar.h"
 
 #include <QObject>
-
-#include <vector>
 
 namespace veltrix
 {
@@ -49,9 +46,8 @@ public:
     void refresh(const QList<QUuid> &ids);
 
     void copyRefusals(const QList<RefusedKeyword> &refused) const;
-    void copy(const std::vector<int> &rows, const std::vector<KeywordColumn> &columns) const;
     void exportTable(QWidget *dialogParent, const QString &appName,
-                     const std::vector<KeywordColumn> &columns);
+                     const QList<QStringList> &table);
     void exportHistory(QWidget *dialogParent, QUuid appId, const QString &appName);
 
 Q_SIGNALS:

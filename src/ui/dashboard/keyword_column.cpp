@@ -2,13 +2,16 @@
 #include "ui/dashboard/keyword_column.h"
 
 #include "store/keyword_admission.h"
+#include "ui/dashboard/keyword_cells.h"
 #include "ui_kit/text/storefronts.h"
+#include "ui_kit/text/tool_tip_text.h"
 #include "ui_kit/widgets/badge.h"
 #include "ui_kit/widgets/position_badge.h"
 #include "ui_kit/widgets/score_ring.h"
 
 #include <QCoreApplication>
-#include <QStringList>
+
+#include <array>
 
 namespace veltrix
 {
@@ -16,128 +19,86 @@ namespace veltrix
 namespace
 {
 
-constexpr char context[] = "KeywordTable";
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(KeywordTable)
+};
 
-QString translated(const char *text)
-{
-    return QCoreApplication::translate(context, text);
-}
-
-ColumnSortKey numberKey(const std::optional<std::int64_t> &value)
-{
-    return value ? ColumnSortKey{0, double(*value)} : ColumnSortKey{1, 0};
-}
+using Entry = KeywordEntry;
 
 QString numberText(const std::optional<std::int64_t> &value)
 {
     return value ? QString::number(*value) : QString();
 }
 
-ScoreRing popularityOf(const KeywordEntry &entry)
+QString whyUnmeasurable(const Entry &entry)
 {
-    return {entry.row.popularity, ScoreRing::Mode::Popularity};
+    return entry.unmeasurable.isEmpty()
+               ? QString()
+               : unmeasurableSentence(entry.row.keyword, entry.unmeasurable);
 }
 
-ScoreRing difficultyOf(const KeywordEntry &entry)
+/// The row as one sentence.
+QString rowSentence(const Entry &entry)
 {
-    return {entry.row.difficulty, ScoreRing::Mode::Difficulty};
+    QStringList parts{entry.row.keyword, storefrontName(entry.row.country), timeText(entry)};
+    for (const KeywordColumnInfo &info : keywordColumns()) {
+        if (info.isInSentence && !entry.row.awaitingMetrics)
+            parts << info.accessibleText(entry);
+    }
+    return parts.join(QStringLiteral(", "));
 }
 
-// The keyword's own order needs the collation key, which the model compares itself.
-ColumnSortKey keywordKey(const KeywordEntry &)
+QString keywordToolTip(const Entry &entry)
 {
-    return {};
+    QStringList lines{entry.row.keyword + QStringLiteral(" · ") +
+                      storefrontName(entry.row.country)};
+    if (!entry.unmeasurable.isEmpty())
+        lines << timeText(entry);
+    if (!entry.popularityStatus.isEmpty())
+        lines << entry.popularityStatus;
+    return toolTipText(lines.join(u'\n'));
 }
 
-QString keywordText(const KeywordEntry &entry)
+Badge targetOf(const Entry &entry)
 {
-    return entry.row.keyword;
+    return targetBadge(entry.row.opportunity);
 }
 
-QString keywordHint(const KeywordEntry &entry)
-{
-    return entry.popularityStatus;
-}
-
-ColumnSortKey targetKey(const KeywordEntry &entry)
-{
-    return entry.row.opportunity ? ColumnSortKey{0, double(entry.row.opportunity->score)}
-                                 : ColumnSortKey{1, 0};
-}
-
-QString targetText(const KeywordEntry &entry)
-{
-    return targetBadge(entry.row.opportunity).text;
-}
-
-QString targetSentence(const KeywordEntry &entry)
-{
-    return translated(QT_TRANSLATE_NOOP("KeywordTable", "Target: %1")).arg(targetText(entry));
-}
-
-QString targetHint(const KeywordEntry &entry)
+QString targetHint(const Entry &entry)
 {
     return targetBadgeHelp(entry.row.opportunity);
 }
 
-ColumnSortKey popularityKey(const KeywordEntry &entry)
+ColumnSortKey targetKey(const Entry &entry)
 {
-    return numberKey(entry.row.popularity);
+    const auto &opportunity = entry.row.opportunity;
+    return ColumnSortKey::of(opportunity ? std::optional(opportunity->score) : std::nullopt);
 }
 
-QString popularityText(const KeywordEntry &entry)
+ScoreRing popularityOf(const Entry &entry)
 {
-    return numberText(entry.row.popularity);
+    return {entry.row.popularity, ScoreRing::Mode::Popularity};
 }
 
-QString popularitySentence(const KeywordEntry &entry)
+ScoreRing difficultyOf(const Entry &entry)
 {
-    return popularityOf(entry).accessibleText();
+    return {entry.row.difficulty, ScoreRing::Mode::Difficulty};
 }
 
-QString popularityHint(const KeywordEntry &entry)
+void paintRing(const CellPainting &cell, const ScoreRing &ring)
 {
-    return popularityOf(entry).accessibleHint();
+    paintScoreRing(cell.painter, cell.content, ring, cell.tokens, cell.base());
 }
 
-ColumnSortKey difficultyKey(const KeywordEntry &entry)
-{
-    return numberKey(entry.row.difficulty);
-}
-
-QString difficultyText(const KeywordEntry &entry)
-{
-    return numberText(entry.row.difficulty);
-}
-
-QString difficultySentence(const KeywordEntry &entry)
-{
-    return difficultyOf(entry).accessibleText();
-}
-
-QString difficultyHint(const KeywordEntry &entry)
-{
-    return difficultyOf(entry).accessibleHint();
-}
-
-ColumnSortKey positionKey(const KeywordEntry &entry)
+QString positionText(const Entry &entry)
 {
     if (entry.row.awaitingMetrics)
-        return {2, 0};
-    return numberKey(entry.row.position);
-}
-
-QString positionText(const KeywordEntry &entry)
-{
-    if (entry.row.awaitingMetrics && !entry.unmeasurable.isEmpty())
-        return translated(QT_TRANSLATE_NOOP("KeywordTable", "Not measurable"));
-    if (entry.row.awaitingMetrics)
-        return translated(QT_TRANSLATE_NOOP("KeywordTable", "Pending"));
+        return entry.unmeasurable.isEmpty() ? Texts::tr("Pending") : Texts::tr("Not measurable");
     return entry.row.position ? QString::number(*entry.row.position)
                               : PositionBadge{entry.row.position}.text();
 }
 
-QString positionSentence(const KeywordEntry &entry)
+QString positionSentence(const Entry &entry)
 {
     if (entry.row.awaitingMetrics)
         return positionText(entry);
@@ -147,21 +108,13 @@ QString positionSentence(const KeywordEntry &entry)
     return sentence;
 }
 
-QString positionHint(const KeywordEntry &entry)
+ColumnSortKey appsKey(const Entry &entry)
 {
-    return entry.unmeasurable.isEmpty()
-               ? QString()
-               : unmeasurableSentence(entry.row.keyword, entry.unmeasurable);
+    const qsizetype count = entry.row.appsInRanking.size();
+    return ColumnSortKey::of(count > 0 ? std::optional(count) : std::nullopt);
 }
 
-ColumnSortKey appsKey(const KeywordEntry &entry)
-{
-    return numberKey(entry.row.appsInRanking.isEmpty()
-                         ? std::nullopt
-                         : std::optional<std::int64_t>(entry.row.appsInRanking.size()));
-}
-
-QString appsText(const KeywordEntry &entry)
+QString appsText(const Entry &entry)
 {
     QStringList addresses;
     for (const Url &url : entry.row.appsInRanking)
@@ -169,75 +122,139 @@ QString appsText(const KeywordEntry &entry)
     return addresses.join(u' ');
 }
 
-QString appsSentence(const KeywordEntry &entry)
-{
-    return translated(QT_TRANSLATE_NOOP("KeywordTable", "Show ranked apps for %1 in %2"))
-        .arg(entry.row.keyword, storefrontName(entry.row.country));
-}
+constexpr TextColumn<Entry> storefront{[] { return Texts::tr("Storefront"); },
+                                       [](const Entry &entry) {
+                                           return entry.row.country;
+                                       }};
 
-QString appsHint(const KeywordEntry &)
-{
-    return translated(QT_TRANSLATE_NOOP("KeywordTable", "View apps"));
-}
+constexpr std::array columns{
+    KeywordColumnInfo{
+        .column = KeywordColumn::Keyword,
+        .id = "keyword",
+        .title = [] { return Texts::tr("Keyword"); },
+        .defaultWidth = 279,
+        .minimumWidth = 160,
+        .sortKey = [](const Entry &entry) { return ColumnSortKey{.text = entry.order.get()}; },
+        .text = [](const Entry &entry) { return entry.row.keyword; },
+        .exportedAlong = storefront,
+        .accessibleText = rowSentence,
+        .accessibleHint = [](const Entry &entry) { return entry.popularityStatus; },
+        .toolTip = keywordToolTip,
+        .isInSentence = false,
+        .paint = paintKeywordCell,
+    },
+    KeywordColumnInfo{
+        .column = KeywordColumn::Target,
+        .id = "target",
+        .title = [] { return Texts::tr("Target"); },
+        .defaultWidth = 175,
+        .minimumWidth = 110,
+        .sortKey = targetKey,
+        .text = [](const Entry &entry) { return targetOf(entry).text; },
+        .accessibleText =
+            [](const Entry &entry) { return Texts::tr("Target: %1").arg(targetOf(entry).text); },
+        .accessibleHint = targetHint,
+        .paint =
+            [](const CellPainting &cell, const Entry &entry) {
+                paintBadge(cell.painter, cell.content, targetOf(entry), cell.tokens, cell.base());
+            },
+    },
+    KeywordColumnInfo{
+        .column = KeywordColumn::Popularity,
+        .id = "popularity",
+        .title = [] { return Texts::tr("Popularity (est.)"); },
+        .help =
+            [] {
+                return Texts::tr("Estimated search popularity from the Quorvin model, not official "
+                                 "Apple data. Its calibration used US data; unavailable does not "
+                                 "mean low demand.");
+            },
+        .defaultWidth = 134,
+        .minimumWidth = 80,
+        .sortKey = [](const Entry &entry) { return ColumnSortKey::of(entry.row.popularity); },
+        .text = [](const Entry &entry) { return numberText(entry.row.popularity); },
+        .accessibleText = [](const Entry &entry) { return popularityOf(entry).accessibleText(); },
+        .accessibleHint = [](const Entry &entry) { return popularityOf(entry).accessibleHint(); },
+        .toolTip =
+            [](const Entry &entry) {
+                const QString hint = popularityOf(entry).accessibleHint();
+                return toolTipText((hint + u'\n' + entry.popularityStatus).trimmed());
+            },
+        .paint = [](const CellPainting &cell,
+                    const Entry &entry) { paintRing(cell, popularityOf(entry)); },
+    },
+    KeywordColumnInfo{
+        .column = KeywordColumn::Difficulty,
+        .id = "difficulty",
+        .title = [] { return Texts::tr("Difficulty (est.)"); },
+        .defaultWidth = 134,
+        .minimumWidth = 80,
+        .sortKey = [](const Entry &entry) { return ColumnSortKey::of(entry.row.difficulty); },
+        .text = [](const Entry &entry) { return numberText(entry.row.difficulty); },
+        .accessibleText = [](const Entry &entry) { return difficultyOf(entry).accessibleText(); },
+        .accessibleHint = [](const Entry &entry) { return difficultyOf(entry).accessibleHint(); },
+        .paint = [](const CellPainting &cell,
+                    const Entry &entry) { paintRing(cell, difficultyOf(entry)); },
+    },
+    KeywordColumnInfo{
+        .column = KeywordColumn::Position,
+        .id = "position",
+        .title = [] { return Texts::tr("Ranking"); },
+        .defaultWidth = 175,
+        .minimumWidth = 90,
+        .sortKey =
+            [](const Entry &entry) {
+                return entry.row.awaitingMetrics ? ColumnSortKey{.group = 2}
+                                                 : ColumnSortKey::of(entry.row.position);
+            },
+        .text = positionText,
+        .accessibleText = positionSentence,
+        .accessibleHint = whyUnmeasurable,
+        .toolTip =
+            [](const Entry &entry) {
+                return entry.row.awaitingMetrics ? whyUnmeasurable(entry) : positionSentence(entry);
+            },
+        .paint = [](const CellPainting &cell,
+                    const Entry &entry) { paintRankingCell(cell, entry, positionText(entry)); },
+    },
+    KeywordColumnInfo{
+        .column = KeywordColumn::Apps,
+        .id = "apps",
+        .title = [] { return Texts::tr("Apps"); },
+        .defaultWidth = 134,
+        .minimumWidth = 80,
+        .sortKey = appsKey,
+        .text = appsText,
+        .accessibleText =
+            [](const Entry &entry) {
+                return Texts::tr("Show ranked apps for %1 in %2")
+                    .arg(entry.row.keyword, storefrontName(entry.row.country));
+            },
+        .accessibleHint = [](const Entry &) { return Texts::tr("View apps"); },
+        .isInSentence = false,
+        .paint = paintAppsCell,
+    },
+};
 
 } // namespace
 
-QString KeywordColumnInfo::headerText() const
+std::span<const KeywordColumnInfo> keywordColumns()
 {
-    return translated(title);
-}
-
-QString KeywordColumnInfo::helpText() const
-{
-    return *help ? translated(help) : QString();
-}
-
-const std::array<KeywordColumnInfo, keywordColumnCount> &keywordColumns()
-{
-    static const std::array<KeywordColumnInfo, keywordColumnCount> columns{{
-        {KeywordColumn::Keyword, "keyword", QT_TRANSLATE_NOOP("KeywordTable", "Keyword"), "", 279,
-         160, keywordKey, keywordText, keywordText, keywordHint},
-        {KeywordColumn::Target, "target", QT_TRANSLATE_NOOP("KeywordTable", "Target"), "", 175, 110,
-         targetKey, targetText, targetSentence, targetHint},
-        {KeywordColumn::Popularity, "popularity",
-         QT_TRANSLATE_NOOP("KeywordTable", "Popularity (est.)"),
-         QT_TRANSLATE_NOOP(
-             "KeywordTable",
-             "Estimated search popularity from the Quorvin model, not official Apple data. Its "
-             "calibration used US data; unavailable does not mean low demand."),
-         134, 80, popularityKey, popularityText, popularitySentence, popularityHint},
-        {KeywordColumn::Difficulty, "difficulty",
-         QT_TRANSLATE_NOOP("KeywordTable", "Difficulty (est.)"), "", 134, 80, difficultyKey,
-         difficultyText, difficultySentence, difficultyHint},
-        {KeywordColumn::Position, "position", QT_TRANSLATE_NOOP("KeywordTable", "Ranking"), "", 175,
-         90, positionKey, positionText, positionSentence, positionHint},
-        {KeywordColumn::Apps, "apps", QT_TRANSLATE_NOOP("KeywordTable", "Apps"), "", 134, 80,
-         appsKey, appsText, appsSentence, appsHint},
-    }};
     return columns;
 }
 
 const KeywordColumnInfo &keywordColumnInfo(KeywordColumn column)
 {
-    return keywordColumns()[static_cast<size_t>(column)];
+    return columns[static_cast<size_t>(column)];
 }
 
 std::optional<KeywordColumn> keywordColumnOf(const QString &id)
 {
-    for (const KeywordColumnInfo &info : keywordColumns()) {
+    for (const KeywordColumnInfo &info : columns) {
         if (id == QLatin1String(info.id))
             return info.column;
     }
     return std::nullopt;
-}
-
-QString keywordRowSentence(const KeywordEntry &entry, const QString &updated)
-{
-    QStringList parts{entry.row.keyword, storefrontName(entry.row.country), updated};
-    if (!entry.row.awaitingMetrics)
-        parts << targetSentence(entry) << popularitySentence(entry) << difficultySentence(entry)
-              << positionSentence(entry);
-    return parts.join(QStringLiteral(", "));
 }
 
 } // namespace veltrix

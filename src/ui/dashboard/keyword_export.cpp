@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/dashboard/keyword_export.h"
 
-#include "ui/dashboard/keyword_table_model.h"
+#include "ui/dashboard/keyword_column.h"
 
 #include <QCoreApplication>
 
@@ -13,78 +13,87 @@ namespace veltrix
 namespace
 {
 
-QString translated(const char *text)
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(KeywordExport)
+};
+
+struct Measurement {
+    TrackedKeyword keyword;
+    SharedSnapshot snapshot;
+};
+
+using Entry = Measurement;
+
+template <class Assessment>
+QString scoreText(const std::optional<Assessment> &assessment)
 {
-    return QCoreApplication::translate("KeywordExport", text);
+    return assessment ? QString::number(assessment->score) : QString();
 }
 
-QString optionalNumber(const std::optional<std::int64_t> &value)
+QString popularityText(const Entry &entry)
 {
-    return value ? QString::number(*value) : QString();
+    const auto &measured = entry.snapshot->popularityMeasurement;
+    return measured && isSearchPopularity(*measured) ? scoreText(measured) : QString();
 }
 
-QStringList historyHeader()
+QString difficultyText(const Entry &entry)
 {
-    return {translated(QT_TRANSLATE_NOOP("KeywordExport", "Keyword")),
-            translated(QT_TRANSLATE_NOOP("KeywordExport", "Storefront")),
-            translated(QT_TRANSLATE_NOOP("KeywordExport", "Measured at")),
-            translated(QT_TRANSLATE_NOOP("KeywordExport", "Position")),
-            translated(QT_TRANSLATE_NOOP("KeywordExport", "Popularity (est.)")),
-            translated(QT_TRANSLATE_NOOP("KeywordExport", "Difficulty (est.)")),
-            translated(QT_TRANSLATE_NOOP("KeywordExport", "Competition")),
-            translated(QT_TRANSLATE_NOOP("KeywordExport", "Opportunity")),
-            translated(QT_TRANSLATE_NOOP("KeywordExport", "Target")),
-            translated(QT_TRANSLATE_NOOP("KeywordExport", "Popularity model")),
-            translated(QT_TRANSLATE_NOOP("KeywordExport", "Scoring model"))};
+    const KeywordSnapshot &snapshot = *entry.snapshot;
+    return snapshot.difficultyComponents.sampledAppCount != 0
+               ? QString::number(snapshot.difficultyScore)
+               : QString();
 }
 
-QStringList historyLine(const TrackedKeyword &keyword, const KeywordSnapshot &snapshot)
+std::vector<TextColumn<Entry>> historyColumns()
 {
-    std::optional<std::int64_t> popularity;
-    if (snapshot.popularityMeasurement && isSearchPopularity(*snapshot.popularityMeasurement))
-        popularity = snapshot.popularityMeasurement->score;
-    const auto competition = snapshot.competition ? std::optional(snapshot.competition->score)
-                                                  : std::optional<std::int64_t>();
-    const auto opportunity = snapshot.opportunity ? std::optional(snapshot.opportunity->score)
-                                                  : std::optional<std::int64_t>();
-    const bool sampled = snapshot.difficultyComponents.sampledAppCount != 0;
-    return {keyword.keyword,
-            keyword.country,
-            formatInternetDateTime(snapshot.fetchedAt),
-            optionalNumber(snapshot.position),
-            optionalNumber(popularity),
-            sampled ? QString::number(snapshot.difficultyScore) : QString(),
-            optionalNumber(competition),
-            optionalNumber(opportunity),
-            snapshot.opportunity ? snapshot.opportunity->label : QString(),
-            snapshot.popularityModelVersion.value_or(QString()),
-            snapshot.scoringModelVersion.value_or(QString())};
+    const auto titleOf = [](KeywordColumn column) {
+        return keywordColumnInfo(column).title;
+    };
+    return {
+        {titleOf(KeywordColumn::Keyword),
+         [](const Entry &entry) {
+             return entry.keyword.keyword;
+         }},
+        {keywordColumnInfo(KeywordColumn::Keyword).exportedAlong.title,
+         [](const Entry &entry) {
+             return entry.keyword.country;
+         }},
+        {[] { return Texts::tr("Measured at"); },
+         [](const Entry &entry) {
+             return formatInternetDateTime(entry.snapshot->fetchedAt);
+         }},
+        {[] { return Texts::tr("Position"); },
+         [](const Entry &entry) {
+             const auto &position = entry.snapshot->position;
+             return position ? QString::number(*position) : QString();
+         }},
+        {titleOf(KeywordColumn::Popularity), popularityText},
+        {titleOf(KeywordColumn::Difficulty), difficultyText},
+        {[] { return Texts::tr("Competition"); },
+         [](const Entry &entry) {
+             return scoreText(entry.snapshot->competition);
+         }},
+        {[] { return Texts::tr("Opportunity"); },
+         [](const Entry &entry) {
+             return scoreText(entry.snapshot->opportunity);
+         }},
+        {titleOf(KeywordColumn::Target),
+         [](const Entry &entry) {
+             const auto &opportunity = entry.snapshot->opportunity;
+             return opportunity ? opportunity->label : QString();
+         }},
+        {[] { return Texts::tr("Popularity model"); },
+         [](const Entry &entry) {
+             return entry.snapshot->popularityModelVersion.value_or(QString());
+         }},
+        {[] { return Texts::tr("Scoring model"); },
+         [](const Entry &entry) {
+             return entry.snapshot->scoringModelVersion.value_or(QString());
+         }},
+    };
 }
 
 } // namespace
-
-QList<QStringList> keywordTable(const KeywordTableModel &model, const std::vector<int> &rows,
-                                const std::vector<KeywordColumn> &columns)
-{
-    QStringList header;
-    for (const KeywordColumn column : columns) {
-        header.append(keywordColumnInfo(column).headerText());
-        if (column == KeywordColumn::Keyword)
-            header.append(translated(QT_TRANSLATE_NOOP("KeywordExport", "Storefront")));
-    }
-    QList<QStringList> table{header};
-    for (const int row : rows) {
-        const KeywordEntry &entry = model.entryAt(row);
-        QStringList line;
-        for (const KeywordColumn column : columns) {
-            line.append(keywordColumnInfo(column).text(entry));
-            if (column == KeywordColumn::Keyword)
-                line.append(entry.row.country);
-        }
-        table.append(line);
-    }
-    return table;
-}
 
 QList<QStringList> keywordHistory(const ASOStore &store, QUuid appId)
 {
@@ -92,12 +101,12 @@ QList<QStringList> keywordHistory(const ASOStore &store, QUuid appId)
     std::stable_sort(keywords.begin(), keywords.end(), [](const auto &left, const auto &right) {
         return QString::localeAwareCompare(left.keyword, right.keyword) < 0;
     });
-    QList<QStringList> table{historyHeader()};
+    std::vector<Measurement> measurements;
     for (const TrackedKeyword &keyword : std::as_const(keywords)) {
         for (const SharedSnapshot &snapshot : store.keywordSnapshots(keyword.id))
-            table.append(historyLine(keyword, *snapshot));
+            measurements.push_back({keyword, snapshot});
     }
-    return table;
+    return tableOfText(historyColumns(), measurements);
 }
 
 } // namespace veltrix

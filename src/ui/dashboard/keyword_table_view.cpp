@@ -1,57 +1,41 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/dashboard/keyword_table_view.h"
 
-#include "ui/dashboard/keyword_delegate.h"
 #include "ui/dashboard/keyword_table_model.h"
 #include "ui/dashboard/row_actions.h"
 #include "ui_kit/accessibility/accessibility.h"
 #include "ui_kit/table/table_header.h"
-#include "ui_kit/theme/painting.h"
 #include "ui_kit/theme/typography.h"
-#include "ui_kit/theme/veltrix_style.h"
-#include "ui_kit/widgets/artwork_images.h"
 
 #include <QContextMenuEvent>
-#include <QPainter>
-#include <QScrollBar>
-#include <QStyleOption>
-
-#include <algorithm>
 
 namespace veltrix
 {
 
 KeywordTableView::KeywordTableView(KeywordTableModel &model, ArtworkImages &images, QWidget *parent)
-    : QTableView(parent), m_model(model), m_delegate(new KeywordDelegate(images, this)),
-      m_header(new TableHeader(this)), m_rowActions(new RowActions(viewport()))
+    : RowTable(model, RowHeight::TwoLines, &images, parent), m_model(model),
+      m_rowActions(new RowActions(viewport()))
 {
     nameControl(this, QStringLiteral("keywordTable"), tr("Keywords"));
-    setHorizontalHeader(m_header);
-    m_header->setObjectName(QStringLiteral("keywordTableHeader"));
-    m_header->setAccessibleName(tr("Columns"));
-    setModel(&m_model);
-    setItemDelegate(m_delegate);
-    setProperty(ownRowsProperty, true);
-    setFrameShape(QFrame::NoFrame);
-    setShowGrid(false);
-    setWordWrap(false);
-    setSelectionBehavior(SelectRows);
+    header().setObjectName(QStringLiteral("keywordTableHeader"));
+    header().setAccessibleName(tr("Columns"));
+    header().setContextMenuPolicy(Qt::CustomContextMenu);
     setSelectionMode(ExtendedSelection);
-    setVerticalScrollMode(ScrollPerPixel);
-    setHorizontalScrollMode(ScrollPerPixel);
-    setTabKeyNavigation(false);
     setMinimumHeight(6 * twoLineRowHeight(font()));
-    setMouseTracking(true);
-    setCornerButtonEnabled(false);
-    setEditTriggers(NoEditTriggers);
-    verticalHeader()->hide();
-    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    m_header->setContextMenuPolicy(Qt::CustomContextMenu);
     m_rowActions->hide();
-    applyRowHeight();
-    keepSelectionOverReset();
+    connectHeader();
+    connectRowActions();
+    connect(this, &QTableView::doubleClicked, this, [this](const QModelIndex &index) {
+        // The first click on the icons has opened the ranked apps already.
+        if (!isAppsCell(visualRect(index).center()))
+            Q_EMIT opened(index.row());
+    });
+    setColumnLayout(ColumnLayout::standard());
+}
 
-    connect(m_header, &QHeaderView::sortIndicatorChanged, this,
+void KeywordTableView::connectHeader()
+{
+    connect(&header(), &QHeaderView::sortIndicatorChanged, this,
             [this](int section, Qt::SortOrder order) {
                 if (m_isArranging)
                     return;
@@ -59,17 +43,21 @@ KeywordTableView::KeywordTableView(KeywordTableModel &model, ArtworkImages &imag
                 Q_EMIT columnLayoutChanged();
             });
     const auto arranged = [this] {
-        placeRowActions();
+        rowsPlaced();
         if (m_isArranging)
             return;
-        m_excess = m_header->length() - viewport()->width();
+        m_excess = header().length() - viewport()->width();
         Q_EMIT columnLayoutChanged();
     };
-    connect(m_header, &QHeaderView::sectionResized, this, arranged);
-    connect(m_header, &QHeaderView::sectionMoved, this, arranged);
-    connect(m_header, &QWidget::customContextMenuRequested, this, [this](const QPoint &position) {
-        Q_EMIT columnMenuRequested(m_header->mapToGlobal(position));
+    connect(&header(), &QHeaderView::sectionResized, this, arranged);
+    connect(&header(), &QHeaderView::sectionMoved, this, arranged);
+    connect(&header(), &QWidget::customContextMenuRequested, this, [this](const QPoint &position) {
+        Q_EMIT columnMenuRequested(header().mapToGlobal(position));
     });
+}
+
+void KeywordTableView::connectRowActions()
+{
     connect(m_rowActions, &RowActions::rankedAppsRequested, this,
             [this] { Q_EMIT rankedAppsRequested(m_actionsRow); });
     connect(m_rowActions, &RowActions::historyRequested, this,
@@ -79,19 +67,6 @@ KeywordTableView::KeywordTableView(KeywordTableModel &model, ArtworkImages &imag
             QTableView::selectRow(m_actionsRow);
         Q_EMIT menuRequested(position);
     });
-    connect(this, &QTableView::doubleClicked, this, [this](const QModelIndex &index) {
-        // The first click on the icons has opened the ranked apps already.
-        if (!isAppsCell(visualRect(index).center()))
-            Q_EMIT opened(index.row());
-    });
-    connect(&images, &ArtworkImages::ready, viewport(), QOverload<>::of(&QWidget::update));
-    setColumnLayout(ColumnLayout::standard());
-}
-
-void KeywordTableView::applyRowHeight()
-{
-    verticalHeader()->setMinimumSectionSize(1);
-    verticalHeader()->setDefaultSectionSize(twoLineRowHeight(font()));
 }
 
 void KeywordTableView::setColumnLayout(const ColumnLayout &layout)
@@ -100,28 +75,27 @@ void KeywordTableView::setColumnLayout(const ColumnLayout &layout)
     for (size_t place = 0; place < layout.columns.size(); ++place) {
         const ColumnLayout::Column &column = layout.columns[place];
         const int section = int(column.column);
-        m_header->moveSection(m_header->visualIndex(section), int(place));
-        m_header->setSectionHidden(section, false);
-        m_header->resizeSection(section, column.width);
-        m_header->setSectionHidden(section, !column.isVisible);
+        header().moveSection(header().visualIndex(section), int(place));
+        header().setSectionHidden(section, false);
+        header().resizeSection(section, column.width);
+        header().setSectionHidden(section, !column.isVisible);
     }
-    m_header->setSortIndicator(int(layout.sortedBy), layout.sortOrder);
+    header().setSortIndicator(int(layout.sortedBy), layout.sortOrder);
     m_model.sort(int(layout.sortedBy), layout.sortOrder);
     m_isArranging = false;
     m_excess = 0;
-    fillWidth();
+    fillWithKeywords();
 }
 
 ColumnLayout KeywordTableView::columnLayout() const
 {
     ColumnLayout layout;
-    for (int place = 0; place < m_header->count(); ++place) {
-        const int section = m_header->logicalIndex(place);
+    for (int place = 0; place < header().count(); ++place) {
+        const int section = header().logicalIndex(place);
         const auto column = static_cast<KeywordColumn>(section);
-        const bool hidden = m_header->isSectionHidden(section);
-        int width = m_header->sectionSize(section);
-        if (hidden)
-            width = keywordColumnInfo(column).defaultWidth;
+        const bool hidden = header().isSectionHidden(section);
+        const int width =
+            hidden ? keywordColumnInfo(column).defaultWidth : header().sectionSize(section);
         layout.columns.push_back({column, width, !hidden});
     }
     layout.sortedBy = m_model.sortedBy();
@@ -134,32 +108,19 @@ void KeywordTableView::setColumnVisible(KeywordColumn column, bool visible)
     if (column == KeywordColumn::Keyword)
         return;
     m_isArranging = true;
-    m_header->setSectionHidden(int(column), !visible);
+    header().setSectionHidden(int(column), !visible);
     m_isArranging = false;
     m_excess = 0;
-    fillWidth();
+    fillWithKeywords();
     Q_EMIT columnLayoutChanged();
 }
 
 std::vector<KeywordColumn> KeywordTableView::shownColumns() const
 {
     std::vector<KeywordColumn> columns;
-    for (int place = 0; place < m_header->count(); ++place) {
-        const int section = m_header->logicalIndex(place);
-        if (!m_header->isSectionHidden(section))
-            columns.push_back(static_cast<KeywordColumn>(section));
-    }
+    for (const int section : shownSections())
+        columns.push_back(static_cast<KeywordColumn>(section));
     return columns;
-}
-
-std::vector<int> KeywordTableView::selectedRows() const
-{
-    std::vector<int> rows;
-    const QModelIndexList selected = selectionModel()->selectedRows();
-    for (const QModelIndex &index : selected)
-        rows.push_back(index.row());
-    std::sort(rows.begin(), rows.end());
-    return rows;
 }
 
 QList<QUuid> KeywordTableView::selectedIds() const
@@ -177,64 +138,19 @@ void KeywordTableView::selectRow(QUuid id)
         QTableView::selectRow(row);
 }
 
-void KeywordTableView::fillWidth()
+void KeywordTableView::fillWithKeywords()
 {
     // The keyword column takes what the others leave, so that they keep the widths they have.
-    const int keyword = int(KeywordColumn::Keyword);
-    const int others = m_header->length() - m_header->sectionSize(keyword);
-    const int width = std::max(viewport()->width() + m_excess - others,
-                               keywordColumnInfo(KeywordColumn::Keyword).minimumWidth);
     const bool wasArranging = std::exchange(m_isArranging, true);
-    m_header->resizeSection(keyword, width);
+    fillWidth(int(KeywordColumn::Keyword), m_excess);
     m_isArranging = wasArranging;
 }
 
 void KeywordTableView::resizeEvent(QResizeEvent *event)
 {
-    QTableView::resizeEvent(event);
-    fillWidth();
-    placeRowActions();
-}
-
-void KeywordTableView::changeEvent(QEvent *event)
-{
-    QTableView::changeEvent(event);
-    if (event->type() == QEvent::FontChange)
-        applyRowHeight();
-}
-
-void KeywordTableView::paintEvent(QPaintEvent *event)
-{
-    const Tokens tokens = Tokens::of(this);
-    {
-        QPainter painter(viewport());
-        const int width = viewport()->width();
-        const int first = std::max(0, rowAt(event->rect().top()));
-        for (int row = first; row < m_model.rowCount(); ++row) {
-            const QRect rect(0, rowViewportPosition(row), width, rowHeight(row));
-            if (rect.top() > event->rect().bottom())
-                break;
-            if (selectionModel()->isRowSelected(row))
-                painter.fillRect(rect, tokens[Token::Selected]);
-            else if (row == m_hoveredRow)
-                painter.fillRect(rect, tokens[Token::Hover]);
-            drawHorizontalHairline(painter, 0, width, rect.bottom(), tokens[Token::Hairline]);
-        }
-    }
-    QTableView::paintEvent(event);
-
-    QStyleOption option;
-    option.initFrom(this);
-    // A current row that is not selected would not be seen otherwise.
-    const bool ring =
-        hasFocus() && currentIndex().isValid() &&
-        (showsFocus(option) || !selectionModel()->isRowSelected(currentIndex().row()));
-    if (ring) {
-        QPainter painter(viewport());
-        const int row = currentIndex().row();
-        const QRect rect(0, rowViewportPosition(row), viewport()->width(), rowHeight(row));
-        drawFocusRing(painter, QRectF(rect).adjusted(2, 1, -2, -2), 5, tokens[Token::Accent]);
-    }
+    RowTable::resizeEvent(event);
+    fillWithKeywords();
+    rowsPlaced();
 }
 
 bool KeywordTableView::isAppsCell(const QPoint &position) const
@@ -246,67 +162,37 @@ bool KeywordTableView::isAppsCell(const QPoint &position) const
 
 bool KeywordTableView::viewportEvent(QEvent *event)
 {
-    switch (event->type()) {
-    case QEvent::MouseMove: {
+    if (event->type() == QEvent::MouseMove) {
         const QPoint position = static_cast<QMouseEvent *>(event)->position().toPoint();
-        setHoveredRow(rowAt(position.y()));
         viewport()->setCursor(isAppsCell(position) ? Qt::PointingHandCursor : Qt::ArrowCursor);
-        break;
     }
-    case QEvent::Leave:
-        setHoveredRow(-1);
-        break;
-    default:
-        break;
-    }
-    return QTableView::viewportEvent(event);
+    return RowTable::viewportEvent(event);
 }
 
-void KeywordTableView::setHoveredRow(int row)
+qreal KeywordTableView::coveredEnd(const QModelIndex &index) const
 {
-    if (m_hoveredRow == row)
-        return;
-    m_hoveredRow = row;
-    m_delegate->setHoveredRow(row);
-    placeRowActions();
-    viewport()->update();
+    const bool hasActions =
+        index.row() == m_actionsRow && index.column() == int(KeywordColumn::Keyword);
+    return hasActions ? m_rowActions->sizeHint().width() : 0;
 }
 
-void KeywordTableView::placeRowActions()
+void KeywordTableView::rowsPlaced()
 {
-    int row = m_hoveredRow;
+    int row = hoveredRow();
     if (row < 0 && hasFocus() && currentIndex().isValid() &&
         selectionModel()->isRowSelected(currentIndex().row()))
         row = currentIndex().row();
     const bool shown = row >= 0 && row < m_model.rowCount();
     m_actionsRow = shown ? row : -1;
-    const QSize size = m_rowActions->sizeHint();
-    m_delegate->setButtonsAt(m_actionsRow, size.width());
     m_rowActions->setVisible(shown);
     if (!shown)
         return;
     m_rowActions->setRow(m_model.entryAt(row).row);
+    const QSize size = m_rowActions->sizeHint();
     const int keyword = int(KeywordColumn::Keyword);
     const int right = columnViewportPosition(keyword) + columnWidth(keyword) - spacing::s;
     const int top = rowViewportPosition(row) + (rowHeight(row) - size.height()) / 2;
     m_rowActions->setGeometry(QRect(QPoint(right - size.width(), top), size));
-}
-
-void KeywordTableView::scrollContentsBy(int dx, int dy)
-{
-    QTableView::scrollContentsBy(dx, dy);
-    if (underMouse())
-        setHoveredRow(rowAt(viewport()->mapFromGlobal(QCursor::pos()).y()));
-    placeRowActions();
-    // Rows are filled over the whole width, so scrolled pixels cannot be reused as they are.
-    viewport()->update();
-}
-
-void KeywordTableView::currentChanged(const QModelIndex &current, const QModelIndex &previous)
-{
-    QTableView::currentChanged(current, previous);
-    placeRowActions();
-    viewport()->update();
 }
 
 void KeywordTableView::mousePressEvent(QMouseEvent *event)
@@ -315,12 +201,12 @@ void KeywordTableView::mousePressEvent(QMouseEvent *event)
     m_pressedApps = event->button() == Qt::LeftButton && isAppsCell(position)
                         ? QPersistentModelIndex(indexAt(position))
                         : QPersistentModelIndex();
-    QTableView::mousePressEvent(event);
+    RowTable::mousePressEvent(event);
 }
 
 void KeywordTableView::mouseReleaseEvent(QMouseEvent *event)
 {
-    QTableView::mouseReleaseEvent(event);
+    RowTable::mouseReleaseEvent(event);
     const QPersistentModelIndex pressed = std::exchange(m_pressedApps, {});
     if (pressed.isValid() && indexAt(event->position().toPoint()) == pressed &&
         event->modifiers() == Qt::NoModifier)
@@ -346,12 +232,9 @@ void KeywordTableView::keyPressEvent(QKeyEvent *event)
         Q_EMIT removeRequested();
         return;
     }
-    if (event->matches(QKeySequence::Copy)) {
+    if (event->matches(QKeySequence::Copy))
         selectCurrentIfNone();
-        Q_EMIT copyRequested();
-        return;
-    }
-    QTableView::keyPressEvent(event);
+    RowTable::keyPressEvent(event);
 }
 
 void KeywordTableView::contextMenuEvent(QContextMenuEvent *event)

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/support/ui_test.h"
 
-#include "ui/dashboard/keyword_delegate.h"
+#include "ui/dashboard/keyword_cells.h"
 #include "ui_kit/theme/typography.h"
 
 #include <QClipboard>
@@ -33,20 +33,19 @@ protected:
     }
 };
 
-TEST(KeywordCellGeometry, CentresTwoLinesAndLeavesRoomForButtons)
+TEST(KeywordCellGeometry, CentresTwoLines)
 {
     QFont font(QStringLiteral("DejaVu Sans"));
     font.setPixelSize(13);
     const QFontMetricsF title(fontFor(TextStyle::BodyMedium, font));
     const QFontMetricsF subtitle(fontFor(TextStyle::Secondary, font));
     const QRectF content(10, 100, 250, 52);
-    const KeywordCellGeometry geometry = layoutKeywordCell(content, title, subtitle, 90);
+    const KeywordCellGeometry geometry = layoutKeywordCell(content, title, subtitle);
     EXPECT_DOUBLE_EQ(geometry.title.bottom(), geometry.subtitle.top());
     EXPECT_NEAR((geometry.title.top() + geometry.subtitle.bottom()) / 2, content.center().y(), 1);
-    EXPECT_DOUBLE_EQ(geometry.title.width(), 160);
+    EXPECT_DOUBLE_EQ(geometry.title.width(), 250);
     EXPECT_GE(geometry.title.top(), content.top());
     EXPECT_LE(geometry.subtitle.bottom(), content.bottom());
-    EXPECT_DOUBLE_EQ(layoutKeywordCell(content, title, subtitle, 900).title.width(), 0);
 }
 
 TEST_F(KeywordTableViewTest, RowsAreFiftyTwoHighAndGrowWithTheFont)

@@ -92,9 +92,7 @@ TEST_F(UnmeasurableKeywordsTest, TheLineUnderTheKeywordIsTheReason)
     const auto lineOf = [this](const QString &text) {
         for (int row = 0; row < model().rowCount(); ++row) {
             if (model().entryAt(row).row.keyword == text)
-                return model()
-                    .updatedText(model().entryAt(row))
-                    .section(QStringLiteral(" · "), 0, 0);
+                return updatedText(model().entryAt(row)).section(QStringLiteral(" · "), 0, 0);
         }
         return QString();
     };
