@@ -37,6 +37,11 @@ QString whyUnmeasurable(const Entry &entry)
                : unmeasurableSentence(entry.row.keyword, entry.unmeasurable);
 }
 
+QString notMeasurable()
+{
+    return Texts::tr("Not measurable");
+}
+
 /// The row as one sentence.
 QString rowSentence(const Entry &entry)
 {
@@ -61,11 +66,16 @@ QString keywordToolTip(const Entry &entry)
 
 Badge targetOf(const Entry &entry)
 {
+    // No refresh helps what can never be measured.
+    if (!entry.row.opportunity && !entry.unmeasurable.isEmpty())
+        return {notMeasurable(), Token::Gray};
     return targetBadge(entry.row.opportunity);
 }
 
 QString targetHint(const Entry &entry)
 {
+    if (!entry.row.opportunity && !entry.unmeasurable.isEmpty())
+        return whyUnmeasurable(entry);
     return targetBadgeHelp(entry.row.opportunity);
 }
 
@@ -93,7 +103,7 @@ void paintRing(const CellPainting &cell, const ScoreRing &ring)
 QString positionText(const Entry &entry)
 {
     if (entry.row.awaitingMetrics)
-        return entry.unmeasurable.isEmpty() ? Texts::tr("Pending") : Texts::tr("Not measurable");
+        return entry.unmeasurable.isEmpty() ? Texts::tr("Pending") : notMeasurable();
     return entry.row.position ? QString::number(*entry.row.position)
                               : PositionBadge{entry.row.position}.text();
 }

@@ -76,11 +76,16 @@ TEST_F(UnmeasurableKeywordsTest, TheirRowsSayWhyInsteadOfWaiting)
             .endsWith(QStringLiteral(", Cannot be measured: contains a control character")));
     for (const QString &text : {tooLong, QStringLiteral("retouch"), QStringLiteral("bell\u0007")}) {
         EXPECT_EQ(cellOf(text, KeywordColumn::Position), QStringLiteral("Not measurable"));
+        EXPECT_EQ(cellOf(text, KeywordColumn::Target), QStringLiteral("Not measurable"))
+            << "a refresh would not help";
         EXPECT_TRUE(cellOf(text, KeywordColumn::Keyword, Qt::ToolTipRole)
                         .contains(QStringLiteral("\nCannot be measured: ")));
     }
     EXPECT_EQ(cell("retouch", KeywordColumn::Position, Qt::ToolTipRole),
               QStringLiteral("“retouch” cannot be measured: “UK” is not a supported storefront."));
+    EXPECT_EQ(cell("retouch", KeywordColumn::Target, Qt::ToolTipRole),
+              cell("retouch", KeywordColumn::Position, Qt::ToolTipRole));
+    EXPECT_EQ(cell("grain filter", KeywordColumn::Target), QStringLiteral("Refresh required"));
     EXPECT_TRUE(
         rowSentence(QStringLiteral("grain filter")).contains(QStringLiteral("Awaiting metrics")));
     EXPECT_EQ(cell("grain filter", KeywordColumn::Position), QStringLiteral("Pending"));
