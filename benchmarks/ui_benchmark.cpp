@@ -28,6 +28,7 @@
 #include <QPainter>
 #include <QTemporaryDir>
 
+#include <map>
 #include <string_view>
 
 namespace
@@ -78,6 +79,19 @@ public:
     }
 };
 
+class NoFiles final : public FileExchange
+{
+public:
+    void save(QWidget *, const Request &, const QByteArray &,
+              std::function<void(QString, std::optional<QString>)>) override
+    {
+    }
+    void open(QWidget *, const Request &,
+              std::function<void(QByteArray, std::optional<QString>)>) override
+    {
+    }
+};
+
 class LightScheme final : public ColorSchemeSource
 {
 public:
@@ -91,7 +105,7 @@ struct Program {
     std::unique_ptr<ASOStore> store;
     NoArtwork artwork;
     NoPreferences preferences;
-    FileDialogs files{{}, {}};
+    NoFiles files;
     std::unique_ptr<MainWindow> window;
 
     explicit Program(const QString &path)
@@ -182,6 +196,44 @@ void showAndMeasure(const QString &path)
     std::printf("%.0f\n", residentBytes() - before);
 }
 
+/// Turns a filter that leaves scattered rows on or off and paints the table.
+void filter(Program &program, bool &isNarrow, QImage &picture)
+{
+    KeywordTableModel &model = program.window->dashboard().model();
+    isNarrow = !isNarrow;
+    model.setSearch(isNarrow ? QStringLiteral("1") : QString());
+    QCoreApplication::processEvents();
+    paint(program.window->dashboard().table(), picture);
+    require((model.rowCount() < model.keywordCount()) == isNarrow, "the filter filters");
+}
+
+/// What it takes to show that scattered keywords are gone, in seconds of processor time and without
+/// what the store itself does. They are there again afterwards.
+double secondsToRemove(Program &program, int count, QImage &picture)
+{
+    KeywordTableModel &model = program.window->dashboard().model();
+    const int before = model.rowCount();
+    const QUuid app = program.store->apps().first().id;
+    QList<QUuid> ids;
+    std::map<QString, QStringList> removed;
+    for (int i = 0; i < count; ++i) {
+        const DashboardKeywordRow &row = model.entryAt(int(qint64(i) * before / count)).row;
+        ids.append(row.id);
+        removed[row.country].append(row.keyword);
+    }
+    program.store->removeKeywords(ids);
+    const double spent = secondsOf([&] {
+        QCoreApplication::processEvents();
+        paint(program.window->dashboard().table(), picture);
+    });
+    require(model.rowCount() == before - count, "they are gone");
+    for (const auto &[country, keywords] : removed)
+        program.store->addTrackedKeywords(app, keywords, country);
+    QCoreApplication::processEvents();
+    require(model.rowCount() == before, "they are back");
+    return spent;
+}
+
 void largeTable(const QString &path)
 {
     constexpr int rounds = 41;
@@ -228,12 +280,7 @@ void largeTable(const QString &path)
     change("sorting them by keyword and repainting", [&] { sortBy(KeywordColumn::Keyword); });
 
     bool narrow = false;
-    change("filtering them and repainting", [&] {
-        narrow = !narrow;
-        model.setSearch(narrow ? QStringLiteral("1") : QString());
-        paint(table, picture);
-        require((model.rowCount() < 10'000) == narrow, "the filter filters");
-    });
+    change("filtering them and repainting", [&] { filter(program, narrow, picture); });
     model.setSearch(QString());
     QCoreApplication::processEvents();
 
@@ -242,6 +289,33 @@ void largeTable(const QString &path)
         Q_EMIT program.store->keywordChanged(visible);
         QCoreApplication::processEvents();
     });
+}
+
+/// What a table of 10,000 keywords costs beside one of 100.
+void growth(const QString &largePath, const QString &smallPath)
+{
+    constexpr int rounds = 11;
+    Program large(largePath);
+    Program small(smallPath);
+    firstFrame(*large.window);
+    firstFrame(*small.window);
+    require(large.window->dashboard().model().rowCount() == 10'000, "10,000 rows");
+    require(small.window->dashboard().model().rowCount() == 100, "100 rows");
+    QImage picture = pictureFor(large.window->dashboard().table());
+
+    std::vector<double> removing;
+    report("removing 2,000 of 10,000 scattered rows, times as long as 30 of 100",
+           quotients([&] { return removing.emplace_back(secondsToRemove(large, 2'000, picture)); },
+                     [&] { return secondsToRemove(small, 30, picture); }, rounds),
+           atMost(10));
+    reportDetail("of it: 2,000 of 10,000", inMilliseconds(spreadOf(removing)), "ms of processor");
+
+    bool isLargeNarrow = false;
+    bool isSmallNarrow = false;
+    report("filtering 10,000 rows, times as long as 100",
+           timesAsLong([&] { filter(large, isLargeNarrow, picture); },
+                       [&] { filter(small, isSmallNarrow, picture); }, rounds),
+           atMost(5));
 }
 
 } // namespace
@@ -260,11 +334,16 @@ int main(int argc, char **argv)
     }
     const QTemporaryDir folder;
     startUp(folder, generatedState(50, 100));
-    PersistedState state = generatedState(10'000, 1);
-    for (TrackedKeyword &keyword : state.trackedKeywords)
-        keyword.appId = state.apps.first().id;
-    const QString large = folder.filePath(QStringLiteral("large.json"));
-    writeFileAtomically(large, toJson(state));
+    const auto savedWith = [&](int keywords) {
+        PersistedState state = generatedState(keywords, 1);
+        for (TrackedKeyword &keyword : state.trackedKeywords)
+            keyword.appId = state.apps.first().id;
+        const QString path = folder.filePath(QStringLiteral("%1.json").arg(keywords));
+        writeFileAtomically(path, toJson(state));
+        return path;
+    };
+    const QString large = savedWith(10'000);
     largeTable(large);
+    growth(large, savedWith(100));
     return 0;
 }
