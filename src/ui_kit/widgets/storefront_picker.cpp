@@ -15,6 +15,7 @@
 #include <QKeyEvent>
 #include <QListView>
 #include <QPointer>
+#include <QStyledItemDelegate>
 #include <QVBoxLayout>
 
 #include <functional>
@@ -33,6 +34,46 @@ QString nameOf(const std::optional<QString> &code)
     return code ? storefrontName(*code)
                 : QCoreApplication::translate("StorefrontPicker", "All Countries");
 }
+
+/// One-line rows with a check mark at the chosen one.
+class PickerDelegate final : public QStyledItemDelegate
+{
+public:
+    PickerDelegate(QPersistentModelIndex chosen, QObject *parent)
+        : QStyledItemDelegate(parent), m_chosen(std::move(chosen))
+    {
+    }
+
+    void paint(QPainter *painter, const QStyleOptionViewItem &option,
+               const QModelIndex &index) const override
+    {
+        const Tokens tokens = Tokens::of(option.palette);
+        const bool isSelected = option.state & QStyle::State_Selected;
+        if (isSelected || option.state & QStyle::State_MouseOver)
+            drawRoundedRect(*painter, option.rect, 5,
+                            tokens[isSelected ? Token::Selected : Token::Hover]);
+        const QRect text = option.rect.adjusted(spacing::s, 0, -spacing::s - 20, 0);
+        painter->setFont(option.font);
+        painter->setPen(tokens[Token::Text]);
+        painter->drawText(
+            text, Qt::AlignVCenter | Qt::TextSingleLine,
+            option.fontMetrics.elidedText(index.data().toString(), Qt::ElideRight, text.width()));
+        const int role = StorefrontListModel::codeRole;
+        if (m_chosen.isValid() && index.data(role) == m_chosen.data(role))
+            drawSymbol(*painter,
+                       QRectF(option.rect.right() - 22, option.rect.center().y() - 6, 14, 14),
+                       QStringLiteral("checkmark"), tokens[Token::Accent]);
+    }
+
+    [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem &option,
+                                 const QModelIndex &) const override
+    {
+        return {100, controlHeight(option.font)};
+    }
+
+private:
+    QPersistentModelIndex m_chosen;
+};
 
 /// The card with the filter field and the list.
 class PickerCard final : public QWidget
@@ -165,37 +206,6 @@ QVariant StorefrontListModel::data(const QModelIndex &index, int role) const
     if (role == codeRole)
         return m_codes[index.row()];
     return {};
-}
-
-PickerDelegate::PickerDelegate(QPersistentModelIndex chosen, QObject *parent)
-    : QStyledItemDelegate(parent), m_chosen(std::move(chosen))
-{
-}
-
-void PickerDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
-                           const QModelIndex &index) const
-{
-    const Tokens tokens = Tokens::of(option.palette);
-    const bool current = option.state & (QStyle::State_Selected | QStyle::State_MouseOver);
-    if (current)
-        drawRoundedRect(
-            *painter, option.rect, 5,
-            tokens[option.state & QStyle::State_Selected ? Token::Selected : Token::Hover]);
-    QRect text = option.rect.adjusted(spacing::s, 0, -spacing::s - 20, 0);
-    painter->setFont(option.font);
-    painter->setPen(tokens[Token::Text]);
-    painter->drawText(
-        text, Qt::AlignVCenter | Qt::TextSingleLine,
-        option.fontMetrics.elidedText(index.data().toString(), Qt::ElideRight, text.width()));
-    if (index.data(StorefrontListModel::codeRole) == m_chosen.data(StorefrontListModel::codeRole) &&
-        m_chosen.isValid())
-        drawSymbol(*painter, QRectF(option.rect.right() - 22, option.rect.center().y() - 6, 14, 14),
-                   QStringLiteral("checkmark"), tokens[Token::Accent]);
-}
-
-QSize PickerDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &) const
-{
-    return {100, controlHeight(option.font)};
 }
 
 StorefrontPicker::StorefrontPicker(const QString &objectName, const QString &purpose, Offer offer,

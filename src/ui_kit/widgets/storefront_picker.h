@@ -5,14 +5,11 @@
 #include "ui_kit/widgets/button.h"
 
 #include <QAbstractListModel>
-#include <QStyledItemDelegate>
 
 #include <optional>
 
 namespace veltrix
 {
-
-class TextField;
 
 /// The storefronts by their names in the user's language, in their fixed order; optionally
 /// "All Countries" first. Filtered by name or code.
@@ -38,22 +35,6 @@ private:
     Offer m_offer;
     /// An empty code stands for "All Countries".
     QStringList m_codes;
-};
-
-/// One-line rows with a check mark at the chosen one.
-class PickerDelegate final : public QStyledItemDelegate
-{
-    Q_OBJECT
-
-public:
-    explicit PickerDelegate(QPersistentModelIndex chosen, QObject *parent = nullptr);
-    void paint(QPainter *painter, const QStyleOptionViewItem &option,
-               const QModelIndex &index) const override;
-    [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem &option,
-                                 const QModelIndex &index) const override;
-
-private:
-    QPersistentModelIndex m_chosen;
 };
 
 /// A button that shows the chosen storefront and opens the list.
