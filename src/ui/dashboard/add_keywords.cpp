@@ -4,7 +4,6 @@
 #include "ui/dashboard/keyword_input.h"
 #include "ui/measuring/admission_texts.h"
 #include "ui_kit/accessibility/accessibility.h"
-#include "ui_kit/widgets/overlay.h"
 #include "ui_kit/widgets/text_field.h"
 #include "ui_kit/widgets/text_label.h"
 
@@ -125,8 +124,6 @@ void AddKeywordsCard::setNote(const QString &text)
 {
     m_note->setText(text);
     m_note->setAccessibleName(text);
-    if (Overlay *overlay = Overlay::of(this))
-        overlay->contentSizeChanged();
 }
 
 void AddKeywordsCard::showProblem(const QString &problem)

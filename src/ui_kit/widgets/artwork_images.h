@@ -27,8 +27,6 @@ public:
     /// The image, or a null one that is being loaded from now on. An address that failed is not
     /// asked for again by this object.
     QImage image(const Url &url);
-    /// True when loading that address has failed.
-    [[nodiscard]] bool hasFailed(const Url &url) const { return m_failed.contains(url.text()); }
     /// Lets addresses that failed be tried once more, for example when the user refreshes.
     void retryFailed() { m_failed.clear(); }
 

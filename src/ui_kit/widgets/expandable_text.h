@@ -15,6 +15,7 @@ class TextLabel;
 /// when there is more. The whole text when it fits.
 QString firstLines(const QString &text, const QFont &font, int width, int lines);
 
+/// A text and the button that unfolds and folds it.
 class ExpandableText final : public QWidget
 {
     Q_OBJECT
@@ -23,8 +24,6 @@ public:
     explicit ExpandableText(const QString &objectName, QWidget *parent = nullptr);
 
     void setText(const QString &text);
-    [[nodiscard]] bool isExpanded() const { return m_isExpanded; }
-    void setExpanded(bool expanded);
 
     [[nodiscard]] bool hasHeightForWidth() const override { return true; }
     [[nodiscard]] int heightForWidth(int width) const override;
@@ -34,6 +33,7 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
 
 private:
+    void setExpanded(bool expanded);
     [[nodiscard]] QString shownText(int width) const;
     /// Height of that text when it is wrapped at that width.
     [[nodiscard]] int textHeight(const QString &text, int width) const;

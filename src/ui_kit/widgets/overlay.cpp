@@ -96,11 +96,6 @@ void Overlay::dismiss()
     deleteLater();
 }
 
-void Overlay::contentSizeChanged()
-{
-    place();
-}
-
 Overlay *Overlay::of(QWidget *widget)
 {
     for (; widget; widget = widget->parentWidget()) {

@@ -42,9 +42,6 @@ public:
     [[nodiscard]] QWidget *content() const { return m_content; }
     [[nodiscard]] Kind kind() const { return m_kind; }
 
-    /// Placed again: the content wants another size.
-    void contentSizeChanged();
-
     /// The open overlay that holds `widget`, or null.
     static Overlay *of(QWidget *widget);
     /// True while a sheet or popover is open over that window.
