@@ -10,6 +10,7 @@
 namespace veltrix
 {
 
+/// The text as it was understood.
 struct AppSearchInput {
     enum class Origin {
         /// The text is a number, a link, or names an ID ("id42").

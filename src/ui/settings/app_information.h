@@ -23,6 +23,7 @@ struct ResearchServiceInformation {
     QString detail;
 };
 
+/// What the settings show about the program and whoever deployed it.
 struct AppInformation {
     /// Version and build as the About section shows them, "1.4 (27)"; "—" when unknown.
     QString versionText = QStringLiteral("—");

@@ -12,6 +12,7 @@ namespace veltrix
 
 class Button;
 
+/// A title over a card of rows that hairlines part.
 class SettingsSection final : public QWidget
 {
     Q_OBJECT

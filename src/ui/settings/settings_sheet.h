@@ -16,6 +16,7 @@ namespace veltrix
 class Preferences;
 class UpdaterInterface;
 
+/// All settings below each other, under a header with "Done".
 class SettingsSheet final : public QWidget
 {
     Q_OBJECT

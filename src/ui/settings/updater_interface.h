@@ -42,6 +42,7 @@ struct UpdaterStatus {
     bool operator==(const UpdaterStatus &) const = default;
 };
 
+/// Checks for updates, loads them, and says how far it is.
 class UpdaterInterface : public QObject
 {
     Q_OBJECT

@@ -20,6 +20,7 @@ struct ButtonGeometry {
 ButtonGeometry layoutButton(const QRectF &rect, qreal symbolSize, qreal textWidth,
                             Qt::LayoutDirection direction);
 
+/// A push button of one of five kinds.
 class Button : public QPushButton
 {
     Q_OBJECT

@@ -14,6 +14,7 @@ namespace veltrix
 /// `height` high, parted by `gap`, filling rows from the first.
 std::vector<QRect> layoutCards(int width, int count, int leastWidth, int height, int gap);
 
+/// Shows cards as layoutCards() places them, as high as they need.
 class CardGrid final : public QWidget
 {
     Q_OBJECT

@@ -13,6 +13,7 @@ class QWidget;
 namespace veltrix
 {
 
+/// Saves and opens files where the user says.
 class FileExchange
 {
 public:

@@ -11,6 +11,7 @@ namespace veltrix
 
 class TextLabel;
 
+/// The title of a page with the controls before and after it.
 class PageToolbar final : public QWidget
 {
     Q_OBJECT

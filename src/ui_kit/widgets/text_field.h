@@ -7,6 +7,7 @@
 namespace veltrix
 {
 
+/// A field whose placeholder is its name.
 class TextField : public QLineEdit
 {
     Q_OBJECT
