@@ -15,11 +15,6 @@ namespace
 using Texts = AnalysisTexts;
 using Kind = AnalysisText::Kind;
 
-QString outOf100(std::int64_t score)
-{
-    return Texts::tr("%1 / 100").arg(score);
-}
-
 QString decimal(const QLocale &locale, double value, int digits)
 {
     return locale.toString(value, 'f', digits);
@@ -130,10 +125,10 @@ AnalysisFactor competitionFactor(const QString &name, double value, const QLocal
 
 AnalysisCard popularityCard(const KeywordSnapshot &snapshot, const QLocale &locale)
 {
-    AnalysisCard card{AnalysisCard::Model::Popularity, Texts::tr("Search popularity"), {}, {}};
+    AnalysisCard card{AnalysisCard::Model::Popularity, Texts::tr("Search popularity")};
     const auto &measurement = snapshot.popularityMeasurement;
     if (measurement && isSearchPopularity(*measurement)) {
-        card.score = outOf100(measurement->score);
+        card.score = measurement->score;
         card.items << AnalysisText{Kind::Plain, Texts::tr("Source: %1").arg(measurement->source)}
                    << AnalysisText{Kind::Note,
                                    Texts::tr("Estimated popularity, not official Apple data.")};
@@ -153,10 +148,9 @@ AnalysisCard popularityCard(const KeywordSnapshot &snapshot, const QLocale &loca
 
 AnalysisCard autocompleteCard(const KeywordSnapshot &snapshot)
 {
-    AnalysisCard card{
-        AnalysisCard::Model::Autocomplete, Texts::tr("Autocomplete visibility"), {}, {}};
-    const std::optional<std::int64_t> score = autocompleteScore(snapshot);
-    card.score = score ? outOf100(*score) : Texts::tr("— Refresh required");
+    AnalysisCard card{AnalysisCard::Model::Autocomplete, Texts::tr("Autocomplete visibility")};
+    card.score = autocompleteScore(snapshot);
+    card.missing = Texts::tr("— Refresh required");
     if (snapshot.autocompleteEvidence)
         appendEvidence(card.items, *snapshot.autocompleteEvidence);
     else if (!snapshot.popularityModelVersion)
@@ -182,10 +176,11 @@ AnalysisCard autocompleteCard(const KeywordSnapshot &snapshot)
 AnalysisCard difficultyCard(const KeywordSnapshot &snapshot, const QLocale &locale)
 {
     const DifficultyComponents &components = snapshot.difficultyComponents;
-    AnalysisCard card{AnalysisCard::Model::Difficulty, Texts::tr("Difficulty · estimate"), {}, {}};
+    AnalysisCard card{AnalysisCard::Model::Difficulty, Texts::tr("Difficulty · estimate")};
     // A score of no apps means nothing, and nothing is never shown as zero.
-    card.score = components.sampledAppCount == 0 ? Texts::tr("— No app results to score")
-                                                 : outOf100(snapshot.difficultyScore);
+    card.missing = Texts::tr("— No app results to score");
+    if (components.sampledAppCount != 0)
+        card.score = snapshot.difficultyScore;
     card.items << AnalysisText{
         Kind::Note,
         Texts::tr("A local heuristic built from up to ten returned apps. Higher means stronger "
@@ -224,14 +219,15 @@ AnalysisCard difficultyCard(const KeywordSnapshot &snapshot, const QLocale &loca
 
 AnalysisCard competitionCard(const KeywordSnapshot &snapshot, const QLocale &locale)
 {
-    AnalysisCard card{AnalysisCard::Model::Competition, Texts::tr("Competition"), {}, {}};
+    AnalysisCard card{AnalysisCard::Model::Competition, Texts::tr("Competition")};
     if (!snapshot.competition) {
-        card.score = Texts::tr("— Refresh required");
+        card.missing = Texts::tr("— Refresh required");
         return card;
     }
     const CompetitionAssessment &competition = *snapshot.competition;
-    card.score = competition.sampleCount > 0 ? outOf100(competition.score)
-                                             : Texts::tr("— No app results to score");
+    card.missing = Texts::tr("— No app results to score");
+    if (competition.sampleCount > 0)
+        card.score = competition.score;
     card.items << AnalysisText{
         Kind::Note, Texts::tr("Quorvin competition model · %1 of up to 25 apps. Higher means "
                               "stronger competition, not a probability of ranking.")

@@ -13,22 +13,20 @@ namespace
 
 using Texts = AnalysisTexts;
 
-AnalysisFigure positionFigure(const KeywordSnapshot &snapshot)
+Figure positionFigure(const KeywordSnapshot &snapshot)
 {
-    return {Texts::tr("Position:"),
-            snapshot.position ? QString::number(*snapshot.position)
-                              : Texts::tr("Not found in returned results"),
-            QString()};
+    const QString caption = Texts::tr("Position:");
+    if (!snapshot.position)
+        return {caption, Texts::tr("Not found in returned results")};
+    return {caption, QString::number(*snapshot.position), QString(), true};
 }
 
-/// A card's score as a figure: "61 / 100" apart, words as they are.
-AnalysisFigure scoreFigure(const AnalysisCard &card)
+/// What is missing, and why, stands in the card.
+Figure scoreFigure(const AnalysisCard &card)
 {
-    static const QString unit = QStringLiteral("/ 100");
-    if (card.score.endsWith(unit))
-        return {card.title, card.score.chopped(unit.size()).trimmed(), unit};
-    // What is missing, and why, stands in the card.
-    return {card.title, QStringLiteral("—"), QString()};
+    if (!card.score)
+        return {card.title, QStringLiteral("—")};
+    return {card.title, QString::number(*card.score), QStringLiteral("/ 100"), true};
 }
 
 void appendItem(QStringList &lines, const AnalysisItem &item)
@@ -50,15 +48,9 @@ void appendItem(QStringList &lines, const AnalysisItem &item)
 
 } // namespace
 
-QString AnalysisFigure::text() const
+QString AnalysisCard::scoreText() const
 {
-    QString text = caption;
-    if (!text.endsWith(u':'))
-        text += u':';
-    text += u' ' + value;
-    if (!unit.isEmpty())
-        text += u' ' + unit;
-    return text;
+    return score ? Texts::tr("%1 / 100").arg(*score) : missing;
 }
 
 AnalysisContent analysisContent(const QString &keyword, const QString &country,
@@ -112,8 +104,8 @@ QString plainText(const AnalysisContent &content, const AnalysisFormat &format)
           << content.positionNote;
     for (const AnalysisCard &card : content.cards) {
         lines << QString() << card.title;
-        if (!card.score.isEmpty())
-            lines << card.score;
+        if (!card.scoreText().isEmpty())
+            lines << card.scoreText();
         for (const AnalysisItem &item : card.items)
             appendItem(lines, item);
     }

@@ -4,6 +4,7 @@
 
 #include "model/keyword_snapshot.h"
 #include "ui_kit/widgets/badge.h"
+#include "ui_kit/widgets/card.h"
 
 #include <QLocale>
 #include <QString>
@@ -53,29 +54,18 @@ struct AnalysisCard {
     enum class Model { Popularity, Autocomplete, Difficulty, Competition };
     Model model = Model::Popularity;
     QString title;
-    /// "61 / 100", or words where there is no score.
-    QString score;
-    QList<AnalysisItem> items;
+    /// 0 to 100.
+    std::optional<std::int64_t> score = {};
+    /// Words that stand in the place of a score; empty for none.
+    QString missing = {};
+    QList<AnalysisItem> items = {};
 
+    /// "61 / 100", or what is missing.
+    [[nodiscard]] QString scoreText() const;
     bool operator==(const AnalysisCard &) const = default;
 };
 
-/// A large figure with what it counts.
-struct AnalysisFigure {
-    /// "Position:"
-    QString caption;
-    /// "9", "61", or words.
-    QString value;
-    /// "/ 100" or empty.
-    QString unit;
-
-    /// Caption, value and unit as one text.
-    [[nodiscard]] QString text() const;
-    /// A value in digits, not in words.
-    [[nodiscard]] bool isNumber() const { return !value.isEmpty() && value.front().isDigit(); }
-    bool operator==(const AnalysisFigure &) const = default;
-};
-
+/// What the sheet says about one keyword.
 struct AnalysisContent {
     QString keyword;
     /// Two-letter storefront code.
@@ -91,7 +81,7 @@ struct AnalysisContent {
     /// The target label with its colour.
     Badge guidance;
     QString guidanceText;
-    QList<AnalysisFigure> figures;
+    QList<Figure> figures;
     /// What the position means.
     QString positionNote;
     QList<AnalysisCard> cards;

@@ -4,8 +4,7 @@
 #include "ui_kit/accessibility/accessibility.h"
 #include "ui_kit/theme/typography.h"
 #include "ui_kit/widgets/card.h"
-
-#include <QHBoxLayout>
+#include "ui_kit/widgets/layouts.h"
 
 namespace veltrix
 {
@@ -32,30 +31,21 @@ QString symbolOf(AnalysisText::Kind kind)
     Q_UNREACHABLE();
 }
 
-TextLabel *wrapped(TextStyle style, TextLabel::Tone tone, const QString &text)
-{
-    auto *label = new TextLabel(style, tone, text);
-    label->setWrapping(TextLabel::Wrapping::Wrapped);
-    return label;
-}
-
 } // namespace
 
 QWidget *makeTextRow(const AnalysisText &text)
 {
     const bool isPlain = text.kind == AnalysisText::Kind::Plain;
-    auto *label =
-        wrapped(isPlain ? TextStyle::Body : TextStyle::Secondary,
-                isPlain || text.kind == AnalysisText::Kind::Warning ? TextLabel::Tone::Text
-                                                                    : TextLabel::Tone::Secondary,
-                text.text);
+    auto *label = makeParagraph(isPlain ? TextStyle::Body : TextStyle::Secondary,
+                                isPlain || text.kind == AnalysisText::Kind::Warning
+                                    ? TextLabel::Tone::Text
+                                    : TextLabel::Tone::Secondary,
+                                text.text);
     const QString symbol = symbolOf(text.kind);
     if (symbol.isEmpty())
         return label;
     auto *row = new QWidget;
-    auto *layout = new QHBoxLayout(row);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(spacing::s);
+    auto *layout = makeRow(spacing::s, row);
     const bool isWarning = text.kind == AnalysisText::Kind::Warning;
     layout->addWidget(new SymbolView(symbol, isWarning ? Token::Orange : Token::Secondary), 0,
                       Qt::AlignTop);
@@ -74,25 +64,23 @@ QWidget *makeFactorRow(const AnalysisFactor &factor, Token token)
     }
     row->setAccessibleName(sentence.join(QStringLiteral(", ")));
 
-    auto *names = new QVBoxLayout;
-    names->setSpacing(0);
+    auto *names = makeColumn(0);
     names->addStretch(1);
-    names->addWidget(wrapped(TextStyle::BodyMedium, TextLabel::Tone::Text, factor.name));
-    names->addWidget(wrapped(TextStyle::Secondary, TextLabel::Tone::Secondary, factor.weight));
+    names->addWidget(makeParagraph(TextStyle::BodyMedium, TextLabel::Tone::Text, factor.name));
+    names->addWidget(
+        makeParagraph(TextStyle::Secondary, TextLabel::Tone::Secondary, factor.weight));
     names->addStretch(1);
-    auto *middle = new QVBoxLayout;
-    middle->setSpacing(spacing::xs);
+    auto *middle = makeColumn(spacing::xs);
     auto *meter = new Meter(token);
     meter->setFraction(factor.fraction);
     middle->addSpacing(5);
     middle->addWidget(meter);
-    middle->addWidget(wrapped(TextStyle::Secondary, TextLabel::Tone::Secondary, factor.detail));
+    middle->addWidget(
+        makeParagraph(TextStyle::Secondary, TextLabel::Tone::Secondary, factor.detail));
     auto *points = new TextLabel(TextStyle::BodySemibold, TextLabel::Tone::Text, factor.points);
     points->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
 
-    auto *layout = new QHBoxLayout(row);
-    layout->setContentsMargins(0, spacing::xs, 0, spacing::xs);
-    layout->setSpacing(spacing::m);
+    auto *layout = makeRow(spacing::m, row, {0, spacing::xs, 0, spacing::xs});
     layout->addLayout(names, nameShare);
     layout->addLayout(middle, meterShare);
     layout->addWidget(points, pointsShare);
@@ -104,9 +92,7 @@ QWidget *makeEvidenceRow(const AnalysisEvidence &evidence)
     auto *row = new QWidget;
     setAccessibleRole(row, QAccessible::Grouping);
     row->setAccessibleName(evidence.name + QStringLiteral(", ") + evidence.value);
-    auto *layout = new QHBoxLayout(row);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(spacing::m);
+    auto *layout = makeRow(spacing::m, row);
     layout->addWidget(new ElidedLabel(TextStyle::BodyMedium, TextLabel::Tone::Text, evidence.name),
                       nameShare);
     layout->addWidget(new ElidedLabel(TextStyle::Body, TextLabel::Tone::Secondary, evidence.value),

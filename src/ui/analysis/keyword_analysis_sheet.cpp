@@ -8,12 +8,12 @@
 #include "ui_kit/widgets/card.h"
 #include "ui_kit/widgets/empty_state.h"
 #include "ui_kit/widgets/feedback_button.h"
+#include "ui_kit/widgets/layouts.h"
 
 #include <QClipboard>
 #include <QCoreApplication>
 #include <QEvent>
 #include <QGuiApplication>
-#include <QHBoxLayout>
 #include <QScrollArea>
 #include <QScrollBar>
 
@@ -54,31 +54,22 @@ QString nameOf(AnalysisCard::Model model)
     Q_UNREACHABLE();
 }
 
-TextLabel *paragraph(TextStyle style, TextLabel::Tone tone, const QString &text)
-{
-    auto *label = new TextLabel(style, tone, text);
-    label->setWrapping(TextLabel::Wrapping::Wrapped);
-    return label;
-}
-
 } // namespace
 
 KeywordAnalysisContent::KeywordAnalysisContent(const AnalysisContent &content, QWidget *parent)
-    : QWidget(parent), m_layout(new QVBoxLayout(this))
+    : QWidget(parent), m_layout(makeColumn(spacing::l, this))
 {
     setObjectName(QStringLiteral("analysisContent"));
-    m_layout->setContentsMargins(0, 0, 0, 0);
-    m_layout->setSpacing(spacing::l);
     if (!content.isSaved) {
         buildEmpty(content);
         return;
     }
     m_layout->addWidget(
-        paragraph(TextStyle::Secondary, TextLabel::Tone::Secondary, content.observation));
+        makeParagraph(TextStyle::Secondary, TextLabel::Tone::Secondary, content.observation));
     buildGuidance(content);
     buildFigures(content);
     m_layout->addWidget(
-        paragraph(TextStyle::Secondary, TextLabel::Tone::Secondary, content.positionNote));
+        makeParagraph(TextStyle::Secondary, TextLabel::Tone::Secondary, content.positionNote));
     for (const AnalysisCard &card : content.cards)
         buildCard(card);
     m_layout->addStretch(1);
@@ -100,27 +91,24 @@ void KeywordAnalysisContent::buildGuidance(const AnalysisContent &content)
     card->setTint(token);
     auto *badge = new BadgeView;
     badge->setBadge(content.guidance);
-    auto *head = new QHBoxLayout;
-    head->setSpacing(spacing::s);
+    auto *head = makeRow(spacing::s);
     head->addWidget(new SymbolView(QStringLiteral("lightbulb"), token));
     head->addWidget(
         new TokenLabel(TextStyle::BodySemibold, titleToken(token), content.guidanceTitle), 1);
     head->addWidget(badge);
     card->content()->addLayout(head);
     card->content()->addWidget(
-        paragraph(TextStyle::Body, TextLabel::Tone::Text, content.guidanceText));
+        makeParagraph(TextStyle::Body, TextLabel::Tone::Text, content.guidanceText));
     m_layout->addWidget(card);
 }
 
 void KeywordAnalysisContent::buildFigures(const AnalysisContent &content)
 {
-    auto *tiles = new QHBoxLayout;
-    tiles->setSpacing(spacing::m);
+    auto *tiles = makeRow(spacing::m);
     int number = 0;
-    for (const AnalysisFigure &figure : content.figures) {
+    for (const Figure &figure : content.figures) {
         auto *tile = new FigureTile(QStringLiteral("figureTile%1").arg(++number));
-        tile->setFigure({figure.caption, QString(), figure.value, figure.unit, figure.isNumber()});
-        tile->setAccessibleText(figure.text());
+        tile->setFigure(figure);
         tiles->addWidget(tile, 1);
     }
     m_layout->addLayout(tiles);
@@ -130,11 +118,9 @@ void KeywordAnalysisContent::buildCard(const AnalysisCard &content)
 {
     auto *card = new Card(nameOf(content.model));
     card->setAccessibleName(content.title);
-    auto *head = new QHBoxLayout;
-    head->setSpacing(spacing::m);
-    head->addWidget(new TextLabel(TextStyle::BodySemibold, TextLabel::Tone::Text, content.title),
-                    1);
-    head->addWidget(new TextLabel(TextStyle::BodySemibold, TextLabel::Tone::Text, content.score));
+    auto *head = makeRow(spacing::m);
+    head->addWidget(makeHeading(content.title), 1);
+    head->addWidget(makeHeading(content.scoreText()));
     card->content()->addLayout(head);
     const Token meter =
         content.model == AnalysisCard::Model::Competition ? Token::Blue : Token::Accent;

@@ -15,76 +15,53 @@ constexpr int notFound = 404;
 
 }
 
-AppSearch::AppSearch(ASOStore &store, QObject *parent) : QObject(parent), m_store(store) {}
-
-AppSearch::~AppSearch() = default;
-
-void AppSearch::setState(AppSearchState state)
+AppSearch::AppSearch(ASOStore &store, QObject *parent) : QObject(parent), m_store(store)
 {
-    m_state = std::move(state);
-    Q_EMIT stateChanged();
+    connect(&m_results, &LoaderSignals::changed, this, &AppSearch::stateChanged);
 }
 
 void AppSearch::submit(const QString &text, const QString &country)
 {
     if (text.trimmed().isEmpty())
         return;
-    m_lastText = text;
-    m_lastCountry = country;
-    m_tasks.stop();
-    setState(app_search_state::Searching());
-    m_tasks.own(run(text, country, m_tasks.token()));
+    m_results.ask(
+        [this, text, country](std::stop_token stop) { return search(text, country, stop); });
 }
 
 void AppSearch::retry()
 {
-    submit(m_lastText, m_lastCountry);
+    m_results.retry();
 }
 
-Task<void> AppSearch::run(QString text, QString country, std::stop_token stop)
+Task<AppSearchResults> AppSearch::search(QString text, QString country, std::stop_token stop)
 {
     const AppSearchInput input = parseAppSearch(text);
-    try {
-        if (!input.trackId) {
-            co_await searchName(input.name, country, stop);
-            co_return;
+    if (input.trackId) {
+        try {
+            const AppProfile app = co_await m_store.addApp(*input.trackId, country, stop);
+            m_results.clear();
+            Q_EMIT appTracked(app);
+            throw Cancelled();
+        } catch (const StoreError &error) {
+            // Digits in a name make no ID: "Asphalt 9".
+            if (error.code() != notFound || input.origin != AppSearchInput::Origin::CollectedDigits)
+                throw;
         }
-        const AppProfile app = co_await m_store.addApp(*input.trackId, country, stop);
-        setState(app_search_state::Idle());
-        Q_EMIT appTracked(app);
-        co_return;
-    } catch (const StoreError &error) {
-        // Digits in a name make no ID: "Asphalt 9".
-        if (error.code() != notFound || input.origin != AppSearchInput::Origin::CollectedDigits) {
-            setState(app_search_state::Failed{error.description()});
-            co_return;
-        }
-    } catch (const Error &error) {
-        setState(app_search_state::Failed{error.description()});
-        co_return;
     }
-    try {
-        co_await searchName(input.name, country, stop);
-    } catch (const Error &error) {
-        setState(app_search_state::Failed{error.description()});
-    }
-}
-
-Task<void> AppSearch::searchName(QString name, QString country, std::stop_token stop)
-{
-    const QList<ITunesAppResult> results =
-        co_await m_store.searchApps(name, country, resultLimit, stop);
-    setState(app_search_state::Found{name, country, results});
+    const QList<ITunesAppResult> apps =
+        co_await m_store.searchApps(input.name, country, resultLimit, stop);
+    co_return AppSearchResults{input.name, country, apps};
 }
 
 void AppSearch::track(const ITunesAppResult &result)
 {
-    const auto *found = std::get_if<app_search_state::Found>(&m_state);
-    const QString country = found ? found->country : m_lastCountry;
+    const AppSearchResults *shown = state().value();
+    if (!shown)
+        return;
     try {
-        Q_EMIT appTracked(m_store.addApp(result, country));
+        Q_EMIT appTracked(m_store.addApp(result, shown->country));
     } catch (const Error &error) {
-        setState(app_search_state::Failed{error.description()});
+        m_results.fail(error.description());
     }
 }
 

@@ -5,23 +5,23 @@
 #include <QWidget>
 
 class QScrollArea;
-class QStackedWidget;
-class QVBoxLayout;
 
 namespace veltrix
 {
 
+class AppRow;
+class AppRowList;
 class AppSearch;
-class AppSearchRowView;
 class ArtworkImages;
 class ASOStore;
 class Button;
-class EmptyState;
+class LoadableView;
 class StorefrontPicker;
 class TextField;
 class TextLabel;
 struct AppProfile;
 
+/// Header, search field, and below them what the search says.
 class AppSearchSheet final : public QWidget
 {
     Q_OBJECT
@@ -32,8 +32,6 @@ public:
                    QWidget *parent = nullptr);
 
     [[nodiscard]] QSize sizeHint() const override;
-    /// For tests and pictures: the search behind the sheet.
-    [[nodiscard]] AppSearch &search() { return *m_search; }
 
 Q_SIGNALS:
     void appTracked(const AppProfile &app);
@@ -42,23 +40,21 @@ Q_SIGNALS:
     void storefrontChanged(const QString &country);
 
 private:
+    void build();
+    [[nodiscard]] QWidget *makeResults();
     void submit();
     void showState();
-    void showMessage(const QString &symbol, const QString &title, const QString &text,
-                     const QString &action = QString());
-    void showResults();
+    void addTrackButton(AppRow &row);
 
     AppSearch *m_search;
-    ArtworkImages &m_images;
     TextField *m_field;
     Button *m_submit;
     StorefrontPicker *m_storefront;
-    QStackedWidget *m_stack;
-    EmptyState *m_message;
-    QWidget *m_results;
+    LoadableView *m_view;
     TextLabel *m_count;
-    QVBoxLayout *m_rows;
+    AppRowList *m_rows;
     QScrollArea *m_scroll;
+    QWidget *m_results;
 };
 
 } // namespace veltrix

@@ -1,67 +1,78 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/competitors/competitor_search.h"
 
+#include "ui_kit/text/storefronts.h"
+
 namespace veltrix
 {
 
 CompetitorSearch::CompetitorSearch(ASOStore &store, QObject *parent)
     : QObject(parent), m_store(store)
 {
+    connect(&m_found, &LoaderSignals::changed, this, &CompetitorSearch::changed);
 }
 
-CompetitorSearch::~CompetitorSearch() = default;
-
-void CompetitorSearch::submit(QString term, QString country)
+void CompetitorSearch::setCountry(const QString &country)
 {
-    clear();
-    m_state.lastSearchTerm = term.trimmed();
-    m_state.country = country;
-    if (!m_state.lastSearchTerm.isEmpty())
-        run();
+    m_country = country;
+    if (!m_term.isEmpty())
+        submit(m_term);
+}
+
+void CompetitorSearch::submit(const QString &term)
+{
+    m_term = term.trimmed();
+    m_limit = firstLimit;
+    m_found.clear();
+    if (!m_term.isEmpty())
+        search();
 }
 
 void CompetitorSearch::retry()
 {
-    if (!m_state.lastSearchTerm.isEmpty())
-        run();
+    m_found.retry();
 }
 
 void CompetitorSearch::showAll()
 {
-    m_state.showsFullResults = true;
-    retry();
+    m_limit = fullLimit;
+    search();
 }
 
-void CompetitorSearch::clear()
+void CompetitorSearch::search()
 {
-    m_tasks.stop();
-    m_state = {};
-    Q_EMIT changed();
+    m_found.refresh([&store = m_store, term = m_term, country = m_country,
+                     limit = m_limit](std::stop_token stop) {
+        return store.searchApps(term, country, limit, stop);
+    });
 }
 
-void CompetitorSearch::run()
+QList<ITunesAppResult> CompetitorSearch::results() const
 {
-    m_tasks.stop();
-    m_state.isLoading = true;
-    m_state.error.reset();
-    Q_EMIT changed();
-    m_tasks.own(search(m_state.showsFullResults ? fullLimit : firstLimit, m_tasks.token()));
+    const QList<ITunesAppResult> *found = state().value();
+    return found ? *found : QList<ITunesAppResult>();
 }
 
-Task<void> CompetitorSearch::search(std::int64_t limit, std::stop_token stop)
+QString CompetitorSearch::title() const
 {
-    try {
-        const QList<ITunesAppResult> results =
-            co_await m_store.searchApps(m_state.lastSearchTerm, m_state.country, limit, stop);
-        throwIfStopped(stop);
-        m_state.results = results;
-    } catch (const Error &error) {
-        m_state.error = error.description();
-    }
-    throwIfStopped(stop);
-    m_state.isLoading = false;
-    m_state.hasSearched = true;
-    Q_EMIT changed();
+    const QString place = storefrontName(m_country);
+    const qsizetype count = results().size();
+    if (count == 0)
+        return tr("“%1” in %2").arg(m_term, place);
+    return tr("%L1 results for “%2” in %3").arg(count).arg(m_term, place);
+}
+
+CompetitorSearch::ShowAll CompetitorSearch::showAllState() const
+{
+    const qsizetype count = results().size();
+    if (state().isUnderWay())
+        return count > 0 ? ShowAll::UnderWay : ShowAll::Hidden;
+    return m_limit == firstLimit && count >= firstLimit ? ShowAll::Offered : ShowAll::Hidden;
+}
+
+QString CompetitorSearch::problem() const
+{
+    return results().isEmpty() || state().isUnderWay() ? QString() : state().error();
 }
 
 } // namespace veltrix

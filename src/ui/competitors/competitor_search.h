@@ -2,10 +2,8 @@
 // The search for any App Store app, without its looks.
 #pragma once
 
-#include "effects/task_scope.h"
 #include "store/aso_store.h"
-
-#include <QObject>
+#include "ui_kit/loading/loader.h"
 
 namespace veltrix
 {
@@ -20,48 +18,42 @@ public:
     static constexpr std::int64_t firstLimit = 20;
     static constexpr std::int64_t fullLimit = 100;
 
-    struct State {
-        bool isLoading = false;
-        /// A search has ended.
-        bool hasSearched = false;
-        /// All results were asked for.
-        bool showsFullResults = false;
-        QList<ITunesAppResult> results;
-        std::optional<QString> error;
-        QString lastSearchTerm;
-        QString country;
-
-        /// Fewer were asked for than there may be.
-        [[nodiscard]] bool mayHaveMore() const
-        {
-            return !showsFullResults && !isLoading && results.size() >= firstLimit;
-        }
-        bool operator==(const State &) const = default;
-    };
-
     explicit CompetitorSearch(ASOStore &store, QObject *parent = nullptr);
-    ~CompetitorSearch() override;
 
+    /// The storefront of searches; another one searches the last text again.
+    void setCountry(const QString &country);
     /// Searches a trimmed text; an empty one clears what was found.
-    void submit(QString term, QString country);
+    void submit(const QString &term);
     /// The last search again.
     void retry();
     /// The last search with fullLimit.
     void showAll();
-    void clear();
 
-    [[nodiscard]] const State &state() const { return m_state; }
+    [[nodiscard]] const Loadable<QList<ITunesAppResult>> &state() const { return m_found.state(); }
+    [[nodiscard]] QList<ITunesAppResult> results() const;
+    /// Empty when nothing is searched.
+    [[nodiscard]] const QString &term() const { return m_term; }
+    [[nodiscard]] const QString &country() const { return m_country; }
+
+    /// "20 results for “camera” in United States", or the search while nothing is found.
+    [[nodiscard]] QString title() const;
+    enum class ShowAll { Hidden, Offered, UnderWay };
+    /// All results may be asked for: fewer were than there may be.
+    [[nodiscard]] ShowAll showAllState() const;
+    /// What went wrong over the results that are there; empty when nothing did.
+    [[nodiscard]] QString problem() const;
 
 Q_SIGNALS:
     void changed();
 
 private:
-    void run();
-    Task<void> search(std::int64_t limit, std::stop_token stop);
+    void search();
 
     ASOStore &m_store;
-    State m_state;
-    TaskScope m_tasks;
+    QString m_term;
+    QString m_country;
+    std::int64_t m_limit = firstLimit;
+    Loader<QList<ITunesAppResult>> m_found;
 };
 
 } // namespace veltrix

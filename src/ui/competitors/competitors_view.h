@@ -4,41 +4,38 @@
 
 #include "ui/competitors/competitor_research_detail.h"
 #include "ui/competitors/competitor_search.h"
+#include "ui/competitors/open_research.h"
 
 #include <QHash>
 #include <QPointer>
-#include <QWidget>
 
-class QScrollArea;
 class QStackedWidget;
-class QVBoxLayout;
 
 namespace veltrix
 {
 
 class Button;
 class CardGrid;
+class CompetitorSearchPanel;
 class EmptyState;
-class FailureCard;
 class PageToolbar;
 class StorefrontPicker;
-class TextField;
 class TextLabel;
 class TrackedCompetitorCard;
 
+/// Search and competitors on one page, the research of an app on another over it.
 class CompetitorsView final : public QWidget
 {
     Q_OBJECT
 
 public:
     explicit CompetitorsView(const ResearchContext &context, QWidget *parent = nullptr);
-    ~CompetitorsView() override;
 
     /// The user's app whose competitors are shown.
-    void setApp(const std::optional<QUuid> &appId);
+    void setApp(const std::optional<QUuid> &appId) { m_open.setApp(appId); }
     /// The storefront of searches and research.
-    void setCountry(const QString &country);
-    [[nodiscard]] const QString &country() const { return m_country; }
+    void setCountry(const QString &country) { m_open.setCountry(country); }
+    [[nodiscard]] const QString &country() const { return m_open.country(); }
 
     /// The shell adds its own controls at the end.
     [[nodiscard]] PageToolbar &toolbar() { return *m_toolbar; }
@@ -48,10 +45,8 @@ public:
 
     /// Opens the research page of an app in that storefront.
     void openResearch(std::int64_t trackId, const QString &country, const QString &name);
-    void closeResearch();
     /// The research page, or null.
     [[nodiscard]] CompetitorResearchDetail *research() const { return m_research; }
-    [[nodiscard]] CompetitorSearch &search() { return *m_search; }
 
 Q_SIGNALS:
     /// The user chose another storefront here.
@@ -59,37 +54,26 @@ Q_SIGNALS:
 
 private:
     void buildToolbar();
-    void buildOverview();
-    void connectSearch();
-    void submit();
-    void showSearch();
-    void showResults(const CompetitorSearch::State &state);
+    [[nodiscard]] QWidget *makeOverview();
     void showCompetitors();
-    void pickCountry(const QString &country);
+    [[nodiscard]] TrackedCompetitorCard *cardOf(const TrackedCompetitor &competitor);
+    void showPage();
     void updateToolbar();
-    void giveFocusBack();
 
     ResearchContext m_context;
-    std::optional<QUuid> m_appId;
-    QString m_country = QStringLiteral("US");
-    CompetitorSearch *m_search;
+    OpenResearch m_open;
+    CompetitorSearch m_search;
     PageToolbar *m_toolbar;
     Button *m_back;
     StorefrontPicker *m_picker;
     QStackedWidget *m_pages;
-    QScrollArea *m_overview;
-    TextField *m_field;
-    QWidget *m_results;
-    TextLabel *m_resultsTitle;
-    Button *m_showAll;
-    EmptyState *m_searchMessage;
-    FailureCard *m_searchFailure;
-    QVBoxLayout *m_rows;
-    QList<ITunesAppResult> m_shownResults;
+    CompetitorSearchPanel *m_searchPanel;
     TextLabel *m_competitorsTitle;
     CardGrid *m_grid;
     EmptyState *m_empty;
     QHash<QUuid, TrackedCompetitorCard *> m_cards;
+    /// "5 tracked"
+    QString m_count;
     CompetitorResearchDetail *m_research = nullptr;
     /// What had the focus when the research page was opened.
     QPointer<QWidget> m_openedFrom;

@@ -11,73 +11,76 @@ namespace veltrix
 
 KeywordCoverage::KeywordCoverage(ASOStore &store, QObject *parent) : QObject(parent), m_store(store)
 {
+    connect(&m_run, &LoaderSignals::changed, this, &KeywordCoverage::progressChanged);
 }
-
-KeywordCoverage::~KeywordCoverage() = default;
 
 void KeywordCoverage::start(const ITunesAppResult &app, const QString &country,
                             std::optional<std::int64_t> ownTrackId)
 {
-    m_tasks.stop();
+    m_checks.clear();
+    m_pending.clear();
+    m_run.clear();
     m_trackId = app.trackId.value_or(0);
     m_ownTrackId = ownTrackId;
     m_country = country;
-    m_checks.clear();
     m_pending = keywordPhrases(app).mid(0, phraseLimit);
-    m_phase = Phase::Idle;
     Q_EMIT restarted();
     run();
 }
 
 void KeywordCoverage::stop()
 {
-    if (m_phase != Phase::Checking)
-        return;
-    m_tasks.stop();
-    setPhase(Phase::Stopped);
+    if (phase() == Phase::Checking)
+        m_run.clear();
 }
 
 void KeywordCoverage::resume()
 {
-    if (m_phase == Phase::Stopped || m_phase == Phase::Failed)
+    if (phase() == Phase::Stopped || phase() == Phase::Failed)
         run();
+}
+
+void KeywordCoverage::toggle()
+{
+    if (phase() == Phase::Checking)
+        stop();
+    else
+        resume();
 }
 
 void KeywordCoverage::run()
 {
-    m_error.clear();
-    setPhase(m_pending.isEmpty() ? Phase::Finished : Phase::Checking);
-    if (m_phase == Phase::Checking)
-        m_tasks.own(checkPending(m_tasks.token()));
+    m_run.ask([this](std::stop_token stop) { return checkPending(stop); });
 }
 
-Task<void> KeywordCoverage::checkPending(std::stop_token stop)
+Task<Done> KeywordCoverage::checkPending(std::stop_token stop)
 {
     while (!m_pending.isEmpty()) {
         const QString phrase = m_pending.constFirst();
-        QString problem;
-        try {
-            const QList<ITunesAppResult> results =
-                co_await m_store.searchKeyword(phrase, m_country, searchLimit, stop);
-            throwIfStopped(stop);
-            m_pending.removeFirst();
-            m_checks.append(checkOf(phrase, results));
-        } catch (const Error &error) {
-            problem = error.description();
-        }
+        const QList<ITunesAppResult> results =
+            co_await m_store.searchKeyword(phrase, m_country, searchLimit, stop);
         throwIfStopped(stop);
-        if (!problem.isEmpty()) {
-            m_error = problem;
-            setPhase(Phase::Failed);
-            co_return;
-        }
-        const AppKeywordCheck check = m_checks.constLast();
+        m_pending.removeFirst();
+        const AppKeywordCheck check = checkOf(phrase, results);
+        m_checks.append(check);
         Q_EMIT checked(check);
         throwIfStopped(stop);
         if (!m_pending.isEmpty())
             Q_EMIT progressChanged();
+        throwIfStopped(stop);
     }
-    setPhase(Phase::Finished);
+    co_return Done();
+}
+
+KeywordCoverage::Phase KeywordCoverage::phase() const
+{
+    if (m_run.state().isUnderWay())
+        return Phase::Checking;
+    if (m_run.state().is<LoadFailed>())
+        return Phase::Failed;
+    if (m_run.state().value())
+        return Phase::Finished;
+    return total() > 0 ? Phase::Stopped : Phase::Idle;
 }
 
 AppKeywordCheck KeywordCoverage::checkOf(const QString &phrase,
@@ -109,10 +112,24 @@ QString KeywordCoverage::coverageText() const
     return tr("%1 / %2").arg(ranked()).arg(m_checks.size());
 }
 
-void KeywordCoverage::setPhase(Phase phase)
+QString KeywordCoverage::progressText() const
 {
-    m_phase = phase;
-    Q_EMIT progressChanged();
+    const qsizetype done = m_checks.size();
+    if (phase() == Phase::Checking && !m_pending.isEmpty())
+        return tr("Checking “%1” · %2 of %3")
+            .arg(m_pending.constFirst())
+            .arg(done + 1)
+            .arg(total());
+    if (phase() == Phase::Stopped)
+        return tr("Stopped · %1 of %2 checked").arg(done).arg(total());
+    return {};
+}
+
+std::optional<double> KeywordCoverage::fraction() const
+{
+    if (total() == 0)
+        return std::nullopt;
+    return double(m_checks.size()) / double(total());
 }
 
 } // namespace veltrix

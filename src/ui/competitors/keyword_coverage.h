@@ -2,11 +2,11 @@
 // Checks how an app ranks for the phrases of its own listing, one search after another.
 #pragma once
 
-#include "effects/task_scope.h"
+#include "effects/one_shot.h"
 #include "scoring/app_keyword_check.h"
 #include "store/aso_store.h"
+#include "ui_kit/loading/loader.h"
 
-#include <QObject>
 #include <QStringList>
 
 namespace veltrix
@@ -24,19 +24,10 @@ public:
     /// Results asked for in each search.
     static constexpr std::int64_t searchLimit = 100;
 
-    enum class Phase {
-        /// Nothing was started yet.
-        Idle,
-        Checking,
-        /// The user has stopped it.
-        Stopped,
-        /// A search failed; see error().
-        Failed,
-        Finished,
-    };
+    /// Idle while nothing was started, Stopped by the user, Failed with error().
+    enum class Phase { Idle, Checking, Stopped, Failed, Finished };
 
     explicit KeywordCoverage(ASOStore &store, QObject *parent = nullptr);
-    ~KeywordCoverage() override;
 
     /// Forgets what was checked and checks the phrases of `app` in that storefront. `ownTrackId` is
     /// the App Store id of the user's own app, if there is one.
@@ -45,8 +36,10 @@ public:
     void stop();
     /// Goes on after stop() or a failure.
     void resume();
+    /// stop() while it checks, else resume().
+    void toggle();
 
-    [[nodiscard]] Phase phase() const { return m_phase; }
+    [[nodiscard]] Phase phase() const;
     /// Checked phrases in the order of the listing.
     [[nodiscard]] const QList<AppKeywordCheck> &checks() const { return m_checks; }
     /// Phrases that are not checked yet; while checking, the first is being searched.
@@ -55,10 +48,14 @@ public:
     /// Checked phrases for which the app ranks.
     [[nodiscard]] int ranked() const;
     /// What went wrong, in words for the user; empty unless failed.
-    [[nodiscard]] const QString &error() const { return m_error; }
+    [[nodiscard]] QString error() const { return m_run.state().error(); }
 
     /// "6 / 8", or "Not checked" before the first check is done.
     [[nodiscard]] QString coverageText() const;
+    /// "Checking “film” · 4 of 10", "Stopped · 3 of 10 checked", or empty in other phases.
+    [[nodiscard]] QString progressText() const;
+    /// The share of phrases that are checked, 0 to 1; nothing without phrases.
+    [[nodiscard]] std::optional<double> fraction() const;
 
 Q_SIGNALS:
     void restarted();
@@ -68,20 +65,18 @@ Q_SIGNALS:
 
 private:
     void run();
-    Task<void> checkPending(std::stop_token stop);
+    Task<Done> checkPending(std::stop_token stop);
     [[nodiscard]] AppKeywordCheck checkOf(const QString &phrase,
                                           const QList<ITunesAppResult> &results) const;
-    void setPhase(Phase phase);
 
     ASOStore &m_store;
     std::int64_t m_trackId = 0;
     std::optional<std::int64_t> m_ownTrackId;
     QString m_country;
-    Phase m_phase = Phase::Idle;
     QList<AppKeywordCheck> m_checks;
     QStringList m_pending;
-    QString m_error;
-    TaskScope m_tasks;
+    /// Loaded once nothing is pending.
+    Loader<Done> m_run;
 };
 
 } // namespace veltrix

@@ -2,54 +2,51 @@
 // The phrases of a researched app's listing, as they are checked, and the button to track them.
 #pragma once
 
+#include "ui/competitors/coverage_tracking.h"
 #include "ui/competitors/keyword_coverage.h"
 
-#include <QUuid>
 #include <QWidget>
 
 namespace veltrix
 {
 
+class Banner;
 class Button;
 class ElidedLabel;
 class EmptyState;
-class FailureCard;
 class KeywordCheckModel;
 class KeywordCheckTable;
 class ProgressLine;
 class TextLabel;
-struct AdmissionStatus;
 
+/// The table of checks between what is done with it and how far it is.
 class KeywordCoveragePanel final : public QWidget
 {
     Q_OBJECT
 
 public:
-    /// Follows `coverage`, which it does not start.
+    /// Follows `coverage`, which it does not start; keywords are tracked in that storefront for the
+    /// user's app.
     KeywordCoveragePanel(ASOStore &store, KeywordCoverage &coverage, const QString &country,
                          const std::optional<QUuid> &appId, QWidget *parent = nullptr);
 
 private:
     void build();
+    [[nodiscard]] QWidget *makeProgressRow();
     void showProgress();
-    void updateTracked();
     void updateTrackButton();
-    void trackChosen();
-    /// What became of the chosen keywords: a message, and more lines below it.
-    void showOutcome(const AdmissionStatus &status, QStringList lines);
+    void showOutcome();
 
-    ASOStore &m_store;
     KeywordCoverage &m_coverage;
-    QString m_country;
-    std::optional<QUuid> m_appId;
+    CoverageTracking m_tracking;
     KeywordCheckModel *m_model;
     KeywordCheckTable *m_table;
     Button *m_track;
-    QWidget *m_progressRow;
     ElidedLabel *m_progressText;
     ProgressLine *m_progress;
     Button *m_stop;
-    FailureCard *m_failure;
+    QWidget *m_progressRow;
+    Banner *m_failure;
     EmptyState *m_empty;
     TextLabel *m_status;
     /// The count and what was refused.

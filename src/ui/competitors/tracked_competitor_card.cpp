@@ -3,19 +3,15 @@
 
 #include "store/aso_store.h"
 #include "ui/listing/app_header.h"
-#include "ui_kit/accessibility/accessibility.h"
 #include "ui_kit/text/storefronts.h"
 #include "ui_kit/theme/painting.h"
 #include "ui_kit/theme/symbols.h"
 #include "ui_kit/widgets/button.h"
+#include "ui_kit/widgets/layouts.h"
+#include "ui_kit/widgets/text_label.h"
 
 #include <QContextMenuEvent>
-#include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QMenu>
-#include <QMouseEvent>
-#include <QPainter>
-#include <QStyleOption>
 
 namespace veltrix
 {
@@ -29,37 +25,28 @@ constexpr int iconSide = 40;
 
 TrackedCompetitorCard::TrackedCompetitorCard(ASOStore &store, ArtworkImages &images,
                                              const TrackedCompetitor &competitor, QWidget *parent)
-    : Card(QStringLiteral("competitorCard"), parent), m_store(store), m_competitor(competitor),
-      m_country(competitor.country),
+    : Pressable(parent), m_store(store), m_competitor(competitor), m_country(competitor.country),
       m_icon(new ArtworkView(images, iconSide, QStringLiteral("app.dashed"))),
       m_name(new ElidedLabel(TextStyle::BodyMedium, TextLabel::Tone::Text)),
       m_developer(new ElidedLabel(TextStyle::Secondary, TextLabel::Tone::Secondary)),
       m_manage(new Button(Button::Kind::Plain, QStringLiteral("gearshape"), QString()))
 {
-    setAccessibleRole(this, QAccessible::Button);
-    setFocusPolicy(Qt::StrongFocus);
-    setAttribute(Qt::WA_Hover);
-    setCursor(Qt::PointingHandCursor);
+    setObjectName(QStringLiteral("competitorCard"));
     m_developer->setObjectName(QStringLiteral("competitorDeveloper"));
     m_manage->setObjectName(QStringLiteral("competitorManage"));
     m_manage->setCursor(Qt::ArrowCursor);
-    auto *titles = new QVBoxLayout;
-    titles->setSpacing(1);
+    auto *titles = makeColumn(1);
     titles->addWidget(m_name);
     titles->addWidget(m_developer);
-    auto *line = new QHBoxLayout;
-    line->setSpacing(spacing::m);
+    auto *line = makeRow(spacing::m, this, {spacing::m, spacing::m, spacing::s, spacing::m});
     line->addWidget(m_icon);
     line->addLayout(titles, 1);
     line->addWidget(m_manage);
-    content()->setContentsMargins(spacing::m, spacing::m, spacing::s, spacing::m);
-    content()->addLayout(line);
+    connect(&m_lookUp, &LoaderSignals::changed, this, &TrackedCompetitorCard::showTexts);
     connect(m_manage, &Button::clicked, this,
             [this] { openMenu(m_manage->mapToGlobal(QPoint(0, m_manage->height()))); });
     setCompetitor(competitor);
 }
-
-TrackedCompetitorCard::~TrackedCompetitorCard() = default;
 
 void TrackedCompetitorCard::setCompetitor(const TrackedCompetitor &competitor)
 {
@@ -83,7 +70,8 @@ QString TrackedCompetitorCard::developerText() const
 {
     if (m_competitor.sellerName)
         return *m_competitor.sellerName;
-    return m_isLookingUp || !m_hasLookedUp ? tr("Loading developer…") : tr("Developer unavailable");
+    const bool isAwaited = m_lookUp.state().is<NotAsked>() || m_lookUp.state().isUnderWay();
+    return isAwaited ? tr("Loading developer…") : tr("Developer unavailable");
 }
 
 void TrackedCompetitorCard::showTexts()
@@ -96,18 +84,10 @@ void TrackedCompetitorCard::showTexts()
     setAccessibleDescription(text);
 }
 
-Task<void> TrackedCompetitorCard::lookUpDeveloper(std::stop_token stop)
+Task<Done> TrackedCompetitorCard::lookUpDeveloper(std::stop_token stop)
 {
-    m_isLookingUp = true;
-    showTexts();
-    try {
-        co_await m_store.updateCompetitorSeller(m_competitor.id, stop);
-    } catch (const Error &) {
-        // "Developer unavailable" says it; the next start tries again.
-    }
-    throwIfStopped(stop);
-    m_isLookingUp = false;
-    showTexts();
+    co_await m_store.updateCompetitorSeller(m_competitor.id, stop);
+    co_return Done();
 }
 
 void TrackedCompetitorCard::openMenu(const QPoint &globalPosition)
@@ -123,16 +103,10 @@ void TrackedCompetitorCard::openMenu(const QPoint &globalPosition)
 
 void TrackedCompetitorCard::showEvent(QShowEvent *event)
 {
-    Card::showEvent(event);
-    if (!m_competitor.sellerName && !std::exchange(m_hasLookedUp, true))
-        m_tasks.own(lookUpDeveloper(m_tasks.token()));
-}
-
-bool TrackedCompetitorCard::event(QEvent *event)
-{
-    if (event->type() == QEvent::HoverEnter || event->type() == QEvent::HoverLeave)
-        update();
-    return Card::event(event);
+    Pressable::showEvent(event);
+    // Once: "Developer unavailable" says that it failed; the next start tries again.
+    if (!m_competitor.sellerName && m_lookUp.state().is<NotAsked>())
+        m_lookUp.ask([this](std::stop_token stop) { return lookUpDeveloper(stop); });
 }
 
 void TrackedCompetitorCard::paintEvent(QPaintEvent *)
@@ -140,33 +114,8 @@ void TrackedCompetitorCard::paintEvent(QPaintEvent *)
     const Tokens tokens = Tokens::of(this);
     QPainter painter(this);
     drawRoundedRect(painter, rect(), radius::card,
-                    tokens[underMouse() ? Token::Hover : Token::Surface], tokens[Token::Hairline]);
-    QStyleOption option;
-    option.initFrom(this);
-    if (showsFocus(option))
-        drawFocusRing(painter, rect(), radius::card, tokens[Token::Accent]);
-}
-
-void TrackedCompetitorCard::keyPressEvent(QKeyEvent *event)
-{
-    const int key = event->key();
-    if (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space)
-        Q_EMIT opened();
-    else
-        Card::keyPressEvent(event);
-}
-
-void TrackedCompetitorCard::mousePressEvent(QMouseEvent *event)
-{
-    m_isPressed = event->button() == Qt::LeftButton;
-}
-
-void TrackedCompetitorCard::mouseReleaseEvent(QMouseEvent *event)
-{
-    const bool wasPressed = std::exchange(m_isPressed, false);
-    if (wasPressed && event->button() == Qt::LeftButton &&
-        rect().contains(event->position().toPoint()))
-        Q_EMIT opened();
+                    tokens[isHovered() ? Token::Hover : Token::Surface], tokens[Token::Hairline]);
+    paintFocusRing(painter, radius::card);
 }
 
 void TrackedCompetitorCard::contextMenuEvent(QContextMenuEvent *event)

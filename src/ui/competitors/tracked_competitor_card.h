@@ -2,11 +2,10 @@
 // A tracked competitor as a card that opens its research page.
 #pragma once
 
-#include "effects/task_scope.h"
+#include "effects/one_shot.h"
 #include "model/tracked_competitor.h"
-#include "ui_kit/widgets/card.h"
-
-class QMenu;
+#include "ui_kit/loading/loader.h"
+#include "ui_kit/widgets/pressable.h"
 
 namespace veltrix
 {
@@ -18,14 +17,13 @@ class Button;
 class ElidedLabel;
 
 /// Looks the developer up when the record has none, once it is on screen.
-class TrackedCompetitorCard final : public Card
+class TrackedCompetitorCard final : public Pressable
 {
     Q_OBJECT
 
 public:
     TrackedCompetitorCard(ASOStore &store, ArtworkImages &images,
                           const TrackedCompetitor &competitor, QWidget *parent = nullptr);
-    ~TrackedCompetitorCard() override;
 
     void setCompetitor(const TrackedCompetitor &competitor);
     [[nodiscard]] const TrackedCompetitor &competitor() const { return m_competitor; }
@@ -33,35 +31,27 @@ public:
     void setCountry(const QString &country);
 
 Q_SIGNALS:
-    void opened();
     void removeRequested();
 
 protected:
-    bool event(QEvent *event) override;
     void showEvent(QShowEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
-    void keyPressEvent(QKeyEvent *event) override;
-    void mousePressEvent(QMouseEvent *event) override;
-    void mouseReleaseEvent(QMouseEvent *event) override;
     void contextMenuEvent(QContextMenuEvent *event) override;
 
 private:
     void showTexts();
     [[nodiscard]] QString developerText() const;
-    Task<void> lookUpDeveloper(std::stop_token stop);
+    Task<Done> lookUpDeveloper(std::stop_token stop);
     void openMenu(const QPoint &globalPosition);
 
     ASOStore &m_store;
     TrackedCompetitor m_competitor;
     QString m_country;
-    bool m_isLookingUp = false;
-    bool m_hasLookedUp = false;
-    bool m_isPressed = false;
     ArtworkView *m_icon;
     ElidedLabel *m_name;
     ElidedLabel *m_developer;
     Button *m_manage;
-    TaskScope m_tasks;
+    Loader<Done> m_lookUp;
 };
 
 } // namespace veltrix

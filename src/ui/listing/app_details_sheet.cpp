@@ -8,14 +8,11 @@
 #include "ui_kit/accessibility/accessibility.h"
 #include "ui_kit/text/app_facts.h"
 #include "ui_kit/text/storefronts.h"
-#include "ui_kit/widgets/empty_state.h"
+#include "ui_kit/widgets/layouts.h"
+#include "ui_kit/widgets/loadable_view.h"
 #include "ui_kit/widgets/text_label.h"
 
 #include <QGridLayout>
-#include <QHBoxLayout>
-#include <QScrollArea>
-#include <QScrollBar>
-#include <QStackedWidget>
 
 namespace veltrix
 {
@@ -25,90 +22,61 @@ namespace
 
 constexpr QSize preferredSize{700, 760};
 
-TextLabel *heading(const QString &text)
-{
-    return new TextLabel(TextStyle::BodySemibold, TextLabel::Tone::Text, text);
-}
-
-TextLabel *paragraph(const QString &objectName, TextLabel::Tone tone, const QString &text)
-{
-    auto *label = new TextLabel(TextStyle::Body, tone, text);
-    label->setObjectName(objectName);
-    label->setWrapping(TextLabel::Wrapping::Wrapped);
-    return label;
-}
-
 } // namespace
 
 AppDetailsSheet::AppDetailsSheet(const ResearchContext &context,
                                  const AppDetailSelection &selection, QWidget *parent)
     : SheetFrame(QStringLiteral("appDetailsSheet"), tr("App details"), Body::Scrolled,
                  preferredSize, parent),
-      m_context(context), m_selection(selection), m_stack(new QStackedWidget),
-      m_message(new EmptyState(QStringLiteral("appDetailsMessage")))
+      m_context(context), m_selection(selection),
+      m_view(new LoadableView(QStringLiteral("appDetailsMessage")))
 {
     setSubtitle(storefrontName(m_selection.country));
     addCloseButton(QStringLiteral("appDetailsDone"), QString(), tr("Done"), tr("Done"))->setFocus();
-    m_stack->addWidget(m_message);
-    body()->addWidget(m_stack, 1);
-    connect(m_message, &EmptyState::actionTriggered, this, [this] {
-        ++m_attempt;
-        load();
+    body()->addWidget(m_view, 1);
+    connect(m_view, &LoadableView::retryRequested, &m_details, &Loader<ITunesAppResult>::retry);
+    connect(&m_details, &LoaderSignals::changed, this, &AppDetailsSheet::showState);
+    m_details.ask([&store = m_context.store, selection](std::stop_token stop) {
+        return store.appDetails(selection.trackId, selection.country, stop);
     });
-    load();
 }
 
-AppDetailsSheet::~AppDetailsSheet() = default;
-
-void AppDetailsSheet::load()
+void AppDetailsSheet::showState()
 {
-    m_tasks.stop();
-    m_message->setContent({QString(), tr("Loading app details…"), QString(), QString()});
-    m_stack->setCurrentWidget(m_message);
-    m_tasks.own(loadDetails(m_tasks.token()));
-}
-
-Task<void> AppDetailsSheet::loadDetails(std::stop_token stop)
-{
-    try {
-        const ITunesAppResult result =
-            co_await m_context.store.appDetails(m_selection.trackId, m_selection.country, stop);
-        throwIfStopped(stop);
-        showResult(result);
-    } catch (const Error &error) {
-        m_message->setContent({QStringLiteral("wifi.exclamationmark"), tr("Couldn't load app"),
-                               error.description(), tr("Try again")});
+    const LoadingWords words{tr("Loading app details…"), tr("Couldn't load app"), tr("Try again")};
+    if (const auto message = words.messageOf(m_details.state())) {
+        m_view->showMessage(*message);
+        return;
     }
+    const ITunesAppResult &result = *m_details.state().value();
+    m_view->showPage(makePage(result));
+    addActions(result);
 }
 
-void AppDetailsSheet::showResult(const ITunesAppResult &result)
+QWidget *AppDetailsSheet::makePage(const ITunesAppResult &result)
 {
-    m_page = new QWidget;
-    auto *layout = new QVBoxLayout(m_page);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(spacing::m);
+    auto *page = new QWidget;
+    auto *layout = makeColumn(spacing::m, page);
     auto *header = new AppHeader(m_context.images);
     header->setApp(result);
     layout->addWidget(header);
     layout->addSpacing(spacing::xs);
-    layout->addWidget(heading(tr("Screenshots")));
+    layout->addWidget(makeHeading(tr("Screenshots")));
     const QList<Url> pictures = screenshots(result);
     if (pictures.isEmpty())
-        layout->addWidget(paragraph(QStringLiteral("appDetailsNoScreenshots"),
-                                    TextLabel::Tone::Secondary,
-                                    tr("No screenshots available for this storefront.")));
+        layout->addWidget(makeParagraph(TextStyle::Body, TextLabel::Tone::Secondary,
+                                        tr("No screenshots available for this storefront."),
+                                        QStringLiteral("appDetailsNoScreenshots")));
     else
         layout->addWidget(new ScreenshotStrip(pictures, m_context.images, tr("App screenshot ")));
     layout->addSpacing(spacing::xs);
-    layout->addWidget(heading(tr("About")));
-    layout->addWidget(paragraph(QStringLiteral("appDetailsAbout"), TextLabel::Tone::Text,
-                                descriptionText(result)));
+    layout->addWidget(makeHeading(tr("About")));
+    layout->addWidget(makeParagraph(TextStyle::Body, TextLabel::Tone::Text, descriptionText(result),
+                                    QStringLiteral("appDetailsAbout")));
     layout->addSpacing(spacing::xs);
     layout->addWidget(makeFacts(result));
     layout->addStretch(1);
-    m_stack->addWidget(m_page);
-    m_stack->setCurrentWidget(m_page);
-    addActions(result);
+    return page;
 }
 
 void AppDetailsSheet::addActions(const ITunesAppResult &result)
@@ -141,10 +109,9 @@ QWidget *AppDetailsSheet::makeFacts(const ITunesAppResult &result)
     for (const AppFact &fact : appFacts(result)) {
         grid->addWidget(new TextLabel(TextStyle::Body, TextLabel::Tone::Secondary, fact.label), row,
                         0);
-        auto *value = new TextLabel(TextStyle::BodyMedium, TextLabel::Tone::Text, fact.value);
-        value->setWrapping(TextLabel::Wrapping::Wrapped);
+        auto *value = makeParagraph(TextStyle::BodyMedium, TextLabel::Tone::Text, fact.value,
+                                    QStringLiteral("appFact%1").arg(row));
         value->setAccessibleName(fact.label + QStringLiteral(": ") + fact.value);
-        value->setObjectName(QStringLiteral("appFact%1").arg(row));
         grid->addWidget(value, row++, 1);
     }
     return facts;

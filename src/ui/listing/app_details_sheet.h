@@ -2,17 +2,29 @@
 // The sheet with everything the App Store says about one app.
 #pragma once
 
-#include "effects/task_scope.h"
-#include "ui/listing/ranked_app_research_row.h"
+#include "model/itunes_app_result.h"
+#include "ui/listing/research_context.h"
+#include "ui_kit/loading/loader.h"
 #include "ui_kit/widgets/sheet_frame.h"
 
-class QStackedWidget;
+#include <QUuid>
 
 namespace veltrix
 {
 
-class EmptyState;
+class LoadableView;
 
+/// Identifies the app whose details are open.
+struct AppDetailSelection {
+    std::int64_t trackId = 0;
+    QString country;
+    /// The user's app, if one is selected.
+    std::optional<QUuid> appId;
+
+    bool operator==(const AppDetailSelection &) const = default;
+};
+
+/// Loads the app and shows its listing, with the way to its page and to track it.
 class AppDetailsSheet final : public SheetFrame
 {
     Q_OBJECT
@@ -20,23 +32,17 @@ class AppDetailsSheet final : public SheetFrame
 public:
     AppDetailsSheet(const ResearchContext &context, const AppDetailSelection &selection,
                     QWidget *parent = nullptr);
-    ~AppDetailsSheet() override;
 
 private:
-    void load();
-    Task<void> loadDetails(std::stop_token stop);
-    void showResult(const ITunesAppResult &result);
+    void showState();
+    [[nodiscard]] QWidget *makePage(const ITunesAppResult &result);
     void addActions(const ITunesAppResult &result);
     [[nodiscard]] QWidget *makeFacts(const ITunesAppResult &result);
 
     ResearchContext m_context;
     AppDetailSelection m_selection;
-    QStackedWidget *m_stack;
-    EmptyState *m_message;
-    QWidget *m_page = nullptr;
-    /// Counts the loadings that were asked for.
-    int m_attempt = 0;
-    TaskScope m_tasks;
+    LoadableView *m_view;
+    Loader<ITunesAppResult> m_details;
 };
 
 } // namespace veltrix

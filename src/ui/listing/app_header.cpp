@@ -4,9 +4,9 @@
 #include "ui_kit/text/app_facts.h"
 #include "ui_kit/theme/tokens.h"
 #include "ui_kit/widgets/artwork_images.h"
+#include "ui_kit/widgets/layouts.h"
 #include "ui_kit/widgets/text_label.h"
 
-#include <QHBoxLayout>
 #include <QPainter>
 
 namespace veltrix
@@ -62,20 +62,16 @@ AppHeader::AppHeader(ArtworkImages &images, QWidget *parent)
     : QWidget(parent), m_icon(new ArtworkView(images, headerIcon, QStringLiteral("app.fill"))),
       m_name(new ElidedLabel(TextStyle::Figure, TextLabel::Tone::Text)),
       m_byline(new ElidedLabel(TextStyle::Secondary, TextLabel::Tone::Secondary)),
-      m_actions(new QHBoxLayout)
+      m_actions(makeRow(spacing::m))
 {
     m_name->setObjectName(QStringLiteral("appName"));
     m_byline->setObjectName(QStringLiteral("appByline"));
-    auto *titles = new QVBoxLayout;
-    titles->setSpacing(2);
+    auto *titles = makeColumn(2);
     titles->addStretch(1);
     titles->addWidget(m_name);
     titles->addWidget(m_byline);
     titles->addStretch(1);
-    m_actions->setSpacing(spacing::m);
-    auto *layout = new QHBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(spacing::l);
+    auto *layout = makeRow(spacing::l, this);
     layout->addWidget(m_icon);
     layout->addLayout(titles, 1);
     layout->addLayout(m_actions);

@@ -7,14 +7,12 @@
 #include "ui_kit/theme/symbols.h"
 #include "ui_kit/theme/typography.h"
 #include "ui_kit/widgets/artwork_images.h"
+#include "ui_kit/widgets/layouts.h"
 
-#include <QHBoxLayout>
 #include <QKeyEvent>
-#include <QMouseEvent>
 #include <QPainter>
 #include <QPainterPath>
 #include <QScrollBar>
-#include <QStyleOption>
 #include <QWheelEvent>
 
 namespace veltrix
@@ -34,13 +32,9 @@ constexpr qreal symbolSide = 28;
 
 ScreenshotThumb::ScreenshotThumb(const Url &url, ArtworkImages &images,
                                  const QString &accessibleName, QWidget *parent)
-    : QWidget(parent), m_url(url), m_images(images)
+    : Pressable(parent), m_url(url), m_images(images)
 {
-    setAccessibleRole(this, QAccessible::Button);
     setAccessibleName(accessibleName);
-    setFocusPolicy(Qt::StrongFocus);
-    setAttribute(Qt::WA_Hover);
-    setCursor(Qt::PointingHandCursor);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     connect(&m_images, &ArtworkImages::ready, this, [this](const QString &ready) {
         if (ready != m_url.text())
@@ -57,13 +51,6 @@ QSize ScreenshotThumb::sizeHint() const
         return {int(thumbHeight * placeholderShape), thumbHeight};
     const int width = thumbHeight * image.width() / image.height();
     return {std::clamp(width, thumbHeight / 4, widestThumb), thumbHeight};
-}
-
-bool ScreenshotThumb::event(QEvent *event)
-{
-    if (event->type() == QEvent::HoverEnter || event->type() == QEvent::HoverLeave)
-        update();
-    return QWidget::event(event);
 }
 
 void ScreenshotThumb::paintEvent(QPaintEvent *)
@@ -88,43 +75,24 @@ void ScreenshotThumb::paintEvent(QPaintEvent *)
                                                  double(height()) / pixels.height()));
         painter.fillPath(shape, brush);
     }
-    QStyleOption option;
-    option.initFrom(this);
-    if (showsFocus(option))
-        drawFocusRing(painter, rect(), radius::card, tokens[Token::Accent]);
-    else if (underMouse())
+    if (isHovered() && !showsFocusRing())
         drawRoundedRect(painter, rect(), radius::card, Qt::transparent, tokens[Token::Accent]);
+    paintFocusRing(painter, radius::card);
 }
 
 void ScreenshotThumb::keyPressEvent(QKeyEvent *event)
 {
-    const int key = event->key();
-    if (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space)
-        Q_EMIT activated();
-    else if (key == Qt::Key_Right)
+    if (event->key() == Qt::Key_Right)
         focusNextChild();
-    else if (key == Qt::Key_Left)
+    else if (event->key() == Qt::Key_Left)
         focusPreviousChild();
     else
-        QWidget::keyPressEvent(event);
-}
-
-void ScreenshotThumb::mousePressEvent(QMouseEvent *event)
-{
-    m_isPressed = event->button() == Qt::LeftButton;
-}
-
-void ScreenshotThumb::mouseReleaseEvent(QMouseEvent *event)
-{
-    const bool wasPressed = std::exchange(m_isPressed, false);
-    if (wasPressed && event->button() == Qt::LeftButton &&
-        rect().contains(event->position().toPoint()))
-        Q_EMIT activated();
+        Pressable::keyPressEvent(event);
 }
 
 void ScreenshotThumb::focusInEvent(QFocusEvent *event)
 {
-    QWidget::focusInEvent(event);
+    Pressable::focusInEvent(event);
     for (QWidget *widget = parentWidget(); widget; widget = widget->parentWidget()) {
         if (auto *strip = qobject_cast<ScreenshotStrip *>(widget)) {
             strip->ensureWidgetVisible(this, thumbGap, 0);
@@ -145,16 +113,14 @@ ScreenshotStrip::ScreenshotStrip(const QList<Url> &urls, ArtworkImages &images,
     setWidgetResizable(true);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     auto *row = new QWidget;
-    auto *layout = new QHBoxLayout(row);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(thumbGap);
+    auto *layout = makeRow(thumbGap, row);
     int number = 0;
     for (const Url &url : m_urls) {
         const int index = number++;
         auto *thumb = new ScreenshotThumb(url, m_images, m_nameStart + QString::number(number));
         thumb->setObjectName(QStringLiteral("screenshot%1").arg(number));
         layout->addWidget(thumb, 0, Qt::AlignTop);
-        connect(thumb, &ScreenshotThumb::activated, this, [this, index] { openLarge(index); });
+        connect(thumb, &ScreenshotThumb::clicked, this, [this, index] { openLarge(index); });
     }
     layout->addStretch(1);
     setWidget(row);

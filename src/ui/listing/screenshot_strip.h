@@ -3,10 +3,10 @@
 #pragma once
 
 #include "model/url.h"
+#include "ui_kit/widgets/pressable.h"
 
 #include <QList>
 #include <QScrollArea>
-#include <QWidget>
 
 namespace veltrix
 {
@@ -14,7 +14,7 @@ namespace veltrix
 class ArtworkImages;
 
 /// One screenshot as a button.
-class ScreenshotThumb final : public QWidget
+class ScreenshotThumb final : public Pressable
 {
     Q_OBJECT
 
@@ -24,21 +24,14 @@ public:
 
     [[nodiscard]] QSize sizeHint() const override;
 
-Q_SIGNALS:
-    void activated();
-
 protected:
-    bool event(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
-    void mousePressEvent(QMouseEvent *event) override;
-    void mouseReleaseEvent(QMouseEvent *event) override;
     void focusInEvent(QFocusEvent *event) override;
 
 private:
     Url m_url;
     ArtworkImages &m_images;
-    bool m_isPressed = false;
 };
 
 /// A row of screenshots that scrolls sideways; each opens large.

@@ -6,9 +6,10 @@
 namespace veltrix
 {
 
-SimilarApps::SimilarApps(ASOStore &store, QObject *parent) : QObject(parent), m_store(store) {}
-
-SimilarApps::~SimilarApps() = default;
+SimilarApps::SimilarApps(ASOStore &store, QObject *parent) : QObject(parent), m_store(store)
+{
+    connect(&m_apps, &LoaderSignals::changed, this, &SimilarApps::changed);
+}
 
 QString SimilarApps::termFor(const ITunesAppResult &app)
 {
@@ -19,44 +20,28 @@ QString SimilarApps::termFor(const ITunesAppResult &app)
 
 void SimilarApps::start(const ITunesAppResult &app, const QString &country)
 {
-    m_app = app;
-    m_country = country;
-    retry();
+    m_apps.ask([this, app, country](std::stop_token stop) { return search(app, country, stop); });
 }
 
 void SimilarApps::retry()
 {
-    m_tasks.stop();
-    m_apps.clear();
-    m_error.clear();
-    const QString term = termFor(m_app);
-    m_phase = term.isEmpty() ? Phase::Found : Phase::Searching;
-    Q_EMIT changed();
-    if (m_phase == Phase::Searching)
-        m_tasks.own(search(term, m_tasks.token()));
-    else
-        Q_EMIT settled();
+    m_apps.retry();
 }
 
-Task<void> SimilarApps::search(QString term, std::stop_token stop)
+Task<QList<ITunesAppResult>> SimilarApps::search(ITunesAppResult app, QString country,
+                                                 std::stop_token stop)
 {
-    try {
-        const QList<ITunesAppResult> results =
-            co_await m_store.searchKeyword(term, m_country, searchLimit, stop);
-        throwIfStopped(stop);
-        for (const ITunesAppResult &result : results) {
-            if (m_apps.size() < shownLimit && result.trackId != m_app.trackId)
-                m_apps.append(result);
-        }
-        m_phase = Phase::Found;
-    } catch (const Error &error) {
-        m_error = error.description();
-        m_phase = Phase::Failed;
+    QList<ITunesAppResult> similar;
+    const QString term = termFor(app);
+    if (term.isEmpty())
+        co_return similar;
+    const QList<ITunesAppResult> results =
+        co_await m_store.searchKeyword(term, country, searchLimit, stop);
+    for (const ITunesAppResult &result : results) {
+        if (similar.size() < shownLimit && result.trackId != app.trackId)
+            similar.append(result);
     }
-    throwIfStopped(stop);
-    Q_EMIT changed();
-    throwIfStopped(stop);
-    Q_EMIT settled();
+    co_return similar;
 }
 
 } // namespace veltrix

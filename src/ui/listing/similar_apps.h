@@ -2,14 +2,13 @@
 // Finds apps like the researched one, through the search for its first listing phrase.
 #pragma once
 
-#include "effects/task_scope.h"
 #include "store/aso_store.h"
-
-#include <QObject>
+#include "ui_kit/loading/loader.h"
 
 namespace veltrix
 {
 
+/// The apps like one app: best first, without that app itself.
 class SimilarApps final : public QObject
 {
     Q_OBJECT
@@ -20,39 +19,26 @@ public:
     /// Apps shown.
     static constexpr qsizetype shownLimit = 10;
 
-    enum class Phase { Idle, Searching, Failed, Found };
-
     explicit SimilarApps(ASOStore &store, QObject *parent = nullptr);
-    ~SimilarApps() override;
 
     /// Searches afresh.
     void start(const ITunesAppResult &app, const QString &country);
     /// The same search again.
     void retry();
 
-    [[nodiscard]] Phase phase() const { return m_phase; }
-    /// Best first, without the researched app.
-    [[nodiscard]] const QList<ITunesAppResult> &apps() const { return m_apps; }
-    [[nodiscard]] const QString &error() const { return m_error; }
+    [[nodiscard]] const Loadable<QList<ITunesAppResult>> &state() const { return m_apps.state(); }
 
     /// What is searched: the app's first listing phrase, else its genre; empty when it has neither.
     static QString termFor(const ITunesAppResult &app);
 
 Q_SIGNALS:
     void changed();
-    /// The search has ended, whichever way.
-    void settled();
 
 private:
-    Task<void> search(QString term, std::stop_token stop);
+    Task<QList<ITunesAppResult>> search(ITunesAppResult app, QString country, std::stop_token stop);
 
     ASOStore &m_store;
-    ITunesAppResult m_app;
-    QString m_country;
-    Phase m_phase = Phase::Idle;
-    QList<ITunesAppResult> m_apps;
-    QString m_error;
-    TaskScope m_tasks;
+    Loader<QList<ITunesAppResult>> m_apps;
 };
 
 } // namespace veltrix

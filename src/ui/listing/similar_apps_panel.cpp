@@ -1,58 +1,42 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/listing/similar_apps_panel.h"
 
-#include "ui_kit/widgets/failure_card.h"
-#include "ui_kit/widgets/research_app_row.h"
+#include "ui_kit/widgets/app_row_list.h"
+#include "ui_kit/widgets/banner.h"
+#include "ui_kit/widgets/layouts.h"
 #include "ui_kit/widgets/text_label.h"
-
-#include <QVBoxLayout>
 
 namespace veltrix
 {
 
 SimilarAppsPanel::SimilarAppsPanel(SimilarApps &similar, ArtworkImages &images, QWidget *parent)
-    : QWidget(parent), m_similar(similar), m_images(images),
+    : QWidget(parent), m_similar(similar),
       m_message(new TextLabel(TextStyle::Body, TextLabel::Tone::Secondary)),
-      m_failure(new FailureCard(QStringLiteral("similarFailure"), tr("Try again"))),
-      m_rows(new QVBoxLayout)
+      m_failure(Banner::makeFailureCard(QStringLiteral("similarFailure"), tr("Try again"))),
+      m_rows(new AppRowList(QStringLiteral("similarApp"), AppRowLook::Flush,
+                            AppRowList::Ranks::Hidden, images))
 {
     setObjectName(QStringLiteral("similarPanel"));
     m_message->setObjectName(QStringLiteral("similarMessage"));
-    m_rows->setSpacing(0);
-    auto *layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(spacing::s);
-    layout->addWidget(
-        new TextLabel(TextStyle::BodySemibold, TextLabel::Tone::Text, tr("Similar Apps")));
+    auto *layout = makeColumn(spacing::s, this);
+    layout->addWidget(makeHeading(tr("Similar Apps")));
     layout->addWidget(m_message);
     layout->addWidget(m_failure);
-    layout->addLayout(m_rows);
+    layout->addWidget(m_rows);
     connect(&m_similar, &SimilarApps::changed, this, &SimilarAppsPanel::showState);
-    connect(m_failure, &FailureCard::actionTriggered, &m_similar, &SimilarApps::retry);
+    connect(m_failure, &Banner::actionTriggered, &m_similar, &SimilarApps::retry);
+    connect(m_rows, &AppRowList::pressed, this, &SimilarAppsPanel::opened);
     showState();
 }
 
 void SimilarAppsPanel::showState()
 {
-    using Phase = SimilarApps::Phase;
-    const Phase phase = m_similar.phase();
-    while (QLayoutItem *item = m_rows->takeAt(0)) {
-        delete item->widget();
-        delete item;
-    }
-    int number = 0;
-    for (const ITunesAppResult &app : m_similar.apps()) {
-        auto *row = new ResearchAppRow(app, m_images);
-        row->setObjectName(QStringLiteral("similarApp%1").arg(++number));
-        connect(row, &ResearchAppRow::opened, this, [this, app] { Q_EMIT opened(app); });
-        row->setEnds(ResearchAppRow::Ends::Flush);
-        m_rows->addWidget(row);
-    }
-    m_failure->setMessage(phase == Phase::Failed ? m_similar.error() : QString());
-    const bool isSearching = phase == Phase::Searching || phase == Phase::Idle;
-    m_message->setText(isSearching ? tr("Finding apps…") : tr("No similar apps found yet."));
+    const QList<ITunesAppResult> *found = m_similar.state().value();
+    m_rows->setApps(found ? *found : QList<ITunesAppResult>());
+    m_failure->setMessage(m_similar.state().error());
+    m_message->setText(found ? tr("No similar apps found yet.") : tr("Finding apps…"));
     m_message->setAccessibleName(m_message->text());
-    m_message->setVisible(isSearching || (phase == Phase::Found && m_similar.apps().isEmpty()));
+    m_message->setVisible(found ? found->isEmpty() : m_similar.state().error().isEmpty());
 }
 
 } // namespace veltrix

@@ -6,15 +6,15 @@
 
 #include <QWidget>
 
-class QVBoxLayout;
-
 namespace veltrix
 {
 
+class AppRowList;
 class ArtworkImages;
-class FailureCard;
+class Banner;
 class TextLabel;
 
+/// Rows of similar apps, or that they are searched, were not found, or could not be.
 class SimilarAppsPanel final : public QWidget
 {
     Q_OBJECT
@@ -30,10 +30,9 @@ private:
     void showState();
 
     SimilarApps &m_similar;
-    ArtworkImages &m_images;
     TextLabel *m_message;
-    FailureCard *m_failure;
-    QVBoxLayout *m_rows;
+    Banner *m_failure;
+    AppRowList *m_rows;
 };
 
 } // namespace veltrix

@@ -17,33 +17,30 @@ struct Texts {
 
 } // namespace
 
-RankedAppsState::Screen RankedAppsState::screen() const
+QList<ITunesAppResult> RankedAppsState::results() const
 {
-    if (hasResults())
-        return Screen::List;
-    if (isLoading)
-        return Screen::Loading;
-    return errorMessage ? Screen::Failed : Screen::Empty;
+    return apps.value() ? apps.value()->results : QList<ITunesAppResult>();
 }
 
 QString RankedAppsState::savedText(const QLocale &locale, const QTimeZone &zone) const
 {
-    if (!savedDate)
+    if (!apps.value() || !apps.value()->savedDate)
         return {};
-    const QString text = Texts::tr("Results from %1").arg(dateTimeText(*savedDate, locale, zone));
-    return isLoading ? text + Texts::tr(" · Refreshing…") : text;
+    const QString date = dateTimeText(*apps.value()->savedDate, locale, zone);
+    const QString text = Texts::tr("Results from %1").arg(date);
+    return apps.isUnderWay() ? text + Texts::tr(" · Refreshing…") : text;
 }
 
 QString RankedAppsState::failureText() const
 {
-    if (!errorMessage || !hasResults())
+    if (apps.error().isEmpty() || results().isEmpty())
         return {};
-    return Texts::tr("Showing saved results. %1").arg(*errorMessage);
+    return Texts::tr("Showing saved results. %1").arg(apps.error());
 }
 
 QString RankedAppsState::countText() const
 {
-    return Texts::tr("Showing %1 of %2 results").arg(shown()).arg(results.size());
+    return Texts::tr("Showing %1 of %2 results").arg(shown()).arg(results().size());
 }
 
 QString RankedAppsState::moreText() const
@@ -54,53 +51,41 @@ QString RankedAppsState::moreText() const
 RankedAppsLoading::RankedAppsLoading(Source source, QObject *parent)
     : QObject(parent), m_source(std::move(source))
 {
+    connect(&m_apps, &LoaderSignals::changed, this, &RankedAppsLoading::changed);
 }
 
-RankedAppsLoading::~RankedAppsLoading() = default;
+RankedAppsState RankedAppsLoading::state() const
+{
+    return {m_apps.state(), m_visibleCount, m_attempt};
+}
 
 void RankedAppsLoading::start()
 {
-    m_tasks.stop();
+    std::optional<RankedApps> meanwhile;
     if (const std::optional<SavedResults> saved = m_source.saved();
-        saved && !saved->results.isEmpty()) {
-        m_state.results = saved->results;
-        m_state.savedDate = saved->fetchedAt;
-    }
-    // Over a list, the message stays until there is an answer, so that nothing jumps and its button
-    // keeps the focus.
-    if (!m_state.hasResults())
-        m_state.errorMessage.reset();
-    m_state.isLoading = true;
-    Q_EMIT changed();
-    m_tasks.own(load(m_tasks.token()));
+        saved && !saved->results.isEmpty())
+        meanwhile = RankedApps{saved->results, saved->fetchedAt};
+    m_apps.refresh([load = m_source.load](std::stop_token stop) { return fresh(load, stop); },
+                   meanwhile);
 }
 
 void RankedAppsLoading::retry()
 {
-    ++m_state.attempt;
+    ++m_attempt;
     start();
 }
 
 void RankedAppsLoading::showMore()
 {
-    m_state.visibleCount += RankedAppsState::page;
+    m_visibleCount += RankedAppsState::page;
     Q_EMIT changed();
 }
 
-Task<void> RankedAppsLoading::load(std::stop_token stop)
+Task<RankedApps> RankedAppsLoading::fresh(Loader<QList<ITunesAppResult>>::Ask load,
+                                          std::stop_token stop)
 {
-    try {
-        const QList<ITunesAppResult> results = co_await m_source.load(stop);
-        throwIfStopped(stop);
-        m_state.results = results;
-        m_state.savedDate.reset();
-        m_state.errorMessage.reset();
-    } catch (const Error &error) {
-        m_state.errorMessage = error.description();
-    }
-    throwIfStopped(stop);
-    m_state.isLoading = false;
-    Q_EMIT changed();
+    const QList<ITunesAppResult> results = co_await load(stop);
+    co_return RankedApps{results, std::nullopt};
 }
 
 } // namespace veltrix

@@ -2,60 +2,47 @@
 // The sheet with the apps that rank for a keyword.
 #pragma once
 
-#include "ui/listing/ranked_app_research_row.h"
+#include "ui/listing/app_details_sheet.h"
 #include "ui/ranked_apps/ranked_apps_loading.h"
-#include "ui_kit/widgets/sheet_frame.h"
-
-#include <vector>
-
-class QStackedWidget;
-class QVBoxLayout;
 
 namespace veltrix
 {
 
+class AppRow;
+class AppRowList;
 class Banner;
-class EmptyState;
+class LoadableView;
 class TextLabel;
 
+/// A keyword's ranked apps, saved ones at once and fresh ones behind them. A row opens the app's
+/// details over the sheet and tracks it as a competitor.
 class RankingAppsSheet final : public SheetFrame
 {
     Q_OBJECT
 
 public:
-    /// Makes the row of a result; `rank` is 1-based.
-    using MakeRow = std::function<RankedAppResearchRow *(int rank, const ITunesAppResult &result)>;
-
-    RankingAppsSheet(const DashboardKeywordRow &keyword, RankedAppsLoading::Source source,
-                     MakeRow makeRow, QWidget *parent = nullptr);
-
-    /// The sheet over a store: saved results, a refresh behind them, rows that open the app's
-    /// details over the sheet. `appId` is the user's selected app.
-    static RankingAppsSheet *forKeyword(const ResearchContext &context,
-                                        const DashboardKeywordRow &keyword,
-                                        const std::optional<QUuid> &appId);
-
-    [[nodiscard]] const RankedAppsState &state() const { return m_loading->state(); }
-
-Q_SIGNALS:
-    void detailsRequested(const AppDetailSelection &selection);
+    /// `appId` is the user's selected app.
+    RankingAppsSheet(const ResearchContext &context, const DashboardKeywordRow &keyword,
+                     const std::optional<QUuid> &appId, QWidget *parent = nullptr);
 
 private:
-    void build();
+    [[nodiscard]] QWidget *makeList();
     void showState();
-    void showMessage(const RankedAppsState &state);
-    void showRows(const RankedAppsState &state);
+    /// The button of a row that has got another app.
+    void updateTrackButton(AppRow &row);
+    void openDetails(const ITunesAppResult &app);
 
-    MakeRow m_makeRow;
-    RankedAppsLoading *m_loading;
-    QStackedWidget *m_stack;
-    EmptyState *m_message;
+    ResearchContext m_context;
+    QString m_country;
+    std::optional<QUuid> m_appId;
+    RankedAppsLoading m_loading;
     Banner *m_failure;
     TextLabel *m_savedLine;
     TextLabel *m_count;
-    QVBoxLayout *m_rowLayout;
-    std::vector<RankedAppResearchRow *> m_rows;
+    AppRowList *m_rows;
     Button *m_more;
+    LoadableView *m_view;
+    QWidget *m_list;
 };
 
 } // namespace veltrix

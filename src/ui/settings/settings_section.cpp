@@ -4,36 +4,29 @@
 #include "ui_kit/accessibility/accessibility.h"
 #include "ui_kit/theme/painting.h"
 #include "ui_kit/widgets/button.h"
+#include "ui_kit/widgets/layouts.h"
 #include "ui_kit/widgets/text_label.h"
-
-#include <QHBoxLayout>
-#include <QVBoxLayout>
 
 namespace veltrix
 {
 
 SettingsSection::SettingsSection(const QString &title, QWidget *parent)
-    : QWidget(parent), m_card(new QWidget), m_rows(new QVBoxLayout)
+    // A link brings padding of its own, so that its text is in line with the labels.
+    : QWidget(parent), m_card(new QWidget),
+      m_rows(
+          makeColumn(0, m_card, {spacing::l - spacing::xs, spacing::xs, spacing::m, spacing::xs}))
 {
     setAccessibleRole(this, QAccessible::Grouping);
     setAccessibleName(title);
-    // A link brings padding of its own, so that its text is in line with the labels.
-    m_rows->setContentsMargins(spacing::l - spacing::xs, spacing::xs, spacing::m, spacing::xs);
-    m_rows->setSpacing(0);
-    m_card->setLayout(m_rows);
-    auto *layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(spacing::s);
-    layout->addWidget(new TextLabel(TextStyle::BodySemibold, TextLabel::Tone::Text, title));
+    auto *layout = makeColumn(spacing::s, this);
+    layout->addWidget(makeHeading(title));
     layout->addWidget(m_card);
 }
 
 void SettingsSection::addRow(const QString &label, QWidget *control)
 {
     auto *parts = new QWidget;
-    auto *layout = new QHBoxLayout(parts);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(spacing::m);
+    auto *layout = makeRow(spacing::m, parts);
     auto *text = new TextLabel(TextStyle::Body, TextLabel::Tone::Text, label);
     text->setBuddy(control);
     layout->addWidget(text);
@@ -73,9 +66,7 @@ void SettingsSection::addContinuation(QWidget *content)
 
 void SettingsSection::addNote(const QString &text, const QString &objectName)
 {
-    auto *note = new TextLabel(TextStyle::Secondary, TextLabel::Tone::Secondary, text);
-    note->setObjectName(objectName);
-    note->setWrapping(TextLabel::Wrapping::Wrapped);
+    auto *note = makeParagraph(TextStyle::Secondary, TextLabel::Tone::Secondary, text, objectName);
     note->setContentsMargins(spacing::xs, 0, 0, 0);
     m_rows->addWidget(note);
     m_rows->addSpacing(spacing::s);

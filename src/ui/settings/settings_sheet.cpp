@@ -5,13 +5,12 @@
 #include "ui/settings/settings_section.h"
 #include "ui/settings/updater_settings_view.h"
 #include "ui_kit/accessibility/accessibility.h"
-#include "ui_kit/widgets/sheet_frame.h"
+#include "ui_kit/widgets/button.h"
+#include "ui_kit/widgets/layouts.h"
 #include "ui_kit/widgets/storefront_picker.h"
 #include "ui_kit/widgets/text_label.h"
 
-#include <QHBoxLayout>
 #include <QScrollArea>
-#include <QVBoxLayout>
 
 namespace veltrix
 {
@@ -25,10 +24,11 @@ constexpr int sheetWidth = 560;
 
 SettingsSheet::SettingsSheet(Preferences &preferences, const AppInformation &information,
                              UpdaterInterface *updater, OpenUrl openUrl, QWidget *parent)
-    : QWidget(parent), m_openUrl(std::move(openUrl)), m_sections(new QVBoxLayout)
+    : QWidget(parent), m_openUrl(std::move(openUrl)),
+      m_sections(
+          makeColumn(spacing::xl, nullptr, {spacing::xl, spacing::xs, spacing::xl, spacing::xl}))
 {
-    setObjectName(QStringLiteral("settingsSheet"));
-    setAccessibleName(tr("Settings"));
+    nameControl(this, QStringLiteral("settingsSheet"), tr("Settings"));
     auto *done = new Button(Button::Kind::Primary, tr("Done"));
     nameControl(done, QStringLiteral("settingsDone"), tr("Done"));
     connect(done, &Button::clicked, this, &SettingsSheet::closeRequested);
@@ -38,8 +38,6 @@ SettingsSheet::SettingsSheet(Preferences &preferences, const AppInformation &inf
     header->addWidget(new TextLabel(TextStyle::Title, TextLabel::Tone::Text, tr("Settings")), 1);
     header->addWidget(done);
 
-    m_sections->setContentsMargins(spacing::xl, spacing::xs, spacing::xl, spacing::xl);
-    m_sections->setSpacing(spacing::xl);
     m_sections->addWidget(researchSection(preferences, information.research));
     m_sections->addWidget(updatesSection(updater));
     m_sections->addWidget(helpSection(information));
@@ -47,21 +45,11 @@ SettingsSheet::SettingsSheet(Preferences &preferences, const AppInformation &inf
     m_sections->addStretch(1);
     auto *content = new QWidget;
     content->setLayout(m_sections);
-    auto *scroll = new QScrollArea;
-    scroll->setObjectName(QStringLiteral("settingsScroll"));
-    scroll->setAccessibleName(tr("Settings"));
+    QScrollArea *scroll = makeScrollPage(QStringLiteral("settingsScroll"), tr("Settings"), content);
     scroll->setFocusPolicy(Qt::NoFocus);
-    scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setWidget(content);
-    scroll->setWidgetResizable(true);
-    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    scroll->viewport()->setAutoFillBackground(false);
-    content->setAutoFillBackground(false);
     takeScrollBarFromMargin(*scroll, *m_sections);
 
-    auto *layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, spacing::s);
-    layout->setSpacing(0);
+    auto *layout = makeColumn(0, this, {0, 0, 0, spacing::s});
     layout->addLayout(header);
     layout->addWidget(scroll, 1);
     done->setFocus();
@@ -125,11 +113,9 @@ QWidget *SettingsSheet::updatesSection(UpdaterInterface *updater)
         new UpdaterSettingsView(*updater, m_openUrl, *section);
         return section;
     }
-    auto *text = new TextLabel(TextStyle::Body, TextLabel::Tone::Secondary,
-                               tr("Update checks are available in signed release builds."));
-    text->setObjectName(QStringLiteral("updatesUnavailable"));
-    text->setWrapping(TextLabel::Wrapping::Wrapped);
-    section->addRow(text);
+    section->addRow(makeParagraph(TextStyle::Body, TextLabel::Tone::Secondary,
+                                  tr("Update checks are available in signed release builds."),
+                                  QStringLiteral("updatesUnavailable")));
     return section;
 }
 

@@ -4,11 +4,11 @@
 #include "ui/settings/settings_section.h"
 #include "ui_kit/accessibility/accessibility.h"
 #include "ui_kit/widgets/button.h"
+#include "ui_kit/widgets/layouts.h"
 #include "ui_kit/widgets/status_bar.h"
 #include "ui_kit/widgets/text_label.h"
 
 #include <QCheckBox>
-#include <QHBoxLayout>
 
 namespace veltrix
 {
@@ -19,17 +19,17 @@ UpdaterSettingsView::UpdaterSettingsView(UpdaterInterface &updater,
     : QWidget(&section), m_updater(updater), m_openUrl(std::move(openUrl)),
       m_automatic(new QCheckBox(tr("Automatically check for updates"))),
       m_check(new Button(Button::Kind::Standard, tr("Check Now"))),
-      m_status(new TextLabel(TextStyle::Secondary, TextLabel::Tone::Secondary)),
+      m_status(makeParagraph(TextStyle::Secondary, TextLabel::Tone::Secondary, QString(),
+                             QStringLiteral("updaterStatus"))),
       m_progress(new ProgressLine), m_stop(new Button(Button::Kind::Link, tr("Stop"))),
       m_action(new Button(Button::Kind::Standard, QString())), m_statusRow(statusRow()),
-      m_notes(new TextLabel(TextStyle::Secondary, TextLabel::Tone::Text)),
+      m_notes(makeParagraph(TextStyle::Secondary, TextLabel::Tone::Text, QString(),
+                            QStringLiteral("updateNotes"))),
       m_notesLink(new Button(Button::Kind::Link, QStringLiteral("doc.text"), tr("Release Notes")))
 {
     hide(); // Its parts stand in the section; it only ties them to the updater.
     nameControl(m_automatic, QStringLiteral("automaticUpdates"), m_automatic->text());
     nameControl(m_check, QStringLiteral("checkForUpdates"), tr("Check Now"));
-    m_notes->setObjectName(QStringLiteral("updateNotes"));
-    m_notes->setWrapping(TextLabel::Wrapping::Wrapped);
     m_notes->setContentsMargins(0, 0, 0, spacing::s);
     nameControl(m_notesLink, QStringLiteral("updateNotesLink"), tr("Release Notes"));
     section.addRow(m_automatic);
@@ -53,14 +53,10 @@ UpdaterSettingsView::UpdaterSettingsView(UpdaterInterface &updater,
 QWidget *UpdaterSettingsView::statusRow()
 {
     nameControl(m_stop, QStringLiteral("stopUpdate"), tr("Stop"));
-    m_status->setObjectName(QStringLiteral("updaterStatus"));
-    m_status->setWrapping(TextLabel::Wrapping::Wrapped);
     // It may hold the path of a package.
     m_status->setTextInteractionFlags(Qt::TextSelectableByMouse);
     auto *parts = new QWidget;
-    auto *row = new QHBoxLayout(parts);
-    row->setContentsMargins(0, spacing::xs, 0, spacing::xs);
-    row->setSpacing(spacing::m);
+    auto *row = makeRow(spacing::m, parts, {0, spacing::xs, 0, spacing::xs});
     row->addWidget(m_status, 1);
     row->addWidget(m_progress);
     row->addWidget(m_stop);

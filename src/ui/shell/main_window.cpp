@@ -218,7 +218,7 @@ void MainWindow::connectSheets()
             [this](const DashboardKeywordRow &keyword) {
                 const ResearchContext research{m_with.store, *m_images, m_with.openUrl,
                                                m_with.appStoreUrl};
-                openSheet(this, RankingAppsSheet::forKeyword(research, keyword, m_selectedApp));
+                openSheet(this, new RankingAppsSheet(research, keyword, m_selectedApp));
             });
 }
 

@@ -1,20 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui_kit/widgets/app_row.h"
 
-#include "model/date.h"
 #include "ui_kit/accessibility/accessibility.h"
-#include "ui_kit/text/date_texts.h"
+#include "ui_kit/text/app_facts.h"
+#include "ui_kit/text/figures.h"
 #include "ui_kit/theme/painting.h"
 #include "ui_kit/theme/symbols.h"
 #include "ui_kit/theme/typography.h"
 #include "ui_kit/widgets/artwork_images.h"
-#include "ui_kit/widgets/button.h"
 
-#include <QKeyEvent>
-#include <QLocale>
-#include <QMouseEvent>
-#include <QPainter>
-#include <QStyleOption>
+#include <QEvent>
+#include <QStyle>
 
 #include <algorithm>
 #include <cmath>
@@ -25,190 +21,253 @@ namespace veltrix
 namespace
 {
 
+constexpr qreal starSide = 12;
 constexpr qreal starGap = 4;
 
+QString ratingCountOf(const ITunesAppResult &app)
+{
+    if (!app.userRatingCount)
+        return {};
+    if (*app.userRatingCount == 1)
+        return AppRow::tr("1 rating");
+    return AppRow::tr("%1 ratings").arg(QLocale().toString(qlonglong(*app.userRatingCount)));
+}
+
+QString joined(QStringList parts, const QString &separator)
+{
+    parts.removeAll(QString());
+    return parts.join(separator);
+}
+
 void drawLine(QPainter &painter, const QRectF &rect, const QString &text, const QFont &font,
-              const QColor &color, Qt::Alignment alignment = Qt::AlignLeft)
+              const QColor &color, Qt::LayoutDirection direction)
 {
     painter.setFont(font);
     painter.setPen(color);
-    painter.drawText(rect, int(alignment | Qt::AlignVCenter) | Qt::TextSingleLine,
-                     QFontMetricsF(font).elidedText(text, Qt::ElideRight, rect.width()));
+    const auto alignment = QStyle::visualAlignment(direction, Qt::AlignLeft | Qt::AlignVCenter);
+    painter.drawText(rect, int(alignment) | Qt::TextSingleLine,
+                     QFontMetricsF(font).elidedText(text, Qt::ElideRight, rect.width() + 0.5));
+}
+
+void drawRank(QPainter &painter, const QRectF &rect, int rank, const QFont &font)
+{
+    const QFontMetricsF metrics(font);
+    const QString text = QLocale().toString(rank);
+    painter.setFont(font);
+    drawTabularText(painter,
+                    {rect.right() - tabularWidth(metrics, text),
+                     rect.center().y() + (metrics.ascent() - metrics.descent()) / 2},
+                    text);
 }
 
 } // namespace
 
-AppRowTexts AppRowTexts::of(const ITunesAppResult &result)
+AppRowTexts AppRowTexts::of(const ITunesAppResult &app, AppRowLook look, int rank)
 {
-    const QLocale locale;
+    const QString separator = QStringLiteral(", ");
     AppRowTexts texts;
-    texts.name = displayName(result);
-    texts.seller = result.sellerName.value_or(QString()).trimmed();
-    if (result.averageUserRating)
-        texts.rating = locale.toString(*result.averageUserRating, 'f', 1);
-    if (result.userRatingCount)
-        texts.ratingCount = *result.userRatingCount == 1
-                                ? AppSearchRowView::tr("1 rating")
-                                : AppSearchRowView::tr("%1 ratings")
-                                      .arg(locale.toString(qlonglong(*result.userRatingCount)));
-    const auto date = parseInternetDateTime(result.currentVersionReleaseDate.value_or(QString()));
-    if (date)
-        texts.updated = AppSearchRowView::tr("Updated %1").arg(dateText(*date));
+    texts.name = displayName(app);
+    texts.details = sellerText(app);
+    texts.rating = ratingText(app);
+    if (look == AppRowLook::Full) {
+        const auto date = updatedText(app, {wordLocale()});
+        const QString updated = date ? AppRow::tr("Updated %1").arg(*date) : QString();
+        texts.ratingCount = ratingCountOf(app);
+        texts.description =
+            joined({texts.details, texts.rating, texts.ratingCount, updated}, separator);
+        texts.details = joined({texts.details, updated}, QStringLiteral(" · "));
+        return texts;
+    }
+    texts.description =
+        joined({rank > 0 ? AppRow::tr("Rank %1").arg(rank) : QString(), texts.details,
+                texts.rating.isEmpty() ? QString() : AppRow::tr("rated %1").arg(texts.rating)},
+               separator);
     return texts;
 }
 
-AppRowGeometry layoutAppRow(const QRectF &rect, qreal nameHeight, qreal detailHeight,
-                            qreal rankWidth, qreal ratingWidth, qreal trailing)
+AppRowGeometry layoutAppRow(const QRectF &rect, const AppRowMetrics &metrics,
+                            Qt::LayoutDirection direction)
 {
     AppRowGeometry geometry;
-    const qreal icon = std::round((nameHeight + detailHeight) * 40.0 / 31.0);
     const qreal middle = rect.center().y();
-    const qreal top = std::round(middle - (nameHeight + detailHeight) / 2);
-    geometry.rank = QRectF(rect.x() + spacing::s, rect.y(), rankWidth, rect.height());
+    const qreal top = std::round(middle - (metrics.nameHeight + metrics.detailsHeight) / 2);
+    const qreal bottom = top + metrics.nameHeight;
+    qreal x = rect.x() + metrics.padding;
+    if (metrics.rankWidth > 0) {
+        geometry.rank = QRectF(x, rect.y(), metrics.rankWidth, rect.height());
+        x = geometry.rank.right() + spacing::m;
+    }
     geometry.icon =
-        QRectF(geometry.rank.right() + spacing::m, std::round(middle - icon / 2), icon, icon);
-    const qreal textLeft = geometry.icon.right() + spacing::m;
-    const qreal ratingRight = rect.right() - trailing;
-    const qreal ratingLeft = std::max(textLeft, ratingRight - ratingWidth);
-    const qreal textWidth = std::max(0.0, ratingLeft - spacing::m - textLeft);
-    geometry.name = QRectF(textLeft, top, textWidth, nameHeight);
-    geometry.details = QRectF(textLeft, top + nameHeight, textWidth, detailHeight);
-    geometry.star = QRectF(ratingLeft, top + (nameHeight - 12) / 2, 12, 12);
-    geometry.rating = QRectF(ratingLeft + 12 + starGap, top,
-                             std::max(0.0, ratingRight - ratingLeft - 12 - starGap), nameHeight);
-    geometry.ratingCount =
-        QRectF(ratingLeft, top + nameHeight, ratingRight - ratingLeft, detailHeight);
+        QRectF(x, std::round(middle - metrics.iconSide / 2), metrics.iconSide, metrics.iconSide);
+    x = geometry.icon.right() + metrics.iconGap;
+
+    const qreal end = std::max(x, rect.right() - metrics.padding - metrics.trailing);
+    qreal textEnd = end;
+    if (metrics.ratingWidth > 0) {
+        const qreal left = std::max(x, end - metrics.ratingWidth);
+        const QRectF line = metrics.hasRatingCount
+                                ? QRectF(left, top, end - left, metrics.nameHeight)
+                                : QRectF(left, rect.y(), end - left, rect.height());
+        geometry.star =
+            QRectF(left, std::round(line.center().y() - starSide / 2), starSide, starSide);
+        geometry.rating = line.adjusted(std::min(line.width(), starSide + starGap), 0, 0, 0);
+        if (metrics.hasRatingCount)
+            geometry.ratingCount = QRectF(left, bottom, end - left, metrics.detailsHeight);
+        textEnd = left - spacing::m;
+    }
+    const qreal width = std::max(0.0, textEnd - x);
+    geometry.name = QRectF(x, top, width, metrics.nameHeight);
+    geometry.details = QRectF(x, bottom, width, metrics.detailsHeight);
+    if (direction == Qt::RightToLeft) {
+        for (QRectF *part : {&geometry.rank, &geometry.icon, &geometry.name, &geometry.details,
+                             &geometry.star, &geometry.rating, &geometry.ratingCount})
+            part->moveLeft(rect.left() + rect.right() - part->right());
+    }
     return geometry;
 }
 
-AppSearchRowView::AppSearchRowView(const Content &content, ArtworkImages &images, QWidget *parent)
-    : QWidget(parent), m_content(content), m_texts(AppRowTexts::of(content.result)),
-      m_images(images),
-      m_add(new Button(Button::Kind::Plain, QStringLiteral("plus.circle"), QString(), this))
+AppRow::AppRow(AppRowLook look, ArtworkImages &images, QWidget *parent)
+    : Pressable(parent), m_look(look), m_images(images), m_purpose(tr("Research %1"))
 {
-    setObjectName(QStringLiteral("appRow"));
-    setAccessibleRole(this, QAccessible::ListItem);
-    setAccessibleName(m_texts.name);
-    QStringList details{m_texts.seller, m_texts.rating, m_texts.ratingCount, m_texts.updated};
-    details.removeAll(QString());
-    setAccessibleDescription(details.join(QStringLiteral(", ")));
-    setAttribute(Qt::WA_Hover);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-    m_add->setObjectName(QStringLiteral("appRowAdd"));
-    connect(m_add, &Button::clicked, this, &AppSearchRowView::addRequested);
-    connect(&m_images, &ArtworkImages::ready, this, QOverload<>::of(&QWidget::update));
-    updateButton();
+    if (m_look == AppRowLook::Full) {
+        setAccessibleRole(this, QAccessible::ListItem);
+        setFocusPolicy(Qt::NoFocus);
+        unsetCursor();
+    }
+    connect(&m_images, &ArtworkImages::ready, this, [this](const QString &url) {
+        const auto icon = iconUrl(m_app);
+        if (icon && icon->text() == url)
+            update();
+    });
 }
 
-void AppSearchRowView::setTracked(bool isTracked)
+void AppRow::setApp(const ITunesAppResult &app, int rank)
 {
-    m_content.isTracked = isTracked;
-    updateButton();
+    m_app = app;
+    m_rank = rank;
+    m_texts = AppRowTexts::of(app, m_look, rank);
+    setAccessibleDescription(m_texts.description);
+    updateName();
+    update();
 }
 
-void AppSearchRowView::setOpens(bool opens)
+void AppRow::setPurpose(const QString &purpose)
 {
-    m_opens = opens;
-    setFocusPolicy(opens ? Qt::StrongFocus : Qt::NoFocus);
-    setAccessibleRole(this, opens ? QAccessible::Button : QAccessible::ListItem);
-    setAccessibleName(opens ? tr("View details for %1").arg(m_texts.name) : m_texts.name);
+    m_purpose = purpose;
+    updateName();
 }
 
-void AppSearchRowView::updateButton()
+void AppRow::updateName()
 {
-    m_add->setSymbol(m_content.isTracked ? QStringLiteral("checkmark.circle.fill")
-                                         : QStringLiteral("plus.circle"));
-    const QString label = m_content.isTracked ? tr("Already tracking") : m_content.actionLabel;
-    m_add->setAccessibleName(label);
-    m_add->setToolTip(label);
-    m_add->setEnabled(!m_content.isTracked && m_content.canTrack);
+    setAccessibleName(m_look == AppRowLook::Full ? m_texts.name : m_purpose.arg(m_texts.name));
 }
 
-QSize AppSearchRowView::sizeHint() const
+void AppRow::setTrailing(QWidget *control)
 {
-    return {420, twoLineRowHeight(font()) + 4};
+    delete m_trailing;
+    m_trailing = control;
+    m_trailing->setParent(this);
+    m_trailing->show();
+    placeTrailing();
 }
 
-void AppSearchRowView::placeButton()
+AppRowMetrics AppRow::metrics() const
 {
-    const QSize size = m_add->sizeHint();
-    m_add->setGeometry(
-        QRect(QPoint(width() - spacing::s - size.width(), (height() - size.height()) / 2), size));
+    const QFontMetricsF details(fontFor(TextStyle::Secondary, font()));
+    const bool isFull = m_look == AppRowLook::Full;
+    AppRowMetrics metrics;
+    metrics.nameHeight = std::ceil(QFontMetricsF(fontFor(TextStyle::BodyMedium, font())).height());
+    metrics.detailsHeight = std::ceil(details.height());
+    const qreal textHeight = metrics.nameHeight + metrics.detailsHeight;
+    metrics.iconSide = std::round(isFull ? textHeight * 40 / 31 : textHeight);
+    metrics.iconGap = isFull ? spacing::m : spacing::m - 2;
+    metrics.hasRatingCount = isFull;
+    metrics.padding = m_look == AppRowLook::Flush ? 0 : spacing::s;
+    if (m_rank > 0)
+        metrics.rankWidth = std::ceil(tabularWidth(details, QStringLiteral("000")));
+    if (isFull) {
+        // The same for every row, so that stars stand in a column; the largest apps have millions.
+        const QString widest = tr("%1 ratings").arg(QLocale().toString(88'888'888));
+        metrics.ratingWidth = std::max(details.horizontalAdvance(m_texts.ratingCount),
+                                       details.horizontalAdvance(widest));
+    } else if (!m_texts.rating.isEmpty()) {
+        metrics.ratingWidth =
+            starSide + starGap + std::ceil(details.horizontalAdvance(m_texts.rating)) + 1;
+    }
+    if (m_trailing)
+        metrics.trailing = m_trailing->width() + (isFull ? spacing::s : spacing::m);
+    return metrics;
 }
 
-void AppSearchRowView::resizeEvent(QResizeEvent *event)
+QSize AppRow::sizeHint() const
 {
-    QWidget::resizeEvent(event);
-    placeButton();
+    const int height = twoLineRowHeight(font());
+    return {420, m_look == AppRowLook::Full ? height + 4 : qRound(height * 48.0 / 52.0)};
 }
 
-bool AppSearchRowView::event(QEvent *event)
+QSize AppRow::minimumSizeHint() const
 {
-    if (event->type() == QEvent::HoverEnter || event->type() == QEvent::HoverLeave)
+    return {160, sizeHint().height()};
+}
+
+void AppRow::placeTrailing()
+{
+    if (!m_trailing)
+        return;
+    const QSize size = m_trailing->sizeHint();
+    const int padding = m_look == AppRowLook::Flush ? 0 : spacing::s;
+    const int left = isRightToLeft() ? padding : width() - padding - size.width();
+    m_trailing->setGeometry(QRect(QPoint(left, (height() - size.height()) / 2), size));
+}
+
+bool AppRow::event(QEvent *event)
+{
+    if (event->type() == QEvent::LayoutRequest) {
+        placeTrailing();
         update();
-    return QWidget::event(event);
+    }
+    return Pressable::event(event);
 }
 
-void AppSearchRowView::paintEvent(QPaintEvent *)
+void AppRow::resizeEvent(QResizeEvent *event)
+{
+    Pressable::resizeEvent(event);
+    placeTrailing();
+}
+
+void AppRow::paintEvent(QPaintEvent *)
 {
     const Tokens tokens = Tokens::of(this);
-    const QFont nameFont = fontFor(TextStyle::BodyMedium, font());
-    const QFont detailFont = fontFor(TextStyle::Secondary, font());
-    const QFontMetricsF details(detailFont);
-    const qreal rankWidth = tabularWidth(details, QStringLiteral("000"));
-    // The same for every row, so that stars stand in a column; the largest apps have millions.
-    const qreal ratingWidth =
-        std::max(details.horizontalAdvance(m_texts.ratingCount),
-                 details.horizontalAdvance(tr("%1 ratings").arg(QLocale().toString(88'888'888))));
-    const AppRowGeometry geometry = layoutAppRow(
-        rect(), std::ceil(QFontMetricsF(nameFont).height()), std::ceil(details.height()), rankWidth,
-        ratingWidth, m_add->width() + 2 * spacing::s);
-
+    const AppRowGeometry geometry = layoutAppRow(rect(), metrics(), layoutDirection());
+    const QFont details = fontFor(TextStyle::Secondary, font());
+    const QColor quiet = tokens[Token::Secondary];
+    const bool isFull = m_look == AppRowLook::Full;
+    const bool isFlush = m_look == AppRowLook::Flush;
     QPainter painter(this);
-    if (underMouse())
+    if (isHovered() && !isFlush)
         drawRoundedRect(painter, rect(), radius::control, tokens[Token::Hover]);
-    painter.setFont(detailFont);
-    painter.setPen(tokens[Token::Secondary]);
-    const QString rank = QLocale().toString(m_content.rank);
-    drawTabularText(painter,
-                    {geometry.rank.right() - tabularWidth(details, rank),
-                     geometry.rank.center().y() + (details.ascent() - details.descent()) / 2},
-                    rank);
-    const auto url = iconUrl(m_content.result);
-    paintArtwork(painter, geometry.icon, url ? m_images.image(*url) : QImage(),
+    painter.setPen(quiet);
+    if (m_rank > 0)
+        drawRank(painter, geometry.rank, m_rank, details);
+    const auto icon = iconUrl(m_app);
+    paintArtwork(painter, geometry.icon, icon ? m_images.image(*icon) : QImage(),
                  QStringLiteral("app.fill"), tokens);
-    QStringList lower{m_texts.seller, m_texts.updated};
-    lower.removeAll(QString());
-    const QRectF name = lower.isEmpty() ? geometry.name.united(geometry.details) : geometry.name;
-    drawLine(painter, name, m_texts.name, nameFont, tokens[Token::Text]);
-    drawLine(painter, geometry.details, lower.join(QStringLiteral(" · ")), detailFont,
-             tokens[Token::Secondary]);
+    const auto draw = [&](const QRectF &place, const QString &text, const QFont &font,
+                          const QColor &color) {
+        drawLine(painter, place, text, font, color, layoutDirection());
+    };
+    const bool isAlone = isFull && m_texts.details.isEmpty();
+    draw(isAlone ? geometry.name.united(geometry.details) : geometry.name, m_texts.name,
+         fontFor(TextStyle::BodyMedium, font()),
+         tokens[isHovered() && isFlush ? Token::Accent : Token::Text]);
+    draw(geometry.details, m_texts.details, details, quiet);
     if (!m_texts.rating.isEmpty()) {
         drawSymbol(painter, geometry.star, QStringLiteral("star.fill"), tokens[Token::Yellow]);
-        drawLine(painter, geometry.rating, m_texts.rating, detailFont, tokens[Token::Text]);
+        draw(geometry.rating, m_texts.rating, details, isFull ? tokens[Token::Text] : quiet);
     }
-    drawLine(painter, geometry.ratingCount, m_texts.ratingCount, detailFont,
-             tokens[Token::Secondary]);
-    QStyleOption option;
-    option.initFrom(this);
-    if (showsFocus(option))
-        drawFocusRing(painter, rect(), radius::control, tokens[Token::Accent]);
-}
-
-void AppSearchRowView::keyPressEvent(QKeyEvent *event)
-{
-    const int key = event->key();
-    if (m_opens && (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space))
-        Q_EMIT opened();
-    else
-        QWidget::keyPressEvent(event);
-}
-
-void AppSearchRowView::mouseReleaseEvent(QMouseEvent *event)
-{
-    if (m_opens && event->button() == Qt::LeftButton &&
-        rect().contains(event->position().toPoint()))
-        Q_EMIT opened();
+    draw(geometry.ratingCount, m_texts.ratingCount, details, quiet);
+    paintFocusRing(painter, radius::control);
 }
 
 } // namespace veltrix

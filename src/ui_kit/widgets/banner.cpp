@@ -5,46 +5,50 @@
 #include "ui_kit/theme/painting.h"
 #include "ui_kit/theme/symbols.h"
 #include "ui_kit/widgets/button.h"
-#include "ui_kit/widgets/text_label.h"
-
-#include <QHBoxLayout>
-#include <QVBoxLayout>
+#include "ui_kit/widgets/card.h"
+#include "ui_kit/widgets/layouts.h"
 
 namespace veltrix
 {
 
 Banner::Banner(const QString &objectName, const QString &symbol, const QString &action,
-               QWidget *parent)
-    : QWidget(parent), m_symbol(symbol), m_symbolSpace(new QWidget),
-      m_text(new TextLabel(TextStyle::Body, TextLabel::Tone::Text)),
-      m_detail(new TextLabel(TextStyle::Secondary, TextLabel::Tone::Text)),
+               QWidget *parent, Shape shape)
+    : QWidget(parent), m_shape(shape), m_symbol(symbol), m_symbolSpace(new QWidget),
+      m_text(makeParagraph(TextStyle::Body, TextLabel::Tone::Text)),
+      m_detail(makeParagraph(TextStyle::Secondary, TextLabel::Tone::Text, QString(),
+                             objectName + QStringLiteral("Detail"))),
       m_action(new Button(Button::Kind::Standard, QStringLiteral("arrow.clockwise"), action))
 {
     setAccessibleRole(this, QAccessible::AlertMessage);
     setObjectName(objectName);
-    m_text->setWrapping(TextLabel::Wrapping::Wrapped);
-    m_detail->setWrapping(TextLabel::Wrapping::Wrapped);
-    m_detail->setObjectName(objectName + QStringLiteral("Detail"));
     nameControl(m_action, objectName + QStringLiteral("Action"), action);
     const int size = qRound(controlHeight(font()) * 16.0 / 30.0);
     m_symbolSpace->setFixedSize(size, size);
-    auto *layout = new QHBoxLayout(this);
-    layout->setContentsMargins(spacing::l, 6, spacing::l, 7);
-    layout->setSpacing(10);
-    layout->addWidget(m_symbolSpace);
-    auto *texts = new QVBoxLayout;
-    texts->setSpacing(1);
+    const bool isStrip = m_shape == Shape::Strip;
+    auto *line = isStrip
+                     ? makeRow(10, this, {spacing::l, 6, spacing::l, 7})
+                     : makeRow(spacing::m, this, {spacing::l, spacing::m, spacing::l, spacing::m});
+    auto *texts = makeColumn(1);
     texts->addWidget(m_text);
     texts->addWidget(m_detail);
-    layout->addLayout(texts, 1);
-    layout->addWidget(m_action);
+    line->addWidget(m_symbolSpace);
+    line->addLayout(texts, 1);
+    line->addWidget(m_action);
     // Only now that it has a parent: shown before, it would be a window.
     m_action->setVisible(!action.isEmpty());
     m_detail->hide();
-    setMinimumHeight(controlHeight(font()) + 13);
-    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    if (isStrip) {
+        setMinimumHeight(controlHeight(font()) + 13);
+        setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    }
     connect(m_action, &Button::clicked, this, &Banner::actionTriggered);
     hide();
+}
+
+Banner *Banner::makeFailureCard(const QString &objectName, const QString &action)
+{
+    return new Banner(objectName, QStringLiteral("exclamationmark.triangle"), action, nullptr,
+                      Shape::Card);
 }
 
 void Banner::setMessage(const QString &message, const QString &detail)
@@ -115,8 +119,12 @@ void Banner::paintEvent(QPaintEvent *)
 {
     const Tokens tokens = Tokens::of(this);
     QPainter painter(this);
-    painter.fillRect(rect(), tokens.tint(m_token));
-    drawHorizontalHairline(painter, 0, width(), height() - 1, tokens[Token::Hairline]);
+    if (m_shape == Shape::Card) {
+        Card::paint(painter, rect(), m_token, tokens);
+    } else {
+        painter.fillRect(rect(), tokens.tint(m_token));
+        drawHorizontalHairline(painter, 0, width(), height() - 1, tokens[Token::Hairline]);
+    }
     drawSymbol(painter, m_symbolSpace->geometry(), m_symbol, tokens[m_token]);
 }
 

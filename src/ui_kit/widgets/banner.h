@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// A strip over a screen's content that says what went wrong and offers the way on.
+// A strip or card that says what went wrong and offers the way on.
 #pragma once
 
 #include "ui_kit/theme/tokens.h"
@@ -12,14 +12,24 @@ namespace veltrix
 class Button;
 class TextLabel;
 
+/// A message with its way on; hidden while there is none.
 class Banner final : public QWidget
 {
     Q_OBJECT
 
 public:
+    enum class Shape {
+        /// From side to side, over a screen.
+        Strip,
+        /// In a page, above the part that failed.
+        Card,
+    };
+
     /// `action` may be empty: then the banner has no button.
     Banner(const QString &objectName, const QString &symbol, const QString &action,
-           QWidget *parent = nullptr);
+           QWidget *parent = nullptr, Shape shape = Shape::Strip);
+    /// A card that says what went wrong.
+    static Banner *makeFailureCard(const QString &objectName, const QString &action);
 
     /// Shows the message, and below it the detail when there is one; hides the banner when the
     /// message is empty.
@@ -46,6 +56,7 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    Shape m_shape;
     QString m_symbol;
     Token m_token = Token::Orange;
     QWidget *m_symbolSpace;

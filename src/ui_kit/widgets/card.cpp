@@ -5,8 +5,8 @@
 #include "ui_kit/theme/painting.h"
 #include "ui_kit/theme/symbols.h"
 #include "ui_kit/theme/typography.h"
+#include "ui_kit/widgets/layouts.h"
 
-#include <QHBoxLayout>
 #include <QPainter>
 
 #include <algorithm>
@@ -25,12 +25,11 @@ constexpr float cardTintShare = 0.5F;
 } // namespace
 
 Card::Card(const QString &objectName, QWidget *parent)
-    : QWidget(parent), m_content(new QVBoxLayout(this))
+    : QWidget(parent),
+      m_content(makeColumn(spacing::s, this, {spacing::l, spacing::m, spacing::l, spacing::m}))
 {
     setObjectName(objectName);
     setAccessibleRole(this, QAccessible::Grouping);
-    m_content->setContentsMargins(spacing::l, spacing::m, spacing::l, spacing::m);
-    m_content->setSpacing(spacing::s);
 }
 
 void Card::setTint(std::optional<Token> token)
@@ -41,15 +40,20 @@ void Card::setTint(std::optional<Token> token)
 
 void Card::paintEvent(QPaintEvent *)
 {
-    const Tokens tokens = Tokens::of(this);
     QPainter painter(this);
-    if (!m_tint) {
-        drawRoundedRect(painter, rect(), radius::card, Qt::transparent, tokens[Token::Hairline]);
+    paint(painter, rect(), m_tint, Tokens::of(this));
+}
+
+void Card::paint(QPainter &painter, const QRectF &place, std::optional<Token> token,
+                 const Tokens &tokens)
+{
+    if (!token) {
+        drawRoundedRect(painter, place, radius::card, Qt::transparent, tokens[Token::Hairline]);
         return;
     }
-    QColor line = tokens[*m_tint];
+    QColor line = tokens[*token];
     line.setAlphaF(tintedLine);
-    drawRoundedRect(painter, rect(), radius::card, fill(*m_tint, tokens), line);
+    drawRoundedRect(painter, place, radius::card, fill(*token, tokens), line);
 }
 
 QColor Card::fill(Token token, const Tokens &tokens)
@@ -114,33 +118,41 @@ void SymbolView::paintEvent(QPaintEvent *)
     drawSymbol(painter, rect(), m_symbol, Tokens::of(this)[m_token]);
 }
 
+QString Figure::text() const
+{
+    QString text = caption.endsWith(u':') ? caption : caption + u':';
+    for (const QString &part : {value, unit}) {
+        if (!part.isEmpty())
+            text += u' ' + part;
+    }
+    return text;
+}
+
 FigureTile::FigureTile(const QString &objectName, QWidget *parent)
     : Card(objectName, parent), m_symbol(new SymbolView(QString(), Token::Secondary)),
       m_caption(new TextLabel(TextStyle::Secondary, TextLabel::Tone::Secondary)),
-      m_line(new QHBoxLayout),
       m_largeValue(new TextLabel(TextStyle::Figure, TextLabel::Tone::Text)),
       m_value(new TextLabel(TextStyle::BodySemibold, TextLabel::Tone::Text)),
       m_unit(new TextLabel(TextStyle::SecondarySemibold, TextLabel::Tone::Secondary))
 {
-    content()->setSpacing(1);
-    content()->setContentsMargins(spacing::l, spacing::m, spacing::l, spacing::m);
-    auto *head = new QHBoxLayout;
-    head->setSpacing(6);
+    m_value->setWrapping(TextLabel::Wrapping::Wrapped);
+    auto *head = makeRow(6);
     head->addWidget(m_symbol);
     head->addWidget(m_caption, 1);
-    content()->addLayout(head);
-    m_line->setSpacing(6);
-    m_value->setWrapping(TextLabel::Wrapping::Wrapped);
+    auto *line = makeRow(6);
     for (TextLabel *label : {m_largeValue, m_unit})
-        m_line->addWidget(label, 0, Qt::AlignBaseline);
-    m_line->addWidget(m_value, 1);
-    m_line->addStretch(0);
-    content()->addLayout(m_line);
+        line->addWidget(label, 0, Qt::AlignBaseline);
+    line->addWidget(m_value, 1);
+    line->addStretch(0);
+    content()->setSpacing(1);
+    content()->addLayout(head);
+    content()->addLayout(line);
     content()->addStretch(1);
 }
 
 void FigureTile::setFigure(const Figure &figure)
 {
+    setAccessibleName(figure.text());
     m_symbol->setVisible(!figure.symbol.isEmpty());
     m_symbol->setSymbol(figure.symbol, Token::Secondary);
     m_caption->setText(figure.caption);
@@ -149,11 +161,6 @@ void FigureTile::setFigure(const Figure &figure)
     m_value->setText(figure.isLarge ? QString() : figure.value);
     m_unit->setText(figure.unit);
     m_unit->setVisible(!figure.unit.isEmpty());
-}
-
-void FigureTile::setAccessibleText(const QString &text)
-{
-    setAccessibleName(text);
 }
 
 Meter::Meter(Token token, QWidget *parent) : QWidget(parent), m_token(token)

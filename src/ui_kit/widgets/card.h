@@ -9,7 +9,6 @@
 
 #include <optional>
 
-class QHBoxLayout;
 class QVBoxLayout;
 
 namespace veltrix
@@ -30,6 +29,9 @@ public:
     /// The colour of a tinted card, to lie over its background. A card is a larger area than a
     /// badge, so it is lighter.
     static QColor fill(Token token, const Tokens &tokens);
+    /// A card of that place, tinted where there is a token.
+    static void paint(QPainter &painter, const QRectF &place, std::optional<Token> token,
+                      const Tokens &tokens);
 
 protected:
     void paintEvent(QPaintEvent *event) override;
@@ -79,34 +81,35 @@ private:
     Token m_token;
 };
 
-/// A caption over a large figure with its unit; words take the place of a figure in body size.
+/// A figure with what it counts.
+struct Figure {
+    QString caption;
+    QString value;
+    /// "/ 100" or empty.
+    QString unit = {};
+    /// Figures in digits are large; words take their place in body size.
+    bool isLarge = false;
+    /// May be empty.
+    QString symbol = {};
+
+    /// Caption, value and unit as one text: "Difficulty: 61 / 100".
+    [[nodiscard]] QString text() const;
+    bool operator==(const Figure &) const = default;
+};
+
+/// A card with the caption of a figure over the figure. A screen reader reads both as one.
 class FigureTile final : public Card
 {
     Q_OBJECT
 
 public:
-    struct Figure {
-        QString caption;
-        /// May be empty.
-        QString symbol;
-        QString value;
-        QString unit;
-        /// Figures in digits are large.
-        bool isLarge = true;
-
-        bool operator==(const Figure &) const = default;
-    };
-
     explicit FigureTile(const QString &objectName, QWidget *parent = nullptr);
 
     void setFigure(const Figure &figure);
-    /// What a screen reader says: caption, value and unit.
-    void setAccessibleText(const QString &text);
 
 private:
     SymbolView *m_symbol;
     TextLabel *m_caption;
-    QHBoxLayout *m_line;
     TextLabel *m_largeValue;
     TextLabel *m_value;
     TextLabel *m_unit;

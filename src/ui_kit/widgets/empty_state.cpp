@@ -20,6 +20,17 @@ constexpr int widestText = 440;
 
 }
 
+EmptyState::Content EmptyState::Content::working(const QString &title)
+{
+    return {QString(), title, QString(), QString()};
+}
+
+EmptyState::Content EmptyState::Content::failed(const QString &title, const QString &error,
+                                                const QString &action)
+{
+    return {QStringLiteral("wifi.exclamationmark"), title, error, action};
+}
+
 EmptyState::EmptyState(const QString &objectName, QWidget *parent)
     : QWidget(parent), m_symbolSpace(new QWidget),
       m_title(new TextLabel(TextStyle::Title, TextLabel::Tone::Text)),

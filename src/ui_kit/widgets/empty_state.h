@@ -22,6 +22,11 @@ public:
         QString title;
         QString text;
         QString action;
+
+        /// Only the heading.
+        static Content working(const QString &title);
+        /// What came of a network that failed: `error` in words for the user.
+        static Content failed(const QString &title, const QString &error, const QString &action);
         bool operator==(const Content &) const = default;
     };
 

@@ -5,15 +5,12 @@
 #include "ui_kit/theme/painting.h"
 #include "ui_kit/theme/typography.h"
 #include "ui_kit/widgets/button.h"
+#include "ui_kit/widgets/layouts.h"
 #include "ui_kit/widgets/overlay.h"
 #include "ui_kit/widgets/text_label.h"
 
-#include <QHBoxLayout>
 #include <QPainter>
 #include <QScrollArea>
-#include <QScrollBar>
-
-#include <algorithm>
 
 namespace veltrix
 {
@@ -30,44 +27,30 @@ SheetFrame::SheetFrame(const QString &objectName, const QString &title, Body bod
     : QWidget(parent), m_preferred(preferred), m_header(new QWidget),
       m_title(new ElidedLabel(TextStyle::Title, TextLabel::Tone::Text, title)),
       m_subtitle(new ElidedLabel(TextStyle::Secondary, TextLabel::Tone::Secondary)),
-      m_actions(new QHBoxLayout)
+      m_actions(makeRow(spacing::s))
 {
     nameControl(this, objectName, title);
     m_title->setObjectName(objectName + QStringLiteral("Title"));
     m_subtitle->setObjectName(objectName + QStringLiteral("Subtitle"));
     m_subtitle->hide();
-    auto *titles = new QVBoxLayout;
-    titles->setSpacing(1);
+    auto *titles = makeColumn(1);
     titles->addWidget(m_title);
     titles->addWidget(m_subtitle);
-    m_actions->setSpacing(spacing::s);
-    auto *header = new QHBoxLayout(m_header);
-    header->setContentsMargins(spacing::xl, spacing::l, spacing::xl, spacing::l);
-    header->setSpacing(spacing::l);
+    auto *header =
+        makeRow(spacing::l, m_header, {spacing::xl, spacing::l, spacing::xl, spacing::l});
     header->addLayout(titles, 1);
     header->addLayout(m_actions);
 
     auto *content = new QWidget;
-    m_body = new QVBoxLayout(content);
-    m_body->setContentsMargins(spacing::xl, spacing::l, spacing::xl, spacing::xl);
-    m_body->setSpacing(spacing::l);
-    auto *layout = new QVBoxLayout(this);
-    layout->setContentsMargins(1, 1, 1, 1);
-    layout->setSpacing(0);
+    m_body = makeColumn(spacing::l, content, {spacing::xl, spacing::l, spacing::xl, spacing::xl});
+    auto *layout = makeColumn(0, this, {1, 1, 1, 1});
     layout->addWidget(m_header);
     if (body == Body::Fixed) {
         layout->addWidget(content, 1);
         return;
     }
-    m_scroll = new QScrollArea;
-    nameControl(m_scroll, objectName + QStringLiteral("Scroll"), title);
-    m_scroll->setFrameShape(QFrame::NoFrame);
-    m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    m_scroll->setWidgetResizable(true);
-    m_scroll->setWidget(content);
     // The card below shows through, so that its round corners stay.
-    m_scroll->viewport()->setAutoFillBackground(false);
-    content->setAutoFillBackground(false);
+    m_scroll = makeScrollPage(objectName + QStringLiteral("Scroll"), title, content);
     layout->addWidget(m_scroll, 1);
     takeScrollBarFromMargin(*m_scroll, *m_body);
 }
@@ -82,9 +65,7 @@ QHBoxLayout *SheetFrame::footer()
 {
     if (!m_footer) {
         m_footer = new QWidget;
-        auto *buttons = new QHBoxLayout(m_footer);
-        buttons->setContentsMargins(spacing::xl, spacing::m + 1, spacing::xl, spacing::m);
-        buttons->setSpacing(spacing::s);
+        makeRow(spacing::s, m_footer, {spacing::xl, spacing::m + 1, spacing::xl, spacing::m});
         layout()->addWidget(m_footer);
     }
     return static_cast<QHBoxLayout *>(m_footer->layout());
@@ -127,22 +108,6 @@ void SheetFrame::paintEvent(QPaintEvent *)
     if (m_footer)
         drawHorizontalHairline(painter, 1, width() - 1, m_footer->geometry().top(),
                                Tokens::of(this)[Token::Hairline]);
-}
-
-void takeScrollBarFromMargin(QScrollArea &area, QLayout &content)
-{
-    QScrollBar *bar = area.verticalScrollBar();
-    QObject::connect(bar, &QScrollBar::rangeChanged, &content, [bar, &content](int, int largest) {
-        const bool isMirrored = bar->isRightToLeft();
-        QMargins margins = content.contentsMargins();
-        const int whole = isMirrored ? margins.right() : margins.left();
-        const int rest = std::max(0, whole - (largest > 0 ? bar->sizeHint().width() : 0));
-        if (isMirrored)
-            margins.setLeft(rest);
-        else
-            margins.setRight(rest);
-        content.setContentsMargins(margins);
-    });
 }
 
 void openSheet(QWidget *opener, SheetFrame *sheet)

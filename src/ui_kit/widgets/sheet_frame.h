@@ -6,7 +6,6 @@
 
 class QBoxLayout;
 class QHBoxLayout;
-class QLayout;
 class QScrollArea;
 
 namespace veltrix
@@ -68,10 +67,6 @@ private:
     QScrollArea *m_scroll = nullptr;
     QBoxLayout *m_body;
 };
-
-/// Lets the vertical scroll bar of `area` take its room from the margin of the content, so that the
-/// content keeps its width and stays in the middle whether the bar is there or not.
-void takeScrollBarFromMargin(QScrollArea &area, QLayout &content);
 
 /// Opens a sheet over the window of `opener`; the sheet deletes itself when it is done.
 void openSheet(QWidget *opener, SheetFrame *sheet);

@@ -57,6 +57,20 @@ bool TextLabel::event(QEvent *event)
     return QLabel::event(event);
 }
 
+TextLabel *makeParagraph(TextStyle style, TextLabel::Tone tone, const QString &text,
+                         const QString &objectName)
+{
+    auto *label = new TextLabel(style, tone, text);
+    label->setObjectName(objectName);
+    label->setWrapping(TextLabel::Wrapping::Wrapped);
+    return label;
+}
+
+TextLabel *makeHeading(const QString &text)
+{
+    return new TextLabel(TextStyle::BodySemibold, TextLabel::Tone::Text, text);
+}
+
 QSize ElidedLabel::minimumSizeHint() const
 {
     return {fontMetrics().averageCharWidth() * 3, QLabel::minimumSizeHint().height()};

@@ -9,6 +9,7 @@
 namespace veltrix
 {
 
+/// A text in one of the styles.
 class TextLabel : public QLabel
 {
     Q_OBJECT
@@ -32,6 +33,12 @@ private:
 
     TextStyle m_style;
 };
+
+/// A text that wraps.
+TextLabel *makeParagraph(TextStyle style, TextLabel::Tone tone, const QString &text = QString(),
+                         const QString &objectName = QString());
+/// The heading of a part of a page.
+TextLabel *makeHeading(const QString &text);
 
 /// A label of one line that shortens its text with an ellipsis and tells the whole text in a tool
 /// tip when it had to.

@@ -30,7 +30,7 @@ AnalysisCard cardOf(const KeywordSnapshot &snapshot, AnalysisCard::Model model)
 /// One line an item; warnings and information are marked.
 QStringList linesOf(const AnalysisCard &card)
 {
-    QStringList lines{card.score};
+    QStringList lines{card.scoreText()};
     for (const AnalysisItem &item : card.items) {
         if (const auto *plain = std::get_if<AnalysisText>(&item)) {
             const bool isWarning = plain->kind == AnalysisText::Kind::Warning;

@@ -61,7 +61,7 @@ TEST(AnalysisContent, WithoutAnOpportunityARefreshIsAskedForAndNoScoreIsZero)
 TEST(AnalysisContent, TheThreeFiguresStandFirst)
 {
     QStringList figures;
-    for (const AnalysisFigure &figure : contentOf(completeSnapshot()).figures)
+    for (const Figure &figure : contentOf(completeSnapshot()).figures)
         figures << figure.text();
     EXPECT_EQ(figures, (QStringList{text("Position: 9"), text("Search popularity: 61 / 100"),
                                     text("Difficulty · estimate: 44 / 100")}));
@@ -71,9 +71,9 @@ TEST(AnalysisContent, AnUnrankedAppIsSaidInWords)
 {
     KeywordSnapshot snapshot = completeSnapshot();
     snapshot.position.reset();
-    const AnalysisFigure figure = contentOf(snapshot).figures.constFirst();
+    const Figure figure = contentOf(snapshot).figures.constFirst();
     EXPECT_EQ(figure.text(), text("Position: Not found in returned results"));
-    EXPECT_FALSE(figure.isNumber());
+    EXPECT_FALSE(figure.isLarge);
 }
 
 TEST(AnalysisContent, ThePositionIsExplained)

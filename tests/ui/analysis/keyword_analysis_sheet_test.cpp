@@ -47,7 +47,7 @@ TEST_F(KeywordAnalysisSheetTest, ShowsEveryTextOfTheContent)
     QStringList expected{content.observation, content.guidanceTitle, content.guidanceText,
                          content.positionNote};
     for (const AnalysisCard &card : content.cards) {
-        expected << card.title << card.score;
+        expected << card.title << card.scoreText();
         for (const AnalysisItem &item : card.items) {
             if (const auto *plain = std::get_if<AnalysisText>(&item))
                 expected << plain->text;

@@ -29,14 +29,11 @@ protected:
         press(Qt::Key_Return);
     }
     const EmptyState::Content &message() { return find<EmptyState>("appSearchMessage")->content(); }
-    QList<AppSearchRowView *> rows()
+    QList<AppRow *> rows()
     {
-        return find<QScrollArea>("appSearchResults")->findChildren<AppSearchRowView *>();
+        return find<QScrollArea>("appSearchResults")->findChildren<AppRow *>();
     }
-    Button *addButton(AppSearchRowView *row)
-    {
-        return row->findChild<Button *>(QStringLiteral("appRowAdd"));
-    }
+    Button *addButton(AppRow *row) { return row->findChild<Button *>(QStringLiteral("appRowAdd")); }
 };
 
 TEST_F(AppSearchTest, BeforeAnySearchItSaysWhatToDo)

@@ -3,8 +3,8 @@
 
 #include "ui/competitors/tracked_competitor_card.h"
 #include "ui/support/research_test.h"
+#include "ui_kit/widgets/app_row.h"
 #include "ui_kit/widgets/card_grid.h"
-#include "ui_kit/widgets/research_app_row.h"
 #include "ui_kit/widgets/storefront_picker.h"
 
 namespace veltrix
@@ -29,10 +29,10 @@ protected:
         type("competitorSearch", text(term));
         press(Qt::Key_Return);
     }
-    QList<ResearchAppRow *> results()
+    QList<AppRow *> results()
     {
-        QList<ResearchAppRow *> rows;
-        for (ResearchAppRow *row : view().findChildren<ResearchAppRow *>()) {
+        QList<AppRow *> rows;
+        for (AppRow *row : view().findChildren<AppRow *>()) {
             if (row->objectName().startsWith(text("searchResult")) && row->isVisible())
                 rows << row;
         }
@@ -322,36 +322,6 @@ TEST(CardLayout, ANarrowPlaceHasOneColumn)
     const auto places = layoutCards(200, 2, 250, 64, 12);
     EXPECT_EQ(places[0], QRect(0, 0, 200, 64));
     EXPECT_EQ(places[1], QRect(0, 76, 200, 64));
-}
-
-TEST(ResearchRowLayout, GivesTheNameWhatTheRestLeaves)
-{
-    const ResearchRowMetrics metrics{16, 15, 24, 20, 150, 8};
-    const ResearchRowGeometry geometry =
-        layoutResearchRow(QRectF(0, 0, 600, 48), metrics, Qt::LeftToRight);
-    EXPECT_LT(geometry.rank.right(), geometry.icon.left());
-    EXPECT_LT(geometry.icon.right(), geometry.name.left());
-    EXPECT_LT(geometry.name.right(), geometry.star.left());
-    EXPECT_DOUBLE_EQ(geometry.rating.right(), 600 - 8 - 150);
-    EXPECT_DOUBLE_EQ(geometry.name.bottom(), geometry.seller.top());
-}
-
-TEST(ResearchRowLayout, IsMirroredForRightToLeft)
-{
-    const ResearchRowMetrics metrics{16, 15, 24, 20, 150, 8};
-    const QRectF row(0, 0, 600, 48);
-    const auto left = layoutResearchRow(row, metrics, Qt::LeftToRight);
-    const auto right = layoutResearchRow(row, metrics, Qt::RightToLeft);
-    EXPECT_DOUBLE_EQ(right.icon.left(), 600 - left.icon.right());
-    EXPECT_DOUBLE_EQ(right.name.left(), 600 - left.name.right());
-    EXPECT_DOUBLE_EQ(right.name.width(), left.name.width());
-}
-
-TEST(ResearchRowLayout, NeverGivesANegativeWidth)
-{
-    const auto geometry =
-        layoutResearchRow(QRectF(0, 0, 60, 48), {16, 15, 24, 20, 150, 8}, Qt::LeftToRight);
-    EXPECT_GE(geometry.name.width(), 0);
 }
 
 } // namespace

@@ -6,7 +6,7 @@
 #include "ui/listing/screenshot_strip.h"
 #include "ui/listing/screenshot_viewer.h"
 #include "ui/support/research_test.h"
-#include "ui_kit/widgets/research_app_row.h"
+#include "ui_kit/widgets/app_row.h"
 
 #include <QClipboard>
 #include <QHeaderView>
@@ -43,7 +43,7 @@ TEST_F(ResearchPageTest, NamesTheAppWhileItLoads)
 {
     appStore().holds = true;
     openPage();
-    EXPECT_EQ(emptyTitle("researchLoading"), text("Loading Foxglove Film Camera…"));
+    EXPECT_EQ(emptyTitle("researchMessage"), text("Loading Foxglove Film Camera…"));
 }
 
 TEST_F(ResearchPageTest, AFailureIsToldWithTwoWaysOn)
@@ -52,10 +52,10 @@ TEST_F(ResearchPageTest, AFailureIsToldWithTwoWaysOn)
         return true;
     };
     openPage();
-    EXPECT_EQ(emptyTitle("researchFailure"), text("Couldn't load app"));
-    EXPECT_EQ(emptyText("researchFailure"), text("The network is down."));
+    EXPECT_EQ(emptyTitle("researchMessage"), text("Couldn't load app"));
+    EXPECT_EQ(emptyText("researchMessage"), text("The network is down."));
     appStore().fails = nullptr;
-    click("researchFailureAction");
+    click("researchMessageAction");
     EXPECT_TRUE(shows(detail(), text("Foxglove Film Camera")));
 }
 
@@ -72,7 +72,7 @@ TEST_F(ResearchPageTest, BackFromAFailureLeavesThePage)
 TEST_F(ResearchPageTest, AnAppThatIsNotSoldHereIsSaidSo)
 {
     openPage(555);
-    EXPECT_EQ(emptyText("researchFailure"), text("App unavailable in this storefront."));
+    EXPECT_EQ(emptyText("researchMessage"), text("App unavailable in this storefront."));
 }
 
 TEST_F(ResearchPageTest, ShowsTheHeaderAndTheFigures)
@@ -158,7 +158,7 @@ TEST_F(ResearchPageTest, FindsSimilarAppsWithTheAnswerOfTheFirstCheck)
     openPage();
     EXPECT_EQ(appStore().searches.mid(0, 2),
               (QStringList{text("foxglove film/US/100"), text("foxglove film/US/25")}));
-    const auto rows = find("similarPanel")->findChildren<ResearchAppRow *>();
+    const auto rows = find("similarPanel")->findChildren<AppRow *>();
     ASSERT_EQ(rows.size(), 8);
     EXPECT_EQ(rows[0]->accessibleName(), text("Research Collagely: Photo Grid"));
     EXPECT_EQ(rows[0]->accessibleDescription(), text("Gridworks, rated 4.9"));

@@ -21,7 +21,7 @@ protected:
                 return client.search(text("collage maker"), text("US"), 100, stop);
             }});
     }
-    const RankedAppsState &state() { return loading->state(); }
+    RankedAppsState state() { return loading->state(); }
     void save(int count)
     {
         saved = SavedResults{dateFromUnixSeconds(1795254060), rankedApps(count)};
@@ -36,15 +36,13 @@ protected:
     std::unique_ptr<RankedAppsLoading> loading;
 };
 
-using Screen = RankedAppsState::Screen;
-
 TEST_F(RankedAppsLoadingTest, SavedResultsAreThereAtOnceWhileTheRefreshRuns)
 {
     save(40);
     client.holds = true;
     loading->start();
-    EXPECT_EQ(state().screen(), Screen::List);
-    EXPECT_EQ(state().results.size(), 40);
+    EXPECT_TRUE(state().apps.value());
+    EXPECT_EQ(state().results().size(), 40);
     EXPECT_EQ(savedText(state()), text("Results from Nov 21, 2026, 9:41\u00A0AM · Refreshing…"));
 }
 
@@ -55,9 +53,9 @@ TEST_F(RankedAppsLoadingTest, ASuccessReplacesTheListAndClearsTheSavedDate)
     client.holds = true;
     loading->start();
     client.release();
-    EXPECT_FALSE(state().isLoading);
-    EXPECT_EQ(state().results.size(), 60);
-    EXPECT_EQ(state().savedDate, std::nullopt);
+    EXPECT_FALSE(state().apps.isUnderWay());
+    EXPECT_EQ(state().results().size(), 60);
+    EXPECT_EQ(state().apps.value()->savedDate, std::nullopt);
     EXPECT_EQ(savedText(state()), QString());
 }
 
@@ -68,8 +66,8 @@ TEST_F(RankedAppsLoadingTest, AFailureKeepsTheSavedResults)
         return true;
     };
     loading->start();
-    EXPECT_EQ(state().screen(), Screen::List);
-    EXPECT_EQ(state().results.size(), 40);
+    EXPECT_TRUE(state().apps.value());
+    EXPECT_EQ(state().results().size(), 40);
     EXPECT_EQ(state().failureText(), text("Showing saved results. The network is down."));
     EXPECT_EQ(savedText(state()), text("Results from Nov 21, 2026, 9:41\u00A0AM"));
 }
@@ -88,10 +86,10 @@ TEST_F(RankedAppsLoadingTest, ARetryAfterAFailureStartsTheLoadingAgain)
     EXPECT_EQ(state().attempt, 1);
     EXPECT_EQ(state().failureText(), text("Showing saved results. The network is down."))
         << "it stands until there is an answer";
-    EXPECT_TRUE(state().isLoading);
+    EXPECT_TRUE(state().apps.isUnderWay());
     client.release();
     EXPECT_EQ(state().failureText(), QString());
-    EXPECT_EQ(state().results.size(), 3);
+    EXPECT_EQ(state().results().size(), 3);
     EXPECT_EQ(client.searches.size(), 2);
 }
 
@@ -102,10 +100,10 @@ TEST_F(RankedAppsLoadingTest, WithNothingToShowItIsLoadingThenFailed)
     };
     client.holds = true;
     loading->start();
-    EXPECT_EQ(state().screen(), Screen::Loading);
+    EXPECT_TRUE(state().apps.is<Loading>());
     client.release();
-    EXPECT_EQ(state().screen(), Screen::Failed);
-    EXPECT_EQ(state().errorMessage, text("The network is down."));
+    EXPECT_TRUE(state().apps.is<LoadFailed>());
+    EXPECT_EQ(state().apps.error(), text("The network is down."));
     EXPECT_EQ(state().failureText(), QString());
 }
 
@@ -114,20 +112,22 @@ TEST_F(RankedAppsLoadingTest, AnEmptySavedResultIsNothingToShow)
     save(0);
     client.holds = true;
     loading->start();
-    EXPECT_EQ(state().screen(), Screen::Loading);
+    EXPECT_TRUE(state().apps.is<Loading>());
 }
 
 TEST_F(RankedAppsLoadingTest, AnEmptyAnswerIsAScreenOfItsOwn)
 {
     loading->start();
-    EXPECT_EQ(state().screen(), Screen::Empty);
+    ASSERT_TRUE(state().apps.value());
+    EXPECT_TRUE(state().results().isEmpty());
 }
 
 TEST_F(RankedAppsLoadingTest, AnEmptyAnswerReplacesSavedResults)
 {
     save(40);
     loading->start();
-    EXPECT_EQ(state().screen(), Screen::Empty);
+    ASSERT_TRUE(state().apps.value());
+    EXPECT_TRUE(state().results().isEmpty());
 }
 
 TEST_F(RankedAppsLoadingTest, TwentyFiveAreVisibleAtFirst)
@@ -187,7 +187,7 @@ TEST_F(RankedAppsLoadingTest, ARetryStopsTheRefreshBeforeIt)
     loading->retry();
     EXPECT_EQ(client.inFlight, 1);
     client.release();
-    EXPECT_FALSE(state().isLoading);
+    EXPECT_FALSE(state().apps.isUnderWay());
 }
 
 } // namespace

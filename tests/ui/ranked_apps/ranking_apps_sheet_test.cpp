@@ -3,6 +3,7 @@
 
 #include "ui/listing/track_competitor_button.h"
 #include "ui/support/research_test.h"
+#include "ui_kit/widgets/app_row.h"
 
 #include <QScrollArea>
 #include <QScrollBar>
@@ -22,10 +23,7 @@ protected:
         window->grab();
         return topSheet();
     }
-    QList<RankedAppResearchRow *> rows()
-    {
-        return topSheet()->findChildren<RankedAppResearchRow *>();
-    }
+    QList<AppRow *> rows() { return topSheet()->findChildren<AppRow *>(); }
     TrackCompetitorButton *trackOf(const char *row)
     {
         return find(row)->findChild<TrackCompetitorButton *>();

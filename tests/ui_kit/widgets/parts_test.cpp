@@ -1,12 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Buttons, fields, banners, status lines, empty states, app rows.
+// Buttons, fields, banners, status lines, empty states.
 #include "ui/support/ui_test.h"
 
-#include "ui_kit/widgets/app_row.h"
-#include "ui_kit/widgets/artwork_images.h"
+#include "ui_kit/widgets/loadable_view.h"
 #include "ui_kit/widgets/page_toolbar.h"
-
-#include <QAccessible>
 
 namespace veltrix
 {
@@ -141,66 +138,37 @@ TEST_F(PartsTest, AnEmptyStateShowsOnlyThePartsItHas)
     EXPECT_EQ(acted.size(), 1);
 }
 
-TEST_F(PartsTest, AnAppRowsTextsFollowTheLocale)
+TEST_F(PartsTest, AMessageStandsInThePlaceOfAPageUntilItIsLoaded)
 {
-    const QList<ITunesAppResult> results = sampleResults();
-    const AppRowTexts texts = AppRowTexts::of(results.first());
-    EXPECT_EQ(texts.name, QStringLiteral("Lumen Photo Editor"));
-    EXPECT_EQ(texts.rating, QStringLiteral("4.8"));
-    EXPECT_EQ(texts.ratingCount, QStringLiteral("128,402 ratings"));
-    EXPECT_TRUE(texts.updated.startsWith(QStringLiteral("Updated ")));
-    EXPECT_TRUE(texts.updated.endsWith(QStringLiteral(", 2026"))) << texts.updated.toStdString();
-    QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
-    EXPECT_EQ(AppRowTexts::of(results.first()).ratingCount, QStringLiteral("128.402 ratings"));
-    QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
+    const LoadingWords words{QStringLiteral("Loading…"), QStringLiteral("Couldn't load"),
+                             QStringLiteral("Try again")};
+    using Number = Loadable<int>;
+    EXPECT_EQ(words.messageOf(Number(NotAsked()))->title, QStringLiteral("Loading…"));
+    EXPECT_EQ(words.messageOf(Number(Loading()))->action, QString());
+    EXPECT_EQ(words.messageOf(Number(LoadFailed{QStringLiteral("It broke.")})),
+              (EmptyState::Content{QStringLiteral("wifi.exclamationmark"),
+                                   QStringLiteral("Couldn't load"), QStringLiteral("It broke."),
+                                   QStringLiteral("Try again")}));
+    EXPECT_EQ(words.messageOf(Number(Loaded<int>{3, QStringLiteral("It broke.")})), std::nullopt);
+    EXPECT_EQ(words.messageOf(Number(Refreshing<int>{3, QString()})), std::nullopt);
 }
 
-TEST_F(PartsTest, AnAppRowWithoutFactsShowsNoZeroes)
+TEST_F(PartsTest, AnotherWayOutStandsOnlyBelowAFailure)
 {
-    EXPECT_EQ(AppRowTexts::of(ITunesAppResult()),
-              (AppRowTexts{QStringLiteral("Unknown App"), {}, {}, {}, {}}));
-}
-
-TEST(AppRowGeometry, KeepsItsPartsApart)
-{
-    const QRectF row(0, 0, 600, 56);
-    const AppRowGeometry geometry = layoutAppRow(row, 16, 15, 24, 110, 46);
-    EXPECT_LE(geometry.rank.right(), geometry.icon.left());
-    EXPECT_LT(geometry.icon.right(), geometry.name.left());
-    EXPECT_LT(geometry.name.right(), geometry.star.left());
-    EXPECT_LT(geometry.star.right(), geometry.rating.left());
-    EXPECT_LE(geometry.rating.right(), row.right() - 46 + 0.01);
-    EXPECT_TRUE(row.contains(geometry.icon));
-    EXPECT_GE(layoutAppRow(QRectF(0, 0, 100, 56), 16, 15, 24, 110, 46).name.width(), 0);
-}
-
-TEST_F(PartsTest, AnAppRowAddsAndOpens)
-{
-    FakeArtwork loading;
-    ArtworkImages images(loading);
-    AppSearchRowView row({1, sampleResults().at(1), false, true, QStringLiteral("Track it")},
-                         images);
-    row.resize(500, row.sizeHint().height());
-    row.show();
-    const QSignalSpy added(&row, &AppSearchRowView::addRequested);
-    const QSignalSpy opened(&row, &AppSearchRowView::opened);
-    row.findChild<Button *>()->click();
-    EXPECT_EQ(added.size(), 1);
-    QTest::mouseClick(&row, Qt::LeftButton, {}, QPoint(100, 20));
-    EXPECT_EQ(opened.size(), 0) << "it opens only where a page opens details";
-    row.setOpens(true);
-    EXPECT_EQ(row.accessibleName(), QStringLiteral("View details for Foxglove Film Camera"));
-    QTest::mouseClick(&row, Qt::LeftButton, {}, QPoint(100, 20));
-    row.setFocus();
-    QTest::keyClick(&row, Qt::Key_Return);
-    EXPECT_EQ(opened.size(), 2);
-    QAccessibleInterface *told = QAccessible::queryAccessibleInterface(&row);
-    EXPECT_EQ(told->role(), QAccessible::Button);
-    told->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
-    EXPECT_EQ(opened.size(), 3) << "assistive technology presses it as a button";
-    row.setTracked(true);
-    EXPECT_EQ(row.findChild<Button *>()->accessibleName(), QStringLiteral("Already tracking"));
-    EXPECT_FALSE(row.findChild<Button *>()->isEnabled());
+    LoadableView view(QStringLiteral("v"));
+    auto *back = new Button(Button::Kind::Link, QStringLiteral("Back"));
+    view.addWayOut(back);
+    view.show();
+    view.showMessage(EmptyState::Content::working(QStringLiteral("Loading…")));
+    EXPECT_FALSE(back->isVisible());
+    view.showMessage(EmptyState::Content::failed(QStringLiteral("Couldn't load"), QString(),
+                                                 QStringLiteral("Try again")));
+    EXPECT_TRUE(back->isVisible());
+    const QSignalSpy retried(&view, &LoadableView::retryRequested);
+    view.findChild<Button *>(QStringLiteral("vAction"))->click();
+    EXPECT_EQ(retried.size(), 1);
+    view.showPage(new QWidget);
+    EXPECT_FALSE(back->isVisible());
 }
 
 } // namespace

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What a research page finds out about an app, without its looks.
+#pragma once
+
+#include "ui/competitors/keyword_coverage.h"
+#include "ui/competitors/open_research.h"
+#include "ui/listing/similar_apps.h"
+
+namespace veltrix
+{
+
+/// Loads the app, then checks its keywords and finds similar apps. Its destruction stops all three.
+class AppResearch final : public QObject
+{
+    Q_OBJECT
+
+public:
+    AppResearch(ASOStore &store, const ResearchSelection &selection, QObject *parent = nullptr);
+
+    void start();
+    /// Again after a failure.
+    void retry();
+
+    [[nodiscard]] const Loadable<ITunesAppResult> &app() const { return m_app.state(); }
+    /// Named as the App Store does once it is loaded.
+    [[nodiscard]] const ResearchSelection &selection() const { return m_selection; }
+    [[nodiscard]] KeywordCoverage &coverage() { return m_coverage; }
+    [[nodiscard]] SimilarApps &similar() { return m_similar; }
+
+Q_SIGNALS:
+    /// app() is another; the checks begin after it.
+    void changed();
+
+private:
+    void showApp();
+    void startSimilar();
+
+    ASOStore &m_store;
+    ResearchSelection m_selection;
+    KeywordCoverage m_coverage;
+    SimilarApps m_similar;
+    Loader<ITunesAppResult> m_app;
+};
+
+} // namespace veltrix

@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Apps below each other.
+#pragma once
+
+#include "ui_kit/widgets/app_row.h"
+
+#include <functional>
+
+class QVBoxLayout;
+
+namespace veltrix
+{
+
+/// Rows that keep their places: another list changes what they show, not where they are, so that
+/// scrolling and focus stay. Without apps it is hidden.
+class AppRowList final : public QWidget
+{
+    Q_OBJECT
+
+public:
+    enum class Ranks { Hidden, Shown };
+    /// Called for a row that has got an app, to give it its control and its purpose.
+    using Prepare = std::function<void(AppRow &row)>;
+
+    /// Rows are called `rowName` and their number from 1.
+    AppRowList(const QString &rowName, AppRowLook look, Ranks ranks, ArtworkImages &images,
+               Prepare prepare = {}, QWidget *parent = nullptr);
+
+    void setApps(const QList<ITunesAppResult> &apps);
+
+Q_SIGNALS:
+    /// The row of that app was pressed.
+    void pressed(const ITunesAppResult &app);
+
+private:
+    AppRow *addRow();
+
+    QString m_rowName;
+    AppRowLook m_look;
+    Ranks m_ranks;
+    ArtworkImages &m_images;
+    Prepare m_prepare;
+    QList<AppRow *> m_rows;
+    QVBoxLayout *m_layout;
+};
+
+} // namespace veltrix

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The layouts of screens: no margins but those that are asked for.
+#pragma once
+
+#include "ui_kit/theme/typography.h"
+
+#include <QBoxLayout>
+
+class QScrollArea;
+
+namespace veltrix
+{
+
+/// A row with that many pixels between its parts; of `parent`, if there is one.
+QHBoxLayout *makeRow(int spacing, QWidget *parent = nullptr, const QMargins &margins = {});
+/// A column with that many pixels between its parts; of `parent`, if there is one.
+QVBoxLayout *makeColumn(int spacing, QWidget *parent = nullptr, const QMargins &margins = {});
+
+/// Shows `content` without a frame, scrolled up and down only; what lies below shows through. Named
+/// for tests and for people.
+QScrollArea *makeScrollPage(const QString &objectName, const QString &accessibleName,
+                            QWidget *content);
+
+/// Lets the vertical scroll bar of `area` take its room from the margin of the content, so that the
+/// content keeps its width and stays in the middle whether the bar is there or not.
+void takeScrollBarFromMargin(QScrollArea &area, QLayout &content);
+
+} // namespace veltrix
