@@ -3,11 +3,11 @@
 
 #include "ui_kit/accessibility/accessibility.h"
 #include "ui_kit/widgets/button.h"
+#include "ui_kit/widgets/layouts.h"
 #include "ui_kit/widgets/overlay.h"
 #include "ui_kit/widgets/text_label.h"
 
-#include <QHBoxLayout>
-#include <QVBoxLayout>
+#include <QCoreApplication>
 
 namespace veltrix
 {
@@ -17,69 +17,76 @@ namespace
 
 constexpr int sheetWidth = 400;
 
-}
-
-ConfirmSheet::ConfirmSheet(const Question &question, QWidget *parent) : QWidget(parent)
+/// The words of the question, and a row for its answers.
+class QuestionCard final : public QWidget
 {
-    setObjectName(QStringLiteral("confirmSheet"));
-    setAccessibleName(question.title);
-    setAccessibleDescription(question.message);
-    auto *message = new TextLabel(TextStyle::Body, TextLabel::Tone::Secondary, question.message);
-    message->setWrapping(TextLabel::Wrapping::Wrapped);
-    message->setObjectName(QStringLiteral("confirmMessage"));
-    auto *cancel = new Button(Button::Kind::Standard, tr("Cancel"));
-    nameControl(cancel, QStringLiteral("confirmCancel"), tr("Cancel"));
-    auto *confirm = new Button(Button::Kind::Destructive, question.confirm);
-    nameControl(confirm, QStringLiteral("confirmAccept"), question.confirm);
-    auto *alternative = new Button(Button::Kind::Standard, question.alternative);
-    nameControl(alternative, QStringLiteral("confirmAlternative"), question.alternative);
-    for (Button *button : {alternative, cancel, confirm})
-        button->setAutoDefault(true);
+public:
+    explicit QuestionCard(const ConfirmSheet::Question &question) : m_answers(makeRow(spacing::s))
+    {
+        nameControl(this, QStringLiteral("confirmSheet"), question.title);
+        setAccessibleDescription(question.message);
+        auto *layout =
+            makeColumn(spacing::s, this, {spacing::xl, spacing::xl, spacing::xl, spacing::l});
+        layout->addWidget(new TextLabel(TextStyle::Title, TextLabel::Tone::Text, question.title));
+        layout->addWidget(makeParagraph(TextStyle::Body, TextLabel::Tone::Secondary,
+                                        question.message, QStringLiteral("confirmMessage")));
+        layout->addSpacing(spacing::s);
+        layout->addLayout(m_answers);
+        m_answers->addStretch(1);
+    }
 
-    auto *buttons = new QHBoxLayout;
-    buttons->setSpacing(spacing::s);
-    buttons->addWidget(alternative);
-    buttons->addStretch(1);
-    buttons->addWidget(cancel);
-    buttons->addWidget(confirm);
-    auto *layout = new QVBoxLayout(this);
-    layout->setContentsMargins(spacing::xl, spacing::xl, spacing::xl, spacing::l);
-    layout->setSpacing(spacing::s);
-    layout->addWidget(new TextLabel(TextStyle::Title, TextLabel::Tone::Text, question.title));
-    layout->addWidget(message);
-    layout->addSpacing(spacing::s);
-    layout->addLayout(buttons);
-    alternative->setVisible(!question.alternative.isEmpty());
-    (question.alternative.isEmpty() ? cancel : alternative)->setFocus();
-    connect(alternative, &Button::clicked, this, &ConfirmSheet::alternativeChosen);
-    connect(cancel, &Button::clicked, this, &ConfirmSheet::cancelled);
-    connect(confirm, &Button::clicked, this, &ConfirmSheet::confirmed);
-}
+    [[nodiscard]] QHBoxLayout &answers() { return *m_answers; }
+    [[nodiscard]] QSize sizeHint() const override
+    {
+        const int width = std::max(sheetWidth, layout()->minimumSize().width());
+        return {width, layout()->heightForWidth(width)};
+    }
 
-QSize ConfirmSheet::sizeHint() const
+private:
+    QHBoxLayout *m_answers;
+};
+
+Button *makeAnswer(Button::Kind kind, const char *objectName, const QString &text)
 {
-    const int width = std::max(sheetWidth, layout()->minimumSize().width());
-    return {width, layout()->heightForWidth(width)};
+    auto *button = new Button(kind, text);
+    nameControl(button, QString::fromLatin1(objectName), text);
+    button->setAutoDefault(true);
+    return button;
 }
+
+} // namespace
 
 Overlay *ConfirmSheet::ask(QWidget *opener, const Question &question,
                            std::function<void()> confirmed, std::function<void()> otherwise)
 {
-    auto *sheet = new ConfirmSheet(question);
+    auto *card = new QuestionCard(question);
+    auto *cancel = makeAnswer(Button::Kind::Standard, "confirmCancel",
+                              QCoreApplication::translate("ConfirmSheet", "Cancel"));
+    auto *confirm = makeAnswer(Button::Kind::Destructive, "confirmAccept", question.confirm);
+    Button *alternative = nullptr;
+    if (!question.alternative.isEmpty()) {
+        alternative =
+            makeAnswer(Button::Kind::Standard, "confirmAlternative", question.alternative);
+        card->answers().insertWidget(0, alternative);
+    }
+    card->answers().addWidget(cancel);
+    card->answers().addWidget(confirm);
+    (alternative ? alternative : cancel)->setFocus();
+
     // It must be seen which answer Enter gives, however the question came up.
     opener->window()->setAttribute(Qt::WA_KeyboardFocusChange);
-    Overlay *overlay = Overlay::open(Overlay::Kind::Sheet, opener, sheet);
-    connect(sheet, &ConfirmSheet::cancelled, overlay, &Overlay::dismiss);
-    connect(sheet, &ConfirmSheet::confirmed, overlay, [overlay, confirmed = std::move(confirmed)] {
-        overlay->dismiss();
-        confirmed();
-    });
-    connect(sheet, &ConfirmSheet::alternativeChosen, overlay,
-            [overlay, otherwise = std::move(otherwise)] {
-                overlay->dismiss();
-                if (otherwise)
-                    otherwise();
-            });
+    Overlay *overlay = Overlay::open(Overlay::Kind::Sheet, opener, card);
+    const auto answer = [overlay](Button *button, std::function<void()> then) {
+        QObject::connect(button, &Button::clicked, overlay, [overlay, then = std::move(then)] {
+            overlay->dismiss();
+            if (then)
+                then();
+        });
+    };
+    answer(cancel, {});
+    answer(confirm, std::move(confirmed));
+    if (alternative)
+        answer(alternative, std::move(otherwise));
     return overlay;
 }
 

@@ -2,9 +2,11 @@
 // Asks before something is destroyed.
 #pragma once
 
-#include <QWidget>
+#include <QString>
 
 #include <functional>
+
+class QWidget;
 
 namespace veltrix
 {
@@ -13,10 +15,8 @@ class Overlay;
 
 /// A small sheet with a question and two answers, or three. The keyboard starts on "Cancel", or on
 /// the third, so that Enter never destroys anything by accident.
-class ConfirmSheet final : public QWidget
+class ConfirmSheet
 {
-    Q_OBJECT
-
 public:
     struct Question {
         QString title;
@@ -26,19 +26,10 @@ public:
         QString alternative = {};
     };
 
-    explicit ConfirmSheet(const Question &question, QWidget *parent = nullptr);
-
-    [[nodiscard]] QSize sizeHint() const override;
-
     /// Opens the question over the window of `opener` and calls `confirmed` when the user agrees,
     /// or `otherwise` when he takes the alternative.
     static Overlay *ask(QWidget *opener, const Question &question, std::function<void()> confirmed,
                         std::function<void()> otherwise = {});
-
-Q_SIGNALS:
-    void confirmed();
-    void cancelled();
-    void alternativeChosen();
 };
 
 } // namespace veltrix
