@@ -39,10 +39,11 @@ const QMap<QString, QStringList> &floors()
 QList<QStringList> foldersOf(const QString &floor)
 {
     if (floor == QStringLiteral("ui_kit"))
-        return {{QStringLiteral("text"), QStringLiteral("accessibility")},
-                {QStringLiteral("theme")},
-                {QStringLiteral("widgets")},
-                {QStringLiteral("table")}};
+        return {
+            {QStringLiteral("text"), QStringLiteral("accessibility"), QStringLiteral("loading")},
+            {QStringLiteral("theme")},
+            {QStringLiteral("widgets")},
+            {QStringLiteral("table")}};
     if (floor == QStringLiteral("ui"))
         return {
             {QStringLiteral("preferences"), QStringLiteral("measuring"), QStringLiteral("listing")},
