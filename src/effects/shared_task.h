@@ -6,6 +6,7 @@
 #include "effects/task_scope.h"
 
 #include <functional>
+#include <map>
 #include <optional>
 #include <vector>
 
@@ -76,10 +77,7 @@ private:
 
     Task<void> work(std::shared_ptr<Run> run, Start start, std::stop_token stop)
     {
-        auto forward = [source = run->stop]() mutable {
-            source.request_stop();
-        };
-        const std::stop_callback onOwnersEnd(stop, forward);
+        const StopLink onOwnersEnd(stop, run->stop);
         std::optional<T> value;
         std::exception_ptr failure;
         try {
@@ -102,6 +100,26 @@ private:
 
     std::shared_ptr<Run> m_run;
     TaskScope m_tasks;
+};
+
+/// A SharedTask for each key.
+template <class Key, class T>
+class SharedTasks
+{
+public:
+    using Start = typename SharedTask<T>::Start;
+
+    /// Joins the task of that key, or starts one, as SharedTask::join() does.
+    Task<T> join(const Key &key, Start start, std::stop_token stop)
+    {
+        std::erase_if(m_tasks, [&key](const auto &entry) {
+            return entry.first != key && entry.second.isSettled();
+        });
+        return m_tasks[key].join(std::move(start), std::move(stop));
+    }
+
+private:
+    std::map<Key, SharedTask<T>> m_tasks;
 };
 
 } // namespace veltrix

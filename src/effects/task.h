@@ -12,8 +12,8 @@ namespace veltrix
 {
 
 /// A coroutine on the event loop of the main thread. It starts at once. By convention it takes its
-/// parameters by value and a std::stop_token last, and throws Cancelled when it is stopped; whoever
-/// starts one without awaiting it owns it through a TaskScope.
+/// parameters by value and a std::stop_token last, and throws Cancelled when it is stopped. One
+/// that touches an object belongs to that object's TaskScope.
 template <class T = void>
 using Task = QCoro::Task<T>;
 

@@ -54,4 +54,16 @@ Task<void> TaskScope::watch(Task<void> task, std::shared_ptr<Counter> counter)
     --counter->running;
 }
 
+ScopedStop::ScopedStop(const TaskScope &scope, const std::stop_token &callersStop)
+    : m_counter(scope.m_counter), m_onScopesStop(scope.token(), m_source),
+      m_onCallersStop(callersStop, m_source)
+{
+    ++m_counter->running;
+}
+
+ScopedStop::~ScopedStop()
+{
+    --m_counter->running;
+}
+
 } // namespace veltrix

@@ -144,5 +144,28 @@ TEST_F(SharedTaskTest, WhoIsStoppedAlreadyStartsNothing)
     EXPECT_EQ(starts, 0);
 }
 
+TEST_F(SharedTaskTest, EachKeyHasATaskOfItsOwnAndAllEndWithTheirOwner)
+{
+    auto tasks = std::make_unique<SharedTasks<QString, int>>();
+    const auto joined = [&](const QString &key) {
+        SharedTask<int>::Start start = [this](std::stop_token stop) {
+            ++starts;
+            return guarded(gate, &ends, std::move(stop));
+        };
+        return Outcome<int>(tasks->join(key, std::move(start), first.get_token()));
+    };
+    const auto one = joined(QStringLiteral("one"));
+    const auto again = joined(QStringLiteral("one"));
+    gate = OneShot<int>();
+    const auto other = joined(QStringLiteral("other"));
+    EXPECT_EQ(starts, 2);
+    gate.resolve(4);
+    EXPECT_EQ(other.value(), 4);
+    EXPECT_FALSE(one.isDone());
+    tasks.reset();
+    EXPECT_TRUE(one.isCancelled());
+    EXPECT_TRUE(again.isCancelled());
+}
+
 } // namespace
 } // namespace veltrix

@@ -3,6 +3,7 @@
 #include "effects/system_clock.h"
 #include "effects/task_scope.h"
 #include "support/json_printers.h"
+#include "support/task_outcome.h"
 #include "support/virtual_clock.h"
 
 #include <QCoreApplication>
@@ -115,6 +116,138 @@ TEST(TaskScope, AnOwnerMayBeDestroyedWhileItsTaskIsSuspended)
     EXPECT_EQ(owner->ticks, 3);
     owner.reset();
     clock.advance(Seconds(3));
+    EXPECT_EQ(clock.sleepers(), 0);
+}
+
+/// An object whose coroutine others await; it touches its object before and after its wait, also
+/// when it is stopped.
+class Counting
+{
+public:
+    explicit Counting(Clock &clock) : m_clock(clock) {}
+
+    Task<int> countAfter(Seconds duration, std::stop_token callersStop)
+    {
+        const ScopedStop stop(m_tasks, callersStop);
+        try {
+            co_await m_clock.sleep(duration, stop);
+        } catch (const Cancelled &) {
+            ++m_stopped;
+            throw;
+        }
+        co_return ++m_count;
+    }
+
+    [[nodiscard]] int stopped() const { return m_stopped; }
+    [[nodiscard]] int running() const { return m_tasks.runningTasks(); }
+    void stop() { m_tasks.stop(); }
+
+private:
+    Clock &m_clock;
+    int m_count = 0;
+    int m_stopped = 0;
+    TaskScope m_tasks;
+};
+
+class ScopedStopTest : public testing::Test
+{
+protected:
+    Outcome<int> count(const std::stop_source &whose)
+    {
+        return Outcome<int>(object->countAfter(Seconds(1), whose.get_token()));
+    }
+
+    VirtualClock clock;
+    std::stop_source first;
+    std::stop_source second;
+    std::unique_ptr<Counting> object = std::make_unique<Counting>(clock);
+};
+
+TEST_F(ScopedStopTest, ACallersStopEndsHisCallAndNoOther)
+{
+    const auto one = count(first);
+    const auto two = count(second);
+    EXPECT_EQ(object->running(), 2);
+    first.request_stop();
+    EXPECT_TRUE(one.isCancelled());
+    EXPECT_FALSE(two.isDone());
+    clock.advance(Seconds(1));
+    EXPECT_EQ(two.value(), 1);
+    EXPECT_EQ(object->running(), 0);
+    EXPECT_EQ(object->stopped(), 1);
+}
+
+TEST_F(ScopedStopTest, TheObjectMayGoWhileSeveralAwaitIt)
+{
+    const auto one = count(first);
+    const auto two = count(first);
+    const auto three = count(second);
+    object.reset();
+    for (const auto *call : {&one, &two, &three})
+        EXPECT_TRUE(call->isCancelled());
+    EXPECT_EQ(clock.sleepers(), 0);
+    first.request_stop();
+}
+
+TEST_F(ScopedStopTest, AStopOfTheScopeEndsEveryCallAndLaterOnesRun)
+{
+    const auto one = count(first);
+    object->stop();
+    EXPECT_TRUE(one.isCancelled());
+    const auto two = count(first);
+    clock.advance(Seconds(1));
+    EXPECT_EQ(two.value(), 1);
+}
+
+TEST_F(ScopedStopTest, ACallerWhoIsStoppedAlreadyWaitsForNothing)
+{
+    first.request_stop();
+    EXPECT_TRUE(count(first).isCancelled());
+    EXPECT_EQ(object->running(), 0);
+}
+
+/// A caller that ends the object that it called as soon as it has its answer, or is stopped.
+Task<int> countAndDrop(std::unique_ptr<Counting> *object, std::stop_token stop)
+{
+    std::exception_ptr stopped;
+    int value = 0;
+    try {
+        value = co_await (*object)->countAfter(Seconds(1), stop);
+    } catch (const Cancelled &) {
+        stopped = std::current_exception();
+    }
+    object->reset();
+    if (stopped)
+        std::rethrow_exception(stopped);
+    co_return value;
+}
+
+TEST_F(ScopedStopTest, ACallerMayEndTheObjectWhenItsCallHasEnded)
+{
+    const Outcome<int> answered(countAndDrop(&object, first.get_token()));
+    clock.advance(Seconds(1));
+    EXPECT_EQ(answered.value(), 1);
+    object = std::make_unique<Counting>(clock);
+    const Outcome<int> stopped(countAndDrop(&object, first.get_token()));
+    first.request_stop();
+    EXPECT_TRUE(stopped.isCancelled());
+}
+
+TEST_F(ScopedStopTest, ACallersOwnerMayGoFirst)
+{
+    struct Caller {
+        Task<void> call(Counting *object, std::stop_token stop)
+        {
+            sum += co_await object->countAfter(Seconds(1), stop);
+        }
+        int sum = 0;
+        TaskScope tasks;
+    };
+    auto caller = std::make_unique<Caller>();
+    caller->tasks.own(caller->call(object.get(), caller->tasks.token()));
+    caller.reset();
+    EXPECT_EQ(object->stopped(), 1);
+    EXPECT_EQ(object->running(), 0);
     EXPECT_EQ(clock.sleepers(), 0);
 }
 
