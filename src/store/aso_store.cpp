@@ -25,11 +25,6 @@ ASOStore::ASOStore(Arguments arguments, QObject *parent)
     followPersistence(std::nullopt);
 }
 
-ASOStore::~ASOStore()
-{
-    m_life.reset();
-}
-
 const QList<AppProfile> &ASOStore::apps() const
 {
     return m_apps;

@@ -63,7 +63,6 @@ public:
     /// Loads the state file; a file that cannot be read leaves the store empty, and one that cannot
     /// be reached leaves it read-only.
     explicit ASOStore(Arguments arguments, QObject *parent = nullptr);
-    ~ASOStore() override;
 
     // What is tracked. Lists are in the order of the state file.
     [[nodiscard]] const QList<AppProfile> &apps() const;
@@ -205,13 +204,10 @@ private:
     SnapshotIndex m_snapshots;
     QList<TrackedCompetitor> m_competitors;
 
-    /// Expires first of all when the store dies: operations that a view started under its own stop
-    /// token look at it before they go on after a wait.
-    std::shared_ptr<const bool> m_life = std::make_shared<const bool>(true);
     bool m_isRetryingPersistence = false;
-    /// Last, so that what runs ends while everything else still lives.
-    TaskScope m_persistenceTask;
+    // Last, so that what runs ends while everything else still lives.
     std::unique_ptr<KeywordRefreshes> m_refreshes;
+    TaskScope m_tasks;
 };
 
 } // namespace veltrix

@@ -88,7 +88,7 @@ void ASOStore::followPersistence(const std::optional<PersistenceProblem> &before
     const auto now = m_file.problem();
     if (now && now->remedy != PersistenceProblem::Remedy::Dismiss && !m_isRetryingPersistence) {
         m_isRetryingPersistence = true;
-        m_persistenceTask.own(retryPersistenceEveryMinute(m_persistenceTask.token()));
+        m_tasks.own(retryPersistenceEveryMinute(m_tasks.token()));
     }
     if (now != before)
         Q_EMIT persistenceProblemChanged();

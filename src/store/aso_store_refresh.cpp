@@ -5,10 +5,10 @@
 namespace veltrix
 {
 
-Task<DashboardKeywordRow> ASOStore::refreshKeyword(QUuid id, std::stop_token stop)
+Task<DashboardKeywordRow> ASOStore::refreshKeyword(QUuid id, std::stop_token callersStop)
 {
+    const ScopedStop stop(m_tasks, callersStop);
     const TrackedKeyword keyword = trackedKeyword(id).value_or(TrackedKeyword());
-    // The store may be gone after this.
     const SharedSnapshot snapshot = co_await m_refreshes->refresh(id, stop);
     co_return rowOf(keyword, snapshot);
 }
@@ -28,8 +28,9 @@ const RefreshProgress &ASOStore::refreshProgress() const
     return m_refreshes->progress();
 }
 
-Task<void> ASOStore::refreshHistory(std::stop_token stop)
+Task<void> ASOStore::refreshHistory(std::stop_token callersStop)
 {
+    const ScopedStop stop(m_tasks, callersStop);
     if (!m_refreshes->isRefreshingHistory())
         co_await m_refreshes->refreshStale(std::nullopt, stop);
 }

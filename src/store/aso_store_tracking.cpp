@@ -15,37 +15,6 @@ std::optional<QString> trimmedSeller(const ITunesAppResult &result)
     return name.isEmpty() ? std::nullopt : std::optional(name);
 }
 
-// The functions below hold the client while it works, so that it may outlive the store.
-
-Task<QList<ITunesAppResult>> searchThrough(std::shared_ptr<ITunesClientProtocol> client,
-                                           QString term, QString country, std::int64_t limit,
-                                           std::stop_token stop)
-{
-    co_return co_await client->search(std::move(term), std::move(country), limit, std::move(stop));
-}
-
-Task<std::optional<ITunesAppResult>> lookupThrough(std::shared_ptr<ITunesClientProtocol> client,
-                                                   std::int64_t trackId, QString country,
-                                                   std::stop_token stop)
-{
-    co_return co_await client->lookup(trackId, std::move(country), std::move(stop));
-}
-
-Task<ITunesAppResult> detailsThrough(std::shared_ptr<ITunesClientProtocol> client,
-                                     std::int64_t trackId, QString country, std::stop_token stop)
-{
-    std::optional<ITunesAppResult> found =
-        co_await client->lookup(trackId, std::move(country), std::move(stop));
-    if (!found)
-        throw StoreError(404, QStringLiteral("App unavailable in this storefront."));
-    co_return std::move(*found);
-}
-
-Task<QList<ITunesAppResult>> ready(QList<ITunesAppResult> results)
-{
-    co_return results;
-}
-
 } // namespace
 
 void ASOStore::renumberApps()
@@ -72,13 +41,12 @@ AppProfile ASOStore::addApp(const ITunesAppResult &result, QString country)
     return added;
 }
 
-Task<AppProfile> ASOStore::addApp(std::int64_t trackId, QString country, std::stop_token stop)
+Task<AppProfile> ASOStore::addApp(std::int64_t trackId, QString country,
+                                  std::stop_token callersStop)
 {
-    const std::weak_ptr<const bool> life = m_life;
+    const ScopedStop stop(m_tasks, callersStop);
     const std::optional<ITunesAppResult> found =
-        co_await lookupThrough(m_discoveryClient, trackId, country, stop);
-    if (life.expired())
-        throw Cancelled();
+        co_await m_discoveryClient->lookup(trackId, country, stop);
     throwIfStopped(stop);
     if (!found)
         throw StoreError(404, QStringLiteral("App not found on iTunes Lookup"));
@@ -132,21 +100,19 @@ void ASOStore::addCompetitor(const ITunesAppResult &result, QUuid appId, QString
     save();
 }
 
-Task<void> ASOStore::updateCompetitorSeller(QUuid competitorId, std::stop_token stop)
+Task<void> ASOStore::updateCompetitorSeller(QUuid competitorId, std::stop_token callersStop)
 {
+    const ScopedStop stop(m_tasks, callersStop);
     const auto isIt = [=](const TrackedCompetitor &competitor) {
         return competitor.id == competitorId;
     };
     const auto known = std::ranges::find_if(std::as_const(m_competitors), isIt);
     if (known == m_competitors.cend())
         co_return;
-    const std::weak_ptr<const bool> life = m_life;
     const std::int64_t trackId = known->trackId;
     const QString country = known->country;
     const std::optional<ITunesAppResult> found =
-        co_await lookupThrough(m_discoveryClient, trackId, country, stop);
-    if (life.expired())
-        throw Cancelled();
+        co_await m_discoveryClient->lookup(trackId, country, stop);
     throwIfStopped(stop);
     const auto competitor = std::ranges::find_if(m_competitors, isIt);
     if (!found || competitor == m_competitors.end())
@@ -168,32 +134,40 @@ void ASOStore::removeCompetitor(QUuid id)
 }
 
 Task<QList<ITunesAppResult>> ASOStore::searchApps(QString term, QString country, std::int64_t limit,
-                                                  std::stop_token stop)
+                                                  std::stop_token callersStop)
 {
-    return searchThrough(m_discoveryClient, std::move(term), std::move(country), limit,
-                         std::move(stop));
+    const ScopedStop stop(m_tasks, callersStop);
+    co_return co_await m_discoveryClient->search(term, country, limit, stop);
 }
 
 Task<ITunesAppResult> ASOStore::appDetails(std::int64_t trackId, QString country,
-                                           std::stop_token stop)
+                                           std::stop_token callersStop)
 {
-    return detailsThrough(m_discoveryClient, trackId, std::move(country), std::move(stop));
+    const ScopedStop stop(m_tasks, callersStop);
+    std::optional<ITunesAppResult> found =
+        co_await m_discoveryClient->lookup(trackId, country, stop);
+    if (!found)
+        throw StoreError(404, QStringLiteral("App unavailable in this storefront."));
+    co_return std::move(*found);
 }
 
 Task<QList<ITunesAppResult>> ASOStore::searchKeyword(QString keyword, QString country,
-                                                     std::int64_t limit, std::stop_token stop)
+                                                     std::int64_t limit,
+                                                     std::stop_token callersStop)
 {
-    return searchThrough(m_iTunesClient, std::move(keyword), std::move(country), limit,
-                         std::move(stop));
+    const ScopedStop stop(m_tasks, callersStop);
+    co_return co_await m_iTunesClient->search(keyword, country, limit, stop);
 }
 
-Task<QList<ITunesAppResult>> ASOStore::rankedApps(DashboardKeywordRow row, std::stop_token stop)
+Task<QList<ITunesAppResult>> ASOStore::rankedApps(DashboardKeywordRow row,
+                                                  std::stop_token callersStop)
 {
+    const ScopedStop stop(m_tasks, callersStop);
     if (const auto saved = savedRankedApps(row);
         saved && saved->fetchedAt + rankedAppsReuse > m_clock->now())
-        return ready(saved->results);
-    return searchThrough(m_discoveryClient, row.keyword, row.country, keywordSearchLimit,
-                         std::move(stop));
+        co_return saved->results;
+    co_return co_await m_discoveryClient->search(row.keyword, row.country, keywordSearchLimit,
+                                                 stop);
 }
 
 std::optional<SavedResults> ASOStore::savedRankedApps(const DashboardKeywordRow &row) const

@@ -83,8 +83,9 @@ bool KeywordRefreshes::canBeMeasured(const QUuid &keywordId) const
 
 // One keyword
 
-Task<SharedSnapshot> KeywordRefreshes::refresh(QUuid id, std::stop_token stop)
+Task<SharedSnapshot> KeywordRefreshes::refresh(QUuid id, std::stop_token callersStop)
 {
+    const ScopedStop stop(m_callersTasks, callersStop);
     SharedSnapshot snapshot = co_await refreshUnlessDeleted(id, stop);
     if (!snapshot)
         throw Cancelled();
@@ -104,19 +105,11 @@ Task<SharedSnapshot> KeywordRefreshes::refreshUnlessDeleted(QUuid id, std::stop_
     SharedSnapshot newest = m_keywords.newestSnapshot(id);
     if (newest && isReusable(*newest))
         co_return newest;
-    SharedTask<SharedSnapshot>::Start start = [this, keyword = *keyword,
-                                               app = *app](std::stop_token measuring) {
+    decltype(m_measurements)::Start start = [this, keyword = *keyword,
+                                             app = *app](std::stop_token measuring) {
         return measure(keyword, app, std::move(measuring));
     };
-    co_return co_await measurementOf(id).join(std::move(start), stop);
-}
-
-SharedTask<SharedSnapshot> &KeywordRefreshes::measurementOf(const QUuid &keywordId)
-{
-    std::erase_if(m_measurements, [&](const auto &entry) {
-        return entry.first != keywordId && entry.second.isSettled();
-    });
-    return m_measurements[keywordId];
+    co_return co_await m_measurements.join(id, std::move(start), stop);
 }
 
 Task<SharedSnapshot> KeywordRefreshes::measure(TrackedKeyword keyword, AppProfile app,
@@ -238,22 +231,19 @@ void KeywordRefreshes::stopQueue()
 
 // Rows
 
-Task<void> KeywordRefreshes::refreshRows(QList<QUuid> ids, RowEnded ended, std::stop_token stop)
+Task<void> KeywordRefreshes::refreshRows(QList<QUuid> ids, RowEnded ended,
+                                         std::stop_token callersStop)
 {
+    const ScopedStop stop(m_callersTasks, callersStop);
     throwIfStopped(stop);
     const auto lane = std::make_shared<Lane>();
     for (const QUuid &id : std::as_const(ids)) {
         if (const auto keyword = m_keywords.trackedKeyword(id))
             lane->waiting.push_back(*keyword);
     }
-    auto forward = [source = lane->stop]() mutable {
-        source.request_stop();
-    };
-    const std::stop_callback onStop(stop, forward);
-    const std::stop_token laneStop = lane->stop.get_token();
     const LaneOnRoad onRoad(*this, lane);
     while (!lane->waiting.empty()) {
-        throwIfStopped(laneStop);
+        throwIfStopped(stop);
         const TrackedKeyword keyword = lane->waiting.front();
         lane->waiting.pop_front();
         // Deleted while it waited its turn: there is nothing to tell.
@@ -261,7 +251,7 @@ Task<void> KeywordRefreshes::refreshRows(QList<QUuid> ids, RowEnded ended, std::
             continue;
         lane->current = keyword;
         announceProgress();
-        const Attempt turn = co_await attempt(keyword, laneStop);
+        const Attempt turn = co_await attempt(keyword, stop);
         lane->current.reset();
         if (turn.isMeasured || turn.problem)
             ended(keyword, turn.problem);
@@ -274,9 +264,7 @@ Task<void> KeywordRefreshes::refreshRows(QList<QUuid> ids, RowEnded ended, std::
 
 void KeywordRefreshes::stop()
 {
-    const std::vector<std::shared_ptr<Lane>> rows = m_rows;
-    for (const std::shared_ptr<Lane> &lane : rows)
-        lane->stop.request_stop();
+    m_callersTasks.stop();
     m_historyTask.stop();
     stopQueue();
 }

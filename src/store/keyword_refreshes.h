@@ -16,7 +16,6 @@
 
 #include <deque>
 #include <functional>
-#include <map>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -105,7 +104,6 @@ private:
     struct Lane {
         std::deque<TrackedKeyword> waiting;
         std::optional<TrackedKeyword> current;
-        std::stop_source stop;
     };
     class LaneOnRoad;
     /// How a keyword's turn ended. Neither measured nor a problem: it was deleted meanwhile.
@@ -120,7 +118,6 @@ private:
     [[nodiscard]] bool isStale(const QUuid &keywordId) const;
     [[nodiscard]] bool canBeMeasured(const QUuid &keywordId) const;
 
-    SharedTask<SharedSnapshot> &measurementOf(const QUuid &keywordId);
     Task<SharedSnapshot> measure(TrackedKeyword keyword, AppProfile app, std::stop_token stop);
     Task<SharedSnapshot> refreshUnlessDeleted(QUuid id, std::stop_token stop);
     Task<Attempt> attempt(TrackedKeyword keyword, std::stop_token stop);
@@ -158,9 +155,10 @@ private:
 
     // What runs, last, so that it ends while everything else still lives: first those that wait for
     // measurements, then the measurements.
-    std::map<QUuid, SharedTask<SharedSnapshot>> m_measurements;
+    SharedTasks<QUuid, SharedSnapshot> m_measurements;
     SharedTask<HistoryRefresh> m_historyTask;
     TaskScope m_queueTask;
+    TaskScope m_callersTasks;
 };
 
 } // namespace veltrix

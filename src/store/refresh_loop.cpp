@@ -7,28 +7,6 @@
 namespace veltrix
 {
 
-namespace
-{
-
-/// Stops `source` together with `outer`, for as long as it lives.
-class StopToo
-{
-public:
-    StopToo(const std::stop_token &outer, std::stop_source source)
-        : m_onStop(outer, Forward{std::move(source)})
-    {
-    }
-
-private:
-    struct Forward {
-        std::stop_source source;
-        void operator()() { source.request_stop(); }
-    };
-    std::stop_callback<Forward> m_onStop;
-};
-
-} // namespace
-
 RefreshLoop::RefreshLoop(Clock &clock, Refresh refresh)
     : m_clock(clock), m_refresh(std::move(refresh))
 {
@@ -49,14 +27,14 @@ void RefreshLoop::setActive(bool active)
 void RefreshLoop::stopRefresh()
 {
     m_restUntil = m_clock.now() + interval;
-    m_refreshStop.request_stop();
-    m_waitStop.request_stop();
+    m_refreshing.stop();
+    m_waiting.stop();
 }
 
 void RefreshLoop::resume()
 {
     m_restUntil.reset();
-    m_restStop.request_stop();
+    m_resting.stop();
 }
 
 void RefreshLoop::retrySoon()
@@ -64,7 +42,7 @@ void RefreshLoop::retrySoon()
     if (m_isRefreshing)
         m_hasNewChance = true;
     else if (m_failures > 0)
-        m_waitStop.request_stop();
+        m_waiting.stop();
 }
 
 void RefreshLoop::refreshEnded(const HistoryRefresh &end)
@@ -73,7 +51,7 @@ void RefreshLoop::refreshEnded(const HistoryRefresh &end)
     if (m_isRefreshing || !end.failure)
         return;
     m_nextWait = waitAfter(end);
-    m_waitStop.request_stop();
+    m_waiting.stop();
 }
 
 Task<void> RefreshLoop::run(std::stop_token stop)
@@ -99,9 +77,7 @@ Seconds RefreshLoop::restLeft() const
 
 Task<void> RefreshLoop::rest(std::stop_token stop)
 {
-    m_restStop = std::stop_source();
-    const StopToo link(stop, m_restStop);
-    const std::stop_token restStop = m_restStop.get_token();
+    const ScopedStop restStop(m_resting, stop);
     Seconds left = restLeft();
     while (left > Seconds::zero()) {
         const Seconds step = std::min(left, clockCheck);
@@ -118,13 +94,12 @@ Task<void> RefreshLoop::rest(std::stop_token stop)
 Task<Seconds> RefreshLoop::refreshOnce(std::stop_token stop)
 {
     // A stop of the loop stops the refresh, but a stop of the refresh leaves the loop.
-    m_refreshStop = std::stop_source();
-    const StopToo link(stop, m_refreshStop);
+    const ScopedStop refreshStop(m_refreshing, stop);
     m_hasNewChance = false;
     m_isRefreshing = true;
     std::optional<HistoryRefresh> end;
     try {
-        end = co_await m_refresh(m_refreshStop.get_token());
+        end = co_await m_refresh(refreshStop);
     } catch (const Cancelled &) {
         // Said below.
     }
@@ -154,9 +129,7 @@ Seconds RefreshLoop::waitAfter(const HistoryRefresh &end)
 
 Task<void> RefreshLoop::wait(Seconds duration, std::stop_token stop)
 {
-    m_waitStop = std::stop_source();
-    const StopToo link(stop, m_waitStop);
-    const std::stop_token waitStop = m_waitStop.get_token();
+    const ScopedStop waitStop(m_waiting, stop);
     Seconds left = duration;
     while (left > Seconds::zero()) {
         const Seconds step = std::min(left, clockCheck);

@@ -73,9 +73,10 @@ private:
     bool m_hasNewChance = false;
     /// What a wait that was interrupted goes on as.
     std::optional<Seconds> m_nextWait;
-    std::stop_source m_refreshStop;
-    std::stop_source m_waitStop;
-    std::stop_source m_restStop;
+    // Parts of the loop that can be stopped without it.
+    TaskScope m_refreshing;
+    TaskScope m_waiting;
+    TaskScope m_resting;
     TaskScope m_tasks;
 };
 

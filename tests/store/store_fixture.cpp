@@ -77,12 +77,6 @@ ITunesAppResult appResult(std::int64_t trackId, const char *name)
     return result;
 }
 
-Task<Done> finished(Task<void> task)
-{
-    co_await task;
-    co_return Done{};
-}
-
 StoreTest::StoreTest()
 {
     client->results = {appResult(7, "Harbour Clock"), appResult(1, "Tideline"),

@@ -86,9 +86,6 @@ public:
 /// An app of the store: id, name, and the icon that follows from the id.
 ITunesAppResult appResult(std::int64_t trackId, const char *name);
 
-/// The task of a view that only wants to know when it is done.
-Task<Done> finished(Task<void> task);
-
 class StoreTest : public testing::Test
 {
 protected:

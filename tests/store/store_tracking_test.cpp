@@ -383,15 +383,20 @@ TEST_F(StoreTracking, KeywordSearchesGoThroughTheClientThatMeasures)
     EXPECT_EQ(discovery->searches, QStringList());
 }
 
-TEST_F(StoreTracking, ASearchOutlivesTheStoreAndItsClients)
+TEST_F(StoreTracking, WhatViewsWaitForEndsWithTheStore)
 {
     discovery->holds = true;
-    discovery->results = {appResult(3, "Found")};
-    const Outcome<QList<ITunesAppResult>> found(
-        store->searchApps(text("moon"), text("DE"), 25, view.get_token()));
+    client->holds = true;
+    const DashboardKeywordRow moon = row();
+    const Outcome found(store->searchApps(text("moon"), text("DE"), 25, view.get_token()));
+    const Outcome ranked(store->rankedApps(moon, view.get_token()));
+    const Outcome details(store->appDetails(3, text("DE"), view.get_token()));
+    const Outcome keyword(store->searchKeyword(text("moon"), text("DE"), 100, view.get_token()));
     stop();
-    discovery->release();
-    EXPECT_TRUE(found.hasValue());
+    EXPECT_TRUE(found.isCancelled());
+    EXPECT_TRUE(ranked.isCancelled());
+    EXPECT_TRUE(details.isCancelled());
+    EXPECT_TRUE(keyword.isCancelled());
 }
 
 } // namespace

@@ -2,7 +2,7 @@
 // Runs a task in a test and says how it ended.
 #pragma once
 
-#include "effects/task.h"
+#include "effects/one_shot.h"
 #include "model/error.h"
 
 #include <QCoreApplication>
@@ -17,6 +17,13 @@
 
 namespace veltrix
 {
+
+/// A task without a result, of which somebody only wants to know when it is done.
+inline Task<Done> finished(Task<void> task)
+{
+    co_await task;
+    co_return Done();
+}
 
 /// How a task ended, or that it has not.
 template <class T>
