@@ -4,42 +4,24 @@
 #include "clients/image_wholeness.h"
 #include "clients/pending_wait.h"
 
-#include <QScopeGuard>
-
-#include <algorithm>
-
 namespace veltrix
 {
 
-/// One transfer and everyone who waits for it.
-struct ArtworkLoader::Flight {
-    QString url;
-    std::vector<OneShot<QByteArray>> waiters;
-    std::stop_source stop;
+/// Gives its slot back at the end of its scope.
+class ArtworkLoader::Slot
+{
+public:
+    explicit Slot(ArtworkLoader &loader) : m_loader(loader) {}
+    ~Slot() { m_loader.releaseSlot(); }
+    Slot(const Slot &) = delete;
+    Slot &operator=(const Slot &) = delete;
 
-    /// Ends the transfer when the last of its waiters has gone.
-    void stopIfAbandoned()
-    {
-        const bool isWanted = std::any_of(waiters.begin(), waiters.end(),
-                                          [](const auto &waiter) { return waiter.isOpen(); });
-        if (!isWanted)
-            stop.request_stop();
-    }
+private:
+    ArtworkLoader &m_loader;
 };
 
 namespace
 {
-
-Task<QByteArray> readyImage(QByteArray image)
-{
-    co_return image;
-}
-
-Task<QByteArray> failedImage(std::exception_ptr error)
-{
-    std::rethrow_exception(error);
-    co_return QByteArray();
-}
 
 /// Addresses are remembered for their failures only as long as this many are.
 constexpr qsizetype mostFailures = 1000;
@@ -52,83 +34,39 @@ ArtworkLoader::ArtworkLoader(Arguments arguments)
 {
 }
 
-ArtworkLoader::~ArtworkLoader() = default;
-
-Task<QByteArray> ArtworkLoader::load(Url url, std::stop_token stop)
+Task<QByteArray> ArtworkLoader::load(Url url, std::stop_token callersStop)
 {
+    const ScopedStop stop(m_tasks, callersStop);
     const QUrl address = url.toQUrl();
     if (!address.isValid() || address.host().isEmpty() ||
         (address.scheme() != QLatin1String("https") && address.scheme() != QLatin1String("http")))
-        return failedImage(std::make_exception_ptr(BadUrlError()));
+        throw BadUrlError();
     if (std::optional<QByteArray> cached = m_cache.find(url.text()))
-        return readyImage(*std::move(cached));
+        co_return *std::move(cached);
     if (const std::exception_ptr failure = rememberedFailure(url.text()))
-        return failedImage(failure);
-
-    std::shared_ptr<Flight> flight = m_flights.value(url.text());
-    if (flight && !flight->stop.stop_requested())
-        return join(flight, std::move(stop));
-    flight = std::make_shared<Flight>();
-    flight->url = url.text();
-    m_flights.insert(url.text(), flight);
-    // The waiter is there before the transfer starts: one that ends at once finds it.
-    Task<QByteArray> waiter = join(flight, std::move(stop));
-    if (!flight->stop.stop_requested())
-        m_scope.own(fly(flight, m_scope.token()));
-    else
-        m_flights.remove(url.text());
-    return waiter;
-}
-
-Task<QByteArray> ArtworkLoader::join(std::shared_ptr<Flight> flight, std::stop_token stop)
-{
-    const OneShot<QByteArray> image;
-    flight->waiters.push_back(image);
-    try {
-        co_return co_await image.wait(stop);
-    } catch (const Cancelled &) {
-        flight->stopIfAbandoned();
-        throw;
-    }
-}
-
-Task<void> ArtworkLoader::fly(std::shared_ptr<Flight> flight, std::stop_token scopeStop)
-{
-    const auto stopFlight = [flight] {
-        flight->stop.request_stop();
+        std::rethrow_exception(failure);
+    decltype(m_transfers)::Start start = [this, url](std::stop_token transferStop) {
+        return fetchAndKeep(url.text(), std::move(transferStop));
     };
-    const std::stop_callback onScopeStop(scopeStop, stopFlight);
-    const QString url = flight->url;
-    QByteArray image;
-    std::exception_ptr error;
-    bool isStopped = false;
+    co_return co_await m_transfers.join(url.text(), std::move(start), stop);
+}
+
+Task<QByteArray> ArtworkLoader::fetchAndKeep(QString url, std::stop_token stop)
+{
     try {
-        image = co_await fetch(url, flight->stop.get_token());
-    } catch (const Cancelled &) {
-        isStopped = true;
-        error = std::current_exception();
-    } catch (const std::exception &) {
-        error = std::current_exception();
-    }
-    if (m_flights.value(url) == flight)
-        m_flights.remove(url);
-    if (error && !isStopped)
-        rememberFailure(url, error);
-    if (!error)
+        const QByteArray image = co_await fetch(url, stop);
         m_cache.store(url, image);
-    // Last: what a waiter does next may start another transfer of this address.
-    for (const OneShot<QByteArray> &waiter : std::exchange(flight->waiters, {})) {
-        if (error)
-            waiter.fail(error);
-        else
-            waiter.resolve(image);
+        co_return image;
+    } catch (const Error &) {
+        rememberFailure(url, std::current_exception());
+        throw;
     }
 }
 
 Task<QByteArray> ArtworkLoader::fetch(QString url, std::stop_token stop)
 {
     co_await acquireSlot(stop);
-    const auto atEnd = qScopeGuard([this] { releaseSlot(); });
+    const Slot slot(*this);
     const Date now = m_clock->now();
     // No more than this many can be ahead in the queue of starts.
     const bool mustWait =

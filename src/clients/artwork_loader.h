@@ -6,14 +6,12 @@
 #include "clients/http.h"
 #include "effects/artwork_loading.h"
 #include "effects/clock.h"
-#include "effects/one_shot.h"
-#include "effects/task_scope.h"
+#include "effects/shared_task.h"
 
 #include <QHash>
 
 #include <deque>
 #include <memory>
-#include <vector>
 
 namespace veltrix
 {
@@ -43,22 +41,19 @@ public:
     };
 
     explicit ArtworkLoader(Arguments arguments);
-    ~ArtworkLoader() override;
 
     /// Throws TransportError, BadServerResponseError, BadUrlError or Cancelled; the latter also
     /// when the loader goes first.
-    Task<QByteArray> load(Url url, std::stop_token stop) override;
+    Task<QByteArray> load(Url url, std::stop_token callersStop) override;
 
 private:
-    struct Flight;
-    /// Why an address failed, and until when it is not asked for again.
     struct Failure {
         Date until;
         std::exception_ptr error;
     };
+    class Slot;
 
-    static Task<QByteArray> join(std::shared_ptr<Flight> flight, std::stop_token stop);
-    Task<void> fly(std::shared_ptr<Flight> flight, std::stop_token scopeStop);
+    Task<QByteArray> fetchAndKeep(QString url, std::stop_token stop);
     Task<QByteArray> fetch(QString url, std::stop_token stop);
     Task<void> acquireSlot(std::stop_token stop);
     void releaseSlot();
@@ -68,12 +63,13 @@ private:
     HttpSend m_send;
     std::shared_ptr<Clock> m_clock;
     ArtworkCache m_cache;
-    QHash<QString, std::shared_ptr<Flight>> m_flights;
     QHash<QString, Failure> m_failures;
     int m_active = 0;
     std::deque<OneShot<Done>> m_waitingForSlot;
     std::optional<Date> m_nextStart;
-    TaskScope m_scope;
+    /// By address.
+    SharedTasks<QString, QByteArray> m_transfers;
+    TaskScope m_tasks;
 };
 
 } // namespace veltrix

@@ -19,7 +19,6 @@ struct AutocompleteClient::Core {
     Arguments use;
     AutocompleteStateFile file{QString()};
     State state;
-    bool busy = false;
     /// The earliest moment of the next request.
     std::optional<Date> nextRequest;
     /// Requests in a row without an answer of the service's, and how long it is left alone for
@@ -132,12 +131,14 @@ QUrl AutocompleteClient::defaultHintsURL()
         QStringLiteral("https://search.itunes.apple.com/WebObjects/MZSearchHints.woa/wa/hints"));
 }
 
-AutocompleteClient::AutocompleteClient(Arguments arguments) : m_core(std::make_shared<Core>())
+AutocompleteClient::AutocompleteClient(Arguments arguments) : m_core(std::make_unique<Core>())
 {
     m_core->use = std::move(arguments);
     m_core->file = AutocompleteStateFile(m_core->use.persistencePath);
     m_core->state = m_core->file.load();
 }
+
+AutocompleteClient::~AutocompleteClient() = default;
 
 const AutocompleteClient::State &AutocompleteClient::state() const
 {
@@ -145,22 +146,16 @@ const AutocompleteClient::State &AutocompleteClient::state() const
 }
 
 Task<std::optional<AutocompleteEvidence>>
-AutocompleteClient::observe(QString keyword, QString country, std::stop_token stop)
+AutocompleteClient::observe(QString keyword, QString country, std::stop_token callersStop)
 {
-    return run(m_core, keyword.trimmed().toLower(), country.toUpper(), std::move(stop));
-}
-
-Task<std::optional<AutocompleteEvidence>> AutocompleteClient::run(std::shared_ptr<Core> core,
-                                                                  QString keyword, QString country,
-                                                                  std::stop_token stop)
-{
-    throwIfStopped(stop);
+    throwIfStopped(callersStop);
+    keyword = keyword.trimmed().toLower();
+    country = country.toUpper();
     const std::optional<StorefrontId> store = storefrontIdOf(country);
     const QStringList prefixes = autocompletePrefixes(keyword);
-    if (core->busy || !store || prefixes.isEmpty())
+    if (m_runs.runningTasks() > 0 || !store || prefixes.isEmpty())
         co_return std::nullopt;
-    core->busy = true;
-    const auto atEnd = qScopeGuard([core] { core->busy = false; });
+    const ScopedStop stop(m_runs, callersStop);
 
     AutocompleteEvidence evidence;
     evidence.keyword = keyword;
@@ -169,7 +164,7 @@ Task<std::optional<AutocompleteEvidence>> AutocompleteClient::run(std::shared_pt
     evidence.language = store->language;
     evidence.plannedProbes = prefixes.size();
     for (const QString &prefix : prefixes) {
-        const std::optional<Hints> hints = co_await fetch(core, prefix, country, stop);
+        const std::optional<Hints> hints = co_await fetch(prefix, country, stop);
         if (!hints)
             break;
         evidence.probes.append(
@@ -177,13 +172,13 @@ Task<std::optional<AutocompleteEvidence>> AutocompleteClient::run(std::shared_pt
     }
 
     const QString key = country + u':' + keyword;
-    const std::int64_t today = autocompleteDay(core->use.clock->now());
+    const std::int64_t today = autocompleteDay(m_core->use.clock->now());
     if (evidence.probes.size() == evidence.plannedProbes && hasProbeOfDay(evidence.probes, today)) {
         if (const auto score = visibilityScore(evidence.probes, keyword))
-            core->addScore(key, *score);
+            m_core->addScore(key, *score);
     }
-    const auto history = core->state.history.find(key);
-    if (history != core->state.history.end()) {
+    const auto history = m_core->state.history.find(key);
+    if (history != m_core->state.history.end()) {
         const VisibilityReport report = reportVisibility(history->second, today);
         evidence.observedDays = report.observedDays;
         evidence.dailyScore = report.score;
@@ -194,44 +189,42 @@ Task<std::optional<AutocompleteEvidence>> AutocompleteClient::run(std::shared_pt
     co_return evidence;
 }
 
-Task<std::optional<AutocompleteClient::Hints>> AutocompleteClient::fetch(std::shared_ptr<Core> core,
-                                                                         QString prefix,
-                                                                         QString country,
-                                                                         std::stop_token stop)
+Task<std::optional<AutocompleteClient::Hints>>
+AutocompleteClient::fetch(QString prefix, QString country, std::stop_token stop)
 {
     throwIfStopped(stop);
     const QString key = country + u':' + prefix;
-    if (std::optional<Hints> cached = core->cached(key))
+    if (std::optional<Hints> cached = m_core->cached(key))
         co_return cached;
-    if (!core->mayRequest())
+    if (!m_core->mayRequest())
         co_return std::nullopt;
-    if (core->nextRequest) {
+    if (m_core->nextRequest) {
         // Never longer than the interval, also when the clock was set back.
-        const Seconds wait = std::min(*core->nextRequest - core->use.clock->now(), interval);
-        co_await core->use.clock->sleep(wait, stop);
+        const Seconds wait = std::min(*m_core->nextRequest - m_core->use.clock->now(), interval);
+        co_await m_core->use.clock->sleep(wait, stop);
         // A day may have begun meanwhile, and its budget with it.
-        if (!core->mayRequest())
+        if (!m_core->mayRequest())
             co_return std::nullopt;
     }
     try {
         const HttpRequest request =
-            hintsRequest(core->use.hintsURL, prefix, storefrontIdOf(country).value());
-        core->countRequest();
+            hintsRequest(m_core->use.hintsURL, prefix, storefrontIdOf(country).value());
+        m_core->countRequest();
         // However it ends: a request that was stopped has been counted too.
-        const auto atEnd = qScopeGuard([core] { core->save(); });
-        const HttpResponse response = co_await core->use.send(request, stop);
+        const auto atEnd = qScopeGuard([this] { m_core->save(); });
+        const HttpResponse response = co_await m_core->use.send(request, stop);
         if (isRefusal(response.status)) {
-            core->block(response);
+            m_core->block(response);
             co_return std::nullopt;
         }
         if (!response.isSuccess())
             throw BadServerResponseError(response.status);
-        const Hints hints{parseSearchHints(response.body), core->use.clock->now()};
-        core->failuresInARow = 0;
-        core->keep(key, hints);
+        const Hints hints{parseSearchHints(response.body), m_core->use.clock->now()};
+        m_core->failuresInARow = 0;
+        m_core->keep(key, hints);
         co_return hints;
     } catch (const Error &) {
-        core->noteFailure();
+        m_core->noteFailure();
         co_return std::nullopt;
     }
 }

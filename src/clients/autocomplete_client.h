@@ -6,6 +6,7 @@
 #include "clients/http.h"
 #include "effects/autocomplete_observing.h"
 #include "effects/clock.h"
+#include "effects/task_scope.h"
 #include "model/autocomplete_evidence.h"
 
 #include <memory>
@@ -21,8 +22,7 @@ inline constexpr QLatin1String autocompleteModelVersion{"autocomplete-visibility
 /// refuses or cannot be reached, it is left alone for a while. State is kept in a file, written
 /// after each request and score.
 ///
-/// Evidence is an extra: whatever goes wrong only makes it smaller. Runs keep what they need alive,
-/// so the client may go while one is under way.
+/// Evidence is an extra: whatever goes wrong only makes it smaller.
 class AutocompleteClient final : public AutocompleteObserving
 {
 public:
@@ -63,12 +63,14 @@ public:
     static QUrl defaultHintsURL();
 
     explicit AutocompleteClient(Arguments arguments);
+    ~AutocompleteClient() override;
 
     /// Probes a keyword and scores the day. At the first request that fails, is refused or is not
     /// allowed any more, the run ends with the probes that it has; a day is scored only when all of
     /// them were made, one of them at least on that day. Nothing when there is neither a probe nor
     /// an earlier score: the storefront has no number, requests are blocked, or another run is
-    /// under way. `possibleBrand` is left to the caller. Throws Cancelled and nothing else.
+    /// under way. `possibleBrand` is left to the caller. Throws Cancelled and nothing else, also
+    /// when the client goes first.
     Task<std::optional<AutocompleteEvidence>> observe(QString keyword, QString country,
                                                       std::stop_token stop) override;
 
@@ -77,12 +79,10 @@ public:
 private:
     struct Core;
 
-    static Task<std::optional<AutocompleteEvidence>>
-    run(std::shared_ptr<Core> core, QString keyword, QString country, std::stop_token stop);
-    static Task<std::optional<Hints>> fetch(std::shared_ptr<Core> core, QString prefix,
-                                            QString country, std::stop_token stop);
+    Task<std::optional<Hints>> fetch(QString prefix, QString country, std::stop_token stop);
 
-    std::shared_ptr<Core> m_core;
+    std::unique_ptr<Core> m_core;
+    TaskScope m_runs;
 };
 
 /// The suggestions in an answer of the service, best first. Throws PropertyListError when it is not

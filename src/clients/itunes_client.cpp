@@ -27,28 +27,6 @@ QList<ITunesAppResult> resultsIn(const QByteArray &body, const QUrl &url)
     }
 }
 
-/// The results for a URL: from the cache without a permit, else from the service with one.
-Task<QList<ITunesAppResult>> fetchResults(ITunesClient::Arguments client, QString path,
-                                          QList<QueryItem> query, std::stop_token stop)
-{
-    const QUrl url = requestUrl(client.baseURL, path, query);
-    const QString key = absoluteString(url);
-    if (const std::optional<QByteArray> cached = client.traffic->cachedResponse(key))
-        co_return resultsIn(*cached, url);
-    co_await client.traffic->acquirePermit(stop);
-    HttpRequest request;
-    request.url = url;
-    request.permitToRepeat = [traffic = client.traffic](std::stop_token permitStop) {
-        return traffic->acquirePermit(std::move(permitStop));
-    };
-    const HttpResponse response = co_await client.send(request, stop);
-    if (!response.isSuccess())
-        throw BadServerResponseError(response.status);
-    const QList<ITunesAppResult> results = resultsIn(response.body, url);
-    client.traffic->storeResponse(response.body, key);
-    co_return results;
-}
-
 Task<std::optional<ITunesAppResult>> appAmong(Task<QList<ITunesAppResult>> search,
                                               std::int64_t trackId)
 {
@@ -65,7 +43,7 @@ QUrl ITunesClient::defaultBaseURL()
     return QUrl(QStringLiteral("https://itunes.apple.com"));
 }
 
-ITunesClient::ITunesClient(Arguments arguments) : m_arguments(std::move(arguments)) {}
+ITunesClient::ITunesClient(Arguments arguments) : m_use(std::move(arguments)) {}
 
 Task<QList<ITunesAppResult>> ITunesClient::search(QString term, QString country, std::int64_t limit,
                                                   std::stop_token stop)
@@ -76,7 +54,7 @@ Task<QList<ITunesAppResult>> ITunesClient::search(QString term, QString country,
         {QStringLiteral("country"), country.toUpper()},
         {QStringLiteral("limit"), decimal(limit)},
     };
-    return fetchResults(m_arguments, QStringLiteral("search"), query, std::move(stop));
+    return fetch(QStringLiteral("search"), query, std::move(stop));
 }
 
 Task<std::optional<ITunesAppResult>> ITunesClient::lookup(std::int64_t trackId, QString country,
@@ -87,8 +65,29 @@ Task<std::optional<ITunesAppResult>> ITunesClient::lookup(std::int64_t trackId, 
         {QStringLiteral("country"), country.toUpper()},
         {QStringLiteral("entity"), QStringLiteral("software")},
     };
-    return appAmong(fetchResults(m_arguments, QStringLiteral("lookup"), query, std::move(stop)),
-                    trackId);
+    return appAmong(fetch(QStringLiteral("lookup"), query, std::move(stop)), trackId);
+}
+
+Task<QList<ITunesAppResult>> ITunesClient::fetch(QString path, QList<QueryItem> query,
+                                                 std::stop_token callersStop)
+{
+    const ScopedStop stop(m_tasks, callersStop);
+    const QUrl url = requestUrl(m_use.baseURL, path, query);
+    const QString key = absoluteString(url);
+    if (const std::optional<QByteArray> cached = m_use.traffic->cachedResponse(key))
+        co_return resultsIn(*cached, url);
+    co_await m_use.traffic->acquirePermit(stop);
+    HttpRequest request;
+    request.url = url;
+    request.permitToRepeat = [this](std::stop_token permitStop) {
+        return m_use.traffic->acquirePermit(std::move(permitStop));
+    };
+    const HttpResponse response = co_await m_use.send(request, stop);
+    if (!response.isSuccess())
+        throw BadServerResponseError(response.status);
+    const QList<ITunesAppResult> results = resultsIn(response.body, url);
+    m_use.traffic->storeResponse(response.body, key);
+    co_return results;
 }
 
 } // namespace veltrix

@@ -5,17 +5,18 @@
 #include "clients/http.h"
 #include "clients/itunes_traffic_controller.h"
 #include "effects/itunes_client_protocol.h"
+#include "effects/task_scope.h"
 
 namespace veltrix
 {
+
+struct QueryItem;
 
 /// Searches and looks up through the iTunes Search service, paced and cached by the controller;
 /// what goes out again on its way (a redirect, a connection that had gone) takes a permit each
 /// time. Never retries. Throws BadUrlError, TransportError, BadServerResponseError (any status but
 /// 2xx; a throttled answer is one of these, never an empty result), UnreadableAnswerError (never
-/// kept, so that the next call asks again), or Cancelled.
-///
-/// Calls hold their own copy of the collaborators, so the client may go while one is under way.
+/// kept, so that the next call asks again), or Cancelled, also when the client goes first.
 class ITunesClient final : public ITunesClientProtocol
 {
 public:
@@ -37,7 +38,12 @@ public:
                                                 std::stop_token stop) override;
 
 private:
-    Arguments m_arguments;
+    /// The results for a path: from the cache without a permit, else from the service with one.
+    Task<QList<ITunesAppResult>> fetch(QString path, QList<QueryItem> query,
+                                       std::stop_token callersStop);
+
+    Arguments m_use;
+    TaskScope m_tasks;
 };
 
 } // namespace veltrix

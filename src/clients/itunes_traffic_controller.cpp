@@ -16,8 +16,9 @@ std::optional<QByteArray> ITunesTrafficController::cachedResponse(const QString 
     return m_cache.find(key, m_clock->now());
 }
 
-Task<void> ITunesTrafficController::acquirePermit(std::stop_token stop)
+Task<void> ITunesTrafficController::acquirePermit(std::stop_token callersStop)
 {
+    const ScopedStop stop(m_tasks, callersStop);
     for (;;) {
         throwIfStopped(stop);
         const Date now = m_clock->now();

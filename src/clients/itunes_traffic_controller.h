@@ -4,6 +4,7 @@
 
 #include "clients/response_cache.h"
 #include "effects/clock.h"
+#include "effects/task_scope.h"
 
 #include <memory>
 #include <optional>
@@ -35,9 +36,9 @@ public:
     [[nodiscard]] std::optional<QByteArray> cachedResponse(const QString &key);
 
     /// Waits until a request may be sent, and accounts for it. Throws Cancelled, without spending a
-    /// permit, when stopped. There is no queue: of several who wait, whoever wakes first goes
-    /// first. The controller must outlive the wait.
-    Task<void> acquirePermit(std::stop_token stop);
+    /// permit, when stopped or when the controller goes. There is no queue: of several who wait,
+    /// whoever wakes first goes first.
+    Task<void> acquirePermit(std::stop_token callersStop);
 
     /// Keeps the body of a successful answer for cacheTTL, unless newer ones need its room.
     void storeResponse(QByteArray data, const QString &key);
@@ -54,6 +55,7 @@ private:
     Date m_lastRefillAt;
     double m_permits = permitCapacity;
     ResponseCache m_cache{cacheTTL, cacheCapacity};
+    TaskScope m_tasks;
 };
 
 } // namespace veltrix

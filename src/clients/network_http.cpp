@@ -3,6 +3,7 @@
 
 #include "clients/network_transfer.h"
 #include "clients/trusted_certificates.h"
+#include "effects/task_scope.h"
 
 #include <QNetworkAccessManager>
 #include <QNetworkCookie>
@@ -18,12 +19,15 @@ struct NetworkHttp::Session {
     QNetworkAccessManager manager;
     /// Made at the first request that needs it: loading the TLS library would hold up the start.
     const TrustedCertificates &certificates();
+    Task<HttpResponse> send(HttpRequest request, HttpProgress progress,
+                            std::stop_token callersStop);
 
     QString trustedCertificatesPath;
     QByteArray userAgent;
 
 private:
     std::optional<TrustedCertificates> m_certificates;
+    TaskScope m_tasks;
 };
 
 namespace
@@ -125,9 +129,19 @@ std::optional<HttpRequest> redirected(HttpRequest request, const HttpResponse &r
     return request;
 }
 
-Task<HttpResponse> send(std::shared_ptr<Session> session, HttpRequest request,
-                        HttpProgress progress, std::stop_token stop)
+} // namespace
+
+const TrustedCertificates &NetworkHttp::Session::certificates()
 {
+    if (!m_certificates)
+        m_certificates = loadTrustedCertificates(trustedCertificatesPath);
+    return *m_certificates;
+}
+
+Task<HttpResponse> NetworkHttp::Session::send(HttpRequest request, HttpProgress progress,
+                                              std::stop_token callersStop)
+{
+    const ScopedStop stop(m_tasks, callersStop);
     const QUrl asked = request.url;
     if (!isHttp(asked))
         throw BadUrlError();
@@ -138,8 +152,8 @@ Task<HttpResponse> send(std::shared_ptr<Session> session, HttpRequest request,
     bool isSentAgain = false;
     for (;;) {
         request.totalTimeout = totalTimeout - (std::chrono::steady_clock::now() - started);
-        const TransferSetup setup = prepare(*session, request);
-        TransferEnd end = co_await transfer(&session->manager, request, setup, progress, stop);
+        const TransferSetup setup = prepare(*this, request);
+        TransferEnd end = co_await transfer(&manager, request, setup, progress, stop);
         for (int i = 0; i < end.repeats; ++i)
             co_await permit(stop);
         if (end.isConnectionGone && !std::exchange(isSentAgain, true)) {
@@ -151,7 +165,7 @@ Task<HttpResponse> send(std::shared_ptr<Session> session, HttpRequest request,
         std::optional<HttpRequest> next = redirected(request, *end.response);
         if (!next)
             co_return *std::move(end.response);
-        if (redirects++ == NetworkHttp::mostRedirects) {
+        if (redirects++ == mostRedirects) {
             throw TransportError(
                 QStringLiteral("The server “%1” redirected too often.").arg(asked.host()));
         }
@@ -159,15 +173,6 @@ Task<HttpResponse> send(std::shared_ptr<Session> session, HttpRequest request,
         if (permit)
             co_await permit(stop);
     }
-}
-
-} // namespace
-
-const TrustedCertificates &NetworkHttp::Session::certificates()
-{
-    if (!m_certificates)
-        m_certificates = loadTrustedCertificates(trustedCertificatesPath);
-    return *m_certificates;
 }
 
 NetworkHttp::NetworkHttp(const Options &options) : m_session(std::make_shared<Session>())
@@ -183,14 +188,14 @@ NetworkHttp::~NetworkHttp() = default;
 HttpSend NetworkHttp::sender() const
 {
     return [session = m_session](HttpRequest request, std::stop_token stop) {
-        return send(session, std::move(request), {}, std::move(stop));
+        return session->send(std::move(request), {}, std::move(stop));
     };
 }
 
 HttpDownload NetworkHttp::downloader() const
 {
     return [session = m_session](HttpRequest request, HttpProgress progress, std::stop_token stop) {
-        return send(session, std::move(request), std::move(progress), std::move(stop));
+        return session->send(std::move(request), std::move(progress), std::move(stop));
     };
 }
 

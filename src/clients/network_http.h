@@ -21,7 +21,8 @@ namespace veltrix
 /// for that are taken before the answer is handed on.
 ///
 /// Failures are TransportErrors whose texts name the server but never the path or the query. A stop
-/// aborts the connection at once. Transfers keep what they need alive, so this object may go first.
+/// aborts the connection at once. Senders keep what they need alive, so this object may go first; a
+/// transfer ends with Cancelled when the last sender goes.
 class NetworkHttp
 {
 public:

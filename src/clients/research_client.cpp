@@ -176,7 +176,7 @@ struct ResearchClient::State {
     }
 };
 
-ResearchClient::ResearchClient(Arguments arguments) : m_state(std::make_shared<State>())
+ResearchClient::ResearchClient(Arguments arguments) : m_state(std::make_unique<State>())
 {
     m_state->use = std::move(arguments);
     if (!m_state->use.cachePath.isEmpty())
@@ -186,9 +186,39 @@ ResearchClient::ResearchClient(Arguments arguments) : m_state(std::make_shared<S
 ResearchClient::~ResearchClient() = default;
 
 Task<QList<ITunesAppResult>> ResearchClient::search(QString term, QString country,
-                                                    std::int64_t limit, std::stop_token stop)
+                                                    std::int64_t limit, std::stop_token callersStop)
 {
-    return run(m_state, std::move(term), std::move(country), limit, std::move(stop));
+    const ScopedStop stop(m_tasks, callersStop);
+    throwIfStopped(stop);
+    const SupabaseConfiguration configuration = m_state->use.configuration();
+    const Subject subject(term, country);
+    const qsizetype length = subject.keyword.toUcs4().size();
+    if (length < 1 || length > longestKeyword)
+        throw ResearchError(QStringLiteral("Enter a keyword between 1 and 100 characters."));
+    const QString key = subject.key();
+    if (const SavedResults *saved = m_state->freshResults(key))
+        co_return firstOf(saved->results, limit);
+
+    const HttpRequest request = requestFor(configuration, subject);
+    const Date deadline = m_state->use.clock->now() + patience;
+    for (int attempt = 1;; ++attempt) {
+        co_await passGate(key, deadline, stop);
+        throwIfStopped(stop);
+        const HttpResponse response = co_await m_state->use.send(request, stop);
+        const std::optional<Envelope> envelope = envelopeOf(response);
+        switch (classify(response, envelope)) {
+        case Kind::Ready:
+            co_return firstOf(m_state->accept(key, *envelope), limit);
+        case Kind::Failed:
+            throw requestFailed(response.status);
+        case Kind::Queued:
+            break;
+        }
+        const Seconds delay = delayOf(response, envelope);
+        const Date retryMoment = m_state->postpone(key, response.status, delay);
+        if (attempt == mostAttempts || retryMoment >= deadline)
+            throw queued(delay);
+    }
 }
 
 Task<std::optional<ITunesAppResult>> ResearchClient::lookup(std::int64_t trackId, QString country,
@@ -206,54 +236,17 @@ std::optional<SavedResults> ResearchClient::savedResults(const QString &keyword,
     return saved->second;
 }
 
-Task<QList<ITunesAppResult>> ResearchClient::run(std::shared_ptr<State> state, QString term,
-                                                 QString country, std::int64_t limit,
-                                                 std::stop_token stop)
+Task<void> ResearchClient::passGate(QString key, Date deadline, std::stop_token stop)
 {
-    throwIfStopped(stop);
-    const SupabaseConfiguration configuration = state->use.configuration();
-    const Subject subject(term, country);
-    const qsizetype length = subject.keyword.toUcs4().size();
-    if (length < 1 || length > longestKeyword)
-        throw ResearchError(QStringLiteral("Enter a keyword between 1 and 100 characters."));
-    const QString key = subject.key();
-    if (const SavedResults *saved = state->freshResults(key))
-        co_return firstOf(saved->results, limit);
-
-    const HttpRequest request = requestFor(configuration, subject);
-    const Date deadline = state->use.clock->now() + patience;
-    for (int attempt = 1;; ++attempt) {
-        co_await passGate(state, key, deadline, stop);
-        throwIfStopped(stop);
-        const HttpResponse response = co_await state->use.send(request, stop);
-        const std::optional<ResearchEnvelope> envelope = envelopeOf(response);
-        switch (classify(response, envelope)) {
-        case Kind::Ready:
-            co_return firstOf(state->accept(key, *envelope), limit);
-        case Kind::Failed:
-            throw requestFailed(response.status);
-        case Kind::Queued:
-            break;
-        }
-        const Seconds delay = delayOf(response, envelope);
-        const Date retryMoment = state->postpone(key, response.status, delay);
-        if (attempt == mostAttempts || retryMoment >= deadline)
-            throw queued(delay);
-    }
-}
-
-Task<void> ResearchClient::passGate(std::shared_ptr<State> state, QString key, Date deadline,
-                                    std::stop_token stop)
-{
-    const std::optional<Date> retryMoment = state->retryMoment(key);
+    const std::optional<Date> retryMoment = m_state->retryMoment(key);
     if (!retryMoment)
         co_return;
-    const Seconds wait = *retryMoment - state->use.clock->now();
+    const Seconds wait = *retryMoment - m_state->use.clock->now();
     if (wait <= Seconds::zero())
         co_return;
     if (*retryMoment >= deadline)
         throw queued(wait);
-    co_await state->use.clock->sleep(wait, stop);
+    co_await m_state->use.clock->sleep(wait, stop);
 }
 
 } // namespace veltrix

@@ -7,6 +7,7 @@
 #include "effects/clock.h"
 #include "effects/itunes_client_protocol.h"
 #include "effects/ranked_apps_saving.h"
+#include "effects/task_scope.h"
 
 #include <memory>
 
@@ -29,7 +30,6 @@ public:
 /// Answers are kept for half an hour in memory and, the newest hundred of them, in a file. Dates
 /// before which the service must not be asked live in memory only and are shared by all calls; one
 /// that a clock set back has moved further away than it ever was is ignored.
-/// Calls keep what they need alive, so the client may go while one is under way.
 class ResearchClient final : public ITunesClientProtocol, public RankedAppsSaving
 {
 public:
@@ -60,7 +60,7 @@ public:
     ~ResearchClient() override;
 
     /// Ranked apps for a keyword, best first. Throws ResearchError, the configuration's error,
-    /// TransportError or Cancelled.
+    /// TransportError, or Cancelled, also when the client goes first.
     Task<QList<ITunesAppResult>> search(QString term, QString country, std::int64_t limit,
                                         std::stop_token stop) override;
     Task<std::optional<ITunesAppResult>> lookup(std::int64_t trackId, QString country,
@@ -72,13 +72,10 @@ public:
 private:
     struct State;
 
-    static Task<QList<ITunesAppResult>> run(std::shared_ptr<State> state, QString term,
-                                            QString country, std::int64_t limit,
-                                            std::stop_token stop);
-    static Task<void> passGate(std::shared_ptr<State> state, QString key, Date deadline,
-                               std::stop_token stop);
+    Task<void> passGate(QString key, Date deadline, std::stop_token stop);
 
-    std::shared_ptr<State> m_state;
+    std::unique_ptr<State> m_state;
+    TaskScope m_tasks;
 };
 
 } // namespace veltrix

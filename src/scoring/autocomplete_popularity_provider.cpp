@@ -20,20 +20,12 @@ QString AutocompletePopularityProvider::modelVersion() const
 
 Task<PopularityAssessment>
 AutocompletePopularityProvider::assess(std::shared_ptr<const KeywordSurvey> survey, QString country,
-                                       std::stop_token stop)
+                                       std::stop_token callersStop)
 {
-    return run(m_provider, m_suggestions, std::move(survey), std::move(country), std::move(stop));
-}
-
-Task<PopularityAssessment>
-AutocompletePopularityProvider::run(std::shared_ptr<PopularityProviding> provider,
-                                    std::shared_ptr<AutocompleteObserving> suggestions,
-                                    std::shared_ptr<const KeywordSurvey> survey, QString country,
-                                    std::stop_token stop)
-{
-    PopularityAssessment assessment = co_await provider->assess(survey, country, stop);
+    const ScopedStop stop(m_tasks, callersStop);
+    PopularityAssessment assessment = co_await m_provider->assess(survey, country, stop);
     std::optional<AutocompleteEvidence> evidence =
-        co_await suggestions->observe(survey->keyword(), country, stop);
+        co_await m_suggestions->observe(survey->keyword(), country, stop);
     if (evidence) {
         evidence->possibleBrand = isPossibleBrand(*survey);
         assessment.evidence = std::move(evidence);

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "effects/autocomplete_observing.h"
+#include "effects/task_scope.h"
 #include "scoring/popularity_providing.h"
 
 namespace veltrix
@@ -19,18 +20,14 @@ public:
 
     /// The wrapped provider's.
     [[nodiscard]] QString modelVersion() const override;
-    /// Throws what the wrapped provider throws, and Cancelled.
+    /// Throws what the wrapped provider throws, and Cancelled, also when this goes first.
     Task<PopularityAssessment> assess(std::shared_ptr<const KeywordSurvey> survey, QString country,
-                                      std::stop_token stop) override;
+                                      std::stop_token callersStop) override;
 
 private:
-    static Task<PopularityAssessment> run(std::shared_ptr<PopularityProviding> provider,
-                                          std::shared_ptr<AutocompleteObserving> suggestions,
-                                          std::shared_ptr<const KeywordSurvey> survey,
-                                          QString country, std::stop_token stop);
-
     std::shared_ptr<PopularityProviding> m_provider;
     std::shared_ptr<AutocompleteObserving> m_suggestions;
+    TaskScope m_tasks;
 };
 
 /// Whether a keyword looks like a brand: its tokens are those of the first segment of the name of

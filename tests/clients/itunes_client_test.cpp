@@ -311,7 +311,7 @@ TEST_F(ITunesClientTest, AStopWhileWaitingForAPermitIsCancellationAndSendsNothin
     EXPECT_EQ(m_http.count(), 5);
 }
 
-TEST_F(ITunesClientTest, TheClientMayGoWhileItsCallsWait)
+TEST_F(ITunesClientTest, CallsThatWaitEndWithTheClient)
 {
     auto traffic = std::make_shared<ITunesTrafficController>(m_clock);
     auto client = std::make_unique<ITunesClient>(ITunesClient::Arguments{
@@ -321,13 +321,26 @@ TEST_F(ITunesClientTest, TheClientMayGoWhileItsCallsWait)
         outcomes.emplace_back(
             client->search(QString::number(i), QStringLiteral("US"), 1, m_stop.get_token()));
     }
-    client.reset();
-    traffic.reset();
     m_clock->advance(Seconds(2));
-    m_stop.request_stop();
     EXPECT_TRUE(outcomes[4].hasValue());
-    EXPECT_TRUE(outcomes[5].isCancelled());
-    EXPECT_TRUE(outcomes[6].isCancelled());
+    m_http.hold();
+    m_clock->advance(Seconds(4));
+    EXPECT_EQ(m_http.inFlight(), 1);
+    client.reset();
+    EXPECT_TRUE(outcomes[5].isCancelled()) << "while its request was under way";
+    EXPECT_TRUE(outcomes[6].isCancelled()) << "while it waited for a permit";
+    EXPECT_EQ(m_http.inFlight(), 0);
+    EXPECT_EQ(m_clock->sleepers(), 0);
+}
+
+TEST_F(ITunesClientTest, WaitsForAPermitEndWithTheController)
+{
+    auto traffic = std::make_unique<ITunesTrafficController>(m_clock);
+    Outcome<Done> first(finished(traffic->acquirePermit(m_stop.get_token())));
+    Outcome<Done> second(finished(traffic->acquirePermit(m_stop.get_token())));
+    EXPECT_TRUE(first.hasValue());
+    traffic.reset();
+    EXPECT_TRUE(second.isCancelled());
     EXPECT_EQ(m_clock->sleepers(), 0);
 }
 

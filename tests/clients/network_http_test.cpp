@@ -304,15 +304,19 @@ TEST_F(NetworkHttpTest, AStopEndsTheConnectionAtOnce)
     EXPECT_EQ(server.abandoned(), 1);
 }
 
-TEST_F(NetworkHttpTest, ASenderOutlivesItsMakerAndTransfersOutliveBoth)
+TEST_F(NetworkHttpTest, ASenderOutlivesItsMakerAndTransfersEndWithTheLastSender)
 {
     LoopbackServer server([](const Request &, Connection &connection) {
         connection.wait(100ms);
         connection.answer(200, "late");
     });
-    auto outcome = send(get(server.url()));
+    HttpSend sender = m_http->sender();
     m_http.reset();
-    EXPECT_EQ(outcome.wait().value().body, "late");
+    auto answered = Outcome(sender(get(server.url()), {}));
+    EXPECT_EQ(answered.wait().value().body, "late");
+    const auto orphan = Outcome(sender(get(server.url()), {}));
+    sender = {};
+    EXPECT_TRUE(orphan.isCancelled());
 }
 
 TEST_F(NetworkHttpTest, TransfersRunSideBySide)
