@@ -13,9 +13,7 @@ Banner *makeRefreshBanner(MeasuringStatus &status)
                    MeasuringStatus::tr("Refresh"));
     const auto update = [&status, banner] {
         const MeasuringStatus::Problem problem = status.problem();
-        // What stands there already is not announced again.
-        if (problem != MeasuringStatus::Problem{banner->message(), banner->detail()})
-            banner->setMessage(problem.message, problem.detail);
+        banner->setMessage(problem.message, problem.detail);
         banner->setActionEnabled(status.mayRefresh());
     };
     QObject::connect(&status, &MeasuringStatus::changed, banner, update);
@@ -28,11 +26,8 @@ StatusBar *makeStatusBar(MeasuringStatus &status)
 {
     auto *bar = new StatusBar;
     const auto update = [&status, bar] {
-        if (bar->message() != status.message() || bar->detail() != status.messageDetail())
-            bar->setMessage(status.message(), status.tone(), status.messageDetail());
-        const auto work = status.work();
-        if (bar->work() != work)
-            bar->setWork(work);
+        bar->setMessage(status.message(), status.tone(), status.messageDetail());
+        bar->setWork(status.work());
     };
     QObject::connect(&status, &MeasuringStatus::changed, bar, update);
     QObject::connect(bar, &StatusBar::stopRequested, &status, &MeasuringStatus::stop);

@@ -24,9 +24,7 @@ void show(Banner &banner, const UpdaterStatus &status)
     else
         banner.setLook(QStringLiteral("info.circle"), Token::Accent);
     banner.setAction(announced.offersAction ? status.action : Texts::tr("Show Update"));
-    // Said again at each turn of the updater, it would be read aloud each time.
-    if (announced.text != banner.message())
-        banner.setMessage(announced.text);
+    banner.setMessage(announced.text);
 }
 
 } // namespace

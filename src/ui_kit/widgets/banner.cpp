@@ -53,6 +53,9 @@ Banner *Banner::makeFailureCard(const QString &objectName, const QString &action
 
 void Banner::setMessage(const QString &message, const QString &detail)
 {
+    // What stands there already is not read aloud again.
+    if (message == this->message() && detail == this->detail())
+        return;
     m_text->setText(message);
     m_detail->setText(detail);
     m_detail->setVisible(!detail.isEmpty());

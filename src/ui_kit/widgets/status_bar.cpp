@@ -74,6 +74,9 @@ StatusBar::StatusBar(QWidget *parent)
 void StatusBar::setMessage(const QString &message, Tone tone, const QString &detail)
 {
     m_message->setTone(tone == Tone::Error ? TextLabel::Tone::Red : TextLabel::Tone::Secondary);
+    // What stands there already is not read aloud again.
+    if (message == this->message() && detail == this->detail())
+        return;
     m_message->setText(message);
     m_message->setAccessibleName(message);
     announceNameChange(m_message);
