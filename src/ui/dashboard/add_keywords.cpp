@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/dashboard/add_keywords.h"
 
+#include "ui/dashboard/keyword_actions.h"
 #include "ui/dashboard/keyword_input.h"
 #include "ui/measuring/admission_texts.h"
 #include "ui_kit/accessibility/accessibility.h"
@@ -78,6 +79,29 @@ AddKeywordsCard::AddKeywordsCard(const QString &country, QWidget *parent)
     connect(import, &Button::clicked, this,
             [this] { Q_EMIT importRequested(m_storefront->code().value_or(QString())); });
     describe();
+}
+
+void AddKeywordsCard::open(QWidget *opener, KeywordActions &actions, std::optional<QUuid> appId,
+                           const QString &country)
+{
+    auto *card = new AddKeywordsCard(country);
+    Overlay *overlay = Overlay::open(Overlay::Kind::Popover, opener, card);
+    connect(card, &AddKeywordsCard::cancelled, overlay, &Overlay::dismiss);
+    connect(card, &AddKeywordsCard::submitted, &actions,
+            [&actions, appId, card, overlay](const QStringList &keywords, const QString &place) {
+                const auto [problem, admission] = actions.add(appId, keywords, place);
+                if (problem)
+                    card->showProblem(*problem);
+                else if (!admission.refused.isEmpty())
+                    card->showAdmission(admission);
+                else
+                    overlay->dismiss();
+            });
+    connect(card, &AddKeywordsCard::importRequested, &actions,
+            [&actions, appId, overlay, window = opener->window()](const QString &place) {
+                overlay->dismiss();
+                actions.importFile(window, appId, place);
+            });
 }
 
 QSize AddKeywordsCard::sizeHint() const

@@ -5,12 +5,16 @@
 #include "store/keyword_admission.h"
 #include "ui_kit/widgets/storefront_picker.h"
 
+#include <QUuid>
 #include <QWidget>
+
+#include <optional>
 
 namespace veltrix
 {
 
 class Button;
+class KeywordActions;
 class TextField;
 class TextLabel;
 
@@ -21,6 +25,10 @@ class AddKeywordsCard final : public QWidget
 public:
     /// `country` is the storefront that the picker shows at first.
     explicit AddKeywordsCard(const QString &country, QWidget *parent = nullptr);
+
+    /// Opens a card at `opener` that adds keywords to an app.
+    static void open(QWidget *opener, KeywordActions &actions, std::optional<QUuid> appId,
+                     const QString &country);
 
     /// A text under the field, in place of the number of keywords.
     void showProblem(const QString &problem);

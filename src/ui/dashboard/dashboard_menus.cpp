@@ -5,9 +5,9 @@
 #include "ui/dashboard/keyword_actions.h"
 #include "ui/dashboard/keyword_table_model.h"
 #include "ui/dashboard/keyword_table_view.h"
+#include "ui/dashboard/removal_question.h"
 #include "ui_kit/text/storefronts.h"
 #include "ui_kit/theme/symbols.h"
-#include "ui_kit/widgets/confirm_sheet.h"
 
 #include <QActionGroup>
 #include <QHeaderView>
@@ -65,26 +65,14 @@ void DashboardPage::removeSelected()
 
 void DashboardPage::askToRemove(const QList<QUuid> &ids)
 {
-    if (ids.isEmpty())
-        return;
-    ConfirmSheet::Question question;
-    if (ids.size() == 1) {
-        const auto keyword = m_store.trackedKeyword(ids.first());
-        if (!keyword)
-            return;
-        question = {tr("Delete Keyword?"),
-                    tr("This will delete %1 and its saved ranking snapshot history.\n"
-                       "This action cannot be undone.")
-                        .arg(keyword->keyword),
-                    tr("Delete Keyword")};
-    } else {
-        question = {tr("Delete %L1 Keywords?").arg(ids.size()),
-                    tr("This will delete %L1 keywords and their saved ranking snapshot history.\n"
-                       "This action cannot be undone.")
-                        .arg(ids.size()),
-                    tr("Delete %L1 Keywords").arg(ids.size())};
+    QStringList names;
+    for (const QUuid &id : ids) {
+        if (const auto keyword = m_store.trackedKeyword(id))
+            names << keyword->keyword;
     }
-    ConfirmSheet::ask(m_table, question, [this, ids] { m_store.removeKeywords(ids); });
+    if (!names.isEmpty())
+        ConfirmSheet::ask(m_table, removalQuestion(names),
+                          [this, ids] { m_store.removeKeywords(ids); });
 }
 
 void DashboardPage::fillSortMenu(QMenu *menu)

@@ -2,23 +2,20 @@
 #include "ui/dashboard/dashboard_page.h"
 
 #include "ui/dashboard/add_keywords.h"
+#include "ui/dashboard/dashboard_notices.h"
 #include "ui/dashboard/keyword_actions.h"
+#include "ui/dashboard/keyword_controls.h"
+#include "ui/dashboard/keyword_filter.h"
 #include "ui/dashboard/keyword_table_model.h"
 #include "ui/dashboard/keyword_table_view.h"
 #include "ui/measuring/measuring_status.h"
 #include "ui/preferences/preferences.h"
-#include "ui_kit/accessibility/accessibility.h"
-#include "ui_kit/theme/typography.h"
 #include "ui_kit/widgets/artwork_images.h"
 #include "ui_kit/widgets/banner.h"
-#include "ui_kit/widgets/empty_state.h"
-#include "ui_kit/widgets/overlay.h"
 #include "ui_kit/widgets/page_toolbar.h"
-#include "ui_kit/widgets/text_field.h"
 
 #include <QMenu>
 #include <QStackedWidget>
-#include <QTimer>
 #include <QVBoxLayout>
 
 namespace veltrix
@@ -27,31 +24,37 @@ namespace veltrix
 namespace
 {
 
-/// How long typing must rest before the table is filtered.
-constexpr std::chrono::milliseconds searchDelay{150};
 /// How often "4 min. ago" is looked at again.
 constexpr Seconds timeRefresh{30};
-constexpr int searchWidth = 220;
 
 } // namespace
 
+// The widgets come into being in the order in which Tab goes through them.
 DashboardPage::DashboardPage(ASOStore &store, ArtworkImages &images, Preferences &preferences,
                              FileExchange &files, MeasuringStatus &measuring, QWidget *parent)
     : QWidget(parent), m_store(store), m_images(images), m_preferences(preferences),
-      m_measuring(measuring), m_searchStorefront(preferences.preferredStorefrontCountry()),
-      m_model(new KeywordTableModel(store, this)),
-      m_actions(new KeywordActions(store, *m_model, files, this))
+      m_measuring(measuring),
+      m_filter(new KeywordFilter(preferences.preferredStorefrontCountry(), this)),
+      m_notices(new DashboardNotices(store, this)), m_model(new KeywordTableModel(store, this)),
+      m_actions(new KeywordActions(store, *m_model, files, measuring, this)),
+      m_toolbar(new PageToolbar(tr("Keywords"))),
+      m_controls(new KeywordControls(*m_toolbar, *m_filter)),
+      m_table(new KeywordTableView(*m_model, images, this)),
+      m_importBanner(new Banner(QStringLiteral("importBanner"),
+                                QStringLiteral("exclamationmark.triangle"), tr("Copy refused"))),
+      m_orphansBanner(new Banner(QStringLiteral("orphansBanner"), QStringLiteral("info.circle"),
+                                 tr("Remove…"))),
+      m_stack(new QStackedWidget), m_empty(new EmptyState(QStringLiteral("keywordsEmpty")))
 {
     setObjectName(QStringLiteral("dashboardPage"));
-    setAutoFillBackground(true);
-    setBackgroundRole(QPalette::Base);
-    // Tab goes through the widgets in the order in which they come into being.
-    buildToolbar();
-    m_table = new KeywordTableView(*m_model, images, this);
-    buildContent();
+    layOut();
     m_table->setColumnLayout(ColumnLayout::fromText(preferences.keywordTableColumns()));
-    connectStore();
+    connectControls();
     connectTable();
+    connectNotices();
+    connect(&m_store, &ASOStore::refreshProgressChanged, this, &DashboardPage::measuringEnded);
+    connect(&m_store, &ASOStore::stateRead, this, &DashboardPage::updateContent);
+    connect(m_empty, &EmptyState::actionTriggered, this, &DashboardPage::goOn);
     updateContent();
     updateCount();
     m_tasks.own(keepTimesCurrent(m_tasks.token()));
@@ -63,55 +66,13 @@ DashboardPage::~DashboardPage()
     delete m_actions;
 }
 
-void DashboardPage::buildToolbar()
+void DashboardPage::layOut()
 {
-    m_toolbar = new PageToolbar(tr("Keywords"));
-    m_search = new TextField(QStringLiteral("keywordSearch"), tr("Search keywords"),
-                             QStringLiteral("magnifyingglass"));
-    m_search->setMaximumWidth(searchWidth);
-    m_search->setMinimumWidth(searchWidth / 2);
-    m_filter = new StorefrontPicker(QStringLiteral("storefrontFilter"), tr("Storefront filter"),
-                                    StorefrontPicker::Offer::AllAndStorefronts);
-    m_refresh = new Button(Button::Kind::Standard, QStringLiteral("arrow.clockwise"), QString());
-    nameControl(m_refresh, QStringLiteral("refreshButton"), tr("Refresh"));
-    m_refresh->setToolTip(tr("Refresh (F5)"));
-    m_add = new Button(Button::Kind::Primary, QStringLiteral("plus"), tr("Add keywords"));
-    nameControl(m_add, QStringLiteral("addKeywordsButton"), tr("Add keywords"));
-    m_add->setToolTip(tr("Add keywords (Ctrl+N)"));
-    for (QWidget *control : {static_cast<QWidget *>(m_search), static_cast<QWidget *>(m_filter),
-                             static_cast<QWidget *>(m_refresh), static_cast<QWidget *>(m_add)})
-        m_toolbar->addTrailing(control);
-
-    auto *delay = new QTimer(this);
-    delay->setSingleShot(true);
-    delay->setInterval(searchDelay);
-    connect(m_search, &QLineEdit::textChanged, delay, qOverload<>(&QTimer::start));
-    const auto search = [this, delay] {
-        delay->stop();
-        m_model->setSearch(m_search->text());
-        updateContent();
-    };
-    connect(delay, &QTimer::timeout, this, search);
-    connect(m_search, &QLineEdit::returnPressed, this, search);
-    connect(m_search, &TextField::escaped, this, [this, search] {
-        m_search->clear();
-        search();
-    });
-    connect(m_filter, &StorefrontPicker::picked, this,
-            [this](const std::optional<QString> &country) {
-                m_model->setStorefront(country);
-                updateContent();
-                Q_EMIT storefrontOfNewKeywordsChanged(storefrontOfNewKeywords());
-            });
-    connect(m_refresh, &Button::clicked, this, &DashboardPage::refreshAll);
-    connect(m_add, &Button::clicked, this, &DashboardPage::openAddKeywords);
-}
-
-void DashboardPage::buildContent()
-{
-    buildNotices();
-    m_empty = new EmptyState(QStringLiteral("keywordsEmpty"));
-    m_stack = new QStackedWidget;
+    setAutoFillBackground(true);
+    setBackgroundRole(QPalette::Base);
+    m_importBanner->setActionSymbol(QStringLiteral("doc.on.doc"));
+    m_importBanner->makeDismissible();
+    m_orphansBanner->setActionSymbol(QStringLiteral("trash"));
     m_stack->addWidget(m_table);
     m_stack->addWidget(m_empty);
     auto *layout = new QVBoxLayout(this);
@@ -121,32 +82,17 @@ void DashboardPage::buildContent()
     layout->addWidget(m_importBanner);
     layout->addWidget(m_orphansBanner);
     layout->addWidget(m_stack, 1);
-
-    connect(m_empty, &EmptyState::actionTriggered, this, [this] {
-        if (!app())
-            Q_EMIT addAppRequested();
-        else if (m_model->keywordCount() == 0)
-            openAddKeywords();
-        else {
-            m_search->clear();
-            m_filter->setCode(std::nullopt);
-            m_model->setSearch(QString());
-            m_model->setStorefront(std::nullopt);
-            updateContent();
-            Q_EMIT storefrontOfNewKeywordsChanged(storefrontOfNewKeywords());
-        }
-    });
 }
 
-void DashboardPage::connectStore()
+void DashboardPage::connectControls()
 {
+    connect(m_controls, &KeywordControls::refreshRequested, this, &DashboardPage::refreshAll);
+    connect(m_controls, &KeywordControls::addRequested, this, &DashboardPage::openAddKeywords);
     connect(&m_measuring, &MeasuringStatus::changed, this,
-            [this] { m_refresh->setEnabled(m_measuring.mayRefresh()); });
-    connect(&m_store, &ASOStore::refreshProgressChanged, this, &DashboardPage::measuringEnded);
-    connect(&m_store, &ASOStore::stateRead, this, &DashboardPage::updateContent);
-    connect(m_actions, &KeywordActions::statusChanged, this, &DashboardPage::showStatus);
-    connect(m_model, &KeywordTableModel::keywordCountChanged, this, [this] {
-        updateCount();
+            [this] { m_controls->setRefreshEnabled(m_measuring.mayRefresh()); });
+    connect(m_filter, &KeywordFilter::changed, this, [this] {
+        m_model->setSearch(m_filter->search());
+        m_model->setStorefront(m_filter->storefront());
         updateContent();
     });
 }
@@ -174,6 +120,26 @@ void DashboardPage::connectTable()
         fillColumnMenu(menu);
         menu->popup(position);
     });
+    connect(m_model, &KeywordTableModel::keywordCountChanged, this, [this] {
+        updateCount();
+        updateContent();
+    });
+}
+
+void DashboardPage::connectNotices()
+{
+    const auto show = [this] {
+        m_importBanner->setMessage(m_notices->importNotice());
+        m_orphansBanner->setMessage(m_notices->orphansNotice());
+    };
+    connect(m_notices, &DashboardNotices::changed, this, show);
+    connect(m_actions, &KeywordActions::imported, m_notices, &DashboardNotices::setImported);
+    connect(m_importBanner, &Banner::actionTriggered, this,
+            [this] { m_actions->copyRefusals(m_notices->refused()); });
+    connect(m_importBanner, &Banner::dismissed, m_notices, &DashboardNotices::dismissImported);
+    connect(m_orphansBanner, &Banner::actionTriggered, this,
+            [this] { askToRemove(m_notices->orphans()); });
+    show();
 }
 
 std::optional<AppProfile> DashboardPage::app() const
@@ -185,14 +151,9 @@ void DashboardPage::setApp(std::optional<QUuid> appId)
 {
     m_appId = appId;
     m_model->setApp(appId);
+    m_notices->setApp(appId);
     updateCount();
     updateContent();
-    updateImportNotice();
-}
-
-void DashboardPage::showStatus(const QString &message, StatusBar::Tone tone, const QString &detail)
-{
-    m_measuring.say(message, tone, detail);
 }
 
 void DashboardPage::updateCount()
@@ -202,27 +163,37 @@ void DashboardPage::updateCount()
     Q_EMIT keywordCountChanged(count);
 }
 
+std::optional<DashboardPlaceholder> DashboardPage::placeholder() const
+{
+    return dashboardPlaceholder(
+        {m_store.isStateRead(), app().has_value(), m_model->keywordCount(), m_model->rowCount()});
+}
+
 void DashboardPage::updateContent()
 {
-    EmptyState::Content content;
-    if (!m_store.isStateRead())
-        content = {QStringLiteral("exclamationmark.triangle"), tr("Saved data not loaded"),
-                   tr("Your apps and keywords come back as soon as they can be read."), QString()};
-    else if (!app())
-        content = {QStringLiteral("magnifyingglass"),
-                   tr("Add keywords to discover your next opportunity"),
-                   tr("Start with an app of yours: its keywords are tracked here."), tr("Add App")};
-    else if (m_model->keywordCount() == 0)
-        content = {QStringLiteral("magnifyingglass"), tr("No keyword data yet"),
-                   tr("Add keywords to run live ranking analysis and discover your next "
-                      "opportunity."),
-                   tr("Add keywords")};
-    else if (m_model->rowCount() == 0)
-        content = {QStringLiteral("magnifyingglass"), tr("No matching keywords"),
-                   tr("No tracked keyword matches the search and the storefront filter."),
-                   tr("Show all keywords")};
-    m_empty->setContent(content);
-    m_stack->setCurrentWidget(content.title.isEmpty() ? static_cast<QWidget *>(m_table) : m_empty);
+    const auto instead = placeholder();
+    if (instead)
+        m_empty->setContent(instead->content);
+    m_stack->setCurrentWidget(instead ? static_cast<QWidget *>(m_empty) : m_table);
+}
+
+void DashboardPage::goOn()
+{
+    using WayOn = DashboardPlaceholder::WayOn;
+    const auto instead = placeholder();
+    switch (instead ? instead->wayOn : WayOn::None) {
+    case WayOn::None:
+        break;
+    case WayOn::AddApp:
+        Q_EMIT addAppRequested();
+        break;
+    case WayOn::AddKeywords:
+        openAddKeywords();
+        break;
+    case WayOn::ShowAllKeywords:
+        m_controls->clearFilter();
+        break;
+    }
 }
 
 void DashboardPage::measuringEnded()
@@ -237,22 +208,9 @@ void DashboardPage::saveColumns()
     m_preferences.setKeywordTableColumns(m_table->columnLayout().toText());
 }
 
-void DashboardPage::setSearchStorefront(const QString &country)
-{
-    m_searchStorefront = country;
-    if (!m_filter->code())
-        Q_EMIT storefrontOfNewKeywordsChanged(country);
-}
-
-QString DashboardPage::storefrontOfNewKeywords() const
-{
-    return m_filter->code().value_or(m_searchStorefront);
-}
-
 void DashboardPage::focusSearch()
 {
-    m_search->setFocus(Qt::ShortcutFocusReason);
-    m_search->selectAll();
+    m_controls->focusSearch();
 }
 
 void DashboardPage::focusContent()
@@ -260,30 +218,13 @@ void DashboardPage::focusContent()
     if (m_table->isVisibleTo(this))
         m_table->setFocus(Qt::ShortcutFocusReason);
     else
-        m_search->setFocus(Qt::ShortcutFocusReason);
+        m_controls->focusSearch();
 }
 
 void DashboardPage::openAddKeywords()
 {
-    auto *card = new AddKeywordsCard(storefrontOfNewKeywords());
-    Overlay *overlay = Overlay::open(Overlay::Kind::Popover, m_add, card);
-    connect(card, &AddKeywordsCard::cancelled, overlay, &Overlay::dismiss);
-    connect(card, &AddKeywordsCard::submitted, this,
-            [this, card, overlay](const QStringList &keywords, const QString &country) {
-                const auto [problem, admission] = m_actions->add(m_appId, keywords, country);
-                if (problem) {
-                    card->showProblem(*problem);
-                    showStatus(*problem, StatusBar::Tone::Error);
-                } else if (!admission.refused.isEmpty()) {
-                    card->showAdmission(admission);
-                } else {
-                    overlay->dismiss();
-                }
-            });
-    connect(card, &AddKeywordsCard::importRequested, this, [this, overlay](const QString &country) {
-        overlay->dismiss();
-        m_actions->importFile(window(), m_appId, country);
-    });
+    AddKeywordsCard::open(m_controls->addButton(), *m_actions, m_appId,
+                          m_filter->storefrontOfNewKeywords());
 }
 
 void DashboardPage::refreshAll()
@@ -294,7 +235,7 @@ void DashboardPage::refreshAll()
 
 void DashboardPage::importKeywords()
 {
-    m_actions->importFile(window(), m_appId, storefrontOfNewKeywords());
+    m_actions->importFile(window(), m_appId, m_filter->storefrontOfNewKeywords());
 }
 
 void DashboardPage::exportTable()

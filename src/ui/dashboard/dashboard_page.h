@@ -4,8 +4,7 @@
 
 #include "effects/task_scope.h"
 #include "store/aso_store.h"
-#include "ui/dashboard/keyword_column.h"
-#include "ui_kit/widgets/status_bar.h"
+#include "ui/dashboard/dashboard_placeholder.h"
 
 #include <QWidget>
 
@@ -17,17 +16,17 @@ namespace veltrix
 
 class ArtworkImages;
 class Banner;
-class Button;
+class DashboardNotices;
 class EmptyState;
 class FileExchange;
 class KeywordActions;
+class KeywordControls;
+class KeywordFilter;
 class KeywordTableModel;
 class KeywordTableView;
 class MeasuringStatus;
 class PageToolbar;
 class Preferences;
-class StorefrontPicker;
-class TextField;
 
 class DashboardPage final : public QWidget
 {
@@ -39,15 +38,10 @@ public:
     ~DashboardPage() override;
 
     void setApp(std::optional<QUuid> appId);
-    /// The storefront of app searches; new keywords go there while no filter is set.
-    void setSearchStorefront(const QString &country);
-    /// The storefront filter when it is set, else the storefront of app searches.
-    [[nodiscard]] QString storefrontOfNewKeywords() const;
-    void showStatus(const QString &message, StatusBar::Tone tone = StatusBar::Tone::Normal,
-                    const QString &detail = QString());
 
     /// The shell adds its own controls at the end.
     [[nodiscard]] PageToolbar &toolbar() { return *m_toolbar; }
+    [[nodiscard]] KeywordFilter &filter() { return *m_filter; }
     [[nodiscard]] KeywordTableModel &model() { return *m_model; }
     [[nodiscard]] KeywordTableView &table() { return *m_table; }
     [[nodiscard]] KeywordActions &actions() { return *m_actions; }
@@ -71,26 +65,21 @@ Q_SIGNALS:
     void rankedAppsRequested(const DashboardKeywordRow &row);
     void historyRequested(const DashboardKeywordRow &row);
     void keywordCountChanged(int count);
-    void storefrontOfNewKeywordsChanged(const QString &country);
 
 private:
-    void buildToolbar();
-    void buildContent();
-    void connectStore();
+    void layOut();
+    void connectControls();
     void connectTable();
-    void buildNotices();
-    void showImported(QUuid appId, const KeywordAdmission &admission);
-    void updateImportNotice();
-    void findKeywordsWithoutApp();
-    void forgetKeywordWithoutApp(QUuid id);
-    void showKeywordsWithoutApp();
+    void connectNotices();
     void askToRemove(const QList<QUuid> &ids);
     void showRowMenu(const QPoint &globalPosition);
     void updateContent();
+    void goOn();
     void updateCount();
     void measuringEnded();
     void saveColumns();
     [[nodiscard]] std::optional<AppProfile> app() const;
+    [[nodiscard]] std::optional<DashboardPlaceholder> placeholder() const;
     Task<void> keepTimesCurrent(std::stop_token stop);
 
     ASOStore &m_store;
@@ -98,22 +87,15 @@ private:
     Preferences &m_preferences;
     MeasuringStatus &m_measuring;
     std::optional<QUuid> m_appId;
-    QString m_searchStorefront;
+    KeywordFilter *m_filter;
+    DashboardNotices *m_notices;
     KeywordTableModel *m_model;
-    KeywordTableView *m_table;
     KeywordActions *m_actions;
     PageToolbar *m_toolbar;
-    TextField *m_search;
-    StorefrontPicker *m_filter;
-    Button *m_refresh;
-    Button *m_add;
+    KeywordControls *m_controls;
+    KeywordTableView *m_table;
     Banner *m_importBanner;
     Banner *m_orphansBanner;
-    /// What of the last import was refused, and for which app.
-    QUuid m_importedApp;
-    KeywordAdmission m_imported;
-    /// Keywords whose app is not tracked.
-    QList<TrackedKeyword> m_orphans;
     QStackedWidget *m_stack;
     EmptyState *m_empty;
     TaskScope m_tasks;

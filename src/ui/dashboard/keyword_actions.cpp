@@ -4,6 +4,7 @@
 #include "ui/dashboard/keyword_export.h"
 #include "ui/dashboard/keyword_table_model.h"
 #include "ui/measuring/admission_texts.h"
+#include "ui/measuring/measuring_status.h"
 #include "ui_kit/text/csv.h"
 #include "ui_kit/text/file_name.h"
 
@@ -17,12 +18,17 @@ namespace veltrix
 {
 
 KeywordActions::KeywordActions(ASOStore &store, KeywordTableModel &model, FileExchange &files,
-                               QObject *parent)
-    : QObject(parent), m_store(store), m_model(model), m_files(files)
+                               MeasuringStatus &status, QObject *parent)
+    : QObject(parent), m_store(store), m_model(model), m_files(files), m_status(status)
 {
 }
 
 KeywordActions::~KeywordActions() = default;
+
+void KeywordActions::sayProblem(const QString &problem)
+{
+    m_status.say(problem, StatusBar::Tone::Error);
+}
 
 KeywordActions::Addition KeywordActions::add(std::optional<QUuid> appId,
                                              const QStringList &keywords, const QString &country)
@@ -37,8 +43,12 @@ KeywordActions::Addition KeywordActions::add(std::optional<QUuid> appId,
                                              const QList<ImportedKeyword> &keywords,
                                              const QString &country)
 {
+    const auto refuse = [this](const QString &problem) {
+        sayProblem(problem);
+        return Addition{problem, {}};
+    };
     if (!appId || !m_store.app(*appId))
-        return {tr("Select an app first"), {}};
+        return refuse(tr("Select an app first"));
     // One save a storefront, the storefronts in the order of their first keyword.
     QStringList countries;
     std::map<QString, QStringList> texts;
@@ -53,13 +63,10 @@ KeywordActions::Addition KeywordActions::add(std::optional<QUuid> appId,
         for (const QString &place : std::as_const(countries))
             admission.append(m_store.addTrackedKeywords(*appId, texts[place], place));
     } catch (const StoreError &error) {
-        return {error.description(), {}};
+        return refuse(error.description());
     }
     // Said before the queue starts: should it fail at once, its own message comes after this one.
-    const AdmissionStatus status = admissionStatus(admission, !m_store.hasUnsavedChange());
-    Q_EMIT statusChanged(status.message,
-                         status.isProblem ? StatusBar::Tone::Error : StatusBar::Tone::Normal,
-                         status.detail);
+    m_status.say(admissionStatus(admission, !m_store.hasUnsavedChange()));
     m_store.queueKeywordRefreshes(admission.kept);
     return {std::nullopt, admission};
 }
@@ -75,17 +82,13 @@ void KeywordActions::importFile(QWidget *dialogParent, std::optional<QUuid> appI
                      if (!self)
                          return;
                      const auto keywords = keywordsFromFile(content);
-                     std::optional<QString> problem = error;
-                     if (!problem && keywords.isEmpty())
-                         problem = tr("The file holds no keywords.");
-                     if (!problem) {
-                         const Addition addition = self->add(appId, keywords, country);
-                         problem = addition.problem;
-                         if (!problem)
-                             Q_EMIT self->imported(*appId, addition.admission);
+                     if (error || keywords.isEmpty()) {
+                         self->sayProblem(error.value_or(tr("The file holds no keywords.")));
+                         return;
                      }
-                     if (problem)
-                         Q_EMIT self->statusChanged(*problem, StatusBar::Tone::Error);
+                     const Addition addition = self->add(appId, keywords, country);
+                     if (!addition.problem)
+                         Q_EMIT self->imported(*appId, addition.admission);
                  });
 }
 
@@ -102,11 +105,10 @@ void KeywordActions::refresh(const QList<QUuid> &ids)
             measurable.append(id);
     }
     if (!problems.isEmpty())
-        Q_EMIT statusChanged(
+        sayProblem(
             problems.size() == 1
                 ? problems.constFirst()
-                : tr("%L1 keywords cannot be measured. Their rows say why.").arg(problems.size()),
-            StatusBar::Tone::Error);
+                : tr("%L1 keywords cannot be measured. Their rows say why.").arg(problems.size()));
     if (!measurable.isEmpty())
         m_tasks.own(refreshRows(measurable, m_tasks.token()));
 }
@@ -137,11 +139,9 @@ Task<void> KeywordActions::refreshRows(QList<QUuid> ids, std::stop_token stop)
                                                      const std::optional<QString> &problem) {
         m_model.setRefreshing(keyword.id, false);
         if (!problem)
-            Q_EMIT statusChanged(tr("“%1” is up to date.").arg(keyword.keyword),
-                                 StatusBar::Tone::Normal);
+            m_status.say(tr("“%1” is up to date.").arg(keyword.keyword));
         else
-            Q_EMIT statusChanged(isOne ? *problem : tr("“%1”: %2").arg(keyword.keyword, *problem),
-                                 StatusBar::Tone::Error);
+            sayProblem(isOne ? *problem : tr("“%1”: %2").arg(keyword.keyword, *problem));
     };
     co_await m_store.refreshes().refreshRows(ids, std::move(ended), stop);
 }
@@ -172,11 +172,9 @@ void KeywordActions::saveCsv(QWidget *dialogParent, const QString &title, const 
                      if (!self)
                          return;
                      if (error)
-                         Q_EMIT self->statusChanged(*error, StatusBar::Tone::Error);
+                         self->sayProblem(*error);
                      else
-                         Q_EMIT self->statusChanged(
-                             tr("Exported to %1.").arg(path.section(u'/', -1)),
-                             StatusBar::Tone::Normal);
+                         self->m_status.say(tr("Exported to %1.").arg(path.section(u'/', -1)));
                  });
 }
 

@@ -6,7 +6,6 @@
 #include "store/aso_store.h"
 #include "ui/dashboard/keyword_input.h"
 #include "ui_kit/widgets/file_exchange.h"
-#include "ui_kit/widgets/status_bar.h"
 
 #include <QObject>
 
@@ -14,16 +13,18 @@ namespace veltrix
 {
 
 class KeywordTableModel;
+class MeasuringStatus;
 
-/// The operations behind the dashboard's menus and keys. Everything that happened is told through
-/// statusChanged(); nothing is asked here.
+/// The operations behind the dashboard's menus and keys. What happened is said in the status line;
+/// nothing is asked here.
 class KeywordActions final : public QObject
 {
     Q_OBJECT
 
 public:
+    /// All of them outlive this.
     KeywordActions(ASOStore &store, KeywordTableModel &model, FileExchange &files,
-                   QObject *parent = nullptr);
+                   MeasuringStatus &status, QObject *parent = nullptr);
     ~KeywordActions() override;
 
     /// What became of keywords that were to be added.
@@ -51,11 +52,10 @@ public:
     void exportHistory(QWidget *dialogParent, QUuid appId, const QString &appName);
 
 Q_SIGNALS:
-    void statusChanged(const QString &message, StatusBar::Tone tone,
-                       const QString &detail = QString());
     void imported(QUuid appId, const KeywordAdmission &admission);
 
 private:
+    void sayProblem(const QString &problem);
     Task<void> refreshRows(QList<QUuid> ids, std::stop_token stop);
     void saveCsv(QWidget *dialogParent, const QString &title, const QString &fileName,
                  const QList<QStringList> &table);
@@ -63,6 +63,7 @@ private:
     ASOStore &m_store;
     KeywordTableModel &m_model;
     FileExchange &m_files;
+    MeasuringStatus &m_status;
     TaskScope m_tasks;
 };
 

@@ -65,7 +65,7 @@ AdmissionStatus admissionStatus(const KeywordAdmission &admission, bool isSaved)
         return {count, QString(), !admission.refused.isEmpty()};
     if (!isSaved)
         return {Texts::tr("The new keywords are not saved yet."), count, true};
-    return {keywordsSaved(), count, false};
+    return {keywordsSaved(), count, false, true};
 }
 
 QList<QStringList> refusalTable(const QList<RefusedKeyword> &refused)

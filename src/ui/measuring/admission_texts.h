@@ -28,6 +28,8 @@ struct AdmissionStatus {
     /// The count, where the message does not give it.
     QString detail;
     bool isProblem = false;
+    /// It promises measurements: it holds until measuring has ended or failed.
+    bool isPromise = false;
 
     bool operator==(const AdmissionStatus &) const = default;
 };

@@ -53,13 +53,21 @@ void MeasuringStatus::say(const QString &message, StatusBar::Tone tone, const QS
     m_message = message;
     m_messageDetail = detail;
     m_tone = tone;
+    m_isPromise = false;
     Q_EMIT changed();
+}
+
+void MeasuringStatus::say(const AdmissionStatus &status)
+{
+    say(status.message, status.isProblem ? StatusBar::Tone::Error : StatusBar::Tone::Normal,
+        status.detail);
+    m_isPromise = status.isPromise;
 }
 
 void MeasuringStatus::endPromise()
 {
     // How many were saved stays true.
-    if (m_message == keywordsSaved())
+    if (m_isPromise)
         say(m_messageDetail);
 }
 

@@ -11,6 +11,8 @@
 namespace veltrix
 {
 
+struct AdmissionStatus;
+
 /// Decides what stands in the banner and in the status line, and does what their buttons say.
 /// Knows no widget; whoever shows it follows changed().
 class MeasuringStatus final : public QObject
@@ -41,10 +43,12 @@ public:
     [[nodiscard]] StatusBar::Tone tone() const { return m_tone; }
     [[nodiscard]] const QString &messageDetail() const { return m_messageDetail; }
 
-    /// Says something. keywordsSaved() goes when measuring ends or fails, and leaves its detail;
-    /// everything else stays until something else is said.
+    /// Says something, which stays until something else is said.
     void say(const QString &message, StatusBar::Tone tone = StatusBar::Tone::Normal,
              const QString &detail = QString());
+    /// Says what became of keywords that were to be added. A promise goes when measuring ends or
+    /// fails, and leaves its detail.
+    void say(const AdmissionStatus &status);
 
     /// Measures what is stale; takes over a refresh that runs by itself.
     void refresh();
@@ -69,6 +73,7 @@ private:
     QString m_message;
     QString m_messageDetail;
     StatusBar::Tone m_tone = StatusBar::Tone::Normal;
+    bool m_isPromise = false;
     bool m_isRefreshing = false;
     TaskScope m_tasks;
 };

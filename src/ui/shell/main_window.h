@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The one window: sidebar, workspaces, sheets, keys, and the refresh that goes with its activity.
+// The one window: sidebar, workspaces, sheets and keys.
 #pragma once
 
 #include "store/aso_store.h"
-#include "store/refresh_loop.h"
 #include "ui/settings/app_information.h"
+#include "ui/shell/app_selection.h"
+#include "ui/shell/closing.h"
 #include "ui/shell/sidebar.h"
 
 #include <QAction>
@@ -20,11 +21,12 @@ namespace veltrix
 
 class ArtworkImages;
 class ArtworkLoading;
-class Button;
+class AutomaticRefresh;
 class CompetitorsView;
 class DashboardPage;
 class FileExchange;
 class MeasuringStatus;
+class PageToolbar;
 class Preferences;
 class UpdaterInterface;
 
@@ -56,8 +58,8 @@ public:
     /// Active or not, as followApplicationState() would find it.
     void setActive(bool active);
 
-    void selectApp(std::optional<QUuid> id);
-    [[nodiscard]] std::optional<QUuid> selectedApp() const { return m_selectedApp; }
+    void selectApp(std::optional<QUuid> id) { m_selection->select(id); }
+    [[nodiscard]] std::optional<QUuid> selectedApp() const { return m_selection->id(); }
     void showWorkspace(Workspace workspace);
     [[nodiscard]] Workspace workspace() const { return m_workspace; }
     void openAppSearch();
@@ -69,54 +71,44 @@ public:
     [[nodiscard]] CompetitorsView &competitors() { return *m_competitors; }
     [[nodiscard]] ArtworkImages &images() { return *m_images; }
     /// Storefront of app searches, from the preference until the user changes it.
-    [[nodiscard]] QString searchStorefront() const { return m_searchStorefront; }
-    /// What is told of measuring.
-    [[nodiscard]] MeasuringStatus &measuring() { return *m_measuring; }
+    [[nodiscard]] QString searchStorefront() const;
     /// What made refreshes fail may be over: the network has returned.
     void retryRefreshSoon();
-    /// The controls at the end of a page's toolbar: "Settings" and "More".
-    void addShellControls(class PageToolbar &toolbar);
-
-Q_SIGNALS:
-    void selectedAppChanged(std::optional<QUuid> id);
-    void searchStorefrontChanged(const QString &country);
 
 protected:
     void closeEvent(QCloseEvent *event) override;
     bool event(QEvent *event) override;
 
 private:
-    QAction *addKey(const QString &text, const QKeySequence &key, std::function<void()> act);
+    void layOut();
+    void addKey(const QString &text, const QKeySequence &key, std::function<void()> act);
     void buildActions();
+    /// The controls at the end of a page's toolbar: "Settings" and "More".
+    void addShellControls(PageToolbar &toolbar);
     void fillMoreMenu(QMenu *menu);
     void connectSidebar();
+    void connectPages();
     void connectSheets();
-    void connectCompetitors();
-    void connectMeasuring();
-    void appsChanged();
+    void showApp(std::optional<QUuid> id);
     void updateCounts();
     void askToDeleteApp(QUuid id);
-    /// The change that closing would lose is tried once more, then the user is asked.
     void askToQuitWithoutSaving();
-    void setSearchStorefront(const QString &country);
     void updateActivity();
 
     Collaborators m_with;
+    Closing m_closing;
     ArtworkImages *m_images;
-    std::optional<QUuid> m_selectedApp;
-    Workspace m_workspace = Workspace::Keywords;
-    QString m_searchStorefront;
     MeasuringStatus *m_measuring;
     Sidebar *m_sidebar;
     DashboardPage *m_dashboard;
     CompetitorsView *m_competitors;
     QStackedWidget *m_pages;
+    // After those that show the store, so that they follow its signals first.
+    AppSelection *m_selection;
+    AutomaticRefresh *m_refresh;
+    Workspace m_workspace = Workspace::Keywords;
     QAction *m_checkForUpdates;
-    QList<QAction *> m_keys;
     bool m_followsApplication = false;
-    bool m_isAskingToQuit = false;
-    bool m_mayLoseChange = false;
-    RefreshLoop m_refreshLoop;
 };
 
 } // namespace veltrix

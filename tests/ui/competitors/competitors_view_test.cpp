@@ -2,6 +2,7 @@
 #include "ui/competitors/competitors_view.h"
 
 #include "ui/competitors/tracked_competitor_card.h"
+#include "ui/dashboard/keyword_filter.h"
 #include "ui/support/research_test.h"
 #include "ui_kit/widgets/app_row.h"
 #include "ui_kit/widgets/card_grid.h"
@@ -262,7 +263,7 @@ TEST_F(CompetitorsViewTest, TheFilterOfTheKeywordsIsItsStorefrontToo)
 {
     Q_EMIT find<StorefrontPicker>("storefrontFilter")->picked(text("GB"));
     find<StorefrontPicker>("storefrontFilter")->setCode(text("GB"));
-    EXPECT_EQ(page().storefrontOfNewKeywords(), text("GB"));
+    EXPECT_EQ(page().filter().storefrontOfNewKeywords(), text("GB"));
 }
 
 TEST_F(CompetitorsViewTest, AnotherStorefrontReloadsTheResearchPage)

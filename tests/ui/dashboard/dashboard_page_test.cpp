@@ -2,6 +2,7 @@
 #include "ui/support/ui_test.h"
 
 #include "ui/dashboard/keyword_actions.h"
+#include "ui/dashboard/keyword_filter.h"
 #include "ui_kit/widgets/storefront_picker.h"
 
 #include <QClipboard>
@@ -179,7 +180,7 @@ TEST_F(DashboardPageTest, NewKeywordsGoToTheFilteredStorefrontElseToTheOneOfSear
 {
     open();
     window->selectApp(store().apps().first().id);
-    page().setSearchStorefront(QStringLiteral("GB"));
+    page().filter().setSearchStorefront(QStringLiteral("GB"));
     click("addKeywordsButton");
     EXPECT_EQ(find<StorefrontPicker>("addKeywordsStorefront")->code(), QStringLiteral("GB"));
     click("addKeywordsCancel");

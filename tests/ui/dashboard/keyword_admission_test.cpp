@@ -2,6 +2,7 @@
 // What the popover and an import let in, what they refuse, and what they say about it.
 #include "ui/support/ui_test.h"
 
+#include "ui/dashboard/keyword_filter.h"
 #include "ui_kit/widgets/storefront_picker.h"
 
 #include <QClipboard>
@@ -145,7 +146,7 @@ TEST_F(KeywordAdmissionPageTest, WhatIsThereAlreadyIsCountedAndNotSavedAgain)
 TEST_F(KeywordAdmissionPageTest, AStorefrontOfThePreferencesThatIsNoneIsRefusedUntilAnotherIsChosen)
 {
     open();
-    page().setSearchStorefront(QStringLiteral("UK"));
+    page().filter().setSearchStorefront(QStringLiteral("UK"));
     paste(QStringLiteral("retouch"));
     EXPECT_EQ(refusals(), QStringLiteral("“retouch”: “UK” is not a supported storefront"));
     press(Qt::Key_Return);

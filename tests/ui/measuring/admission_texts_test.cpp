@@ -91,7 +91,7 @@ TEST_F(AdmissionTexts, SavedIsOnlySaidOfWhatWasAddedAndIsOnDisk)
     EXPECT_EQ(
         admissionStatus(admission(2, 1, 1), true),
         (AdmissionStatus{QStringLiteral("Keywords saved. Metrics will update in the background."),
-                         QStringLiteral("2 added, 1 already there, 1 refused"), false}));
+                         QStringLiteral("2 added, 1 already there, 1 refused"), false, true}));
     EXPECT_EQ(admissionStatus(admission(2, 0, 0), false),
               (AdmissionStatus{QStringLiteral("The new keywords are not saved yet."),
                                QStringLiteral("2 added"), true}));

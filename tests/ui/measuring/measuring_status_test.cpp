@@ -28,6 +28,13 @@ protected:
         const auto now = status->work();
         return now ? now->text : QString();
     }
+    /// What is said of one new keyword.
+    [[nodiscard]] static AdmissionStatus promise()
+    {
+        KeywordAdmission admission;
+        admission.added = 1;
+        return admissionStatus(admission, true);
+    }
     void failAll()
     {
         client->fails = [](const QString &) {
@@ -73,9 +80,10 @@ TEST_F(MeasuringStatusTest, TheFailureStandsUnderItsFixedText)
 
 TEST_F(MeasuringStatusTest, KeywordsSavedEndsWithTheMeasuring)
 {
-    status->say(keywordsSaved(), StatusBar::Tone::Normal, text("1 added"));
+    status->say(promise());
     store->queueKeywordRefreshes({keywords[0]});
     EXPECT_EQ(status->message(), text("Keywords saved. Metrics will update in the background."));
+    EXPECT_EQ(status->messageDetail(), text("1 added"));
     client->release();
     EXPECT_EQ(status->message(), text("1 added"));
     EXPECT_EQ(status->messageDetail(), QString());
@@ -84,11 +92,19 @@ TEST_F(MeasuringStatusTest, KeywordsSavedEndsWithTheMeasuring)
 TEST_F(MeasuringStatusTest, KeywordsSavedEndsWithAFailureWhateverElseIsMeasured)
 {
     failAll();
-    status->say(keywordsSaved());
+    status->say(promise());
     const Outcome<Done> history(finished(store->refreshHistory(view.get_token())));
     store->queueKeywordRefreshes({keywords[1]});
     client->release();
-    EXPECT_EQ(status->message(), QString());
+    EXPECT_EQ(status->message(), text("1 added"));
+}
+
+TEST_F(MeasuringStatusTest, OnlyThePromiseEndsNotItsWords)
+{
+    status->say(promise().message);
+    store->queueKeywordRefreshes({keywords[0]});
+    client->release();
+    EXPECT_EQ(status->message(), promise().message);
 }
 
 TEST_F(MeasuringStatusTest, OtherMessagesOutlastMeasuring)

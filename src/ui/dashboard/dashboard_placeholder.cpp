@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/dashboard/dashboard_placeholder.h"
+
+#include <QCoreApplication>
+
+namespace veltrix
+{
+
+namespace
+{
+
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(DashboardPlaceholder)
+};
+
+} // namespace
+
+std::optional<DashboardPlaceholder> dashboardPlaceholder(const DashboardState &state)
+{
+    using WayOn = DashboardPlaceholder::WayOn;
+    const auto search = QStringLiteral("magnifyingglass");
+    if (!state.isStateRead) {
+        return {{{QStringLiteral("exclamationmark.triangle"), Texts::tr("Saved data not loaded"),
+                  Texts::tr("Your apps and keywords come back as soon as they can be read."),
+                  QString()},
+                 WayOn::None}};
+    }
+    if (!state.hasApp) {
+        return {{{search, Texts::tr("Add keywords to discover your next opportunity"),
+                  Texts::tr("Start with an app of yours: its keywords are tracked here."),
+                  Texts::tr("Add App")},
+                 WayOn::AddApp}};
+    }
+    if (state.tracked == 0) {
+        return {{{search, Texts::tr("No keyword data yet"),
+                  Texts::tr("Add keywords to run live ranking analysis and discover your next "
+                            "opportunity."),
+                  Texts::tr("Add keywords")},
+                 WayOn::AddKeywords}};
+    }
+    if (state.shown == 0) {
+        return {{{search, Texts::tr("No matching keywords"),
+                  Texts::tr("No tracked keyword matches the search and the storefront filter."),
+                  Texts::tr("Show all keywords")},
+                 WayOn::ShowAllKeywords}};
+    }
+    return std::nullopt;
+}
+
+} // namespace veltrix

@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What stands in place of the keyword table.
+#pragma once
+
+#include "ui_kit/widgets/empty_state.h"
+
+#include <optional>
+
+namespace veltrix
+{
+
+/// What the Keywords workspace has to show.
+struct DashboardState {
+    /// Whether it is known what was saved.
+    bool isStateRead = true;
+    bool hasApp = false;
+    /// Keywords of the app, and those of them that the filter leaves.
+    int tracked = 0;
+    int shown = 0;
+};
+
+/// Words for an empty table, and where its button leads.
+struct DashboardPlaceholder {
+    enum class WayOn { None, AddApp, AddKeywords, ShowAllKeywords };
+
+    EmptyState::Content content;
+    WayOn wayOn = WayOn::None;
+};
+
+/// Nothing when there are keywords to show.
+std::optional<DashboardPlaceholder> dashboardPlaceholder(const DashboardState &state);
+
+} // namespace veltrix

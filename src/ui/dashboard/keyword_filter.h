@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Which keywords of an app are shown, and where new ones go.
+#pragma once
+
+#include <QObject>
+
+#include <optional>
+
+namespace veltrix
+{
+
+/// The search, the storefront filter, and the storefront of app searches, which stands in for the
+/// filter when keywords are added.
+class KeywordFilter final : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit KeywordFilter(const QString &searchStorefront, QObject *parent = nullptr);
+
+    [[nodiscard]] const QString &search() const { return m_search; }
+    void setSearch(const QString &text);
+    /// Nothing for all storefronts.
+    [[nodiscard]] const std::optional<QString> &storefront() const { return m_storefront; }
+    void setStorefront(const std::optional<QString> &country);
+    /// Shows all keywords again.
+    void clear();
+
+    [[nodiscard]] const QString &searchStorefront() const { return m_searchStorefront; }
+    void setSearchStorefront(const QString &country);
+    /// The storefront filter when it is set, else the storefront of app searches.
+    [[nodiscard]] QString storefrontOfNewKeywords() const;
+
+Q_SIGNALS:
+    void changed();
+    void storefrontOfNewKeywordsChanged(const QString &country);
+
+private:
+    /// Sets all three, and tells what is another now.
+    void set(const QString &search, const std::optional<QString> &storefront,
+             const QString &searchStorefront);
+
+    QString m_search;
+    std::optional<QString> m_storefront;
+    QString m_searchStorefront;
+};
+
+} // namespace veltrix
