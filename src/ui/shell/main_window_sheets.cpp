@@ -29,7 +29,7 @@ void MainWindow::connectSheets()
             [this](const DashboardKeywordRow &keyword) {
                 const ResearchContext research{m_with.store, *m_images, m_with.openUrl,
                                                m_with.appStoreUrl};
-                openSheet(this, RankingAppsSheet::forKeyword(research, keyword, selectedApp()));
+                openSheet(this, new RankingAppsSheet(research, keyword, selectedApp()));
             });
 }
 
