@@ -205,7 +205,7 @@ Task<QList<ITunesAppResult>> ResearchClient::search(QString term, QString countr
         co_await passGate(key, deadline, stop);
         throwIfStopped(stop);
         const HttpResponse response = co_await m_state->use.send(request, stop);
-        const std::optional<Envelope> envelope = envelopeOf(response);
+        const std::optional<ResearchEnvelope> envelope = envelopeOf(response);
         switch (classify(response, envelope)) {
         case Kind::Ready:
             co_return firstOf(m_state->accept(key, *envelope), limit);

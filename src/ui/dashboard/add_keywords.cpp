@@ -5,6 +5,7 @@
 #include "ui/dashboard/keyword_input.h"
 #include "ui/measuring/admission_texts.h"
 #include "ui_kit/accessibility/accessibility.h"
+#include "ui_kit/widgets/overlay.h"
 #include "ui_kit/widgets/text_field.h"
 #include "ui_kit/widgets/text_label.h"
 
