@@ -2,6 +2,7 @@
 // A model of entries that are filtered and sorted, shown through a registry of columns.
 #pragma once
 
+#include "model/text_folding.h"
 #include "ui_kit/table/column.h"
 #include "ui_kit/table/row_model.h"
 
@@ -81,7 +82,10 @@ protected:
     /// The place of a text in the order of the user's language, for ColumnSortKey.
     [[nodiscard]] std::shared_ptr<const QCollatorSortKey> collationKey(const QString &text) const
     {
-        return std::make_shared<const QCollatorSortKey>(m_collator.sortKey(text));
+        // Without a language the keys of a collator do not ignore case.
+        const bool hasLanguage = m_collator.locale().language() != QLocale::C;
+        return std::make_shared<const QCollatorSortKey>(
+            m_collator.sortKey(hasLanguage ? text : foldedCase(text)));
     }
 
     /// Shows these entries instead of all others, and resets the model.
