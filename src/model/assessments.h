@@ -10,7 +10,7 @@ namespace veltrix
 
 /// How hard the field of returned apps is to displace.
 struct CompetitionAssessment {
-    /// 1 to 100; 0 only for an empty sample.
+    /// 1 to 100, unitless, of the scoring model of its snapshot; 0 only for an empty sample.
     std::int64_t score = 0;
     /// Apps sampled, at most 25.
     std::int64_t sampleCount = 0;
@@ -32,7 +32,7 @@ inline constexpr auto fieldsOf<CompetitionAssessment> = std::tuple{
 
 /// What the user's app could win from a keyword.
 struct OpportunityAssessment {
-    /// 0 to 100: 50 is one modelled install a day, 70 ten, 90 a hundred.
+    /// 0 to 100, unitless: 50 is one modelled install a day, 70 ten, 90 a hundred.
     std::int64_t score = 0;
     /// "Sweet Spot", "Good Target", "Supporting", "Worth Climbing" or "Low Volume".
     QString label;
