@@ -43,7 +43,7 @@ void Pressable::keyPressEvent(QKeyEvent *event)
         break;
     default:
         // Arrows scroll what is around; a button would take them to move the focus.
-        QWidget::keyPressEvent(event);
+        event->ignore();
     }
 }
 
