@@ -8,7 +8,7 @@ namespace veltrix
 
 TrackedKeyword ASOStore::addTrackedKeyword(QUuid appId, QString keyword, QString country)
 {
-    const KeywordAdmission admission = addTrackedKeywords(appId, {keyword}, std::move(country));
+    const KeywordAdmission admission = addTrackedKeywords(appId, {keyword}, country);
     if (admission.refused.isEmpty())
         return admission.kept.constFirst();
     const RefusedKeyword &refused = admission.refused.constFirst();
