@@ -2,11 +2,11 @@
 #include "effects/show_in_folder.h"
 
 #include "support/json_printers.h"
+#include "support/task_outcome.h"
 
 #include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusServer>
-#include <QElapsedTimer>
 
 #include <gtest/gtest.h>
 
@@ -49,16 +49,6 @@ protected:
         QDBusConnection::connectToPeer(m_server.address(), name);
         waitFor([this] { return m_peer.has_value(); });
         return name;
-    }
-    template <class Condition>
-    static void waitFor(Condition condition)
-    {
-        QElapsedTimer timer;
-        timer.start();
-        while (!condition() && timer.elapsed() < 20'000)
-            QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents,
-                                            20);
-        EXPECT_TRUE(condition());
     }
     ~ShowInFolder() override { QDBusConnection::disconnectFromPeer(QStringLiteral("test")); }
 

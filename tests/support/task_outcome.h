@@ -18,6 +18,17 @@
 namespace veltrix
 {
 
+/// Turns the event loop until the condition holds; a failure of the test when it never does.
+template <class Condition>
+void waitFor(Condition condition, std::chrono::milliseconds most = std::chrono::seconds(20))
+{
+    QElapsedTimer timer;
+    timer.start();
+    while (!condition() && timer.elapsed() < most.count())
+        QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents, 20);
+    EXPECT_TRUE(condition()) << "it did not happen in time";
+}
+
 /// A task without a result, of which somebody only wants to know when it is done.
 inline Task<Done> finished(Task<void> task)
 {
@@ -81,12 +92,7 @@ public:
     /// Turns the event loop until the task has ended.
     Outcome &wait(std::chrono::milliseconds most = std::chrono::seconds(20))
     {
-        QElapsedTimer timer;
-        timer.start();
-        while (!isDone() && timer.elapsed() < most.count())
-            QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents,
-                                            20);
-        EXPECT_TRUE(isDone()) << "the task did not end";
+        waitFor([this] { return isDone(); }, most);
         return *this;
     }
 

@@ -5,9 +5,9 @@
 #include "effects/atomic_file.h"
 #include "effects/system_clock.h"
 #include "support/loopback_server.h"
+#include "support/task_outcome.h"
 
 #include <QCoreApplication>
-#include <QElapsedTimer>
 
 namespace veltrix
 {
@@ -58,17 +58,6 @@ protected:
         real.clock = std::make_shared<SystemClock>();
         const UpdateSource source{feed, UpdateKey::fromBase64(m_signer.publicKey()).value()};
         m_updater = std::make_unique<Updater>(source, real);
-    }
-
-    template <class Condition>
-    static void waitFor(Condition condition)
-    {
-        QElapsedTimer timer;
-        timer.start();
-        while (!condition() && timer.elapsed() < 20'000)
-            QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents,
-                                            20);
-        EXPECT_TRUE(condition());
     }
 
     QString check()
