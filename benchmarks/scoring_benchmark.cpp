@@ -2,6 +2,8 @@
 // Scoring a search of 100 results with every model, beside decoding the same results from JSON.
 #include "counted_malloc.h"
 #include "generated_bodies.h"
+#include "json/json_reader.h"
+#include "json/json_writer.h"
 #include "model/itunes_app_result.h"
 #include "ratio.h"
 #include "scoring/app_keyword_check.h"
@@ -10,8 +12,6 @@
 #include "scoring/difficulty_model.h"
 #include "scoring/opportunity_model.h"
 #include "scoring/popularity_model.h"
-#include "json/json_reader.h"
-#include "json/json_writer.h"
 
 #include <benchmark/benchmark.h>
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Decoding a 200-result search body into records, beside QJsonDocument's parse of the same bytes.
 #include "generated_bodies.h"
+#include "json/json_reader.h"
 #include "model/itunes_app_result.h"
 #include "ratio.h"
-#include "json/json_reader.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>

@@ -4,12 +4,12 @@
 #include "effects/atomic_file.h"
 #include "effects/system_clock.h"
 #include "generated_state.h"
+#include "json/json_writer.h"
 #include "memory_use.h"
 #include "own_process.h"
 #include "ratio.h"
 #include "store/aso_store.h"
 #include "store/state_file.h"
-#include "json/json_writer.h"
 
 #include <QCoreApplication>
 #include <QFile>

@@ -8,6 +8,7 @@
 #include "effects/atomic_file.h"
 #include "effects/system_clock.h"
 #include "generated_state.h"
+#include "json/json_writer.h"
 #include "memory_use.h"
 #include "own_process.h"
 #include "ratio.h"
@@ -19,7 +20,6 @@
 #include "ui/shell/main_window.h"
 #include "ui_kit/theme/theme_controller.h"
 #include "ui_kit/widgets/artwork_images.h"
-#include "json/json_writer.h"
 
 #include <QApplication>
 #include <QDir>

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Any bytes as a record: an error, or a record that reads back from what it writes.
+#include "json/json_reader.h"
+#include "json/json_writer.h"
 #include "model/app_profile.h"
 #include "model/itunes_app_result.h"
 #include "model/keyword_snapshot.h"
-#include "json/json_reader.h"
-#include "json/json_writer.h"
 
 #include <cstdlib>
 

@@ -2,12 +2,12 @@
 // Reads records from JSON: strict where a field is required, blind to keys it does not know.
 #pragma once
 
+#include "json/json_error.h"
+#include "json/string_pool.h"
 #include "model/date.h"
 #include "model/factor_map.h"
 #include "model/field_list.h"
 #include "model/url.h"
-#include "json/json_error.h"
-#include "json/string_pool.h"
 
 #include <QByteArray>
 #include <QList>

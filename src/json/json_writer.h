@@ -2,11 +2,11 @@
 // Writes records as compact JSON: one pass into one buffer.
 #pragma once
 
+#include "json/json_error.h"
 #include "model/date.h"
 #include "model/factor_map.h"
 #include "model/field_list.h"
 #include "model/url.h"
-#include "json/json_error.h"
 
 #include <QByteArray>
 #include <QByteArrayView>

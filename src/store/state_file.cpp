@@ -2,9 +2,9 @@
 #include "store/state_file.h"
 
 #include "effects/data_folder_lock.h"
-#include "store/state_reader.h"
 #include "json/json_error.h"
 #include "json/json_writer.h"
+#include "store/state_reader.h"
 
 #include <QDir>
 #include <QFileInfo>

@@ -4,11 +4,11 @@
 #include "clients/property_list.h"
 #include "clients/request_url.h"
 #include "effects/atomic_file.h"
+#include "json/json_writer.h"
 #include "support/fake_http.h"
 #include "support/json_printers.h"
 #include "support/task_outcome.h"
 #include "support/virtual_clock.h"
-#include "json/json_writer.h"
 
 #include <QDir>
 #include <QFileInfo>

@@ -2,14 +2,14 @@
 #include "clients/itunes_client.h"
 
 #include "clients/request_url.h"
+#include "json/json_error.h"
+#include "json/json_reader.h"
+#include "json/json_writer.h"
 #include "support/fake_http.h"
 #include "support/generators.h"
 #include "support/json_printers.h"
 #include "support/task_outcome.h"
 #include "support/virtual_clock.h"
-#include "json/json_error.h"
-#include "json/json_reader.h"
-#include "json/json_writer.h"
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>

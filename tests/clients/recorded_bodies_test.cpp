@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Bodies that the real service once sent, when the machine has some.
 #include "clients/itunes_client.h"
+#include "json/json_error.h"
 #include "support/fake_http.h"
 #include "support/task_outcome.h"
 #include "support/virtual_clock.h"
-#include "json/json_error.h"
 
 #include <QDir>
 #include <QFile>

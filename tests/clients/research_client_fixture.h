@@ -4,11 +4,11 @@
 
 #include "clients/research_client.h"
 
+#include "json/json_reader.h"
 #include "support/fake_http.h"
 #include "support/json_printers.h"
 #include "support/task_outcome.h"
 #include "support/virtual_clock.h"
-#include "json/json_reader.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

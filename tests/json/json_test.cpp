@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // JSON texts at the edges: numbers, strings, broken and hostile input.
-#include "model/app_profile.h"
-#include "support/generators.h"
-#include "support/json_printers.h"
 #include "json/json_reader.h"
 #include "json/json_writer.h"
 #include "json/string_pool.h"
+#include "model/app_profile.h"
+#include "support/generators.h"
+#include "support/json_printers.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>

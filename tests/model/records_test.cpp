@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The records: what may be missing, what must be there, equality, hashing, and reading back what
 // was written.
+#include "json/json_reader.h"
 #include "model/app_profile.h"
 #include "model/itunes_app_result.h"
 #include "model/keyword_snapshot.h"
@@ -8,7 +9,6 @@
 #include "model/tracked_keyword.h"
 #include "support/generators.h"
 #include "support/json_printers.h"
-#include "json/json_reader.h"
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Bodies in the form of the real service.
+#include "json/json_reader.h"
 #include "model/itunes_app_result.h"
 #include "sample/app_store.h"
 #include "sample/description.h"
@@ -7,7 +8,6 @@
 #include "sample/itunes_body.h"
 #include "sample/json_text.h"
 #include "sample_printers.h"
-#include "json/json_reader.h"
 
 #include <QDir>
 #include <QRegularExpression>

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // A process that is killed while it saves leaves the state before or after that save, never half.
 #include "effects/atomic_file.h"
+#include "json/json_reader.h"
+#include "json/json_writer.h"
 #include "store/helper_process.h"
 #include "store/numbered_state.h"
 #include "store/scratch_folder.h"
-#include "json/json_reader.h"
-#include "json/json_writer.h"
 
 #include <QDir>
 #include <QFileInfo>

@@ -3,11 +3,11 @@
 // fault has a process and a folder of its own; what went wrong is printed, a line each.
 #include "effects/data_folder_lock.h"
 #include "effects/system_clock.h"
+#include "json/json_reader.h"
+#include "json/json_writer.h"
 #include "store/aso_store.h"
 #include "store/scratch_folder.h"
 #include "support/file_faults.h"
-#include "json/json_reader.h"
-#include "json/json_writer.h"
 
 #include <QCoreApplication>
 #include <QDir>

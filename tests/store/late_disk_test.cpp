@@ -3,8 +3,8 @@
 // overwritten, what could not be saved is known and tried again.
 #include "effects/atomic_file.h"
 #include "effects/data_folder_lock.h"
-#include "store/store_fixture.h"
 #include "json/json_reader.h"
+#include "store/store_fixture.h"
 
 #include <QDir>
 

@@ -2,9 +2,9 @@
 // Everything that a state file can hold but should not. Whatever it is: one line, an empty store,
 // the file as it was, a copy of it before the first save, no crash.
 #include "effects/atomic_file.h"
-#include "store/store_fixture.h"
 #include "json/json_reader.h"
 #include "json/json_writer.h"
+#include "store/store_fixture.h"
 
 #include <random>
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What the state file holds, how it is read, and what happens to one that cannot be.
 #include "effects/atomic_file.h"
-#include "store/store_fixture.h"
 #include "json/json_reader.h"
+#include "store/store_fixture.h"
 
 #include <QDir>
 

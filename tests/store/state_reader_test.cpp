@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Reading in pieces gives what reading the whole text gives, for every file there can be.
 #include "effects/atomic_file.h"
+#include "json/json_reader.h"
+#include "json/json_writer.h"
 #include "store/numbered_state.h"
 #include "store/scratch_folder.h"
 #include "store/state_reader.h"
 #include "support/generators.h"
 #include "support/json_printers.h"
-#include "json/json_reader.h"
-#include "json/json_writer.h"
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>

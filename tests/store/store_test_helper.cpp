@@ -4,9 +4,9 @@
 #include "effects/atomic_file.h"
 #include "effects/data_folder_lock.h"
 #include "effects/system_clock.h"
+#include "json/json_reader.h"
 #include "store/aso_store.h"
 #include "store/numbered_state.h"
-#include "json/json_reader.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -2,10 +2,10 @@
 // Random records for property tests, made from the same field lists as their JSON.
 #pragma once
 
+#include "json/json_writer.h"
 #include "model/dashboard_keyword_row.h"
 #include "model/itunes_app_result.h"
 #include "model/keyword_snapshot.h"
-#include "json/json_writer.h"
 
 #include <rapidcheck.h>
 

@@ -2,8 +2,8 @@
 #include "ui/support/research_world.h"
 
 #include "effects/atomic_file.h"
-#include "ui/analysis/sample_snapshot.h"
 #include "json/json_writer.h"
+#include "ui/analysis/sample_snapshot.h"
 
 namespace veltrix
 {
