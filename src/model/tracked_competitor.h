@@ -24,6 +24,12 @@ struct TrackedCompetitor {
     /// Developer name, trimmed; absent until it is known.
     std::optional<QString> sellerName;
 
+    /// Whether both are one App Store app in one storefront, for one of the user's apps.
+    [[nodiscard]] bool isSameRivalAs(const TrackedCompetitor &other) const
+    {
+        return trackId == other.trackId && appId == other.appId && country == other.country;
+    }
+
     bool operator==(const TrackedCompetitor &) const = default;
 };
 

@@ -70,34 +70,6 @@ QList<TrackedKeyword> ASOStore::keywordsOfApp(QUuid appId) const
     return result;
 }
 
-void ASOStore::removeKeyword(QUuid id)
-{
-    removeKeywords({id});
-}
-
-void ASOStore::removeKeywords(const QList<QUuid> &ids)
-{
-    if (removeTracked(ids))
-        save();
-}
-
-bool ASOStore::removeTracked(const QList<QUuid> &keywordIds)
-{
-    QSet<QUuid> removed;
-    for (const QUuid &id : keywordIds) {
-        if (m_keywords.find(id))
-            removed.insert(id);
-    }
-    if (removed.isEmpty())
-        return false;
-    m_keywords.remove(removed);
-    for (const QUuid &id : std::as_const(removed))
-        m_snapshots.removeKeyword(id);
-    for (const QUuid &id : std::as_const(removed))
-        Q_EMIT keywordRemoved(id);
-    return true;
-}
-
 std::vector<SharedSnapshot> ASOStore::keywordSnapshots(QUuid keywordId) const
 {
     return m_snapshots.ofKeyword(keywordId);

@@ -15,6 +15,7 @@
 #include "store/keyword_list.h"
 #include "store/keyword_refreshes.h"
 #include "store/ranking_timeline.h"
+#include "store/removed_tracking.h"
 #include "store/snapshot_index.h"
 #include "store/state_file.h"
 #include "store/store_error.h"
@@ -90,10 +91,11 @@ public:
     [[nodiscard]] std::optional<QString> unmeasurableReason(const TrackedKeyword &keyword) const;
     /// Keywords whose app is not tracked; no app's list shows them.
     [[nodiscard]] QList<TrackedKeyword> keywordsWithoutApp() const;
-    /// Removes a keyword with its snapshots. Unknown ids change nothing.
-    void removeKeyword(QUuid id);
+    /// Removes a keyword with its snapshots. Unknown ids change nothing. As with every removal,
+    /// restore() undoes it.
+    RemovedTracking removeKeyword(QUuid id);
     /// Removes several keywords with one save.
-    void removeKeywords(const QList<QUuid> &ids);
+    RemovedTracking removeKeywords(const QList<QUuid> &ids);
     /// Queues keywords for measuring in the background.
     void queueKeywordRefreshes(const QList<TrackedKeyword> &keywords);
     /// Drops the queue and stops the measurement in progress; the keywords stay saved.
@@ -126,10 +128,15 @@ public:
     /// client's errors.
     Task<AppProfile> addApp(std::int64_t trackId, QString country, std::stop_token stop);
     /// Removes an app with its keywords, their snapshots and its competitors.
-    void removeApp(QUuid id);
+    RemovedTracking removeApp(QUuid id);
+    /// Puts back what was removed, where it was, with one save. An app, keyword or competitor that
+    /// was added anew meanwhile stays the one that there is; its keyword then has the measurements
+    /// of both, of each UTC day the newer. Throws StoreError 404 "App not found" when the app of a
+    /// keyword or competitor is not tracked any more; then nothing is changed.
+    RestoredTracking restore(RemovedTracking removed);
     void addCompetitor(const ITunesAppResult &result, QUuid appId, QString country);
     Task<void> updateCompetitorSeller(QUuid competitorId, std::stop_token stop);
-    void removeCompetitor(QUuid id);
+    RemovedTracking removeCompetitor(QUuid id);
 
     // The App Store, for views.
     Task<QList<ITunesAppResult>> searchApps(QString term, QString country, std::int64_t limit,
@@ -170,6 +177,8 @@ Q_SIGNALS:
     void keywordChanged(QUuid id);
     void keywordRemoved(QUuid id);
     void competitorsChanged();
+    /// What a removal took; the last of its signals.
+    void trackingRemoved(const RemovedTracking &removed);
     void historyRefreshErrorChanged();
     void isRefreshingHistoryChanged();
     void refreshProgressChanged();
@@ -190,8 +199,20 @@ private:
     static DashboardKeywordRow rowOf(const TrackedKeyword &keyword, const SharedSnapshot &newest);
 
     void renumberApps();
-    /// False when none of the keywords was there.
-    bool removeTracked(const QList<QUuid> &keywordIds);
+    void takeKeywords(const QSet<QUuid> &ids, RemovedTracking &removed);
+    template <class IsTaken>
+    void takeCompetitors(IsTaken &&isTaken, RemovedTracking &removed);
+    void rememberOwner(QUuid appId, RemovedTracking &removed) const;
+    void announceRemoved(const std::vector<Placed<TrackedKeyword>> &keywords);
+    /// Under which id each app of what was removed is there, or will be.
+    [[nodiscard]] QHash<QUuid, QUuid> presentApps(const RemovedTracking &removed) const;
+    /// Keywords that others have joined; only their measurements are more.
+    QSet<QUuid> restoreKeywords(std::vector<Placed<TrackedKeyword>> keywords,
+                                std::vector<FiledSnapshot> snapshots,
+                                const QHash<QUuid, QUuid> &appIds, RestoredTracking &restored);
+    /// False when all of them are there already.
+    bool restoreCompetitors(std::vector<Placed<TrackedCompetitor>> competitors,
+                            const QHash<QUuid, QUuid> &appIds);
 
     std::shared_ptr<ITunesClientProtocol> m_iTunesClient;
     std::shared_ptr<ITunesClientProtocol> m_discoveryClient;

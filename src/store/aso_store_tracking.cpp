@@ -53,26 +53,6 @@ Task<AppProfile> ASOStore::addApp(std::int64_t trackId, QString country,
     co_return addApp(*found, country);
 }
 
-void ASOStore::removeApp(QUuid id)
-{
-    if (m_apps.removeIf([&](const AppProfile &known) { return known.id == id; }) == 0)
-        return;
-    renumberApps();
-    QList<QUuid> keywordIds;
-    for (const TrackedKeyword &keyword : m_keywords.all()) {
-        if (keyword.appId == id)
-            keywordIds.append(keyword.id);
-    }
-    const bool hadCompetitors = m_competitors.removeIf([&](const TrackedCompetitor &competitor) {
-        return competitor.appId == id;
-    }) > 0;
-    removeTracked(keywordIds);
-    Q_EMIT appsChanged();
-    if (hadCompetitors)
-        Q_EMIT competitorsChanged();
-    save();
-}
-
 QList<TrackedCompetitor> ASOStore::competitorsOfApp(QUuid appId) const
 {
     QList<TrackedCompetitor> result;
@@ -89,13 +69,14 @@ void ASOStore::addCompetitor(const ITunesAppResult &result, QUuid appId, QString
     // An app never competes with itself.
     if (!result.trackId || !owner || owner->trackId == *result.trackId)
         return;
-    country = country.toUpper();
+    const TrackedCompetitor added{QUuid::createUuid(),  appId,           *result.trackId,
+                                  displayName(result),  iconUrl(result), country.toUpper(),
+                                  trimmedSeller(result)};
     for (const TrackedCompetitor &known : std::as_const(m_competitors)) {
-        if (known.trackId == *result.trackId && known.appId == appId && known.country == country)
+        if (known.isSameRivalAs(added))
             return;
     }
-    m_competitors.append({QUuid::createUuid(), appId, *result.trackId, displayName(result),
-                          iconUrl(result), country, trimmedSeller(result)});
+    m_competitors.append(added);
     Q_EMIT competitorsChanged();
     save();
 }
@@ -118,17 +99,6 @@ Task<void> ASOStore::updateCompetitorSeller(QUuid competitorId, std::stop_token 
     if (!found || competitor == m_competitors.end())
         co_return;
     competitor->sellerName = trimmedSeller(*found);
-    Q_EMIT competitorsChanged();
-    save();
-}
-
-void ASOStore::removeCompetitor(QUuid id)
-{
-    const auto isIt = [&](const TrackedCompetitor &competitor) {
-        return competitor.id == id;
-    };
-    if (m_competitors.removeIf(isIt) == 0)
-        return;
     Q_EMIT competitorsChanged();
     save();
 }

@@ -31,11 +31,23 @@ void KeywordList::append(TrackedKeyword keyword)
     index(m_keywords.size() - 1);
 }
 
-void KeywordList::remove(const QSet<QUuid> &ids)
+std::vector<Placed<TrackedKeyword>> KeywordList::take(const QSet<QUuid> &ids)
 {
-    QList<TrackedKeyword> kept = m_keywords;
-    kept.removeIf([&](const TrackedKeyword &keyword) { return ids.contains(keyword.id); });
-    *this = KeywordList(std::move(kept));
+    QList<TrackedKeyword> left = m_keywords;
+    auto taken =
+        takeOut(left, [&](const TrackedKeyword &keyword) { return ids.contains(keyword.id); });
+    if (!taken.empty())
+        *this = KeywordList(std::move(left));
+    return taken;
+}
+
+void KeywordList::putBack(const std::vector<Placed<TrackedKeyword>> &taken)
+{
+    if (taken.empty())
+        return;
+    QList<TrackedKeyword> whole = m_keywords;
+    veltrix::putBack(whole, taken);
+    *this = KeywordList(std::move(whole));
 }
 
 void KeywordList::index(qsizetype place)

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "model/tracked_keyword.h"
+#include "store/placed.h"
 
 #include <QHash>
 #include <QList>
@@ -27,8 +28,10 @@ public:
                                                  const QString &country) const;
 
     void append(TrackedKeyword keyword);
-    /// Removes the keywords with these ids.
-    void remove(const QSet<QUuid> &ids);
+    /// Takes out the keywords with these ids; in their order.
+    std::vector<Placed<TrackedKeyword>> take(const QSet<QUuid> &ids);
+    /// Puts keywords back where they were taken out.
+    void putBack(const std::vector<Placed<TrackedKeyword>> &taken);
 
 private:
     struct Meaning {

@@ -32,11 +32,73 @@ void SnapshotIndex::store(SharedSnapshot snapshot)
     dropEmptySlots();
 }
 
-void SnapshotIndex::removeKeyword(const QUuid &keywordId)
+std::vector<FiledSnapshot> SnapshotIndex::takeKeyword(const QUuid &keywordId)
 {
-    for (const Dated &removed : m_byKeyword.take(keywordId))
-        emptySlot(removed.ticket);
+    std::vector<FiledSnapshot> taken;
+    for (Dated &dated : m_byKeyword.take(keywordId)) {
+        emptySlot(dated.ticket);
+        taken.push_back({dated.ticket, std::move(dated.snapshot)});
+    }
     dropEmptySlots();
+    return taken;
+}
+
+void SnapshotIndex::putBack(std::vector<FiledSnapshot> taken)
+{
+    std::ranges::sort(taken, {}, &FiledSnapshot::ticket);
+    QHash<QUuid, DatedList> byKeyword;
+    for (const auto &[ticket, snapshot] : taken)
+        byKeyword[snapshot->trackedKeywordId].push_back({snapshot->fetchedAt, ticket, snapshot});
+    std::vector<Slot> filled;
+    for (auto entry = byKeyword.begin(); entry != byKeyword.end(); ++entry) {
+        DatedList &list = entry.value();
+        DatedList &present = m_byKeyword[entry.key()];
+        std::ranges::stable_sort(list, {}, &Dated::date);
+        if (present.empty()) {
+            present = list;
+        } else {
+            list = newestOfDays(list);
+            std::erase_if(list, [&](const Dated &dated) { return !putBackNewer(present, dated); });
+        }
+        for (const Dated &dated : list)
+            filled.push_back({dated.ticket, dated.snapshot});
+    }
+    fillSlots(std::move(filled));
+}
+
+SnapshotIndex::DatedList SnapshotIndex::newestOfDays(const DatedList &list)
+{
+    DatedList newest;
+    for (const Dated &dated : list) {
+        if (!newest.empty() && utcDay(newest.back().date) == utcDay(dated.date))
+            newest.pop_back();
+        newest.push_back(dated);
+    }
+    return newest;
+}
+
+bool SnapshotIndex::putBackNewer(DatedList &present, const Dated &taken)
+{
+    const auto sameDay = std::ranges::equal_range(
+        present, utcDay(taken.date), {}, [](const Dated &dated) { return utcDay(dated.date); });
+    if (!sameDay.empty() && sameDay.back().date >= taken.date)
+        return false;
+    for (const Dated &replaced : sameDay)
+        emptySlot(replaced.ticket);
+    present.insert(present.erase(sameDay.begin(), sameDay.end()), taken);
+    return true;
+}
+
+void SnapshotIndex::fillSlots(std::vector<Slot> filled)
+{
+    std::ranges::sort(filled, {}, &Slot::ticket);
+    std::erase_if(m_slots, [](const Slot &slot) { return !slot.snapshot; });
+    m_emptySlots = 0;
+    std::vector<Slot> whole;
+    whole.reserve(m_slots.size() + filled.size());
+    std::ranges::merge(m_slots, filled, std::back_inserter(whole), {}, &Slot::ticket,
+                       &Slot::ticket);
+    m_slots = std::move(whole);
 }
 
 SharedSnapshot SnapshotIndex::newest(const QUuid &keywordId, Date now) const

@@ -11,6 +11,13 @@
 namespace veltrix
 {
 
+/// A snapshot in file order.
+struct FiledSnapshot {
+    /// Its place: tickets only grow, and none is given twice.
+    std::uint64_t ticket = 0;
+    SharedSnapshot snapshot;
+};
+
 /// Holds every snapshot once, under two orders: the file's (in which snapshots were stored) and,
 /// for each keyword, by date. No operation on one keyword looks at the snapshots of another: with n
 /// snapshots in all and k of the keyword, each costs O(log n) or O(k), amortised.
@@ -22,8 +29,11 @@ public:
 
     /// Appends a snapshot in place of all of the same keyword and UTC day.
     void store(SharedSnapshot snapshot);
-    /// Removes all snapshots of a keyword.
-    void removeKeyword(const QUuid &keywordId);
+    /// Takes out all snapshots of a keyword.
+    std::vector<FiledSnapshot> takeKeyword(const QUuid &keywordId);
+    /// Puts snapshots back where they were taken out, with n in all in O(n). Where their keyword
+    /// has others by now, the newer of each UTC day stays.
+    void putBack(std::vector<FiledSnapshot> taken);
 
     /// How far ahead of the clock a snapshot may be dated: clocks are set right now and then.
     static constexpr Seconds clockTolerance{300};
@@ -39,12 +49,8 @@ public:
     [[nodiscard]] size_t size() const { return m_slots.size() - m_emptySlots; }
 
 private:
-    /// A place in file order. Tickets only grow, so slots are sorted by them; a removed snapshot
-    /// leaves its slot empty until half of all are.
-    struct Slot {
-        std::uint64_t ticket;
-        SharedSnapshot snapshot;
-    };
+    /// Sorted by their tickets; a removed snapshot leaves its slot empty until half of all are.
+    using Slot = FiledSnapshot;
     /// A snapshot of a keyword. The date is kept beside it, so that searching touches no snapshot.
     struct Dated {
         Date date;
@@ -54,6 +60,11 @@ private:
     using DatedList = std::vector<Dated>;
 
     void emptySlot(std::uint64_t ticket);
+    void fillSlots(std::vector<Slot> filled);
+    /// Of each UTC day the last; the list is sorted.
+    static DatedList newestOfDays(const DatedList &list);
+    /// False when there is a snapshot of that day that is as new.
+    bool putBackNewer(DatedList &present, const Dated &taken);
     void dropEmptySlots();
 
     std::vector<Slot> m_slots;

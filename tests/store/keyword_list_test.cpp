@@ -46,12 +46,28 @@ TEST(KeywordList, StaysRightAfterRemovals)
     const TrackedKeyword c = keyword("c");
     KeywordList list({a, b});
     list.append(c);
-    list.remove({a.id, QUuid::createUuid()});
+    const auto taken = list.take({a.id, QUuid::createUuid()});
     EXPECT_EQ(list.all(), (QList<TrackedKeyword>{b, c}));
     EXPECT_EQ(list.find(a.id), nullptr);
     EXPECT_EQ(*list.find(c.id), c);
     EXPECT_EQ(list.findSame(app, QStringLiteral("a"), QStringLiteral("US")), nullptr);
     EXPECT_EQ(*list.findSame(app, QStringLiteral("B"), QStringLiteral("US")), b);
+    list.putBack(taken);
+    EXPECT_EQ(list.all(), (QList<TrackedKeyword>{a, b, c}));
+    EXPECT_EQ(*list.find(c.id), c);
+    EXPECT_EQ(*list.findSame(app, QStringLiteral("A"), QStringLiteral("US")), a);
+}
+
+TEST(KeywordList, WhatHasNoPlaceAnyMoreGoesToTheEnd)
+{
+    const TrackedKeyword a = keyword("a");
+    const TrackedKeyword b = keyword("b");
+    const TrackedKeyword c = keyword("c");
+    KeywordList list({a, b, c});
+    const auto taken = list.take({c.id});
+    list.take({a.id});
+    list.putBack(taken);
+    EXPECT_EQ(list.all(), (QList<TrackedKeyword>{b, c}));
 }
 
 } // namespace

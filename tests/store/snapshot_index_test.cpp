@@ -111,12 +111,45 @@ TEST(SnapshotIndex, RemovingAKeywordLeavesTheOthersInOrder)
     const SharedSnapshot c = snapshot(1, 100'000);
     const SharedSnapshot d = snapshot(3, 100);
     SnapshotIndex index({a, b, c, d});
-    index.removeKeyword(keywordId(1));
+    index.takeKeyword(keywordId(1));
     EXPECT_EQ(index.inFileOrder(), (std::vector{b, d}));
     EXPECT_EQ(index.newest(keywordId(1), afterAll), nullptr);
     EXPECT_TRUE(index.ofKeyword(keywordId(1)).empty());
-    index.removeKeyword(keywordId(9));
+    index.takeKeyword(keywordId(9));
     EXPECT_EQ(index.size(), 2U);
+}
+
+TEST(SnapshotIndex, WhatWasTakenGoesBackToItsPlace)
+{
+    const SharedSnapshot a = snapshot(1, 100);
+    const SharedSnapshot b = snapshot(2, 100);
+    const SharedSnapshot sameDay = snapshot(1, 200);
+    const SharedSnapshot later = snapshot(2, 500'000);
+    SnapshotIndex index({a, b, sameDay});
+    auto taken = index.takeKeyword(keywordId(1));
+    index.store(later);
+    index.putBack(std::move(taken));
+    EXPECT_EQ(index.inFileOrder(), (std::vector{a, b, sameDay, later}));
+    EXPECT_EQ(index.ofKeyword(keywordId(1)), (std::vector{a, sameDay}));
+    EXPECT_EQ(index.size(), 4U);
+}
+
+TEST(SnapshotIndex, WhatWasTakenJoinsWhatCameMeanwhileAndTheNewerOfADayStays)
+{
+    const SharedSnapshot old = snapshot(1, 100);
+    const SharedSnapshot olderOfTheDay = snapshot(1, 90'000);
+    const SharedSnapshot newerOfAnother = snapshot(1, 180'500);
+    SnapshotIndex index({old, snapshot(1, 50'000), olderOfTheDay, newerOfAnother});
+    auto taken = index.takeKeyword(keywordId(1));
+    const SharedSnapshot newerOfTheDay = snapshot(1, 91'000);
+    index.store(newerOfTheDay);
+    index.store(snapshot(1, 180'000));
+    index.putBack(taken);
+    const SharedSnapshot newerOfTheFirst = taken[1].snapshot;
+    EXPECT_EQ(index.ofKeyword(keywordId(1)),
+              (std::vector{newerOfTheFirst, newerOfTheDay, newerOfAnother}));
+    EXPECT_EQ(index.inFileOrder(), (std::vector{newerOfTheFirst, newerOfAnother, newerOfTheDay}));
+    EXPECT_EQ(index.size(), 3U);
 }
 
 /// The rule as it reads, on a plain list.
@@ -160,8 +193,11 @@ RC_GTEST_PROP(SnapshotIndex, BehavesLikeAPlainListUnderAnyOperations, ())
     for (int i = 0; i < operations; ++i) {
         const int keyword = *rc::gen::inRange(0, keywords);
         if (*rc::gen::inRange(0, 10) == 0) {
-            plain.removeKeyword(keywordId(keyword));
-            index.removeKeyword(keywordId(keyword));
+            auto taken = index.takeKeyword(keywordId(keyword));
+            if (*rc::gen::arbitrary<bool>())
+                index.putBack(std::move(taken));
+            else
+                plain.removeKeyword(keywordId(keyword));
         } else {
             const SharedSnapshot added = snapshot(keyword, *rc::gen::inRange(-300'000, 300'000));
             plain.store(added);
