@@ -201,6 +201,7 @@ void save(const QString &path)
     const auto changeOne = [&] {
         store->addTrackedKeyword(app, QStringLiteral("changed %1").arg(++changes),
                                  QStringLiteral("US"));
+        store->waitUntilSaved();
     };
     changeOne();
     require(!store->persistenceProblem(), "the save succeeds");

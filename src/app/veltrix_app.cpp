@@ -90,9 +90,7 @@ bool VeltrixApp::prepareToEnd()
 {
     m_window->rememberGeometry();
     m_settings->sync();
-    if (m_services.store().hasUnsavedChange())
-        m_services.store().retryPersistence();
-    return !m_services.store().hasUnsavedChange();
+    return m_services.store().saveBeforeEnd();
 }
 
 void VeltrixApp::endSession(QSessionManager &session)

@@ -32,32 +32,50 @@ DataFolderLock::~DataFolderLock() = default;
 
 DataFolderLock::Outcome DataFolderLock::acquire()
 {
-    if (m_lock.isStillAt(lockPath())) {
-        m_outcome = Outcome::Acquired;
-        return *m_outcome;
-    }
-    FileLock lock;
-    m_outcome = lock.acquire(lockPath());
-    // The first look may have failed by chance, and the other is this one.
-    if (m_outcome == Outcome::HeldByAnother && m_lock.isStillAt(lockPath()))
-        m_outcome = Outcome::Acquired;
-    else if (m_outcome == Outcome::Acquired) {
-        // Nobody listens under the name of a folder that is not held.
-        m_server.reset();
+    Outcome outcome = Outcome::Acquired;
+    {
+        const std::scoped_lock locked(m_mutex);
+        if (m_lock.isStillAt(lockPath())) {
+            m_outcome = outcome;
+            return outcome;
+        }
+        FileLock lock;
+        outcome = lock.acquire(lockPath());
+        // The first look may have failed by chance, and the other is this one.
+        const bool wasOurs = outcome == Outcome::HeldByAnother && m_lock.isStillAt(lockPath());
+        m_outcome = wasOurs ? Outcome::Acquired : outcome;
+        if (outcome != Outcome::Acquired)
+            return *m_outcome;
         m_lock = std::move(lock);
-        listen();
     }
-    return *m_outcome;
+    // The server's sockets belong to the object's thread.
+    if (QThread::currentThread() == thread())
+        listen();
+    else
+        QMetaObject::invokeMethod(this, &DataFolderLock::listen, Qt::QueuedConnection);
+    return outcome;
+}
+
+std::optional<DataFolderLock::Outcome> DataFolderLock::outcome() const
+{
+    const std::scoped_lock locked(m_mutex);
+    return m_outcome;
+}
+
+bool DataFolderLock::isHeld() const
+{
+    return outcome() == Outcome::Acquired;
 }
 
 std::optional<QString> DataFolderLock::warning() const
 {
-    if (m_outcome == Outcome::Unsupported) {
+    const auto found = outcome();
+    if (found == Outcome::Unsupported) {
         return QStringLiteral("The disk of “%1” has no file locks, so Veltrix cannot notice when "
                               "it is started a second time on the same data.")
             .arg(m_folder);
     }
-    if (m_outcome == Outcome::Unavailable) {
+    if (found == Outcome::Unavailable) {
         return QStringLiteral("“%1” could not be locked, so Veltrix cannot notice when it is "
                               "started a second time on the same data.")
             .arg(m_folder);
@@ -67,6 +85,8 @@ std::optional<QString> DataFolderLock::warning() const
 
 void DataFolderLock::listen()
 {
+    // Nobody listens under the name of a folder that was held before.
+    m_server.reset();
     const QString name = ownServerName();
     // A name left by a crash is nobody's: whoever had it held the lock that is now ours.
     QLocalServer::removeServer(name);
@@ -82,6 +102,7 @@ void DataFolderLock::listen()
     }
     // The lock file says where, so that a start in another session finds this one.
     const QByteArray content = m_server->fullServerName().toUtf8();
+    const std::scoped_lock locked(m_mutex);
     if (!m_lock.write(content))
         qWarning("Cannot write %s", qUtf8Printable(lockPath()));
 }

@@ -9,9 +9,10 @@ ASOStore::ASOStore(Arguments arguments, QObject *parent)
     : QObject(parent), m_iTunesClient(std::move(arguments.iTunesClient)),
       m_discoveryClient(std::move(arguments.discoveryClient)), m_clock(std::move(arguments.clock)),
       m_rankedAppsCache(std::move(arguments.rankedAppsCache)),
-      m_file(std::move(arguments.persistenceURL), arguments.folderLock)
+      m_saver(std::move(arguments.persistenceURL), arguments.folderLock)
 {
-    adopt(m_file.load());
+    adopt(m_saver.load());
+    connect(&m_saver, &StateSaver::saved, this, &ASOStore::followPersistence);
 
     RefreshedKeywords &keywords = *this;
     m_refreshes =
@@ -22,8 +23,10 @@ ASOStore::ASOStore(Arguments arguments, QObject *parent)
             &ASOStore::historyRefreshErrorChanged);
     connect(m_refreshes.get(), &KeywordRefreshes::isRefreshingHistoryChanged, this,
             &ASOStore::isRefreshingHistoryChanged);
-    followPersistence(std::nullopt);
+    followPersistence();
 }
+
+ASOStore::~ASOStore() = default;
 
 const QList<AppProfile> &ASOStore::apps() const
 {

@@ -17,7 +17,7 @@
 #include "store/ranking_timeline.h"
 #include "store/removed_tracking.h"
 #include "store/snapshot_index.h"
-#include "store/state_file.h"
+#include "store/state_saver.h"
 #include "store/store_error.h"
 
 #include <QObject>
@@ -30,8 +30,8 @@ namespace veltrix
 {
 
 /// The single owner and only writer of the tracked state. It lives on the main thread; every change
-/// is announced synchronously by a signal and then saved, so the file is always as current as the
-/// last change.
+/// is announced synchronously by a signal and then handed to the saving thread, which is done
+/// within moments where the disk is.
 class ASOStore final : public QObject, private RefreshedKeywords
 {
     Q_OBJECT
@@ -64,6 +64,8 @@ public:
     /// Loads the state file; a file that cannot be read leaves the store empty, and one that cannot
     /// be reached leaves it read-only.
     explicit ASOStore(Arguments arguments, QObject *parent = nullptr);
+    /// Ends when the last change was saved, or could not be.
+    ~ASOStore() override;
 
     // What is tracked. Lists are in the order of the state file.
     [[nodiscard]] const QList<AppProfile> &apps() const;
@@ -157,10 +159,17 @@ public:
     /// Whether it is known what was saved. Until then the lists are empty, and what would change
     /// them throws StoreError 423.
     [[nodiscard]] bool isStateRead() const;
-    /// The last change is in memory alone.
+    /// A change could not be saved and is in memory alone. One that is being saved is not told yet.
     [[nodiscard]] bool hasUnsavedChange() const override;
-    /// Reads the file that could not be reached, or saves the change that could not be saved.
-    /// Happens by itself every minute.
+    /// Ends when all changes made before were saved, or could not be.
+    Task<void> saved(std::stop_token stop);
+    /// The same without an event loop.
+    void waitUntilSaved();
+    /// For the end of the program: waits, and tries once more to save what could not be. False when
+    /// it still cannot.
+    [[nodiscard]] bool saveBeforeEnd();
+    /// Reads the file that could not be reached, or hands over again the change that could not be
+    /// saved. Happens by itself every minute.
     void retryPersistence();
     /// Gives up a file that could not be reached: keeps it under another name, and starts with
     /// nothing. When that fails, persistenceProblem() says why.
@@ -189,11 +198,13 @@ Q_SIGNALS:
 
 private:
     void adopt(PersistedState state);
+    /// Hands the state over to be saved.
     void save();
     /// Throws StoreError 423 while the state has not been read.
     void requireStateRead() const;
     /// Announces a problem that has changed, and sees to it that it is tried again.
-    void followPersistence(const std::optional<PersistenceProblem> &before);
+    void followPersistence();
+    [[nodiscard]] bool canBeTriedAgain() const;
     Task<void> retryPersistenceEveryMinute(std::stop_token stop);
     void keepSnapshot(SharedSnapshot snapshot) override;
     static DashboardKeywordRow rowOf(const TrackedKeyword &keyword, const SharedSnapshot &newest);
@@ -218,7 +229,9 @@ private:
     std::shared_ptr<ITunesClientProtocol> m_discoveryClient;
     std::shared_ptr<Clock> m_clock;
     std::shared_ptr<RankedAppsSaving> m_rankedAppsCache;
-    StateFile m_file;
+    StateSaver m_saver;
+    /// As it was announced last.
+    std::optional<PersistenceProblem> m_announcedProblem;
 
     QList<AppProfile> m_apps;
     KeywordList m_keywords;

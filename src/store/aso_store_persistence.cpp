@@ -16,15 +16,13 @@ void ASOStore::adopt(PersistedState state)
 
 void ASOStore::save()
 {
-    const auto before = m_file.problem();
-    m_file.save({m_apps, m_keywords.all(), m_snapshots.inFileOrder(), m_competitors},
-                m_clock->now());
-    followPersistence(before);
+    m_saver.save(
+        {{m_apps, m_keywords.all(), m_snapshots.inFileOrder(), m_competitors}, m_clock->now()});
 }
 
 bool ASOStore::isStateRead() const
 {
-    return m_file.isRead();
+    return m_saver.isRead();
 }
 
 void ASOStore::requireStateRead() const
@@ -37,71 +35,94 @@ void ASOStore::requireStateRead() const
 
 bool ASOStore::hasUnsavedChange() const
 {
-    return m_file.hasUnsavedChange();
+    return m_saver.hasUnsavedChange();
+}
+
+Task<void> ASOStore::saved(std::stop_token callersStop)
+{
+    const ScopedStop stop(m_tasks, callersStop);
+    co_await m_saver.finished(stop);
+}
+
+void ASOStore::waitUntilSaved()
+{
+    m_saver.waitUntilFinished();
+}
+
+bool ASOStore::saveBeforeEnd()
+{
+    waitUntilSaved();
+    if (!hasUnsavedChange())
+        return true;
+    retryPersistence();
+    waitUntilSaved();
+    return !hasUnsavedChange();
 }
 
 std::optional<PersistenceProblem> ASOStore::persistenceProblem() const
 {
-    return m_file.problem();
+    return m_saver.problem();
 }
 
 void ASOStore::retryPersistence()
 {
-    if (m_file.isRead() && m_file.hasUnsavedChange()) {
+    if (isStateRead() && hasUnsavedChange()) {
         save();
         return;
     }
-    const auto before = m_file.problem();
-    if (m_file.isRead()) {
-        m_file.tryFolderAgain();
+    if (isStateRead()) {
+        m_saver.tryFolderAgain();
     } else {
-        PersistedState state = m_file.load();
-        if (m_file.isRead()) {
+        PersistedState state = m_saver.load();
+        if (isStateRead()) {
             adopt(std::move(state));
             Q_EMIT appsChanged();
             Q_EMIT competitorsChanged();
             Q_EMIT stateRead();
         }
     }
-    followPersistence(before);
+    followPersistence();
 }
 
 void ASOStore::beginAnew()
 {
-    const auto before = m_file.problem();
     const bool wasRead = isStateRead();
-    m_file.beginAnew(m_clock->now());
+    m_saver.beginAnew(m_clock->now());
     if (!wasRead && isStateRead())
         Q_EMIT stateRead();
-    followPersistence(before);
+    followPersistence();
 }
 
 void ASOStore::dismissPersistenceNotices()
 {
-    const auto before = m_file.problem();
-    m_file.dismissNotices();
-    followPersistence(before);
+    m_saver.dismissNotices();
+    followPersistence();
 }
 
-void ASOStore::followPersistence(const std::optional<PersistenceProblem> &before)
+bool ASOStore::canBeTriedAgain() const
 {
-    const auto now = m_file.problem();
-    if (now && now->remedy != PersistenceProblem::Remedy::Dismiss && !m_isRetryingPersistence) {
+    const auto &problem = m_saver.problem();
+    return problem && problem->remedy != PersistenceProblem::Remedy::Dismiss;
+}
+
+void ASOStore::followPersistence()
+{
+    if (canBeTriedAgain() && !m_isRetryingPersistence) {
         m_isRetryingPersistence = true;
         m_tasks.own(retryPersistenceEveryMinute(m_tasks.token()));
     }
-    if (now != before)
-        Q_EMIT persistenceProblemChanged();
+    if (m_announcedProblem == m_saver.problem())
+        return;
+    m_announcedProblem = m_saver.problem();
+    Q_EMIT persistenceProblemChanged();
 }
 
 Task<void> ASOStore::retryPersistenceEveryMinute(std::stop_token stop)
 {
-    for (;;) {
-        const auto problem = m_file.problem();
-        if (!problem || problem->remedy == PersistenceProblem::Remedy::Dismiss)
-            break;
+    while (canBeTriedAgain()) {
         co_await m_clock->sleep(persistenceRetryInterval, stop);
         retryPersistence();
+        co_await m_saver.finished(stop);
     }
     m_isRetryingPersistence = false;
 }

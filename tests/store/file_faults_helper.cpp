@@ -102,11 +102,21 @@ public:
         app.trackId = 11;
         try {
             const QUuid id = store->addApp(app, QStringLiteral("US")).id;
+            finishSaving();
             store->addTrackedKeyword(id, QString::fromLatin1(keyword), QStringLiteral("US"));
+            finishSaving();
             added = true;
         } catch (const StoreError &) {
             refused = true;
         }
+    }
+
+    /// One save after the other, so that the calls have an order. Then this thread has its turn.
+    void finishSaving()
+    {
+        store->waitUntilSaved();
+        m_stepsOfSaves = durabilityTrace();
+        QCoreApplication::sendPostedEvents();
     }
 
     void require(bool holds, const char *what)
@@ -190,7 +200,7 @@ public:
     /// What is said to be saved was flushed, renamed and flushed, and a copy before that.
     void requireLasting()
     {
-        const QByteArray steps = durabilityTrace();
+        const QByteArray &steps = m_stepsOfSaves;
         const qsizetype renamed = steps.lastIndexOf('r');
         const auto flushes = [](const QByteArray &part) {
             return part.contains('f') || part.contains('s');
@@ -207,6 +217,7 @@ public:
     {
         if (store->persistenceProblem())
             store->retryPersistence();
+        finishSaving();
         // Where there is no file, only the user can say that there never was one.
         if (!store->isStateRead() && !QFileInfo::exists(statePath()))
             store->beginAnew();
@@ -230,6 +241,7 @@ private:
     QString m_folder;
     Verdict &m_verdict;
     int m_output;
+    QByteArray m_stepsOfSaves;
 };
 
 using Scene = std::function<void(Trial &, const FileFault &)>;
@@ -303,6 +315,7 @@ void beginningAnew(Trial &trial, const FileFault &fault)
     trial.require(!trial.store->isStateRead(), "unread at first");
     trial.begin(fault);
     trial.store->beginAnew();
+    trial.finishSaving();
     const bool isNew = trial.store->isStateRead();
     trial.end();
     trial.require(trial.isKept(before), "the old file kept");

@@ -18,7 +18,9 @@ protected:
     QUuid appId() { return store->apps().isEmpty() ? addApp().id : store->apps().constFirst().id; }
     KeywordAdmission add(const QStringList &keywords, const char *country = "US")
     {
-        return store->addTrackedKeywords(appId(), keywords, text(country));
+        KeywordAdmission admission = store->addTrackedKeywords(appId(), keywords, text(country));
+        store->waitUntilSaved();
+        return admission;
     }
     /// The error of adding this one, as "code text"; empty when it was added.
     QString refusalOf(const QString &keyword, const QString &country = text("US"))

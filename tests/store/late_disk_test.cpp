@@ -114,7 +114,7 @@ TEST_F(LateDisk, TryAgainReadsWhatHasComeMeanwhile)
     QObject::connect(store.get(), &ASOStore::competitorsChanged, note("competitors"));
     QObject::connect(store.get(), &ASOStore::stateRead, note("read"));
     QObject::connect(store.get(), &ASOStore::persistenceProblemChanged, note("problem"));
-    store->retryPersistence();
+    retryPersistence();
     EXPECT_EQ(signalled,
               (QStringList{text("apps"), text("competitors"), text("read"), text("problem")}));
     EXPECT_TRUE(store->isStateRead());
@@ -195,7 +195,7 @@ TEST_F(LateDisk, ALinkToAFileThatIsNotThereWaitsForItsDisk)
     EXPECT_TRUE(problem().contains(text("It is a link to a file that is not there.")));
     EXPECT_THROW(addApp(), StoreError);
     bringDisk();
-    store->retryPersistence();
+    retryPersistence();
     add("tide");
     EXPECT_TRUE(QFileInfo(link).isSymLink());
     EXPECT_EQ(keywordsIn(readWholeFile(path())), (QStringList{text("moon"), text("tide")}));
@@ -272,6 +272,7 @@ TEST_F(LateDisk, AnUnsavedChangeIsKnownAndSavedWithinAMinute)
     bringDisk();
     testing::internal::CaptureStdout();
     clock->advance(Seconds(60));
+    store->waitUntilSaved();
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
     EXPECT_FALSE(store->hasUnsavedChange());
     EXPECT_EQ(problem(), QString());
@@ -339,7 +340,7 @@ TEST_F(LateDisk, NothingIsSavedWhileAnotherHasTheFolder)
                              .arg(disk()));
     EXPECT_EQ(readWholeFile(path()), saved);
     other.reset();
-    store->retryPersistence();
+    retryPersistence();
     EXPECT_EQ(problem(), QString());
     EXPECT_EQ(keywordsIn(readWholeFile(path())), (QStringList{text("moon"), text("tide")}));
     EXPECT_EQ(DataFolderLock(disk()).acquire(), DataFolderLock::Outcome::HeldByAnother);
@@ -353,7 +354,7 @@ TEST_F(LateDisk, TheLockIsTakenWhenTheFolderComes)
     EXPECT_EQ(lock.acquire(), DataFolderLock::Outcome::Unavailable);
     openStore(&lock);
     bringDisk();
-    store->retryPersistence();
+    retryPersistence();
     EXPECT_EQ(problem(), QString());
     EXPECT_EQ(DataFolderLock(disk()).acquire(), DataFolderLock::Outcome::HeldByAnother);
     stop();
@@ -369,7 +370,7 @@ TEST_F(LateDisk, AFolderThatAnotherHasTakenMeanwhileIsNotRead)
     DataFolderLock other(disk());
     ASSERT_EQ(other.acquire(), DataFolderLock::Outcome::Acquired);
     testing::internal::CaptureStdout();
-    store->retryPersistence();
+    retryPersistence();
     testing::internal::GetCapturedStdout();
     EXPECT_FALSE(store->isStateRead());
     EXPECT_TRUE(problem().contains(text("Another Veltrix has opened the folder")));

@@ -19,6 +19,7 @@ protected:
     /// What starting the store on these bytes prints.
     std::string startOn(const QByteArray &bytes)
     {
+        stop();
         writeFileAtomically(statePath(), bytes);
         return startAndPrint();
     }

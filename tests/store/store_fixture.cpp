@@ -100,6 +100,7 @@ void StoreTest::start()
 
 QByteArray StoreTest::stateBytes() const
 {
+    store->waitUntilSaved();
     return readWholeFile(statePath());
 }
 
@@ -120,18 +121,30 @@ PersistedState StoreTest::stateOnDisk() const
 
 AppProfile StoreTest::addApp(std::int64_t trackId, const char *name)
 {
-    return store->addApp(appResult(trackId, name), text("US"));
+    AppProfile added = store->addApp(appResult(trackId, name), text("US"));
+    store->waitUntilSaved();
+    return added;
 }
 
 TrackedKeyword StoreTest::addKeyword(const char *keyword, const char *country)
 {
     const QUuid appId = store->apps().isEmpty() ? addApp().id : store->apps().constFirst().id;
-    return store->addTrackedKeyword(appId, text(keyword), text(country));
+    TrackedKeyword added = store->addTrackedKeyword(appId, text(keyword), text(country));
+    store->waitUntilSaved();
+    return added;
+}
+
+void StoreTest::retryPersistence()
+{
+    store->retryPersistence();
+    store->waitUntilSaved();
 }
 
 Outcome<DashboardKeywordRow> StoreTest::refresh(const TrackedKeyword &keyword)
 {
-    return Outcome<DashboardKeywordRow>(store->refreshKeyword(keyword.id, view.get_token()));
+    Outcome<DashboardKeywordRow> outcome(store->refreshKeyword(keyword.id, view.get_token()));
+    store->waitUntilSaved();
+    return outcome;
 }
 
 KeywordSnapshot StoreTest::snapshotOf(const TrackedKeyword &keyword, Seconds age) const
@@ -152,12 +165,16 @@ void StoreTest::plant(const KeywordSnapshot &snapshot)
 {
     std::vector<SharedSnapshot> snapshots = store->snapshots();
     snapshots.push_back(std::make_shared<const KeywordSnapshot>(snapshot));
-    writeState({store->apps(), store->trackedKeywords(), snapshots, store->competitors()});
+    const PersistedState planted{store->apps(), store->trackedKeywords(), snapshots,
+                                 store->competitors()};
+    stop();
+    writeState(planted);
     start();
 }
 
 QString StoreTest::problem() const
 {
+    store->waitUntilSaved();
     const auto told = store->persistenceProblem();
     return told ? told->text : QString();
 }

@@ -104,8 +104,11 @@ protected:
     /// What is on disk, read back. Fails the test when it differs from the store.
     PersistedState stateOnDisk() const;
 
+    // What these change is saved when they return.
     AppProfile addApp(std::int64_t trackId = 1, const char *name = "Tideline");
     TrackedKeyword addKeyword(const char *keyword, const char *country = "US");
+    /// Reads or saves again what could not be, and waits for it.
+    void retryPersistence();
     /// Measures a keyword with whatever the services answer.
     Outcome<DashboardKeywordRow> refresh(const TrackedKeyword &keyword);
     /// The same, when it is sure to succeed.

@@ -42,13 +42,14 @@ int saveForEver(const QString &statePath, const QString &progressPath)
     if (memory == MAP_FAILED)
         return cannot;
     auto *progress = static_cast<SaveProgress *>(memory);
-    StateFile file(statePath);
-    const PersistedState last = file.load();
+    StateSaver saver(statePath);
+    const PersistedState last = saver.load();
     const Date now = SystemClock().now();
     for (std::int64_t number = last.apps.isEmpty() ? 1 : last.apps[0].trackId + 1;; ++number) {
-        const PersistedState next = numberedState(number);
+        PersistedState next = numberedState(number);
         progress->begun = number;
-        file.save(next, now);
+        saver.save({std::move(next), now});
+        saver.waitUntilFinished();
         progress->done = number;
     }
 }
@@ -90,6 +91,7 @@ int changeWithoutRights(const QString &statePath)
     describe(*store);
     try {
         store->addTrackedKeyword(anApp(*store), QStringLiteral("moon"), QStringLiteral("US"));
+        store->waitUntilSaved();
     } catch (const StoreError &error) {
         say(QStringLiteral("refused: %1").arg(error.description()));
     }
@@ -116,8 +118,10 @@ int fillDisk(const QString &folder)
     const QUuid app = anApp(*store);
     QByteArray before;
     for (int i = 0; i < 1000 && !store->persistenceProblem(); ++i) {
+        store->waitUntilSaved();
         before = readWholeFile(statePath);
         store->addTrackedKeyword(app, QStringLiteral("%1").arg(i, 100), QStringLiteral("US"));
+        store->waitUntilSaved();
     }
     describe(*store);
     say(QStringLiteral("file as before: %1").arg(readWholeFile(statePath) == before));

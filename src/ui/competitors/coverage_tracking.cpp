@@ -46,17 +46,30 @@ void CoverageTracking::track(const QStringList &keywords)
             m_store.addTrackedKeywords(*m_appId, keywords, m_country);
         // What was refused stays chosen.
         Q_EMIT trackedChanged();
-        const AdmissionStatus status = admissionStatus(admission, !m_store.hasUnsavedChange());
-        QStringList lines = refusalLines(admission.refused);
-        if (!status.detail.isEmpty())
-            lines.prepend(status.detail);
-        setOutcome({status.message, status.isProblem, lines},
-                   admission.added > 0 && !status.isProblem);
+        setOutcome(admission);
         // Queued last: should it fail at once, its own message comes after this one.
         m_store.queueKeywordRefreshes(admission.kept);
+        m_tasks.own(followSave(admission, m_tasks.token()));
     } catch (const StoreError &error) {
         setOutcome({error.description(), true, {}}, false);
     }
+}
+
+void CoverageTracking::setOutcome(const KeywordAdmission &admission)
+{
+    const AdmissionStatus status = admissionStatus(admission, !m_store.hasUnsavedChange());
+    QStringList lines = refusalLines(admission.refused);
+    if (!status.detail.isEmpty())
+        lines.prepend(status.detail);
+    setOutcome({status.message, status.isProblem, lines}, admission.added > 0 && !status.isProblem);
+}
+
+Task<void> CoverageTracking::followSave(KeywordAdmission admission, std::stop_token stop)
+{
+    const bool wasUnsaved = m_store.hasUnsavedChange();
+    co_await m_store.saved(stop);
+    if (m_store.hasUnsavedChange() && !wasUnsaved)
+        setOutcome(admission);
 }
 
 void CoverageTracking::setOutcome(const Outcome &outcome, bool isPromise)

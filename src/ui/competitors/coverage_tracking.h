@@ -2,6 +2,7 @@
 // Tracking keywords of a researched app for the user's own, without its looks.
 #pragma once
 
+#include "effects/task_scope.h"
 #include "store/aso_store.h"
 #include "ui/measuring/admission_texts.h"
 
@@ -47,6 +48,9 @@ Q_SIGNALS:
     void promiseEnded();
 
 private:
+    void setOutcome(const KeywordAdmission &admission);
+    /// Corrects the outcome, should the keywords not be saved.
+    Task<void> followSave(KeywordAdmission admission, std::stop_token stop);
     void setOutcome(const Outcome &outcome, bool isPromise);
     void endPromise();
 
@@ -55,6 +59,7 @@ private:
     std::optional<QUuid> m_appId;
     Outcome m_outcome;
     bool m_isPromise = false;
+    TaskScope m_tasks;
 };
 
 } // namespace veltrix

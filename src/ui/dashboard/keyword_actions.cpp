@@ -68,7 +68,16 @@ KeywordActions::Addition KeywordActions::add(std::optional<QUuid> appId,
     // Said before the queue starts: should it fail at once, its own message comes after this one.
     m_status.say(admissionStatus(admission, !m_store.hasUnsavedChange()));
     m_store.queueKeywordRefreshes(admission.kept);
+    m_tasks.own(sayWhenUnsaved(admission, m_tasks.token()));
     return {std::nullopt, admission};
+}
+
+Task<void> KeywordActions::sayWhenUnsaved(KeywordAdmission admission, std::stop_token stop)
+{
+    const bool wasUnsaved = m_store.hasUnsavedChange();
+    co_await m_store.saved(stop);
+    if (m_store.hasUnsavedChange() && !wasUnsaved)
+        m_status.say(admissionStatus(admission, false));
 }
 
 void KeywordActions::importFile(QWidget *dialogParent, std::optional<QUuid> appId,

@@ -57,6 +57,8 @@ Q_SIGNALS:
 private:
     void sayProblem(const QString &problem);
     Task<void> refreshRows(QList<QUuid> ids, std::stop_token stop);
+    /// Corrects what was said of added keywords, should they not be saved.
+    Task<void> sayWhenUnsaved(KeywordAdmission admission, std::stop_token stop);
     void saveCsv(QWidget *dialogParent, const QString &title, const QString &fileName,
                  const QList<QStringList> &table);
 

@@ -21,9 +21,7 @@ Closing::Verdict Closing::request()
 {
     if (m_mayLoseChange)
         return Verdict::Close;
-    if (m_store.hasUnsavedChange())
-        m_store.retryPersistence();
-    if (!m_store.hasUnsavedChange())
+    if (m_store.saveBeforeEnd())
         return Verdict::Close;
     return std::exchange(m_isAsking, true) ? Verdict::Wait : Verdict::Ask;
 }

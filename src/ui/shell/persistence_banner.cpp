@@ -32,7 +32,7 @@ PersistenceBanner::PersistenceBanner(ASOStore &store, QWidget *parent)
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_banner);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
-    connect(m_tryAgain, &Button::clicked, this, &PersistenceBanner::tryAgain);
+    connect(m_tryAgain, &Button::clicked, this, [this] { m_tasks.own(tryAgain(m_tasks.token())); });
     connect(m_beginAnew, &Button::clicked, this, &PersistenceBanner::askToBeginAnew);
     connect(m_dismiss, &Button::clicked, this, [this] { m_store.dismissPersistenceNotices(); });
     connect(&m_store, &ASOStore::persistenceProblemChanged, this, [this] {
@@ -57,12 +57,13 @@ void PersistenceBanner::update()
     setVisible(problem.has_value());
 }
 
-void PersistenceBanner::tryAgain()
+Task<void> PersistenceBanner::tryAgain(std::stop_token stop)
 {
     const auto before = m_store.persistenceProblem();
     m_store.retryPersistence();
+    co_await m_store.saved(stop);
     if (m_store.persistenceProblem() != before)
-        return;
+        co_return;
     // A button that does nothing would seem broken.
     m_lastTry =
         tr("Tried again at %1. Nothing has changed.").arg(dateTimeText(m_store.clock().now()));

@@ -2,6 +2,8 @@
 // What is wrong with the state file, above everything else, and the ways on.
 #pragma once
 
+#include "effects/task_scope.h"
+
 #include <QWidget>
 
 namespace veltrix
@@ -23,7 +25,7 @@ public:
 
 private:
     void update();
-    void tryAgain();
+    Task<void> tryAgain(std::stop_token stop);
     void askToBeginAnew();
 
     ASOStore &m_store;
@@ -33,6 +35,7 @@ private:
     Button *m_dismiss;
     /// When the user tried and nothing changed, in words.
     QString m_lastTry;
+    TaskScope m_tasks;
 };
 
 } // namespace veltrix

@@ -64,9 +64,11 @@ TEST_F(CoverageTrackingTest, ARefusalIsNoPromise)
 TEST_F(CoverageTrackingTest, WhatCannotBeSavedIsNoPromise)
 {
     make();
+    world.appStore->holds = true;
     world.folder.remove();
     const QSignalSpy ended(tracking.get(), &CoverageTracking::promiseEnded);
     tracking->track({text("film camera")});
+    world.store->waitUntilSaved();
     EXPECT_EQ(outcome().message, text("The new keywords are not saved yet."));
     EXPECT_TRUE(outcome().isProblem);
     EXPECT_EQ(ended.size(), 0);

@@ -214,6 +214,7 @@ void failToSave(const WindowStage &made)
     made.world->folder.remove();
     const QUuid app = made.world->store->apps().constFirst().id;
     made.world->store->addTrackedKeyword(app, QStringLiteral("sepia"), QStringLiteral("US"));
+    made.world->store->waitUntilSaved();
 }
 
 Scene unreadScene(const char *name, std::function<void(WindowStage &)> act)
@@ -238,6 +239,7 @@ std::vector<Scene> persistenceScenes()
                   made.window->resize(900, 560);
                   made.window->showWorkspace(Workspace::Competitors);
                   click(made, "persistenceTryAgain");
+                  made.world->store->waitUntilSaved();
               }),
         scene("persistence-kept",
               [](WindowStage &made) {
@@ -245,6 +247,7 @@ std::vector<Scene> persistenceScenes()
                   const QUuid app = made.world->store->apps().constFirst().id;
                   made.world->store->addTrackedKeyword(app, QStringLiteral("sepia"),
                                                        QStringLiteral("US"));
+                  made.world->store->waitUntilSaved();
               }),
         scene("persistence-quit",
               [](WindowStage &made) {

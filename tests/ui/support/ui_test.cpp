@@ -108,6 +108,8 @@ void UiTest::press(Qt::Key key, Qt::KeyboardModifiers modifiers)
 
 void UiTest::settle()
 {
+    if (world && world->store)
+        world->store->waitUntilSaved();
     QCoreApplication::processEvents();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }

@@ -71,8 +71,8 @@ protected:
     void type(const char *field, const QString &text);
     /// Presses a key where the focus is.
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {});
-    /// Runs what was posted, deletions included.
-    static void settle();
+    /// Waits until the last change is saved, and runs what was posted, deletions included.
+    void settle();
 
     /// The keywords shown, top to bottom.
     QStringList shownKeywords();
