@@ -4,10 +4,12 @@
 #include "ui_kit/theme/painting.h"
 #include "ui_kit/theme/symbols.h"
 #include "ui_kit/theme/typography.h"
+#include "ui_kit/widgets/pressable.h"
 
-#include <QEvent>
+#include <QHelpEvent>
 #include <QPainter>
 #include <QStyleOptionButton>
+#include <QToolTip>
 
 #include <algorithm>
 #include <cmath>
@@ -58,6 +60,24 @@ void Button::setSymbol(const QString &symbol)
     update();
 }
 
+void Button::setCompact(bool isCompact)
+{
+    if (m_isCompact == isCompact)
+        return;
+    m_isCompact = isCompact;
+    updateGeometry();
+    update();
+}
+
+bool Button::event(QEvent *event)
+{
+    if (event->type() == QEvent::ToolTip && toolTip().isEmpty() && plainText() != text()) {
+        QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(), text(), this);
+        return true;
+    }
+    return QPushButton::event(event);
+}
+
 QFont Button::labelFont() const
 {
     return fontFor(TextStyle::BodyMedium, font());
@@ -72,15 +92,29 @@ int Button::symbolSize() const
 
 QString Button::plainText() const
 {
+    if (m_isCompact && !m_symbol.isEmpty())
+        return {};
     QString plain = text();
     plain.remove(u'&');
     return plain;
 }
 
+int Button::savedByCompact() const
+{
+    QString plain = text();
+    plain.remove(u'&');
+    return m_symbol.isEmpty() ? 0 : sizeWith(plain).width() - sizeWith({}).width();
+}
+
 QSize Button::sizeHint() const
 {
+    return sizeWith(plainText());
+}
+
+QSize Button::sizeWith(const QString &text) const
+{
     const int height = controlHeight(font());
-    const int textWidth = int(std::ceil(QFontMetricsF(labelFont()).horizontalAdvance(plainText())));
+    const int textWidth = int(std::ceil(QFontMetricsF(labelFont()).horizontalAdvance(text)));
     if (textWidth == 0)
         return {height, height};
     const int content = textWidth + symbolSize() + (m_symbol.isEmpty() ? 0 : spacing::s);
@@ -153,6 +187,17 @@ void Button::paintEvent(QPaintEvent *)
         else
             drawFocusRing(painter, rect(), radius::control, tokens[Token::Accent]);
     }
+}
+
+void Button::keyPressEvent(QKeyEvent *event)
+{
+    if (pressByEnter(*this, *event))
+        return;
+    // Arrows choose among exclusive buttons. Else they are for the list or page around.
+    if (event->key() == Qt::Key_Space || autoExclusive() || group())
+        QPushButton::keyPressEvent(event);
+    else
+        event->ignore();
 }
 
 void Button::changeEvent(QEvent *event)

@@ -44,14 +44,21 @@ public:
 
     void setSymbol(const QString &symbol);
     [[nodiscard]] QString symbol() const { return m_symbol; }
+    /// Where there is no room for its text, a button with a symbol shows that alone, and the text
+    /// as a tool tip unless it has one.
+    void setCompact(bool isCompact);
+    /// How much narrower that makes it, or has made it.
+    [[nodiscard]] int savedByCompact() const;
     [[nodiscard]] Kind kind() const { return m_kind; }
 
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
 
 protected:
+    bool event(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     void changeEvent(QEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
 
 private:
     struct Colors {
@@ -62,10 +69,13 @@ private:
     [[nodiscard]] Colors colors(const Tokens &tokens) const;
     [[nodiscard]] QFont labelFont() const;
     [[nodiscard]] int symbolSize() const;
+    /// The text as it is shown.
     [[nodiscard]] QString plainText() const;
+    [[nodiscard]] QSize sizeWith(const QString &text) const;
 
     Kind m_kind;
     QString m_symbol;
+    bool m_isCompact = false;
 };
 
 } // namespace veltrix

@@ -10,6 +10,17 @@
 namespace veltrix
 {
 
+bool pressByEnter(QAbstractButton &button, const QKeyEvent &event)
+{
+    const bool isEnter = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+    if (!isEnter || event.modifiers().testAnyFlags(~Qt::KeyboardModifiers(Qt::KeypadModifier)))
+        return false;
+    // The key that has opened a sheet may still be down.
+    if (!event.isAutoRepeat())
+        button.click();
+    return true;
+}
+
 Pressable::Pressable(QWidget *parent) : QAbstractButton(parent)
 {
     setAccessibleRole(this, QAccessible::Button);
@@ -33,18 +44,13 @@ void Pressable::paintFocusRing(QPainter &painter, qreal radius) const
 
 void Pressable::keyPressEvent(QKeyEvent *event)
 {
-    switch (event->key()) {
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-        click();
-        break;
-    case Qt::Key_Space:
+    if (pressByEnter(*this, *event))
+        return;
+    if (event->key() == Qt::Key_Space)
         QAbstractButton::keyPressEvent(event);
-        break;
-    default:
+    else
         // Arrows scroll what is around; a button would take them to move the focus.
         event->ignore();
-    }
 }
 
 } // namespace veltrix

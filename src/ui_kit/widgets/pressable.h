@@ -7,6 +7,10 @@
 namespace veltrix
 {
 
+/// Presses the button when the key is Enter without Ctrl, Alt or Shift. A key that is held presses
+/// once. False for other keys.
+bool pressByEnter(QAbstractButton &button, const QKeyEvent &event);
+
 /// A widget that paints itself and is a button as a whole: pressed with the mouse, Enter, Space or
 /// by assistive technology, it sends clicked(). Controls in it keep their own presses.
 class Pressable : public QAbstractButton
