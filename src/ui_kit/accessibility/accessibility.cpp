@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui_kit/accessibility/accessibility.h"
 
+#include "ui_kit/accessibility/cover.h"
+
 #include <QAccessibleWidget>
 #include <QCoreApplication>
 #include <QKeyEvent>
@@ -14,6 +16,7 @@ namespace
 {
 
 constexpr char roleProperty[] = "veltrixAccessibleRole";
+constexpr char expandedProperty[] = "veltrixExpanded";
 
 class RoleInterface final : public QAccessibleWidget
 {
@@ -31,7 +34,39 @@ public:
         QAccessible::State state = QAccessibleWidget::state();
         if (role() == QAccessible::Dialog)
             state.modal = true;
+        const QVariant expanded = widget()->property(expandedProperty);
+        if (expanded.isValid()) {
+            state.expandable = true;
+            state.expanded = expanded.toBool();
+            state.collapsed = !expanded.toBool();
+        }
         return state;
+    }
+
+    // Of a window with a sheet over it there is the sheet.
+    [[nodiscard]] int childCount() const override
+    {
+        return coverOf(widget()) ? 1 : QAccessibleWidget::childCount();
+    }
+    [[nodiscard]] QAccessibleInterface *child(int index) const override
+    {
+        QWidget *cover = coverOf(widget());
+        if (!cover)
+            return QAccessibleWidget::child(index);
+        return index == 0 ? QAccessible::queryAccessibleInterface(cover) : nullptr;
+    }
+    int indexOfChild(const QAccessibleInterface *child) const override
+    {
+        const QWidget *cover = coverOf(widget());
+        if (!cover)
+            return QAccessibleWidget::indexOfChild(child);
+        return child && child->object() == cover ? 0 : -1;
+    }
+    [[nodiscard]] QAccessibleInterface *childAt(int x, int y) const override
+    {
+        QWidget *cover = coverOf(widget());
+        return cover ? QAccessible::queryAccessibleInterface(cover)
+                     : QAccessibleWidget::childAt(x, y);
     }
 
     [[nodiscard]] QStringList actionNames() const override
@@ -64,6 +99,8 @@ QAccessibleInterface *roleInterface(const QString &className, QObject *object)
     auto *widget = qobject_cast<QWidget *>(object);
     if (!widget || className != QLatin1String(widget->metaObject()->className()))
         return nullptr;
+    if (isCovered(widget))
+        return makeCoveredInterface(widget);
     if (!widget->property(roleProperty).isValid())
         return nullptr;
     return new RoleInterface(widget);
@@ -83,6 +120,24 @@ void installAccessibleRoles()
 void setAccessibleRole(QWidget *widget, QAccessible::Role role)
 {
     widget->setProperty(roleProperty, int(role));
+}
+
+void setExpandedState(QWidget *button, bool isExpanded)
+{
+    if (!button->property(roleProperty).isValid()) {
+        setAccessibleRole(button, QAccessible::Button);
+        // Naming it has made the toolkit's own interface, which knows nothing of this.
+        QAccessibleInterface *own = QAccessible::queryAccessibleInterface(button);
+        QAccessible::deleteAccessibleInterface(QAccessible::uniqueId(own));
+    }
+    if (button->property(expandedProperty) == QVariant(isExpanded))
+        return;
+    button->setProperty(expandedProperty, isExpanded);
+    QAccessible::State changed;
+    changed.expanded = true;
+    changed.collapsed = true;
+    QAccessibleStateChangeEvent event(button, changed);
+    QAccessible::updateAccessibility(&event);
 }
 
 void nameControl(QWidget *widget, const QString &objectName, const QString &accessibleName)

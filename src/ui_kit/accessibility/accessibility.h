@@ -17,6 +17,9 @@ void setAccessibleRole(QWidget *widget, QAccessible::Role role);
 /// Names a control for tests (objectName) and for people (accessibleName) in one line.
 void nameControl(QWidget *widget, const QString &objectName, const QString &accessibleName);
 
+/// Says of a button that it unfolds something, and whether it has; screen readers hear each change.
+void setExpandedState(QWidget *button, bool isExpanded);
+
 /// Tells screen readers that the widget's name has changed, as for a status line.
 void announceNameChange(QWidget *widget);
 

@@ -69,6 +69,7 @@ ExpandableText::ExpandableText(const QString &objectName, QWidget *parent)
     m_text->setWrapping(TextLabel::Wrapping::Wrapped);
     m_text->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     nameControl(m_toggle, objectName + QStringLiteral("Toggle"), tr("Show more"));
+    setExpandedState(m_toggle, false);
     QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Preferred);
     policy.setHeightForWidth(true);
     setSizePolicy(policy);
@@ -89,6 +90,7 @@ void ExpandableText::setExpanded(bool expanded)
     m_isExpanded = expanded;
     m_toggle->setText(expanded ? tr("Less") : tr("More"));
     m_toggle->setAccessibleName(expanded ? tr("Show less") : tr("Show more"));
+    setExpandedState(m_toggle, expanded);
     updateGeometry();
     place();
 }

@@ -3,6 +3,7 @@
 
 #include "ui_kit/accessibility/accessibility.h"
 
+#include <QKeyEvent>
 #include <QScrollArea>
 #include <QScrollBar>
 
@@ -10,6 +11,20 @@
 
 namespace veltrix
 {
+
+namespace
+{
+
+class ScrollPage final : public QScrollArea
+{
+protected:
+    void keyPressEvent(QKeyEvent *event) override
+    {
+        event->setAccepted(scrollByKey(*this, *event));
+    }
+};
+
+} // namespace
 
 QHBoxLayout *makeRow(int spacing, QWidget *parent, const QMargins &margins)
 {
@@ -30,15 +45,50 @@ QVBoxLayout *makeColumn(int spacing, QWidget *parent, const QMargins &margins)
 QScrollArea *makeScrollPage(const QString &objectName, const QString &accessibleName,
                             QWidget *content)
 {
-    auto *area = new QScrollArea;
-    nameControl(area, objectName, accessibleName);
-    area->setFrameShape(QFrame::NoFrame);
-    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    area->setWidgetResizable(true);
-    area->setWidget(content);
-    area->viewport()->setAutoFillBackground(false);
-    content->setAutoFillBackground(false);
+    auto *area = new ScrollPage;
+    dressScrollPage(*area, objectName, accessibleName, content);
     return area;
+}
+
+void dressScrollPage(QScrollArea &area, const QString &objectName, const QString &accessibleName,
+                     QWidget *content)
+{
+    nameControl(&area, objectName, accessibleName);
+    area.setFocusPolicy(Qt::ClickFocus);
+    area.setFrameShape(QFrame::NoFrame);
+    area.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    area.setWidgetResizable(true);
+    area.setWidget(content);
+    area.viewport()->setAutoFillBackground(false);
+    content->setAutoFillBackground(false);
+}
+
+bool scrollByKey(QScrollArea &area, const QKeyEvent &event)
+{
+    QScrollBar *bar = area.verticalScrollBar();
+    if (bar->maximum() == bar->minimum() ||
+        event.modifiers().testAnyFlags(~Qt::KeyboardModifiers(Qt::KeypadModifier)))
+        return false;
+    const auto act = [bar](QAbstractSlider::SliderAction action) {
+        bar->triggerAction(action);
+        return true;
+    };
+    switch (event.key()) {
+    case Qt::Key_Up:
+        return act(QAbstractSlider::SliderSingleStepSub);
+    case Qt::Key_Down:
+        return act(QAbstractSlider::SliderSingleStepAdd);
+    case Qt::Key_PageUp:
+        return act(QAbstractSlider::SliderPageStepSub);
+    case Qt::Key_PageDown:
+        return act(QAbstractSlider::SliderPageStepAdd);
+    case Qt::Key_Home:
+        return act(QAbstractSlider::SliderToMinimum);
+    case Qt::Key_End:
+        return act(QAbstractSlider::SliderToMaximum);
+    default:
+        return false;
+    }
 }
 
 void takeScrollBarFromMargin(QScrollArea &area, QLayout &content)

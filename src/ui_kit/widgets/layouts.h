@@ -6,6 +6,7 @@
 
 #include <QBoxLayout>
 
+class QKeyEvent;
 class QScrollArea;
 
 namespace veltrix
@@ -17,9 +18,18 @@ QHBoxLayout *makeRow(int spacing, QWidget *parent = nullptr, const QMargins &mar
 QVBoxLayout *makeColumn(int spacing, QWidget *parent = nullptr, const QMargins &margins = {});
 
 /// Shows `content` without a frame, scrolled up and down only; what lies below shows through. Named
-/// for tests and for people.
+/// for tests and for people. It is no stop of Tab, because nothing would show that it has the
+/// focus: its controls leave it the keys that scroll, and a sheet those that nobody wants.
 QScrollArea *makeScrollPage(const QString &objectName, const QString &accessibleName,
                             QWidget *content);
+
+/// Makes of a scroll area such a page.
+void dressScrollPage(QScrollArea &area, const QString &objectName, const QString &accessibleName,
+                     QWidget *content);
+
+/// Scrolls up and down by arrows, PageUp, PageDown, Home and End. False for other keys, and when
+/// there is nothing to scroll.
+bool scrollByKey(QScrollArea &area, const QKeyEvent &event);
 
 /// Lets the vertical scroll bar of `area` take its room from the margin of the content, so that the
 /// content keeps its width and stays in the middle whether the bar is there or not.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui_kit/widgets/loadable_view.h"
 
+#include "ui_kit/widgets/focus_keeper.h"
 #include "ui_kit/widgets/layouts.h"
 
 namespace veltrix
@@ -25,19 +26,27 @@ void LoadableView::addWayOut(QWidget *control)
     m_wayOut->hide();
 }
 
+void LoadableView::turnTo(QWidget *page)
+{
+    // The stack would give the focus to the first control of the page, whatever it does.
+    if (FocusKeeper *keeper = page == currentWidget() ? nullptr : FocusKeeper::of(this))
+        keeper->leave(currentWidget());
+    setCurrentWidget(page);
+}
+
 void LoadableView::showMessage(const EmptyState::Content &content)
 {
     m_message->setContent(content);
     if (m_wayOut)
         m_wayOut->setVisible(!content.action.isEmpty());
-    setCurrentWidget(m_messagePage);
+    turnTo(m_messagePage);
 }
 
 void LoadableView::showPage(QWidget *page)
 {
     if (indexOf(page) < 0)
         addWidget(page);
-    setCurrentWidget(page);
+    turnTo(page);
 }
 
 } // namespace veltrix

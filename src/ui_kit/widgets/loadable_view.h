@@ -54,6 +54,8 @@ Q_SIGNALS:
     void retryRequested();
 
 private:
+    void turnTo(QWidget *page);
+
     QWidget *m_messagePage;
     QVBoxLayout *m_column;
     EmptyState *m_message;

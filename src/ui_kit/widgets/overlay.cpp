@@ -2,13 +2,19 @@
 #include "ui_kit/widgets/overlay.h"
 
 #include "ui_kit/accessibility/accessibility.h"
+#include "ui_kit/accessibility/cover.h"
 #include "ui_kit/theme/painting.h"
 #include "ui_kit/theme/typography.h"
+#include "ui_kit/widgets/focus_keeper.h"
+#include "ui_kit/widgets/layouts.h"
 
 #include <QApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QPainterPath>
+#include <QScrollArea>
+#include <QStyleOption>
 
 #include <algorithm>
 
@@ -19,6 +25,9 @@ namespace
 {
 
 constexpr int sheetMarginVertical = 40;
+constexpr int leastSheetMarginVertical = 12;
+/// A window of this height, or a lower one, leaves sheets all the room it can.
+constexpr int lowWindow = 560;
 constexpr int sheetMarginHorizontal = 24;
 constexpr int popoverMargin = 8;
 constexpr int popoverGap = 6;
@@ -33,8 +42,10 @@ bool takesFocusByTab(const QWidget *widget)
 
 QRect layoutSheet(const QRect &window, QSize preferred)
 {
+    const int vertical = std::clamp(leastSheetMarginVertical + (window.height() - lowWindow) / 4,
+                                    leastSheetMarginVertical, sheetMarginVertical);
     const QSize room(std::max(0, window.width() - 2 * sheetMarginHorizontal),
-                     std::max(0, window.height() - 2 * sheetMarginVertical));
+                     std::max(0, window.height() - 2 * vertical));
     const QSize size = preferred.boundedTo(room);
     return {window.x() + (window.width() - size.width()) / 2,
             window.y() + (window.height() - size.height()) / 2, size.width(), size.height()};
@@ -62,7 +73,10 @@ Overlay *Overlay::open(Kind kind, QWidget *opener, QWidget *content)
 
 Overlay::Overlay(Kind kind, QWidget *window, QWidget *opener, QWidget *content)
     : QWidget(window), m_kind(kind), m_opener(opener), m_content(content),
-      m_focusBefore(QApplication::focusWidget())
+      m_focusBefore(QApplication::focusWidget()), m_keeper(new FocusKeeper(this, [this] {
+          if (m_content)
+              m_content->setFocus(Qt::OtherFocusReason);
+      }))
 {
     setAccessibleRole(this, QAccessible::Dialog);
     setObjectName(kind == Kind::Sheet ? QStringLiteral("sheet") : QStringLiteral("popover"));
@@ -76,9 +90,12 @@ Overlay::Overlay(Kind kind, QWidget *window, QWidget *opener, QWidget *content)
     content->show();
     show();
     raise();
+    setCover(window, this);
     if (!first)
         first = nextStop(this, Step::Next);
     (first ? first : content)->setFocus(Qt::PopupFocusReason);
+    connect(qApp, &QApplication::focusChanged, this,
+            [this](QWidget *, QWidget *now) { followFocus(now); });
 }
 
 void Overlay::dismiss()
@@ -88,6 +105,7 @@ void Overlay::dismiss()
     m_open = false;
     if (parentWidget())
         parentWidget()->removeEventFilter(this);
+    setCover(window(), topOf(window()));
     const bool focusWasInside = isAncestorOf(QApplication::focusWidget());
     hide();
     if (focusWasInside && m_focusBefore)
@@ -105,11 +123,31 @@ Overlay *Overlay::of(QWidget *widget)
     return nullptr;
 }
 
-bool Overlay::isOpenOver(const QWidget *window)
+Overlay *Overlay::topOf(const QWidget *window)
 {
-    const auto overlays = window->findChildren<Overlay *>(QString(), Qt::FindDirectChildrenOnly);
-    return std::any_of(overlays.begin(), overlays.end(),
-                       [](const Overlay *overlay) { return overlay->m_open; });
+    // Children come in the order in which they lie over each other.
+    Overlay *top = nullptr;
+    for (auto *overlay : window->findChildren<Overlay *>(QString(), Qt::FindDirectChildrenOnly)) {
+        if (overlay->m_open)
+            top = overlay;
+    }
+    return top;
+}
+
+void Overlay::followFocus(QWidget *now)
+{
+    update();
+    // A part of the window may ask for the focus that does not know of the sheet over it.
+    const bool isBehind = now && now->window() == window() && now != this && !isAncestorOf(now);
+    if (isBehind && m_open && topOf(window()) == this && m_content)
+        m_content->setFocus(Qt::OtherFocusReason);
+}
+
+bool Overlay::showsFocusRing() const
+{
+    QStyleOption option;
+    option.initFrom(m_content);
+    return m_content && m_content->focusPolicy() == Qt::NoFocus && showsFocus(option);
 }
 
 void Overlay::place()
@@ -142,15 +180,39 @@ bool Overlay::eventFilter(QObject *watched, QEvent *event)
     return QWidget::eventFilter(watched, event);
 }
 
+void Overlay::dim(QPainter &painter) const
+{
+    const QColor scrim = Tokens::of(this)[Token::Scrim];
+    QPainterPath undimmed;
+    undimmed.addRect(rect());
+    for (const auto *below :
+         window()->findChildren<Overlay *>(QString(), Qt::FindDirectChildrenOnly)) {
+        if (below == this)
+            break;
+        if (!below->m_open)
+            continue;
+        const qreal corner = below->m_kind == Kind::Sheet ? radius::sheet : radius::card;
+        if (below->m_kind == Kind::Sheet)
+            undimmed.clear();
+        undimmed.addRoundedRect(below->m_card, corner, corner);
+    }
+    undimmed.setFillRule(Qt::WindingFill);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.fillPath(undimmed, scrim);
+}
+
 void Overlay::paintEvent(QPaintEvent *)
 {
     const Tokens tokens = Tokens::of(this);
     QPainter painter(this);
     if (m_kind == Kind::Sheet)
-        painter.fillRect(rect(), tokens[Token::Scrim]);
+        dim(painter);
     const qreal corner = m_kind == Kind::Sheet ? radius::sheet : radius::card;
     drawShadow(painter, m_card, corner, tokens[Token::Shadow]);
     drawRoundedRect(painter, m_card, corner, tokens[Token::Raised], tokens[Token::Hairline]);
+    if (showsFocusRing())
+        drawFocusRing(painter, QRectF(m_card).adjusted(-2, -2, 2, 2), corner + 2,
+                      tokens[Token::Accent]);
 }
 
 void Overlay::mousePressEvent(QMouseEvent *event)
@@ -162,10 +224,17 @@ void Overlay::mousePressEvent(QMouseEvent *event)
 
 void Overlay::keyPressEvent(QKeyEvent *event)
 {
-    if (event->key() == Qt::Key_Escape)
-        dismiss();
     // Nothing reaches the window below.
     event->accept();
+    if (event->key() == Qt::Key_Escape) {
+        dismiss();
+        return;
+    }
+    // From wherever the focus is, what can be scrolled is.
+    for (QScrollArea *area : findChildren<QScrollArea *>()) {
+        if (area->isVisible() && scrollByKey(*area, *event))
+            return;
+    }
 }
 
 void Overlay::wheelEvent(QWheelEvent *event)
@@ -187,7 +256,11 @@ QWidget *Overlay::nextStop(QWidget *from, Step step) const
 
 bool Overlay::focusNextPrevChild(bool next)
 {
-    QWidget *from = QApplication::focusWidget();
+    if (m_keeper->keep())
+        return true;
+    QWidget *from = m_keeper->resumePoint();
+    if (!from)
+        from = QApplication::focusWidget();
     if (!from || !isAncestorOf(from))
         from = this;
     QWidget *target = nextStop(from, next ? Step::Next : Step::Previous);

@@ -9,8 +9,10 @@
 namespace veltrix
 {
 
-/// Where a sheet lies: centred in `window`, at its preferred size or what leaves a margin of 40
-/// pixels above and below and 24 at the sides.
+class FocusKeeper;
+
+/// Where a sheet lies: centred in `window`, at its preferred size or what leaves a margin of 24
+/// pixels at the sides, and of 40 above and below, or as little as 12 in a low window.
 QRect layoutSheet(const QRect &window, QSize preferred);
 
 /// Where a popover lies: below `anchor` with their trailing edges aligned, moved into `window` with
@@ -18,8 +20,9 @@ QRect layoutSheet(const QRect &window, QSize preferred);
 QRect layoutPopover(const QRect &window, const QRect &anchor, QSize preferred);
 
 /// A card over a whole window. It belongs to the window, takes all its input while it is open,
-/// keeps the keyboard focus inside, closes on Escape, and gives the focus back. Drawing inside the
-/// window rather than in one of its own gives it round corners and a shadow on every desktop.
+/// keeps the keyboard focus inside, closes on Escape, and gives the focus back. What lies behind it
+/// is out of the reach of assistive technology, too. Drawing inside the window rather than in one
+/// of its own gives it round corners and a shadow on every desktop.
 class Overlay final : public QWidget
 {
     Q_OBJECT
@@ -44,8 +47,10 @@ public:
 
     /// The open overlay that holds `widget`, or null.
     static Overlay *of(QWidget *widget);
+    /// The overlay that is on top in that window, or null.
+    static Overlay *topOf(const QWidget *window);
     /// True while a sheet or popover is open over that window.
-    static bool isOpenOver(const QWidget *window);
+    static bool isOpenOver(const QWidget *window) { return topOf(window) != nullptr; }
 
 Q_SIGNALS:
     void dismissed();
@@ -62,6 +67,10 @@ protected:
 private:
     Overlay(Kind kind, QWidget *window, QWidget *opener, QWidget *content);
     void place();
+    /// Dims what no sheet below has dimmed.
+    void dim(QPainter &painter) const;
+    void followFocus(QWidget *now);
+    [[nodiscard]] bool showsFocusRing() const;
     enum class Step { Next, Previous };
     /// The widget that Tab reaches from `from` without leaving; null when there is none.
     [[nodiscard]] QWidget *nextStop(QWidget *from, Step step) const;
@@ -70,6 +79,7 @@ private:
     QPointer<QWidget> m_opener;
     QPointer<QWidget> m_content;
     QPointer<QWidget> m_focusBefore;
+    FocusKeeper *m_keeper;
     QRect m_card;
     bool m_open = true;
 };

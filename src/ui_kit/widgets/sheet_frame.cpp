@@ -2,6 +2,7 @@
 #include "ui_kit/widgets/sheet_frame.h"
 
 #include "ui_kit/accessibility/accessibility.h"
+#include "ui_kit/text/tool_tip_text.h"
 #include "ui_kit/theme/painting.h"
 #include "ui_kit/theme/typography.h"
 #include "ui_kit/widgets/button.h"
@@ -9,8 +10,11 @@
 #include "ui_kit/widgets/overlay.h"
 #include "ui_kit/widgets/text_label.h"
 
+#include <QEvent>
 #include <QPainter>
 #include <QScrollArea>
+
+#include <algorithm>
 
 namespace veltrix
 {
@@ -20,11 +24,48 @@ namespace
 
 constexpr int standardControlHeight = 30;
 
+/// Fills its content into the room there is, and scrolls it where it needs more than that.
+class FittedPage final : public QScrollArea
+{
+public:
+    FittedPage(const QString &objectName, const QString &accessibleName, QWidget *content)
+    {
+        dressScrollPage(*this, objectName, accessibleName, content);
+        setWidgetResizable(false);
+        content->installEventFilter(this);
+    }
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        const bool isHandled = QScrollArea::eventFilter(watched, event);
+        if (watched == widget() && event->type() == QEvent::LayoutRequest)
+            fit();
+        return isHandled;
+    }
+    void resizeEvent(QResizeEvent *event) override
+    {
+        QScrollArea::resizeEvent(event);
+        fit();
+    }
+
+private:
+    void fit()
+    {
+        const QLayout &layout = *widget()->layout();
+        const int width = viewport()->width();
+        const int least =
+            std::max(layout.totalMinimumSize().height(), layout.totalMinimumHeightForWidth(width));
+        widget()->resize(width, std::max(viewport()->height(), least));
+    }
+};
+
 } // namespace
 
 SheetFrame::SheetFrame(const QString &objectName, const QString &title, Body body, QSize preferred,
                        QWidget *parent)
     : QWidget(parent), m_preferred(preferred), m_header(new QWidget),
+      m_back(new Button(Button::Kind::Standard, QStringLiteral("chevron.left"), tr("Back"))),
       m_title(new ElidedLabel(TextStyle::Title, TextLabel::Tone::Text, title)),
       m_subtitle(new ElidedLabel(TextStyle::Secondary, TextLabel::Tone::Secondary)),
       m_actions(makeRow(spacing::s))
@@ -38,6 +79,10 @@ SheetFrame::SheetFrame(const QString &objectName, const QString &title, Body bod
     titles->addWidget(m_subtitle);
     auto *header =
         makeRow(spacing::l, m_header, {spacing::xl, spacing::l, spacing::xl, spacing::l});
+    m_back->setObjectName(objectName + QStringLiteral("Back"));
+    connect(m_back, &Button::clicked, this, &SheetFrame::dismissed);
+    header->addWidget(m_back);
+    m_back->hide();
     header->addLayout(titles, 1);
     header->addLayout(m_actions);
 
@@ -45,12 +90,10 @@ SheetFrame::SheetFrame(const QString &objectName, const QString &title, Body bod
     m_body = makeColumn(spacing::l, content, {spacing::xl, spacing::l, spacing::xl, spacing::xl});
     auto *layout = makeColumn(0, this, {1, 1, 1, 1});
     layout->addWidget(m_header);
-    if (body == Body::Fixed) {
-        layout->addWidget(content, 1);
-        return;
-    }
     // The card below shows through, so that its round corners stay.
-    m_scroll = makeScrollPage(objectName + QStringLiteral("Scroll"), title, content);
+    const QString scrollName = objectName + QStringLiteral("Scroll");
+    m_scroll = body == Body::Fixed ? new FittedPage(scrollName, title, content)
+                                   : makeScrollPage(scrollName, title, content);
     layout->addWidget(m_scroll, 1);
     takeScrollBarFromMargin(*m_scroll, *m_body);
 }
@@ -77,9 +120,26 @@ void SheetFrame::setSubtitle(const QString &subtitle)
     m_subtitle->setVisible(!subtitle.isEmpty());
 }
 
+void SheetFrame::showWayBack(const QString &place)
+{
+    const QString name = tr("Back to %1").arg(place);
+    m_back->setAccessibleName(name);
+    m_back->setToolTip(toolTipText(name));
+    m_back->show();
+}
+
+void SheetFrame::insertAction(int index, QWidget *control)
+{
+    QWidget *before = m_back;
+    for (int i = 0; i < index; ++i)
+        before = m_actions->itemAt(i)->widget();
+    m_actions->insertWidget(index, control);
+    setTabOrder(before, control);
+}
+
 void SheetFrame::addAction(QWidget *control)
 {
-    m_actions->insertWidget(0, control);
+    insertAction(0, control);
 }
 
 Button *SheetFrame::addCloseButton(const QString &objectName, const QString &symbol,
@@ -90,7 +150,7 @@ Button *SheetFrame::addCloseButton(const QString &objectName, const QString &sym
     nameControl(button, objectName, accessibleName);
     if (text.isEmpty())
         button->setToolTip(accessibleName);
-    m_actions->addWidget(button);
+    insertAction(m_actions->count(), button);
     connect(button, &Button::clicked, this, &SheetFrame::dismissed);
     return button;
 }
@@ -112,6 +172,9 @@ void SheetFrame::paintEvent(QPaintEvent *)
 
 void openSheet(QWidget *opener, SheetFrame *sheet)
 {
+    const Overlay *below = Overlay::topOf(opener->window());
+    if (below && below->kind() == Overlay::Kind::Sheet)
+        sheet->showWayBack(below->content()->accessibleName());
     Overlay *overlay = Overlay::open(Overlay::Kind::Sheet, opener, sheet);
     QObject::connect(sheet, &SheetFrame::dismissed, overlay, &Overlay::dismiss);
 }

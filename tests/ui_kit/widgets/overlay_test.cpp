@@ -54,7 +54,9 @@ TEST(SheetLayout, IsCentredWithAMarginAndNeverLargerThanTheWindow)
 {
     EXPECT_EQ(layoutSheet(QRect(0, 0, 1280, 800), QSize(740, 500)), QRect(270, 150, 740, 500));
     EXPECT_EQ(layoutSheet(QRect(0, 0, 1280, 800), QSize(740, 2000)), QRect(270, 40, 740, 720));
-    EXPECT_EQ(layoutSheet(QRect(0, 0, 600, 400), QSize(740, 2000)), QRect(24, 40, 552, 320));
+    // A low window has no room to give away.
+    EXPECT_EQ(layoutSheet(QRect(0, 0, 1280, 672), QSize(740, 2000)), QRect(270, 40, 740, 592));
+    EXPECT_EQ(layoutSheet(QRect(0, 0, 800, 500), QSize(900, 2000)), QRect(24, 12, 752, 476));
 }
 
 TEST(PopoverLayout, HangsBelowItsAnchorInsideTheWindow)
