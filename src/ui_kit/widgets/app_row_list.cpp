@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui_kit/widgets/app_row_list.h"
 
+#include "ui_kit/widgets/focus_steps.h"
 #include "ui_kit/widgets/layouts.h"
+
+#include <QKeyEvent>
 
 namespace veltrix
 {
@@ -22,6 +25,11 @@ AppRow *AppRowList::addRow()
     connect(row, &AppRow::clicked, this, [this, row] { Q_EMIT pressed(row->app()); });
     m_layout->addWidget(row);
     return row;
+}
+
+void AppRowList::keyPressEvent(QKeyEvent *event)
+{
+    event->setAccepted(moveFocusAmong({m_rows.begin(), m_rows.end()}, *event));
 }
 
 void AppRowList::setApps(const QList<ITunesAppResult> &apps)

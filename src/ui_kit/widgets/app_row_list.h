@@ -12,7 +12,8 @@ namespace veltrix
 {
 
 /// Rows that keep their places: another list changes what they show, not where they are, so that
-/// scrolling and focus stay. Without apps it is hidden.
+/// scrolling and focus stay. The focus moves among them by arrows and pages. Without apps it is
+/// hidden.
 class AppRowList final : public QWidget
 {
     Q_OBJECT
@@ -31,6 +32,9 @@ public:
 Q_SIGNALS:
     /// The row of that app was pressed.
     void pressed(const ITunesAppResult &app);
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
 
 private:
     AppRow *addRow();

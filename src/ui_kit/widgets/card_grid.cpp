@@ -2,7 +2,9 @@
 #include "ui_kit/widgets/card_grid.h"
 
 #include "ui_kit/theme/typography.h"
+#include "ui_kit/widgets/focus_steps.h"
 
+#include <QKeyEvent>
 #include <QStyle>
 
 #include <algorithm>
@@ -81,6 +83,14 @@ void CardGrid::resizeEvent(QResizeEvent *event)
 {
     QWidget::resizeEvent(event);
     place();
+}
+
+void CardGrid::keyPressEvent(QKeyEvent *event)
+{
+    const auto abreast = std::count_if(m_cards.begin(), m_cards.end(), [this](const QWidget *card) {
+        return card->y() == m_cards.constFirst()->y();
+    });
+    event->setAccepted(moveFocusAmong(m_cards, *event, std::max(1, int(abreast))));
 }
 
 void CardGrid::place()

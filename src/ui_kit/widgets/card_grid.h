@@ -14,7 +14,8 @@ namespace veltrix
 /// `height` high, parted by `gap`, filling rows from the first.
 std::vector<QRect> layoutCards(int width, int count, int leastWidth, int height, int gap);
 
-/// Shows cards as layoutCards() places them, as high as they need.
+/// Shows cards as layoutCards() places them, as high as they need. The focus moves among them by
+/// arrows and pages.
 class CardGrid final : public QWidget
 {
     Q_OBJECT
@@ -33,6 +34,7 @@ public:
 
 protected:
     void resizeEvent(QResizeEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
 
 private:
     [[nodiscard]] std::vector<QRect> places(int width) const;
