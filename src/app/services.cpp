@@ -56,6 +56,11 @@ AppInformation informationOf(const Bundle &bundle)
 
 } // namespace
 
+QString stateFilePath(const QString &stateFolder)
+{
+    return stateFolder + QStringLiteral("/aso_store_state.json");
+}
+
 Services::Services(const Bundle &bundle, const QString &stateFolder, const QString &cacheFolder,
                    std::shared_ptr<QSettings> preferences, DataFolderLock *folderLock)
     : m_clock(std::make_shared<SystemClock>()), m_information(informationOf(bundle))
@@ -114,7 +119,7 @@ void Services::buildStore(const Bundle &bundle, const QString &stateFolder,
         std::make_shared<QuorvinPopularityProvider>(), autocomplete);
 
     m_store = std::make_unique<ASOStore>(ASOStore::Arguments{
-        .persistenceURL = stateFolder + QStringLiteral("/aso_store_state.json"),
+        .persistenceURL = stateFilePath(stateFolder),
         .iTunesClient = keywordClient,
         .pipeline = KeywordPipeline{popularity, keywordClient, m_clock},
         .discoveryClient = direct,

@@ -17,6 +17,9 @@ class QSettings;
 namespace veltrix
 {
 
+/// The file in that folder which holds what is tracked.
+[[nodiscard]] QString stateFilePath(const QString &stateFolder);
+
 /// The real network, clock, clients and store of the program, as its bundle configures them:
 ///
 /// - App searches and look-ups go directly to the App Store's search service.

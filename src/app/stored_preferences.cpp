@@ -5,6 +5,9 @@
 
 #include <QSettings>
 
+#include <array>
+#include <utility>
+
 namespace veltrix
 {
 
@@ -14,6 +17,12 @@ namespace
 const QString storefrontKey = QStringLiteral("preferredStorefrontCountry");
 const QString columnsKey = QStringLiteral("keywordTableColumns");
 const QString geometryKey = QStringLiteral("windowGeometry");
+const QString themeKey = QStringLiteral("theme");
+
+const std::array<std::pair<ThemeChoice, QString>, 3> themeNames{
+    {{ThemeChoice::System, QStringLiteral("system")},
+     {ThemeChoice::Light, QStringLiteral("light")},
+     {ThemeChoice::Dark, QStringLiteral("dark")}}};
 
 } // namespace
 
@@ -47,6 +56,24 @@ QByteArray StoredPreferences::windowGeometry() const
 void StoredPreferences::setWindowGeometry(const QByteArray &geometry)
 {
     m_settings.setValue(geometryKey, geometry);
+}
+
+ThemeChoice StoredPreferences::theme() const
+{
+    const QString stored = m_settings.value(themeKey).toString();
+    for (const auto &[choice, name] : themeNames) {
+        if (name == stored)
+            return choice;
+    }
+    return ThemeChoice::System;
+}
+
+void StoredPreferences::setTheme(ThemeChoice theme)
+{
+    for (const auto &[choice, name] : themeNames) {
+        if (choice == theme)
+            m_settings.setValue(themeKey, name);
+    }
 }
 
 } // namespace veltrix

@@ -22,6 +22,8 @@ public:
     void setKeywordTableColumns(const QString &columns) override;
     [[nodiscard]] QByteArray windowGeometry() const override;
     void setWindowGeometry(const QByteArray &geometry) override;
+    [[nodiscard]] ThemeChoice theme() const override;
+    void setTheme(ThemeChoice theme) override;
 
 private:
     QSettings &m_settings;

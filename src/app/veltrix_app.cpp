@@ -62,7 +62,8 @@ void raise(QWidget &window)
 } // namespace
 
 VeltrixApp::VeltrixApp(const Bundle &bundle, const QString &stateFolder, const QString &cacheFolder,
-                       std::shared_ptr<QSettings> settings, DataFolderLock *folderLock)
+                       std::shared_ptr<QSettings> settings, ChosenColorScheme &colorScheme,
+                       DataFolderLock *folderLock)
     : m_services(bundle, stateFolder, cacheFolder, settings, folderLock),
       m_settings(std::move(settings)), m_preferences(*m_settings),
       m_files(readWholeFile, [](const QString &path, const QByteArray &content) {
@@ -80,6 +81,8 @@ VeltrixApp::VeltrixApp(const Bundle &bundle, const QString &stateFolder, const Q
         .updater = m_updater.get(),
         .openUrl = openInBrowser,
         .appStoreUrl = QUrl(m_services.appStoreUrl()),
+        .applyTheme = [&colorScheme](ThemeChoice choice) { colorScheme.setChoice(choice); },
+        .showDataFolder = [path = stateFilePath(stateFolder)] { showInFileManager(path); },
     });
     QObject::connect(&m_networkReturn, &NetworkReturn::returned, m_window.get(),
                      &MainWindow::retryRefreshSoon);
@@ -132,9 +135,11 @@ int VeltrixApp::run(QApplication &application)
     if (outcome == DataFolderLock::Outcome::Acquired)
         clearLeftovers(folder, cacheFolder());
 
-    DesktopColorScheme colorScheme;
+    const DesktopColorScheme desktop;
+    const auto settings = storedSettings();
+    ChosenColorScheme colorScheme(desktop, StoredPreferences(*settings).theme());
     const ThemeController theme(colorScheme);
-    VeltrixApp app(Bundle::ofThisProgram(), folder, cacheFolder(), storedSettings(), &lock);
+    VeltrixApp app(Bundle::ofThisProgram(), folder, cacheFolder(), settings, colorScheme, &lock);
     app.followEnd(application);
     QObject::connect(&lock, &DataFolderLock::raiseRequested, &app.window(),
                      [&app] { raise(app.window()); });

@@ -8,6 +8,7 @@
 #include "app/updater_adapter.h"
 #include "clients/network_return.h"
 #include "ui/shell/main_window.h"
+#include "ui_kit/theme/chosen_color_scheme.h"
 
 #include <memory>
 
@@ -25,8 +26,10 @@ public:
     /// has the folder, that one's window is raised and this one ends.
     static int run(QApplication &application);
 
+    /// `colorScheme` is what the program looks like; it outlives this and gets the user's choices.
     VeltrixApp(const Bundle &bundle, const QString &stateFolder, const QString &cacheFolder,
-               std::shared_ptr<QSettings> settings, DataFolderLock *folderLock = nullptr);
+               std::shared_ptr<QSettings> settings, ChosenColorScheme &colorScheme,
+               DataFolderLock *folderLock = nullptr);
 
     [[nodiscard]] MainWindow &window() { return *m_window; }
 

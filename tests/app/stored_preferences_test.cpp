@@ -57,5 +57,18 @@ TEST_F(PreferencesTest, AStorefrontThatDoesNotExistIsTheUnitedStates)
     EXPECT_EQ(StoredPreferences(settings).preferredStorefrontCountry(), QStringLiteral("DE"));
 }
 
+TEST_F(PreferencesTest, TheThemeIsTheDesktopsUntilOneIsChosenAndComesBack)
+{
+    QSettings settings(path, QSettings::IniFormat);
+    StoredPreferences preferences(settings);
+    EXPECT_EQ(preferences.theme(), ThemeChoice::System);
+    for (const ThemeChoice choice : {ThemeChoice::Dark, ThemeChoice::Light, ThemeChoice::System}) {
+        preferences.setTheme(choice);
+        EXPECT_EQ(StoredPreferences(settings).theme(), choice);
+    }
+    settings.setValue(QStringLiteral("theme"), QStringLiteral("sepia"));
+    EXPECT_EQ(preferences.theme(), ThemeChoice::System) << "a file edited by hand";
+}
+
 } // namespace
 } // namespace veltrix

@@ -3,15 +3,12 @@
 #pragma once
 
 #include "ui/history/rank_history.h"
-
-#include <QWidget>
-
-class QButtonGroup;
+#include "ui_kit/widgets/segmented_control.h"
 
 namespace veltrix
 {
 
-class RangeControl final : public QWidget
+class RangeControl final : public SegmentedControl
 {
     Q_OBJECT
 
@@ -24,12 +21,6 @@ public:
 
 Q_SIGNALS:
     void rangeChanged(HistoryRange range);
-
-protected:
-    void paintEvent(QPaintEvent *event) override;
-
-private:
-    QButtonGroup *m_buttons;
 };
 
 } // namespace veltrix

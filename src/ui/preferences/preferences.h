@@ -2,6 +2,8 @@
 // What the program remembers about the user's choices.
 #pragma once
 
+#include "ui_kit/theme/theme_choice.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -28,6 +30,10 @@ public:
     /// Place and size of the main window, as QWidget saves them; empty at first.
     [[nodiscard]] virtual QByteArray windowGeometry() const = 0;
     virtual void setWindowGeometry(const QByteArray &geometry) = 0;
+
+    /// ThemeChoice::System until the user chooses another.
+    [[nodiscard]] virtual ThemeChoice theme() const = 0;
+    virtual void setTheme(ThemeChoice theme) = 0;
 };
 
 } // namespace veltrix

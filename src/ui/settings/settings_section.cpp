@@ -40,14 +40,19 @@ void SettingsSection::addRow(QWidget *control)
     append(control, spacing::xs);
 }
 
-void SettingsSection::addLink(Button *link)
+void SettingsSection::addLinks(const QList<Button *> &links)
 {
-    append(link, 0)->addStretch(1);
+    QBoxLayout *line = append(links.constFirst(), 0);
+    for (Button *link : links.mid(1)) {
+        line->addSpacing(spacing::m);
+        line->addWidget(link);
+    }
+    line->addStretch(1);
 }
 
 QBoxLayout *SettingsSection::append(QWidget *control, int inset)
 {
-    control->setMinimumHeight(oneLineRowHeight(font()) + spacing::s);
+    control->setMinimumHeight(oneLineRowHeight(font()) + spacing::xs);
     auto *line = new QHBoxLayout;
     line->setContentsMargins(inset, 0, 0, 0);
     line->addWidget(control);

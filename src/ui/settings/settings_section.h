@@ -24,8 +24,9 @@ public:
     void addRow(const QString &label, QWidget *control);
     /// A row that is one control.
     void addRow(QWidget *control);
-    /// A row that is a link.
-    void addLink(Button *link);
+    /// A row of links beside each other.
+    void addLinks(const QList<Button *> &links);
+    void addLink(Button *link) { addLinks({link}); }
     /// What belongs to the row before, below it and without a line between them.
     void addContinuation(QWidget *content);
     /// A quiet explanation below the row before.

@@ -7,10 +7,9 @@
 #include "ui_kit/accessibility/accessibility.h"
 #include "ui_kit/widgets/button.h"
 #include "ui_kit/widgets/layouts.h"
+#include "ui_kit/widgets/segmented_control.h"
 #include "ui_kit/widgets/storefront_picker.h"
 #include "ui_kit/widgets/text_label.h"
-
-#include <QScrollArea>
 
 namespace veltrix
 {
@@ -23,44 +22,46 @@ constexpr int sheetWidth = 560;
 } // namespace
 
 SettingsSheet::SettingsSheet(Preferences &preferences, const AppInformation &information,
-                             UpdaterInterface *updater, OpenUrl openUrl, QWidget *parent)
-    : QWidget(parent), m_openUrl(std::move(openUrl)),
-      m_sections(
-          makeColumn(spacing::xl, nullptr, {spacing::xl, spacing::xs, spacing::xl, spacing::xl}))
+                             UpdaterInterface *updater, Outside outside, QWidget *parent)
+    : SheetFrame(QStringLiteral("settingsSheet"), tr("Settings"), Body::Scrolled, {sheetWidth, 0},
+                 parent),
+      m_outside(std::move(outside))
 {
-    nameControl(this, QStringLiteral("settingsSheet"), tr("Settings"));
-    auto *done = new Button(Button::Kind::Primary, tr("Done"));
-    nameControl(done, QStringLiteral("settingsDone"), tr("Done"));
-    connect(done, &Button::clicked, this, &SettingsSheet::closeRequested);
-
-    auto *header = new QHBoxLayout;
-    header->setContentsMargins(spacing::xl, spacing::xl, spacing::xl, spacing::m);
-    header->addWidget(new TextLabel(TextStyle::Title, TextLabel::Tone::Text, tr("Settings")), 1);
-    header->addWidget(done);
-
-    m_sections->addWidget(researchSection(preferences, information.research));
-    m_sections->addWidget(updatesSection(updater));
-    m_sections->addWidget(helpSection(information));
-    m_sections->addWidget(aboutSection(information));
-    m_sections->addStretch(1);
-    auto *content = new QWidget;
-    content->setLayout(m_sections);
-    QScrollArea *scroll = makeScrollPage(QStringLiteral("settingsScroll"), tr("Settings"), content);
-    scroll->setFocusPolicy(Qt::NoFocus);
-    takeScrollBarFromMargin(*scroll, *m_sections);
-
-    auto *layout = makeColumn(0, this, {0, 0, 0, spacing::s});
-    layout->addLayout(header);
-    layout->addWidget(scroll, 1);
-    done->setFocus();
+    addCloseButton(QStringLiteral("settingsDone"), QString(), tr("Done"), tr("Done"))->setFocus();
+    body()->setSpacing(spacing::m);
+    body()->setContentsMargins(spacing::xl, spacing::m, spacing::xl, spacing::l);
+    body()->addWidget(appearanceSection(preferences));
+    body()->addWidget(researchSection(preferences, information.research));
+    body()->addWidget(updatesSection(updater));
+    body()->addWidget(helpSection(information));
+    body()->addWidget(aboutSection(information));
+    body()->addStretch(1);
 }
 
 QSize SettingsSheet::sizeHint() const
 {
-    // Header, sections at their full height; a smaller window makes them scroll.
-    const int sections = m_sections->heightForWidth(sheetWidth);
-    const int header = controlHeight(font()) + spacing::xl + spacing::m;
-    return {sheetWidth, header + sections + spacing::s};
+    // The sections at their full height; a smaller window makes them scroll.
+    const int width = SheetFrame::sizeHint().width();
+    return {width, headerHeight() + body()->heightForWidth(width)};
+}
+
+QWidget *SettingsSheet::appearanceSection(Preferences &preferences)
+{
+    auto *section = new SettingsSection(tr("Appearance"));
+    // In the order of ThemeChoice.
+    auto *theme =
+        new SegmentedControl(QStringLiteral("theme"), tr("Theme"), QStringLiteral("theme"),
+                             {{tr("System"), tr("As the system")},
+                              {tr("Light"), tr("Light")},
+                              {tr("Dark"), tr("Dark")}});
+    theme->choose(int(preferences.theme()));
+    section->addRow(tr("Theme"), theme);
+    connect(theme, &SegmentedControl::changed, this, [this, &preferences](int index) {
+        const auto choice = static_cast<ThemeChoice>(index);
+        preferences.setTheme(choice);
+        Q_EMIT themeChanged(choice);
+    });
+    return section;
 }
 
 QWidget *SettingsSheet::researchSection(Preferences &preferences,
@@ -110,7 +111,7 @@ QWidget *SettingsSheet::updatesSection(UpdaterInterface *updater)
 {
     auto *section = new SettingsSection(tr("Updates"));
     if (updater) {
-        new UpdaterSettingsView(*updater, m_openUrl, *section);
+        new UpdaterSettingsView(*updater, m_outside.openUrl, *section);
         return section;
     }
     section->addRow(makeParagraph(TextStyle::Body, TextLabel::Tone::Secondary,
@@ -122,14 +123,15 @@ QWidget *SettingsSheet::updatesSection(UpdaterInterface *updater)
 QWidget *SettingsSheet::helpSection(const AppInformation &information)
 {
     auto *section = new SettingsSection(tr("Help"));
+    QList<Button *> links;
     const auto addLink = [&](const QString &objectName, const QString &symbol, const QString &text,
                              const QUrl &url) {
         auto *link = new Button(Button::Kind::Link, symbol, text);
         nameControl(link, objectName, text);
         link->setToolTip(url.isEmpty() ? tr("Not available in this build") : url.toDisplayString());
         link->setEnabled(!url.isEmpty());
-        connect(link, &Button::clicked, this, [this, url] { m_openUrl(url); });
-        section->addLink(link);
+        connect(link, &Button::clicked, this, [this, url] { m_outside.openUrl(url); });
+        links.append(link);
     };
     QUrl mail;
     if (!information.supportEmail.isEmpty()) {
@@ -141,6 +143,7 @@ QWidget *SettingsSheet::helpSection(const AppInformation &information)
             information.privacyPolicy);
     addLink(QStringLiteral("termsLink"), QStringLiteral("doc.text"), tr("Terms of Use"),
             information.termsOfUse);
+    section->addLinks(links);
     return section;
 }
 
@@ -150,7 +153,16 @@ QWidget *SettingsSheet::aboutSection(const AppInformation &information)
     auto *version =
         new TextLabel(TextStyle::Body, TextLabel::Tone::Secondary, information.versionText);
     version->setObjectName(QStringLiteral("versionText"));
-    section->addRow(tr("Version"), version);
+    auto *folder =
+        new Button(Button::Kind::Standard, QStringLiteral("folder"), tr("Show data folder"));
+    nameControl(folder, QStringLiteral("showDataFolder"), tr("Show data folder"));
+    connect(folder, &Button::clicked, this, [this] { m_outside.showDataFolder(); });
+    auto *row = new QWidget;
+    auto *parts = makeRow(spacing::m, row);
+    parts->addWidget(new TextLabel(TextStyle::Body, TextLabel::Tone::Text, tr("Version")));
+    parts->addWidget(version, 1);
+    parts->addWidget(folder);
+    section->addRow(row);
     return section;
 }
 

@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The settings: research, updates, help, about.
+// The settings: appearance, research, updates, help, about.
 #pragma once
 
 #include "ui/settings/app_information.h"
 
-#include <QWidget>
+#include "ui_kit/theme/theme_choice.h"
+#include "ui_kit/widgets/sheet_frame.h"
 
 #include <functional>
-
-class QVBoxLayout;
 
 namespace veltrix
 {
@@ -16,34 +15,39 @@ namespace veltrix
 class Preferences;
 class UpdaterInterface;
 
-/// All settings below each other, under a header with "Done".
-class SettingsSheet final : public QWidget
+/// All settings below each other, as high as they are.
+class SettingsSheet final : public SheetFrame
 {
     Q_OBJECT
 
 public:
-    /// Opens an address with the system's default handler.
-    using OpenUrl = std::function<void(const QUrl &)>;
+    /// What lies outside of the program.
+    struct Outside {
+        /// Opens an address with the system's default handler.
+        std::function<void(const QUrl &)> openUrl;
+        /// Shows the user's data in the file manager.
+        std::function<void()> showDataFolder;
+    };
 
     /// `updater` is null in builds that cannot update.
     SettingsSheet(Preferences &preferences, const AppInformation &information,
-                  UpdaterInterface *updater, OpenUrl openUrl, QWidget *parent = nullptr);
+                  UpdaterInterface *updater, Outside outside, QWidget *parent = nullptr);
 
     [[nodiscard]] QSize sizeHint() const override;
 
 Q_SIGNALS:
     void preferredStorefrontChanged(const QString &code);
-    void closeRequested();
+    void themeChanged(veltrix::ThemeChoice theme);
 
 private:
+    [[nodiscard]] QWidget *appearanceSection(Preferences &preferences);
     [[nodiscard]] QWidget *researchSection(Preferences &preferences,
                                            const ResearchServiceInformation &research);
     [[nodiscard]] QWidget *updatesSection(UpdaterInterface *updater);
     [[nodiscard]] QWidget *helpSection(const AppInformation &information);
     [[nodiscard]] QWidget *aboutSection(const AppInformation &information);
 
-    OpenUrl m_openUrl;
-    QVBoxLayout *m_sections;
+    Outside m_outside;
 };
 
 } // namespace veltrix

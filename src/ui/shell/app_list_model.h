@@ -24,6 +24,8 @@ public:
 
     [[nodiscard]] const AppProfile &appAt(int row) const { return m_apps[row]; }
     [[nodiscard]] int rowOf(QUuid id) const;
+    /// -1 when none is selected, or it was not found.
+    [[nodiscard]] int selectedRow() const { return m_selected ? rowOf(*m_selected) : -1; }
     [[nodiscard]] bool isSelected(int row) const { return m_selected == m_apps[row].id; }
 
     [[nodiscard]] int rowCount(const QModelIndex &parent = {}) const override;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/shell/app_selection.h"
 
+#include <algorithm>
+
 namespace veltrix
 {
 
@@ -19,6 +21,17 @@ void AppSelection::select(std::optional<QUuid> id)
 {
     m_id = id;
     Q_EMIT changed(id);
+}
+
+void AppSelection::selectNeighbour(Neighbour neighbour)
+{
+    const QList<AppProfile> &apps = m_store.apps();
+    const auto chosen = std::find_if(apps.begin(), apps.end(),
+                                     [this](const AppProfile &app) { return app.id == m_id; });
+    if (chosen == apps.end() || apps.size() < 2)
+        return;
+    const auto step = neighbour == Neighbour::Next ? 1 : apps.size() - 1;
+    select(apps[(chosen - apps.begin() + step) % apps.size()].id);
 }
 
 AppSelection::Counts AppSelection::counts() const

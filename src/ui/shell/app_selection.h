@@ -24,6 +24,9 @@ public:
     [[nodiscard]] std::optional<QUuid> id() const { return m_id; }
     [[nodiscard]] std::optional<AppProfile> app() const;
     void select(std::optional<QUuid> id);
+    enum class Neighbour { Previous, Next };
+    /// The app beside the chosen one in the order of the list; the last one is beside the first.
+    void selectNeighbour(Neighbour neighbour);
 
     /// What is tracked of the app; nothing without one.
     struct Counts {

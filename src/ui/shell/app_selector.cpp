@@ -2,74 +2,27 @@
 #include "ui/shell/app_selector.h"
 
 #include "ui/shell/app_list_model.h"
+#include "ui/shell/app_list_view.h"
 #include "ui_kit/accessibility/accessibility.h"
-#include "ui_kit/text/storefronts.h"
 #include "ui_kit/theme/painting.h"
 #include "ui_kit/theme/symbols.h"
 #include "ui_kit/theme/typography.h"
-#include "ui_kit/theme/veltrix_style.h"
 #include "ui_kit/widgets/artwork_images.h"
 #include "ui_kit/widgets/button.h"
+#include "ui_kit/widgets/pressable.h"
 #include "ui_kit/widgets/text_field.h"
 #include "ui_kit/widgets/text_label.h"
 
 #include <QHBoxLayout>
 #include <QKeyEvent>
-#include <QListView>
-#include <QMenu>
 #include <QPainter>
 #include <QStyleOptionButton>
 #include <QVBoxLayout>
 
-#include <algorithm>
 #include <cmath>
 
 namespace veltrix
 {
-
-namespace
-{
-
-/// Apps shown before the list scrolls.
-constexpr int mostVisibleApps = 6;
-constexpr qreal markSize = 14;
-
-void paintAppLine(QPainter &painter, const AppLineGeometry &geometry, const AppProfile &app,
-                  ArtworkImages &images, const Tokens &tokens, const QFont &nameFont,
-                  const QFont &countryFont)
-{
-    paintArtwork(painter, geometry.icon, app.iconURL ? images.image(*app.iconURL) : QImage(),
-                 QStringLiteral("app.fill"), tokens);
-    painter.setFont(nameFont);
-    painter.setPen(tokens[Token::Text]);
-    painter.drawText(
-        geometry.name, Qt::AlignVCenter | Qt::TextSingleLine,
-        QFontMetricsF(nameFont).elidedText(app.appName, Qt::ElideRight, geometry.name.width()));
-    painter.setFont(countryFont);
-    painter.setPen(tokens[Token::Secondary]);
-    painter.drawText(
-        geometry.country, Qt::AlignVCenter | Qt::TextSingleLine,
-        QFontMetricsF(countryFont)
-            .elidedText(storefrontName(app.country), Qt::ElideRight, geometry.country.width()));
-}
-
-} // namespace
-
-AppLineGeometry layoutAppLine(const QRectF &rect, qreal nameHeight, qreal countryHeight,
-                              qreal iconSize)
-{
-    AppLineGeometry geometry;
-    const qreal middle = rect.center().y();
-    const qreal top = std::round(middle - (nameHeight + countryHeight) / 2);
-    geometry.icon = QRectF(rect.x(), std::round(middle - iconSize / 2), iconSize, iconSize);
-    geometry.mark =
-        QRectF(rect.right() - markSize, std::round(middle - markSize / 2), markSize, markSize);
-    const qreal left = geometry.icon.right() + 10;
-    const qreal width = std::max(0.0, geometry.mark.x() - spacing::s - left);
-    geometry.name = QRectF(left, top, width, nameHeight);
-    geometry.country = QRectF(left, top + nameHeight, width, countryHeight);
-    return geometry;
-}
 
 AppSelectorButton::AppSelectorButton(ArtworkImages &images, QWidget *parent)
     : QAbstractButton(parent), m_images(images)
@@ -87,8 +40,16 @@ void AppSelectorButton::setApp(const std::optional<AppProfile> &app)
     m_app = app;
     const QString name = app ? app->appName : m_loaded ? tr("none") : tr("not loaded");
     setAccessibleName(tr("Choose app, currently ") + name);
-    setToolTip(app ? app->appName : QString());
+    setToolTip(app && !m_hint.isEmpty() ? app->appName + u'\n' + m_hint
+               : app                    ? app->appName
+                                        : m_hint);
     update();
+}
+
+void AppSelectorButton::setHint(const QString &hint)
+{
+    m_hint = hint;
+    setApp(m_app);
 }
 
 void AppSelectorButton::setLoaded(bool loaded)
@@ -101,12 +62,19 @@ void AppSelectorButton::setExpanded(bool expanded)
 {
     m_expanded = expanded;
     setAccessibleDescription(expanded ? tr("Expanded") : tr("Collapsed"));
+    setExpandedState(this, expanded);
     update();
 }
 
 QSize AppSelectorButton::sizeHint() const
 {
     return {200, twoLineRowHeight(font()) + 2};
+}
+
+void AppSelectorButton::keyPressEvent(QKeyEvent *event)
+{
+    if (!pressByEnter(*this, *event))
+        QAbstractButton::keyPressEvent(event);
 }
 
 void AppSelectorButton::paintEvent(QPaintEvent *)
@@ -140,47 +108,12 @@ void AppSelectorButton::paintEvent(QPaintEvent *)
         drawFocusRing(painter, rect(), radius::card, tokens[Token::Accent]);
 }
 
-AppListDelegate::AppListDelegate(ArtworkImages &images, QObject *parent)
-    : QStyledItemDelegate(parent), m_images(images)
-{
-}
-
-QSize AppListDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &) const
-{
-    return {100, twoLineRowHeight(option.font) - 6};
-}
-
-void AppListDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
-                            const QModelIndex &index) const
-{
-    const auto *model = static_cast<const AppListModel *>(index.model());
-    const Tokens tokens = Tokens::of(option.palette);
-    const bool selected = model->isSelected(index.row());
-    if (selected)
-        painter->fillRect(option.rect, tokens[Token::Selected]);
-    else if (option.state & QStyle::State_MouseOver)
-        painter->fillRect(option.rect, tokens[Token::Hover]);
-    const QFont nameFont = fontFor(TextStyle::BodyMedium, option.font);
-    const QFont countryFont = fontFor(TextStyle::Secondary, option.font);
-    const AppLineGeometry geometry = layoutAppLine(QRectF(option.rect).adjusted(10, 0, -11, 0),
-                                                   std::ceil(QFontMetricsF(nameFont).height()),
-                                                   std::ceil(QFontMetricsF(countryFont).height()),
-                                                   std::round(option.rect.height() * 24.0 / 46.0));
-    paintAppLine(*painter, geometry, model->appAt(index.row()), m_images, tokens, nameFont,
-                 countryFont);
-    if (selected)
-        drawSymbol(*painter, geometry.mark, QStringLiteral("checkmark"), tokens[Token::Accent]);
-    if (showsFocus(option))
-        drawFocusRing(*painter, QRectF(option.rect).adjusted(2, 1, -2, -1), 5,
-                      tokens[Token::Accent]);
-}
-
 AppSelector::AppSelector(ASOStore &store, ArtworkImages &images, QWidget *parent)
     : QWidget(parent), m_model(new AppListModel(store, this)),
       m_header(new AppSelectorButton(images)), m_card(new QWidget),
       m_search(new TextField(QStringLiteral("appSelectorSearch"), tr("Search apps"),
                              QStringLiteral("magnifyingglass"))),
-      m_searchRow(new QWidget), m_list(new QListView),
+      m_searchRow(new QWidget), m_list(new AppListView(*m_model, images)),
       m_noMatch(
           new TextLabel(TextStyle::Secondary, TextLabel::Tone::Secondary, tr("No matching apps."))),
       m_add(new Button(Button::Kind::Link, QStringLiteral("plus"), tr("Add App")))
@@ -188,24 +121,13 @@ AppSelector::AppSelector(ASOStore &store, ArtworkImages &images, QWidget *parent
     m_header->setLoaded(store.isStateRead());
     connect(&store, &ASOStore::stateRead, this,
             [this, &store] { m_header->setLoaded(store.isStateRead()); });
-    nameControl(m_list, QStringLiteral("appList"), tr("Apps"));
     nameControl(m_add, QStringLiteral("addAppButton"), tr("Add App"));
     m_noMatch->setObjectName(QStringLiteral("noMatchingApps"));
-    m_list->setModel(m_model);
-    m_list->setItemDelegate(new AppListDelegate(images, m_list));
-    m_list->setProperty(ownRowsProperty, true);
-    m_list->setFrameShape(QFrame::NoFrame);
-    m_list->setUniformItemSizes(true);
-    m_list->setMouseTracking(true);
-    m_list->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
-    m_list->setContextMenuPolicy(Qt::CustomContextMenu);
-    m_list->setTabKeyNavigation(false);
-    m_list->viewport()->setAutoFillBackground(false);
-    m_list->installEventFilter(this);
 
     auto *card = new QVBoxLayout(m_card);
     card->setContentsMargins(1, 1, 1, 1);
     card->setSpacing(0);
+    m_searchRow->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     auto *searchRow = new QHBoxLayout(m_searchRow);
     searchRow->setContentsMargins(8, 8, 8, 8);
     searchRow->addWidget(m_search);
@@ -225,12 +147,14 @@ AppSelector::AppSelector(ASOStore &store, ArtworkImages &images, QWidget *parent
     layout->addWidget(m_card);
 
     connect(m_header, &QAbstractButton::clicked, this, [this] { setExpanded(!m_expanded); });
+    m_search->installEventFilter(this);
     connect(m_search, &QLineEdit::textChanged, m_model, &AppListModel::setSearch);
+    connect(m_search, &TextField::escaped, m_search, &QLineEdit::clear);
+    connect(m_search, &QLineEdit::returnPressed, this, &AppSelector::chooseFound);
     connect(m_add, &Button::clicked, this, &AppSelector::addAppRequested);
-    connect(m_list, &QListView::clicked, this, &AppSelector::chooseCurrent);
-    connect(m_list, &QListView::activated, this, &AppSelector::chooseCurrent);
-    connect(m_list, &QWidget::customContextMenuRequested, this, &AppSelector::showMenu);
-    connect(&images, &ArtworkImages::ready, m_list->viewport(), QOverload<>::of(&QWidget::update));
+    connect(m_list, &AppListView::appChosen, this, &AppSelector::choose);
+    connect(m_list, &AppListView::deleteRequested, this, &AppSelector::deleteAppRequested);
+    connect(m_list, &AppListView::leftByKey, m_search, [this] { m_search->setFocus(); });
     connect(m_model, &AppListModel::modelReset, this, &AppSelector::updateList);
     connect(m_model, &AppListModel::rowsInserted, this, &AppSelector::updateList);
     connect(m_model, &AppListModel::rowsRemoved, this, &AppSelector::updateList);
@@ -238,10 +162,21 @@ AppSelector::AppSelector(ASOStore &store, ArtworkImages &images, QWidget *parent
     updateList();
 }
 
+void AppSelector::setKeys(const Keys &keys)
+{
+    const auto text = [](const QKeySequence &key) {
+        return key.toString(QKeySequence::NativeText);
+    };
+    m_add->setToolTip(tr("Add App (%1)").arg(text(keys.add)));
+    m_header->setHint(
+        tr("Next app: %1\nPrevious app: %2").arg(text(keys.next), text(keys.previous)));
+}
+
 void AppSelector::setApp(const std::optional<AppProfile> &app)
 {
     m_header->setApp(app);
     m_model->setSelected(app ? std::optional(app->id) : std::nullopt);
+    m_list->showSelected();
 }
 
 void AppSelector::setExpanded(bool expanded)
@@ -249,57 +184,47 @@ void AppSelector::setExpanded(bool expanded)
     m_expanded = expanded;
     m_header->setExpanded(expanded);
     m_card->setVisible(expanded);
-    if (!expanded)
+    if (expanded)
+        m_list->showSelected();
+    else
         m_search->clear();
 }
 
 void AppSelector::updateList()
 {
     const int count = m_model->rowCount();
-    const int row = twoLineRowHeight(font()) - 6;
-    m_list->setFixedHeight(row * std::min(count, mostVisibleApps));
     m_list->setVisible(count > 0);
     const bool isFiltered = !m_search->text().trimmed().isEmpty();
     m_searchRow->setVisible(count > 0 || isFiltered);
     m_noMatch->setVisible(count == 0 && isFiltered);
+    if (!isFiltered)
+        m_list->showSelected();
 }
 
-void AppSelector::chooseCurrent(const QModelIndex &index)
+void AppSelector::choose(QUuid id)
 {
-    if (index.isValid())
-        Q_EMIT appChosen(m_model->appAt(index.row()).id);
+    Q_EMIT appChosen(id);
+    // The whole list again, with the chosen one in view.
+    m_search->clear();
 }
 
-void AppSelector::showMenu(const QPoint &position)
+void AppSelector::chooseFound()
 {
-    QModelIndex index = m_list->indexAt(position);
-    if (!index.isValid())
-        index = m_list->currentIndex();
-    if (!index.isValid())
-        return;
-    const QUuid id = m_model->appAt(index.row()).id;
-    auto *menu = new QMenu(this);
-    menu->setObjectName(QStringLiteral("appMenu"));
-    menu->setAccessibleName(m_model->appAt(index.row()).appName);
-    menu->setAttribute(Qt::WA_DeleteOnClose);
-    QAction *remove = menu->addAction(symbolIcon(QStringLiteral("trash")), tr("Delete App"));
-    connect(remove, &QAction::triggered, this, [this, id] { Q_EMIT deleteAppRequested(id); });
-    menu->popup(m_list->viewport()->mapToGlobal(position));
+    const bool isFiltered = !m_search->text().trimmed().isEmpty();
+    if (isFiltered && m_model->rowCount() > 0)
+        choose(m_model->appAt(0).id);
 }
 
 bool AppSelector::eventFilter(QObject *watched, QEvent *event)
 {
-    if (watched == m_list && event->type() == QEvent::KeyPress) {
-        const int key = static_cast<QKeyEvent *>(event)->key();
-        const QModelIndex current = m_list->currentIndex();
-        if (current.isValid() && key == Qt::Key_Delete) {
-            Q_EMIT deleteAppRequested(m_model->appAt(current.row()).id);
-            return true;
-        }
-        if (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space) {
-            chooseCurrent(current);
-            return true;
-        }
+    // Down goes from the field into the list.
+    if (watched == m_search && event->type() == QEvent::KeyPress &&
+        static_cast<QKeyEvent *>(event)->key() == Qt::Key_Down && m_model->rowCount() > 0) {
+        const bool isFiltered = !m_search->text().trimmed().isEmpty();
+        if (isFiltered || !m_list->currentIndex().isValid())
+            m_list->setCurrentIndex(m_model->index(0, 0));
+        m_list->setFocus(Qt::TabFocusReason);
+        return true;
     }
     return QWidget::eventFilter(watched, event);
 }

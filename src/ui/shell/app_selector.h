@@ -3,30 +3,20 @@
 #pragma once
 
 #include "store/aso_store.h"
+#include "ui/shell/app_line.h"
 
 #include <QAbstractButton>
-#include <QStyledItemDelegate>
-
-class QListView;
+#include <QKeySequence>
 
 namespace veltrix
 {
 
 class AppListModel;
+class AppListView;
 class ArtworkImages;
 class Button;
 class TextField;
 class TextLabel;
-
-/// Icon at the leading end, two lines of text, a symbol at the trailing end.
-struct AppLineGeometry {
-    QRectF icon;
-    QRectF name;
-    QRectF country;
-    QRectF mark;
-};
-AppLineGeometry layoutAppLine(const QRectF &rect, qreal nameHeight, qreal countryHeight,
-                              qreal iconSize);
 
 /// The header of the selector: the current app, and whether the list is folded out.
 class AppSelectorButton final : public QAbstractButton
@@ -37,6 +27,8 @@ public:
     explicit AppSelectorButton(ArtworkImages &images, QWidget *parent = nullptr);
 
     void setApp(const std::optional<AppProfile> &app);
+    /// A second line of the tool tip.
+    void setHint(const QString &hint);
     /// Whether it is known that there is no app when there is none.
     void setLoaded(bool loaded);
     void setExpanded(bool expanded);
@@ -44,30 +36,17 @@ public:
 
 protected:
     void paintEvent(QPaintEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
 
 private:
     ArtworkImages &m_images;
     std::optional<AppProfile> m_app;
+    QString m_hint;
     bool m_loaded = true;
     bool m_expanded = false;
 };
 
-class AppListDelegate final : public QStyledItemDelegate
-{
-    Q_OBJECT
-
-public:
-    explicit AppListDelegate(ArtworkImages &images, QObject *parent = nullptr);
-    void paint(QPainter *painter, const QStyleOptionViewItem &option,
-               const QModelIndex &index) const override;
-    [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem &option,
-                                 const QModelIndex &index) const override;
-
-private:
-    ArtworkImages &m_images;
-};
-
-/// Header and list.
+/// Header and list, with a field that finds apps in it.
 class AppSelector final : public QWidget
 {
     Q_OBJECT
@@ -75,6 +54,14 @@ class AppSelector final : public QWidget
 public:
     AppSelector(ASOStore &store, ArtworkImages &images, QWidget *parent = nullptr);
 
+    /// The keys of the window that do what this does.
+    struct Keys {
+        QKeySequence add;
+        QKeySequence next;
+        QKeySequence previous;
+    };
+    /// Tells of them in tool tips.
+    void setKeys(const Keys &keys);
     void setApp(const std::optional<AppProfile> &app);
     void setExpanded(bool expanded);
     [[nodiscard]] bool isExpanded() const { return m_expanded; }
@@ -90,8 +77,9 @@ protected:
 
 private:
     void updateList();
-    void showMenu(const QPoint &position);
-    void chooseCurrent(const QModelIndex &index);
+    void choose(QUuid id);
+    /// The first of the apps that were found.
+    void chooseFound();
 
     AppListModel *m_model;
     AppSelectorButton *m_header;
@@ -99,7 +87,7 @@ private:
     TextField *m_search;
     /// The field and the room around it, which goes when there is nothing to search.
     QWidget *m_searchRow;
-    QListView *m_list;
+    AppListView *m_list;
     TextLabel *m_noMatch;
     Button *m_add;
     bool m_expanded = false;

@@ -14,6 +14,7 @@
 #include "ui_kit/accessibility/accessibility.h"
 #include "ui_kit/widgets/artwork_images.h"
 #include "ui_kit/widgets/banner.h"
+#include "ui_kit/widgets/focus_keeper.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -29,6 +30,9 @@ namespace
 {
 
 constexpr QSize firstSize{1280, 800};
+constexpr QSize leastSize{800, 500};
+/// Moving and resizing come in bursts.
+constexpr std::chrono::milliseconds geometryDelay{500};
 
 } // namespace
 
@@ -42,14 +46,20 @@ MainWindow::MainWindow(Collaborators collaborators, QWidget *parent)
       m_competitors(
           new CompetitorsView({m_with.store, *m_images, m_with.openUrl, m_with.appStoreUrl})),
       m_pages(new QStackedWidget), m_selection(new AppSelection(m_with.store, this)),
-      m_refresh(new AutomaticRefresh(m_with.store, *m_measuring, this))
+      m_refresh(new AutomaticRefresh(m_with.store, *m_measuring, this)),
+      m_keeper(new FocusKeeper(this, [this] { takeFocusHome(); }))
 {
     setObjectName(QStringLiteral("mainWindow"));
     setWindowTitle(QStringLiteral("Veltrix"));
     setAccessibleRole(this, QAccessible::Window);
     setAccessibleName(QStringLiteral("Veltrix"));
+    setMinimumSize(leastSize);
     if (!restoreGeometry(m_with.preferences.windowGeometry()))
         resize(firstSize);
+    m_geometryTimer.setObjectName(QStringLiteral("geometryTimer"));
+    m_geometryTimer.setSingleShot(true);
+    m_geometryTimer.setInterval(geometryDelay);
+    connect(&m_geometryTimer, &QTimer::timeout, this, &MainWindow::rememberGeometry);
     layOut();
     buildActions();
     addShellControls(m_dashboard->toolbar());
@@ -174,6 +184,13 @@ bool MainWindow::event(QEvent *event)
     case QEvent::Hide:
     case QEvent::WindowStateChange:
         updateActivity();
+        m_geometryTimer.start();
+        break;
+    case QEvent::Move:
+    case QEvent::Resize:
+        // What happens before it is seen is nobody's choice.
+        if (isVisible())
+            m_geometryTimer.start();
         break;
     default:
         break;
@@ -181,8 +198,25 @@ bool MainWindow::event(QEvent *event)
     return QWidget::event(event);
 }
 
+bool MainWindow::focusNextPrevChild(bool next)
+{
+    return m_keeper->keep() || QWidget::focusNextPrevChild(next);
+}
+
+void MainWindow::takeFocusHome()
+{
+    // A researched app has nothing but what can be pressed.
+    if (m_workspace == Workspace::Keywords)
+        m_dashboard->focusContent();
+    else if (QWidget *page = m_competitors->research())
+        page->setFocus(Qt::OtherFocusReason);
+    else
+        m_competitors->focusContent();
+}
+
 void MainWindow::rememberGeometry()
 {
+    m_geometryTimer.stop();
     m_with.preferences.setWindowGeometry(saveGeometry());
 }
 

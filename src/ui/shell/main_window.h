@@ -7,8 +7,10 @@
 #include "ui/shell/app_selection.h"
 #include "ui/shell/closing.h"
 #include "ui/shell/sidebar.h"
+#include "ui_kit/theme/theme_choice.h"
 
 #include <QAction>
+#include <QTimer>
 #include <QWidget>
 
 #include <functional>
@@ -25,6 +27,7 @@ class AutomaticRefresh;
 class CompetitorsView;
 class DashboardPage;
 class FileExchange;
+class FocusKeeper;
 class MeasuringStatus;
 class PageToolbar;
 class Preferences;
@@ -47,6 +50,12 @@ public:
         std::function<void(const QUrl &)> openUrl;
         /// Web address under which App Store pages are found.
         QUrl appStoreUrl = QUrl(QStringLiteral("https://apps.apple.com"));
+        /// Makes the whole program look as the user chose.
+        std::function<void(ThemeChoice)> applyTheme = [](ThemeChoice) {
+        };
+        /// Shows the user's data in the file manager.
+        std::function<void()> showDataFolder = [] {
+        };
     };
 
     explicit MainWindow(Collaborators collaborators, QWidget *parent = nullptr);
@@ -64,7 +73,7 @@ public:
     [[nodiscard]] Workspace workspace() const { return m_workspace; }
     void openAppSearch();
     void openSettings();
-    /// Remembers size and place for the next start. Closing does it, too.
+    /// Remembers size and place for the next start, as happens by itself when they have changed.
     void rememberGeometry();
 
     [[nodiscard]] DashboardPage &dashboard() { return *m_dashboard; }
@@ -78,11 +87,19 @@ public:
 protected:
     void closeEvent(QCloseEvent *event) override;
     bool event(QEvent *event) override;
+    bool focusNextPrevChild(bool next) override;
 
 private:
     void layOut();
-    void addKey(const QString &text, const QKeySequence &key, std::function<void()> act);
+    /// A command of the window, which rests while a sheet is open.
+    QAction *addKey(const QString &text, const QKeySequence &key, std::function<void()> act);
     void buildActions();
+    void buildKeys();
+    void buildAppKeys();
+    /// Closes what is on top: the sheet, or the window.
+    void closeTop();
+    /// Gives the focus to what nothing presses.
+    void takeFocusHome();
     /// The controls at the end of a page's toolbar: "Settings" and "More".
     void addShellControls(PageToolbar &toolbar);
     void fillMoreMenu(QMenu *menu);
@@ -108,6 +125,12 @@ private:
     AutomaticRefresh *m_refresh;
     Workspace m_workspace = Workspace::Keywords;
     QAction *m_checkForUpdates;
+    QAction *m_addApp;
+    QAction *m_nextApp;
+    QAction *m_previousApp;
+    FocusKeeper *m_keeper;
+    /// Runs from the last change of size or place until it is remembered.
+    QTimer m_geometryTimer;
     bool m_followsApplication = false;
 };
 

@@ -5,6 +5,7 @@
 #include "ui/competitors/competitors_view.h"
 #include "ui/dashboard/dashboard_page.h"
 #include "ui/settings/updater_interface.h"
+#include "ui/shell/app_selector.h"
 #include "ui_kit/accessibility/accessibility.h"
 #include "ui_kit/theme/symbols.h"
 #include "ui_kit/widgets/button.h"
@@ -30,7 +31,12 @@ void MainWindow::buildActions()
         connect(m_with.updater, &UpdaterInterface::changed, this, updateCheck);
     }
     updateCheck();
+    buildKeys();
+    buildAppKeys();
+}
 
+void MainWindow::buildKeys()
+{
     addKey(tr("Refresh"), Qt::Key_F5, [this] { m_dashboard->refreshAll(); });
     addKey(tr("Search"), QKeySequence::Find, [this] {
         if (m_workspace == Workspace::Keywords)
@@ -47,9 +53,48 @@ void MainWindow::buildActions()
     addKey(tr("Competitors"), QKeySequence(Qt::CTRL | Qt::Key_2),
            [this] { showWorkspace(Workspace::Competitors); });
     addKey(tr("Settings"), QKeySequence(Qt::CTRL | Qt::Key_Comma), [this] { openSettings(); });
+
+    // These two know of sheets.
+    const auto addOwn = [this](const QString &text, const QKeySequence &key, auto act) {
+        auto *action = new QAction(text, this);
+        action->setShortcut(key);
+        addAction(action);
+        connect(action, &QAction::triggered, this, act);
+    };
+    addOwn(tr("Quit"), QKeySequence(Qt::CTRL | Qt::Key_Q), &MainWindow::close);
+    addOwn(tr("Close"), QKeySequence(Qt::CTRL | Qt::Key_W), &MainWindow::closeTop);
 }
 
-void MainWindow::addKey(const QString &text, const QKeySequence &key, std::function<void()> act)
+void MainWindow::buildAppKeys()
+{
+    m_addApp = addKey(tr("Add App…"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_N),
+                      [this] { openAppSearch(); });
+    m_nextApp = addKey(tr("Next App"), QKeySequence(Qt::CTRL | Qt::Key_PageDown),
+                       [this] { m_selection->selectNeighbour(AppSelection::Neighbour::Next); });
+    m_previousApp = addKey(tr("Previous App"), QKeySequence(Qt::CTRL | Qt::Key_PageUp), [this] {
+        m_selection->selectNeighbour(AppSelection::Neighbour::Previous);
+    });
+    m_addApp->setIcon(symbolIcon(QStringLiteral("plus")));
+    const auto followApps = [this] {
+        const bool hasSeveral = m_with.store.apps().size() > 1;
+        m_nextApp->setEnabled(hasSeveral);
+        m_previousApp->setEnabled(hasSeveral);
+    };
+    connect(&m_with.store, &ASOStore::appsChanged, this, followApps);
+    followApps();
+    m_sidebar->appSelector().setKeys(
+        {m_addApp->shortcut(), m_nextApp->shortcut(), m_previousApp->shortcut()});
+}
+
+void MainWindow::closeTop()
+{
+    if (Overlay *overlay = Overlay::topOf(this))
+        overlay->dismiss();
+    else
+        close();
+}
+
+QAction *MainWindow::addKey(const QString &text, const QKeySequence &key, std::function<void()> act)
 {
     auto *action = new QAction(text, this);
     action->setShortcut(key);
@@ -59,6 +104,7 @@ void MainWindow::addKey(const QString &text, const QKeySequence &key, std::funct
         if (!Overlay::isOpenOver(this))
             act();
     });
+    return action;
 }
 
 void MainWindow::addShellControls(PageToolbar &toolbar)
@@ -103,6 +149,8 @@ void MainWindow::fillMoreMenu(QMenu *menu)
         m_dashboard->fillColumnMenu(menu->addMenu(tr("Columns")));
         menu->addSeparator();
     }
+    menu->addActions({m_addApp, m_nextApp, m_previousApp});
+    menu->addSeparator();
     menu->addAction(m_checkForUpdates);
 }
 

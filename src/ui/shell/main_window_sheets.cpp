@@ -49,12 +49,12 @@ void MainWindow::openAppSearch()
 
 void MainWindow::openSettings()
 {
-    auto *sheet =
-        new SettingsSheet(m_with.preferences, m_with.information, m_with.updater, m_with.openUrl);
-    Overlay *overlay = Overlay::open(Overlay::Kind::Sheet, this, sheet);
-    connect(sheet, &SettingsSheet::closeRequested, overlay, &Overlay::dismiss);
+    auto *sheet = new SettingsSheet(m_with.preferences, m_with.information, m_with.updater,
+                                    {m_with.openUrl, m_with.showDataFolder});
+    connect(sheet, &SettingsSheet::themeChanged, this, m_with.applyTheme);
     connect(sheet, &SettingsSheet::preferredStorefrontChanged, &m_dashboard->filter(),
             &KeywordFilter::setSearchStorefront);
+    openSheet(this, sheet);
 }
 
 void MainWindow::askToDeleteApp(QUuid id)

@@ -6,8 +6,10 @@
 #include "ui_kit/theme/painting.h"
 #include "ui_kit/theme/symbols.h"
 #include "ui_kit/theme/typography.h"
+#include "ui_kit/widgets/pressable.h"
 
 #include <QButtonGroup>
+#include <QKeyEvent>
 #include <QLocale>
 #include <QPainter>
 #include <QStyleOptionButton>
@@ -41,6 +43,12 @@ void WorkspaceButton::setCount(std::optional<int> count)
     m_count = count;
     setAccessibleDescription(count ? tr("%L1 tracked").arg(*count) : QString());
     update();
+}
+
+void WorkspaceButton::keyPressEvent(QKeyEvent *event)
+{
+    if (!pressByEnter(*this, *event))
+        QAbstractButton::keyPressEvent(event);
 }
 
 QSize WorkspaceButton::sizeHint() const

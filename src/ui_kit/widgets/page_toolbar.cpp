@@ -2,8 +2,10 @@
 #include "ui_kit/widgets/page_toolbar.h"
 
 #include "ui_kit/theme/painting.h"
+#include "ui_kit/widgets/storefront_picker.h"
 #include "ui_kit/widgets/text_label.h"
 
+#include <QEvent>
 #include <QHBoxLayout>
 
 namespace veltrix
@@ -24,8 +26,47 @@ PageToolbar::PageToolbar(const QString &title, QWidget *parent)
     layout->addWidget(m_subtitle);
     layout->addStretch(1);
     layout->addLayout(m_trailing);
+    // A narrow window is no wider for its toolbar: that fits itself in.
+    layout->setSizeConstraint(QLayout::SetNoConstraint);
     setFixedHeight(controlHeight(font()) + 25);
     setTitle(title);
+}
+
+void PageToolbar::fit()
+{
+    QList<Button *> buttons;
+    int texts = 0;
+    for (auto *button : findChildren<Button *>(QString(), Qt::FindDirectChildrenOnly)) {
+        // A storefront gives way by itself.
+        if (button->isHidden() || qobject_cast<StorefrontPicker *>(button))
+            continue;
+        buttons.append(button);
+        texts += button->savedByCompact();
+    }
+    const int subtitle = m_subtitle->sizeHint().width() + spacing::s;
+    const int needed = layout()->minimumSize().width() + (m_isCompact ? texts : 0);
+    const int withSubtitle = needed + (m_subtitle->isHidden() ? subtitle : 0);
+    m_subtitle->setVisible(withSubtitle <= width());
+    m_isCompact = withSubtitle - subtitle > width();
+    for (Button *button : buttons)
+        button->setCompact(m_isCompact);
+}
+
+bool PageToolbar::event(QEvent *event)
+{
+    const bool isHandled = QWidget::event(event);
+    switch (event->type()) {
+    case QEvent::FontChange:
+        setFixedHeight(controlHeight(font()) + 25);
+        break;
+    case QEvent::Resize:
+    case QEvent::LayoutRequest:
+        fit();
+        break;
+    default:
+        break;
+    }
+    return isHandled;
 }
 
 void PageToolbar::setTitle(const QString &title)

@@ -28,13 +28,19 @@ public:
     void addTrailing(QWidget *control);
 
 protected:
+    bool event(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    /// Gives up what the width has no room for: the subtitle, then the texts of buttons that have a
+    /// symbol.
+    void fit();
+
     QHBoxLayout *m_leading;
     QHBoxLayout *m_trailing;
     TextLabel *m_title;
     TextLabel *m_subtitle;
+    bool m_isCompact = false;
 };
 
 } // namespace veltrix

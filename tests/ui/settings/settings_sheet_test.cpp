@@ -29,14 +29,15 @@ protected:
     QString text(const char *label) { return find<QLabel>(label)->text(); }
 };
 
-TEST_F(SettingsTest, HasItsFourSectionsInOrder)
+TEST_F(SettingsTest, HasItsSectionsInOrder)
 {
     openSettings();
     QStringList titles;
     for (const auto *section : window->findChildren<SettingsSection *>())
         titles << section->accessibleName();
-    EXPECT_EQ(titles, (QStringList{QStringLiteral("Research"), QStringLiteral("Updates"),
-                                   QStringLiteral("Help"), QStringLiteral("About")}));
+    EXPECT_EQ(titles, (QStringList{QStringLiteral("Appearance"), QStringLiteral("Research"),
+                                   QStringLiteral("Updates"), QStringLiteral("Help"),
+                                   QStringLiteral("About")}));
 }
 
 TEST_F(SettingsTest, TheDefaultStorefrontIsThatOfTheNextAppSearchAndNotTheFilter)

@@ -218,8 +218,11 @@ MainWindow::Collaborators UiWorld::collaborators()
             files,
             information,
             hasUpdater ? &updater : nullptr,
-            [this](const QUrl &url) {
-                openedUrls.append(url);
+            [this](const QUrl &url) { openedUrls.append(url); },
+            QUrl(QStringLiteral("https://apps.apple.com")),
+            [this](ThemeChoice choice) { appliedThemes.append(choice); },
+            [this] {
+                ++dataFolderShown;
             }};
 }
 

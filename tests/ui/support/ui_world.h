@@ -37,10 +37,13 @@ public:
     void setKeywordTableColumns(const QString &text) override { columns = text; }
     [[nodiscard]] QByteArray windowGeometry() const override { return geometry; }
     void setWindowGeometry(const QByteArray &bytes) override { geometry = bytes; }
+    [[nodiscard]] ThemeChoice theme() const override { return chosenTheme; }
+    void setTheme(ThemeChoice theme) override { chosenTheme = theme; }
 
     QString storefront = QStringLiteral("US");
     QString columns;
     QByteArray geometry;
+    ThemeChoice chosenTheme = ThemeChoice::System;
 };
 
 /// Dialogs that are answered before they are asked.
@@ -151,6 +154,8 @@ public:
     bool hasUpdater = false;
     AppInformation information;
     QList<QUrl> openedUrls;
+    QList<ThemeChoice> appliedThemes;
+    int dataFolderShown = 0;
 };
 
 /// Search results with everything in them.
