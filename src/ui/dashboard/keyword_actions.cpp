@@ -47,8 +47,11 @@ KeywordActions::Addition KeywordActions::add(std::optional<QUuid> appId,
         sayProblem(problem);
         return Addition{problem, {}};
     };
-    if (!appId || !m_store.app(*appId))
-        return refuse(tr("Select an app first"));
+    if (!appId || !m_store.app(*appId)) {
+        const QString problem = tr("Select an app first");
+        m_status.sayWithoutApp(problem);
+        return {problem, {}};
+    }
     // One save a storefront, the storefronts in the order of their first keyword.
     QStringList countries;
     std::map<QString, QStringList> texts;

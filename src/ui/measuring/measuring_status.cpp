@@ -54,7 +54,22 @@ void MeasuringStatus::say(const QString &message, StatusBar::Tone tone, const QS
     m_messageDetail = detail;
     m_tone = tone;
     m_isPromise = false;
+    m_waitsForApp = false;
     Q_EMIT changed();
+}
+
+void MeasuringStatus::sayWithoutApp(const QString &problem)
+{
+    say(problem, StatusBar::Tone::Error);
+    m_waitsForApp = true;
+}
+
+void MeasuringStatus::setAppInView(std::optional<QUuid> appId)
+{
+    m_appInView = appId;
+    // The problem goes with its cause.
+    if (appId && m_waitsForApp)
+        say(QString());
 }
 
 void MeasuringStatus::say(const AdmissionStatus &status)

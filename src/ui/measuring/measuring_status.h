@@ -25,7 +25,7 @@ public:
     ~MeasuringStatus() override;
 
     /// The app whose keywords are measured first.
-    void setAppInView(std::optional<QUuid> appId) { m_appInView = appId; }
+    void setAppInView(std::optional<QUuid> appId);
 
     /// What went wrong last. Without a message nothing did.
     struct Problem {
@@ -46,6 +46,8 @@ public:
     /// Says something, which stays until something else is said.
     void say(const QString &message, StatusBar::Tone tone = StatusBar::Tone::Normal,
              const QString &detail = QString());
+    /// Says what is wrong while there is no app in view, until there is one.
+    void sayWithoutApp(const QString &problem);
     /// Says what became of keywords that were to be added. A promise goes when measuring ends or
     /// fails, and leaves its detail.
     void say(const AdmissionStatus &status);
@@ -74,6 +76,7 @@ private:
     QString m_messageDetail;
     StatusBar::Tone m_tone = StatusBar::Tone::Normal;
     bool m_isPromise = false;
+    bool m_waitsForApp = false;
     bool m_isRefreshing = false;
     TaskScope m_tasks;
 };
