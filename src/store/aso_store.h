@@ -85,7 +85,9 @@ public:
     /// ignoring case, same storefront). Throws StoreError 404 "App not found", and 422 with the
     /// reason for what can never be measured (keywordRefusal()).
     TrackedKeyword addTrackedKeyword(QUuid appId, QString keyword, QString country);
-    /// The same for several texts with one save; what cannot be measured is left out and named.
+    /// The same for several texts, of one storefront or of many, with one save; what cannot be
+    /// measured is left out and named.
+    KeywordAdmission addTrackedKeywords(QUuid appId, const QList<KeywordToTrack> &keywords);
     KeywordAdmission addTrackedKeywords(QUuid appId, const QStringList &keywords,
                                         const QString &country);
     /// Why a tracked keyword can never be measured, as words (refusalReason(),

@@ -19,18 +19,26 @@ TrackedKeyword ASOStore::addTrackedKeyword(QUuid appId, QString keyword, QString
 KeywordAdmission ASOStore::addTrackedKeywords(QUuid appId, const QStringList &keywords,
                                               const QString &country)
 {
+    QList<KeywordToTrack> list;
+    for (const QString &keyword : keywords)
+        list.append({keyword, country});
+    return addTrackedKeywords(appId, list);
+}
+
+KeywordAdmission ASOStore::addTrackedKeywords(QUuid appId, const QList<KeywordToTrack> &keywords)
+{
     requireStateRead();
     if (!app(appId))
         throw StoreError(404, QStringLiteral("App not found"));
-    const QString storefront = country.toUpper();
     KeywordAdmission admission;
     QList<QUuid> added;
-    QSet<QString> seen;
-    for (const QString &text : keywords) {
-        const QString folded = foldedCase(text);
-        if (seen.contains(folded))
+    QSet<std::pair<QString, QString>> seen;
+    for (const auto &[text, country] : keywords) {
+        const QString storefront = country.toUpper();
+        const auto meaning = std::pair(storefront, foldedCase(text));
+        if (seen.contains(meaning))
             continue;
-        seen.insert(folded);
+        seen.insert(meaning);
         if (const auto reason = keywordRefusal(text, storefront)) {
             admission.refused.append({text, country, *reason});
             continue;

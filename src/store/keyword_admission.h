@@ -10,6 +10,14 @@
 namespace veltrix
 {
 
+/// A text that is to be tracked in a storefront.
+struct KeywordToTrack {
+    QString keyword;
+    QString country;
+
+    bool operator==(const KeywordToTrack &) const = default;
+};
+
 /// A text that is not tracked because it could never be measured.
 struct RefusedKeyword {
     /// Text and storefront as they were given.

@@ -65,6 +65,31 @@ TEST_F(KeywordAdmissionTest, AStorefrontThatCannotBeChosenRefusesItsKeywordsByTh
     EXPECT_TRUE(stateOnDisk().trackedKeywords.isEmpty());
 }
 
+TEST_F(KeywordAdmissionTest, KeywordsOfSeveralStorefrontsAreAddedInTheirOrderWithOneSave)
+{
+    addKeyword("tide", "DE");
+    qsizetype signalled = 0;
+    QObject::connect(store.get(), &ASOStore::keywordAdded, [&] {
+        ++signalled;
+        EXPECT_EQ(stateOnDisk().trackedKeywords.size(), 1) << "saved before all were there";
+    });
+    const KeywordAdmission admission =
+        store->addTrackedKeywords(appId(), {{text("moon"), text("US")},
+                                            {text("moon"), text("de")},
+                                            {text("Tide"), text("DE")},
+                                            {text("MOON"), text("us")},
+                                            {text("moon"), text("UK")}});
+    QStringList kept;
+    for (const TrackedKeyword &keyword : admission.kept)
+        kept << keyword.keyword + u'@' + keyword.country;
+    EXPECT_EQ(kept.join(u' '), text("moon@US moon@DE tide@DE"));
+    EXPECT_EQ(admission.added, 2);
+    EXPECT_EQ(signalled, 2);
+    EXPECT_EQ(admission.refused, (QList<RefusedKeyword>{{text("moon"), text("UK"),
+                                                         KeywordRefusal::UnknownStorefront}}));
+    EXPECT_EQ(stateOnDisk().trackedKeywords.size(), 3);
+}
+
 TEST_F(KeywordAdmissionTest, TheSameTextTwiceInOneInputCountsOnce)
 {
     addKeyword("tide");
