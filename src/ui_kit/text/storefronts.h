@@ -8,10 +8,16 @@
 #include <QLocale>
 #include <QString>
 
+#include <optional>
+
 namespace veltrix
 {
 
 /// The region's name in the language of `locale`, or the code itself when the locale has none.
 QString storefrontName(const QString &code, const QLocale &locale = wordLocale());
+
+/// The storefront that a text names: by its code or by its region's name in English or in the
+/// language of `locale`, in any case. Nothing for any other text.
+std::optional<QString> storefrontNamed(const QString &text, const QLocale &locale = wordLocale());
 
 } // namespace veltrix

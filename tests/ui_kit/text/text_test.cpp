@@ -49,6 +49,24 @@ TEST(Storefronts, AreNamedInTheUsersLanguage)
               QStringLiteral("日本"));
 }
 
+TEST(Storefronts, AreFoundByCodeAndByNameInEnglishAndInTheUsersLanguage)
+{
+    const auto named = [](const char *text) {
+        return storefrontNamed(QString::fromUtf8(text), german).value_or(QString());
+    };
+    for (const char *text :
+         {"DE", "de", " De ", "Germany", "GERMANY", "Deutschland", "deutschland"})
+        EXPECT_EQ(named(text), QStringLiteral("DE")) << text;
+    EXPECT_EQ(named("Österreich"), QStringLiteral("AT"));
+    EXPECT_EQ(named("United  Kingdom"), QStringLiteral("GB"));
+    EXPECT_EQ(named("Hong Kong"), QStringLiteral("HK"));
+    EXPECT_EQ(named("Türkei"), QStringLiteral("TR"));
+    for (const char *text : {"", "UK", "Europe", "Deutsch", "usa", "Afghanistan"})
+        EXPECT_EQ(named(text), QString()) << text;
+    for (const QString &code : storefrontCodes())
+        EXPECT_EQ(storefrontNamed(storefrontName(code, english), english), code);
+}
+
 TEST(Storefronts, AllHaveANameInEnglish)
 {
     for (const QString &code : storefrontCodes())

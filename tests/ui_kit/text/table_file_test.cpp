@@ -1,0 +1,113 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Files as people have them: encodings, separators, quotation marks, and what is no text.
+#include "ui_kit/text/table_file.h"
+
+#include "support/json_printers.h"
+
+#include <QStringEncoder>
+
+#include <gtest/gtest.h>
+
+namespace veltrix
+{
+namespace
+{
+
+/// The rows as "line:cell|cell", one a line.
+QString rows(const QString &text)
+{
+    QStringList lines;
+    for (const auto &[line, cells] : rowsOfText(text))
+        lines << QString::number(line) + u':' + cells.join(u'|');
+    return lines.join(u'\n');
+}
+
+QString errorOf(const std::function<void()> &act)
+{
+    try {
+        act();
+    } catch (const TableFileError &error) {
+        return error.description();
+    }
+    return {};
+}
+
+QByteArray encoded(const QString &text, QStringConverter::Encoding encoding)
+{
+    QStringEncoder encoder(encoding);
+    const QByteArray bytes = encoder.encode(text);
+    return bytes;
+}
+
+const QString notText = QStringLiteral("The file is not a text file.");
+
+TEST(TextOfFile, ReadsEveryUnicodeEncodingWithAndWithoutItsMark)
+{
+    using Encoding = QStringConverter::Encoding;
+    // "一" has a zero byte on the other side.
+    const QString text = QStringLiteral("Keyword\tStorefront\nBildgröße\tDE\n一写真\tJP\n");
+    for (const Encoding encoding : {Encoding::Utf8, Encoding::Utf16LE, Encoding::Utf16BE}) {
+        EXPECT_EQ(textOfFile(encoded(text, encoding)), text) << int(encoding);
+        EXPECT_EQ(textOfFile(encoded(QChar(QChar::ByteOrderMark) + text, encoding)), text)
+            << int(encoding);
+    }
+}
+
+TEST(TextOfFile, WhatIsNoUtf8IsWindows1252)
+{
+    EXPECT_EQ(textOfFile("Gr\xF6\xDF"
+                         "e;5 \x80\r\n\x84Wort\x93"),
+              QStringLiteral("Größe;5 €\r\n„Wort“"));
+    EXPECT_EQ(textOfFile("caf\xE9"), QStringLiteral("café")) << "at the very end, too";
+    EXPECT_EQ(textOfFile(QByteArray()), QString());
+}
+
+TEST(TextOfFile, AStrayControlCharacterOfAUtf8TextIsLeftToBeRefusedAlone)
+{
+    EXPECT_EQ(textOfFile("photo\x07"), QStringLiteral("photo\u0007"));
+}
+
+TEST(TextOfFile, WhatIsNoTextIsRefused)
+{
+    const QByteArray jpeg = QByteArray::fromHex("ffd8ffe000104a46494600010101004800480000ffdb0043"
+                                                "00080606070605080707070909080a0c140d0c0b0b0c19");
+    const QByteArray zip = QByteArray::fromHex("504b030414000600080000002100b55530");
+    for (const QByteArray &binary : {jpeg, zip, QByteArray("\xFF\x81\x8D", 3),
+                                     QByteArray("a\0b", 3), QByteArray("\xFE\xFF\x00", 3)})
+        EXPECT_EQ(errorOf([&] { textOfFile(binary); }), notText) << binary.toHex().toStdString();
+}
+
+TEST(RowsOfText, TheFirstPartedLineSaysWhatPartsTheCells)
+{
+    EXPECT_EQ(rows(QStringLiteral("a,b\nc;d,e")), QStringLiteral("1:a|b\n2:c;d|e"));
+    EXPECT_EQ(rows(QStringLiteral("a;b\nc,d;e")), QStringLiteral("1:a|b\n2:c,d|e"));
+    EXPECT_EQ(rows(QStringLiteral("a\tb\nc, d;\te")), QStringLiteral("1:a|b\n2:c, d;|e"));
+    EXPECT_EQ(rows(QStringLiteral("one\ntwo;three")), QStringLiteral("1:one\n2:two|three"));
+    EXPECT_EQ(rows(QStringLiteral("\"x;\"\"y;z\",b;c,d")), QStringLiteral("1:x;\"y;z|b;c|d"))
+        << "what is quoted parts nothing";
+    EXPECT_EQ(rows(QStringLiteral("sep=;\r\na,b;c\nd")), QStringLiteral("2:a,b|c\n3:d"));
+}
+
+TEST(RowsOfText, EveryKindOfLineEndEndsARowAndEmptyLinesAreNone)
+{
+    EXPECT_EQ(rows(QStringLiteral("a\nb\r\nc\rd\u2028e\u2029f\u0085g\n\n \n,\nh")),
+              QStringLiteral("1:a\n2:b\n3:c\n4:d\n5:e\n6:f\n7:g\n10:|\n11:h"));
+    EXPECT_TRUE(rowsOfText(QString()).isEmpty());
+}
+
+TEST(RowsOfText, AQuotedCellMayHoldSeparatorsQuotationMarksAndLineEnds)
+{
+    EXPECT_EQ(rows(QStringLiteral("\"a,\"\"b\"\"\", \"c\r\nd\" \n5\" e,f")),
+              QStringLiteral("1:a,\"b\"|c\r\nd \n3:5\" e|f"));
+}
+
+TEST(RowsOfText, AQuotationMarkThatIsNotClosedIsAnErrorWithItsLine)
+{
+    EXPECT_EQ(errorOf([] { rowsOfText(QStringLiteral("a,b\r\n\"c\nd\",e\nf,\"g\nh,i\n")); }),
+              QStringLiteral("The quotation mark in line 4 is not closed."));
+    EXPECT_EQ(errorOf([] { rowsOfText(QStringLiteral("\"")); }),
+              QStringLiteral("The quotation mark in line 1 is not closed."));
+}
+
+} // namespace
+} // namespace veltrix
