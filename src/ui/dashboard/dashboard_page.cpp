@@ -240,8 +240,18 @@ void DashboardPage::importKeywords()
 
 void DashboardPage::exportTable()
 {
-    if (const auto profile = app())
-        m_actions->exportTable(window(), profile->appName, m_table->shownTexts());
+    const auto profile = app();
+    if (!profile)
+        return;
+    QList<QUuid> ids;
+    for (int row = 0; row < m_model->rowCount(); ++row)
+        ids.append(m_model->entryAt(row).row.id);
+    m_actions->exportKeywords(window(), profile->appName, ids);
+}
+
+void DashboardPage::exportAllApps()
+{
+    m_actions->exportAllApps(window());
 }
 
 void DashboardPage::exportHistory()

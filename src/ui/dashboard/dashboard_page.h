@@ -53,7 +53,9 @@ public:
     void refreshAll();
     void removeSelected();
     void importKeywords();
+    /// The keywords that are shown, in their order.
     void exportTable();
+    void exportAllApps();
     void exportHistory();
     /// "Sort by" and the columns to show, for menus.
     void fillSortMenu(QMenu *menu);

@@ -163,10 +163,17 @@ void KeywordActions::copyRefusals(const QList<RefusedKeyword> &refused) const
     QGuiApplication::clipboard()->setText(toTabSeparated(refusalTable(refused)));
 }
 
-void KeywordActions::exportTable(QWidget *dialogParent, const QString &appName,
-                                 const QList<QStringList> &table)
+void KeywordActions::exportKeywords(QWidget *dialogParent, const QString &appName,
+                                    const QList<QUuid> &ids)
 {
-    saveCsv(dialogParent, tr("Export Keywords"), suggestedFileName(appName, tr("keywords")), table);
+    saveCsv(dialogParent, tr("Export Keywords"), suggestedFileName(appName, tr("keywords")),
+            keywordTable(m_store, ids));
+}
+
+void KeywordActions::exportAllApps(QWidget *dialogParent)
+{
+    saveCsv(dialogParent, tr("Export Keywords of All Apps"),
+            suggestedFileName(tr("All apps"), tr("keywords")), keywordTableOfAllApps(m_store));
 }
 
 void KeywordActions::exportHistory(QWidget *dialogParent, QUuid appId, const QString &appName)
@@ -179,7 +186,7 @@ void KeywordActions::saveCsv(QWidget *dialogParent, const QString &title, const 
                              const QList<QStringList> &table)
 {
     const FileExchange::Request request{title, fileName, tr("CSV files (*.csv)")};
-    m_files.save(dialogParent, request, toCsv(table).toUtf8(),
+    m_files.save(dialogParent, request, toCsvFile(table),
                  [self = QPointer(this)](const QString &path, const std::optional<QString> &error) {
                      if (!self)
                          return;

@@ -47,8 +47,9 @@ public:
     void refresh(const QList<QUuid> &ids);
 
     void copyRefusals(const QList<RefusedKeyword> &refused) const;
-    void exportTable(QWidget *dialogParent, const QString &appName,
-                     const QList<QStringList> &table);
+    /// The keywords as a table, in their order.
+    void exportKeywords(QWidget *dialogParent, const QString &appName, const QList<QUuid> &ids);
+    void exportAllApps(QWidget *dialogParent);
     void exportHistory(QWidget *dialogParent, QUuid appId, const QString &appName);
 
 Q_SIGNALS:

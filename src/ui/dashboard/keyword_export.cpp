@@ -2,6 +2,7 @@
 #include "ui/dashboard/keyword_export.h"
 
 #include "ui/dashboard/keyword_column.h"
+#include "ui_kit/widgets/position_badge.h"
 
 #include <QCoreApplication>
 
@@ -17,12 +18,16 @@ struct Texts {
     Q_DECLARE_TR_FUNCTIONS(KeywordExport)
 };
 
-struct Measurement {
+/// A keyword and one of its snapshots; null where there is none.
+struct Entry {
     TrackedKeyword keyword;
     SharedSnapshot snapshot;
+    /// Of the newest snapshot; empty in a history.
+    QString appName = {};
+    std::optional<RankMovement> movement = std::nullopt;
 };
 
-using Entry = Measurement;
+using EntryColumn = TextColumn<Entry>;
 
 template <class Assessment>
 QString scoreText(const std::optional<Assessment> &assessment)
@@ -30,58 +35,122 @@ QString scoreText(const std::optional<Assessment> &assessment)
     return assessment ? QString::number(assessment->score) : QString();
 }
 
+QString keywordText(const Entry &entry)
+{
+    return entry.keyword.keyword;
+}
+
+QString storefrontText(const Entry &entry)
+{
+    return entry.keyword.country;
+}
+
+/// "2026-11-22 10:03:05": spreadsheets take it for a date and a time.
+QString measuredAtText(const Entry &entry)
+{
+    return entry.snapshot
+               ? formatInternetDateTime(entry.snapshot->fetchedAt).left(19).replace(u'T', u' ')
+               : QString();
+}
+
+QString rankText(const Entry &entry)
+{
+    if (!entry.snapshot)
+        return {};
+    const auto &position = entry.snapshot->position;
+    return position ? QString::number(*position) : PositionBadge{position}.text();
+}
+
+QString changeText(const Entry &entry)
+{
+    using Kind = RankMovement::Kind;
+    if (!entry.movement || entry.movement->kind() == Kind::First)
+        return {};
+    switch (entry.movement->kind()) {
+    case Kind::Improved:
+        return QString::number(entry.movement->places());
+    case Kind::Declined:
+        return QString::number(-entry.movement->places());
+    case Kind::Unchanged:
+        return QStringLiteral("0");
+    default:
+        return entry.movement->label();
+    }
+}
+
 QString popularityText(const Entry &entry)
 {
+    if (!entry.snapshot)
+        return {};
     const auto &measured = entry.snapshot->popularityMeasurement;
     return measured && isSearchPopularity(*measured) ? scoreText(measured) : QString();
 }
 
 QString difficultyText(const Entry &entry)
 {
-    const KeywordSnapshot &snapshot = *entry.snapshot;
-    return snapshot.difficultyComponents.sampledAppCount != 0
-               ? QString::number(snapshot.difficultyScore)
+    return entry.snapshot && entry.snapshot->difficultyComponents.sampledAppCount != 0
+               ? QString::number(entry.snapshot->difficultyScore)
                : QString();
 }
 
-std::vector<TextColumn<Entry>> historyColumns()
+QString competitionText(const Entry &entry)
 {
-    const auto titleOf = [](KeywordColumn column) {
-        return keywordColumnInfo(column).title;
-    };
+    return entry.snapshot ? scoreText(entry.snapshot->competition) : QString();
+}
+
+QString opportunityText(const Entry &entry)
+{
+    return entry.snapshot ? scoreText(entry.snapshot->opportunity) : QString();
+}
+
+QString targetText(const Entry &entry)
+{
+    return entry.snapshot && entry.snapshot->opportunity ? entry.snapshot->opportunity->label
+                                                         : QString();
+}
+
+/// The column of a table on screen, by its title there.
+EntryColumn columnOf(KeywordColumn column, QString (*text)(const Entry &entry))
+{
+    return {keywordColumnInfo(column).title, text};
+}
+
+std::vector<EntryColumn> keywordTableColumns()
+{
     return {
-        {titleOf(KeywordColumn::Keyword),
+        columnOf(KeywordColumn::Keyword, keywordText),
+        {keywordColumnInfo(KeywordColumn::Keyword).exportedAlong.title, storefrontText},
+        {[] { return Texts::tr("App"); },
          [](const Entry &entry) {
-             return entry.keyword.keyword;
+             return entry.appName;
          }},
-        {keywordColumnInfo(KeywordColumn::Keyword).exportedAlong.title,
-         [](const Entry &entry) {
-             return entry.keyword.country;
-         }},
-        {[] { return Texts::tr("Measured at"); },
-         [](const Entry &entry) {
-             return formatInternetDateTime(entry.snapshot->fetchedAt);
-         }},
+        {[] { return Texts::tr("Measured at (UTC)"); }, measuredAtText},
+        columnOf(KeywordColumn::Position, rankText),
+        {[] { return Texts::tr("Change"); }, changeText},
+        columnOf(KeywordColumn::Popularity, popularityText),
+        columnOf(KeywordColumn::Difficulty, difficultyText),
+        {[] { return Texts::tr("Competition"); }, competitionText},
+        {[] { return Texts::tr("Opportunity"); }, opportunityText},
+        columnOf(KeywordColumn::Target, targetText),
+    };
+}
+
+std::vector<EntryColumn> historyColumns()
+{
+    return {
+        columnOf(KeywordColumn::Keyword, keywordText),
+        {keywordColumnInfo(KeywordColumn::Keyword).exportedAlong.title, storefrontText},
+        {[] { return Texts::tr("Measured at (UTC)"); }, measuredAtText},
         {[] { return Texts::tr("Position"); },
          [](const Entry &entry) {
              const auto &position = entry.snapshot->position;
              return position ? QString::number(*position) : QString();
          }},
-        {titleOf(KeywordColumn::Popularity), popularityText},
-        {titleOf(KeywordColumn::Difficulty), difficultyText},
-        {[] { return Texts::tr("Competition"); },
-         [](const Entry &entry) {
-             return scoreText(entry.snapshot->competition);
-         }},
-        {[] { return Texts::tr("Opportunity"); },
-         [](const Entry &entry) {
-             return scoreText(entry.snapshot->opportunity);
-         }},
-        {titleOf(KeywordColumn::Target),
-         [](const Entry &entry) {
-             const auto &opportunity = entry.snapshot->opportunity;
-             return opportunity ? opportunity->label : QString();
-         }},
+        columnOf(KeywordColumn::Popularity, popularityText),
+        columnOf(KeywordColumn::Difficulty, difficultyText),
+        {[] { return Texts::tr("Competition"); }, competitionText},
+        {[] { return Texts::tr("Opportunity"); }, opportunityText},
+        columnOf(KeywordColumn::Target, targetText),
         {[] { return Texts::tr("Popularity model"); },
          [](const Entry &entry) {
              return entry.snapshot->popularityModelVersion.value_or(QString());
@@ -93,20 +162,49 @@ std::vector<TextColumn<Entry>> historyColumns()
     };
 }
 
-} // namespace
-
-QList<QStringList> keywordHistory(const ASOStore &store, QUuid appId)
+QList<TrackedKeyword> sortedKeywords(const ASOStore &store, QUuid appId)
 {
     QList<TrackedKeyword> keywords = store.keywordsOfApp(appId);
     std::stable_sort(keywords.begin(), keywords.end(), [](const auto &left, const auto &right) {
         return QString::localeAwareCompare(left.keyword, right.keyword) < 0;
     });
-    std::vector<Measurement> measurements;
-    for (const TrackedKeyword &keyword : std::as_const(keywords)) {
-        for (const SharedSnapshot &snapshot : store.keywordSnapshots(keyword.id))
-            measurements.push_back({keyword, snapshot});
+    return keywords;
+}
+
+} // namespace
+
+QList<QStringList> keywordTable(const ASOStore &store, const QList<QUuid> &ids)
+{
+    std::vector<Entry> entries;
+    for (const QUuid &id : ids) {
+        const auto keyword = store.trackedKeyword(id);
+        if (!keyword)
+            continue;
+        const auto app = store.app(keyword->appId);
+        entries.push_back({*keyword, store.newestSnapshot(id), app ? app->appName : QString(),
+                           store.rankingTimeline(id).latestMovement()});
     }
-    return tableOfText(historyColumns(), measurements);
+    return tableOfText(keywordTableColumns(), entries);
+}
+
+QList<QStringList> keywordTableOfAllApps(const ASOStore &store)
+{
+    QList<QUuid> ids;
+    for (const AppProfile &app : store.apps()) {
+        for (const TrackedKeyword &keyword : sortedKeywords(store, app.id))
+            ids.append(keyword.id);
+    }
+    return keywordTable(store, ids);
+}
+
+QList<QStringList> keywordHistory(const ASOStore &store, QUuid appId)
+{
+    std::vector<Entry> entries;
+    for (const TrackedKeyword &keyword : sortedKeywords(store, appId)) {
+        for (const SharedSnapshot &snapshot : store.keywordSnapshots(keyword.id))
+            entries.push_back({keyword, snapshot});
+    }
+    return tableOfText(historyColumns(), entries);
 }
 
 } // namespace veltrix

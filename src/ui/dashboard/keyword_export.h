@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The history of keywords as a table of text.
+// Keywords and their history as tables of text, for files.
 #pragma once
 
 #include "store/aso_store.h"
@@ -8,6 +8,14 @@
 
 namespace veltrix
 {
+
+/// One line a keyword with what its newest measurement says, in the order of `ids`, with a header
+/// line: keyword, storefront, app, date and time in UTC as spreadsheets read them, rank, change of
+/// the rank (positive: up), popularity, difficulty, competition, opportunity, target. What is
+/// missing is an empty cell.
+QList<QStringList> keywordTable(const ASOStore &store, const QList<QUuid> &ids);
+/// The same for all keywords, app by app, each by keyword.
+QList<QStringList> keywordTableOfAllApps(const ASOStore &store);
 
 /// Every snapshot of every keyword of an app, one line each, by keyword and then by time, with a
 /// header line.

@@ -82,9 +82,9 @@ void RankingHistorySheet::exportCsv()
     const FileExchange::Request request{tr("Export Ranking History"),
                                         suggestedFileName(m_keyword.keyword, tr("ranking history")),
                                         tr("CSV files (*.csv)")};
-    const QString table =
-        toCsv(historyTable(m_keyword.keyword, m_keyword.country, m_content->data()));
-    m_files.save(window(), request, table.toUtf8(),
+    const QByteArray table =
+        toCsvFile(historyTable(m_keyword.keyword, m_keyword.country, m_content->data()));
+    m_files.save(window(), request, table,
                  [self = QPointer(this)](const QString &, const std::optional<QString> &error) {
                      if (!self)
                          return;

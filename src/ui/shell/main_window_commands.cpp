@@ -142,6 +142,8 @@ void MainWindow::fillMoreMenu(QMenu *menu)
             [this] { m_dashboard->importKeywords(); });
         add(QStringLiteral("square.and.arrow.up"), tr("Export…"), hasApp,
             [this] { m_dashboard->exportTable(); });
+        add(QStringLiteral("square.and.arrow.up"), tr("Export All Apps…"), hasApp,
+            [this] { m_dashboard->exportAllApps(); });
         add(QStringLiteral("clock.arrow.circlepath"), tr("Export History…"), hasApp,
             [this] { m_dashboard->exportHistory(); });
         menu->addSeparator();

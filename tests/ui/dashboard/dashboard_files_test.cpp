@@ -2,6 +2,9 @@
 // What the keywords page exports and imports.
 #include "ui/support/ui_test.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
+
 namespace veltrix
 {
 namespace
@@ -19,7 +22,7 @@ protected:
     }
 };
 
-TEST_F(DashboardFilesTest, ExportsTheTableAsItIsShown)
+TEST_F(DashboardFilesTest, ExportsTheKeywordsThatAreShownForSpreadsheets)
 {
     open();
     table().setColumnVisible(KeywordColumn::Apps, false);
@@ -28,14 +31,55 @@ TEST_F(DashboardFilesTest, ExportsTheTableAsItIsShown)
     page().exportTable();
     EXPECT_EQ(world->files.requests.last().suggestedName,
               QStringLiteral("Lumen Photo Editor keywords.csv"));
-    EXPECT_EQ(QString::fromUtf8(world->files.saved),
-              QStringLiteral("Keyword,Storefront,Target,Popularity (est.),Difficulty "
-                             "(est.),Ranking\r\n"
-                             "photo editor,US,Worth Climbing,78,81,37\r\n"
-                             "photo journal,US,Refresh required,,35,12\r\n"
-                             "retro photo,US,Good Target,48,33,4\r\n"
-                             "passport photo booth,US,Low Volume,14,21,Not ranked\r\n"));
+    ASSERT_TRUE(world->files.saved.startsWith("\xEF\xBB\xBF"));
+    EXPECT_EQ(
+        QString::fromUtf8(world->files.saved.sliced(3)),
+        QStringLiteral("Keyword,Storefront,App,Measured at (UTC),Ranking,Change,Popularity (est.),"
+                       "Difficulty (est.),Competition,Opportunity,Target\r\n"
+                       "photo editor,US,Lumen Photo Editor,2026-11-21 11:59:48,37,3,78,81,,62,"
+                       "Worth Climbing\r\n"
+                       "photo journal,US,Lumen Photo Editor,2026-11-21 09:49:00,12,,,35,,,\r\n"
+                       "retro photo,US,Lumen Photo Editor,2026-11-21 11:55:00,4,0,48,33,,62,"
+                       "Good Target\r\n"
+                       "passport photo booth,US,Lumen Photo Editor,2026-11-21 11:54:00,Not ranked,"
+                       "Left results,14,21,,62,Low Volume\r\n"));
     EXPECT_EQ(status(), QStringLiteral("Exported to Lumen Photo Editor keywords.csv."));
+}
+
+TEST_F(DashboardFilesTest, WhatIsMissingIsAnEmptyCellAndADeclineANegativeNumber)
+{
+    open();
+    page().exportTable();
+    const QString file = QString::fromUtf8(world->files.saved);
+    EXPECT_TRUE(
+        file.contains(QStringLiteral("\r\ngrain filter,US,Lumen Photo Editor,,,,,,,,\r\n")));
+    EXPECT_TRUE(file.contains(QStringLiteral(",21,-4,42,58,,62,Supporting\r\n")));
+}
+
+TEST_F(DashboardFilesTest, ExportsAllAppsInOneFile)
+{
+    open();
+    store().addTrackedKeyword(store().apps()[1].id, QStringLiteral("diary"), QStringLiteral("GB"));
+    model().setSearch(QStringLiteral("photo"));
+    click("moreButton");
+    choose("moreMenu", QStringLiteral("Export All Apps…"));
+    EXPECT_EQ(world->files.requests.last().suggestedName, QStringLiteral("All apps keywords.csv"));
+    const QStringList lines = QString::fromUtf8(world->files.saved).split(QStringLiteral("\r\n"));
+    ASSERT_EQ(lines.size(), 1 + 12 + 1) << "whatever the filter hides";
+    EXPECT_TRUE(lines[1].startsWith(QStringLiteral("bildbearbeitung,DE,Lumen Photo Editor,")));
+    EXPECT_EQ(lines[12], QStringLiteral("diary,GB,Tidewater Journal,,,,,,,,"));
+}
+
+TEST_F(DashboardFilesTest, ACopyStaysTabSeparatedAndAsItIsShown)
+{
+    open();
+    store().addTrackedKeyword(*window->selectedApp(), QStringLiteral("=1+1"), QStringLiteral("US"));
+    settle();
+    selectKeywords({QStringLiteral("=1+1")});
+    press(Qt::Key_C, Qt::ControlModifier);
+    const QString copied = QGuiApplication::clipboard()->text();
+    EXPECT_TRUE(copied.startsWith(QStringLiteral("Keyword\tStorefront\t")));
+    EXPECT_TRUE(copied.section(u'\n', 1, 1).startsWith(QStringLiteral("=1+1\tUS\t")));
 }
 
 TEST_F(DashboardFilesTest, ExportsTheWholeHistoryOneLineASnapshot)
@@ -44,13 +88,12 @@ TEST_F(DashboardFilesTest, ExportsTheWholeHistoryOneLineASnapshot)
     page().exportHistory();
     const QStringList lines = QString::fromUtf8(world->files.saved).split(QStringLiteral("\r\n"));
     EXPECT_EQ(lines.size(), 1 + int(store().snapshots().size()) + 1);
-    EXPECT_EQ(lines[0], QStringLiteral("Keyword,Storefront,Measured at,Position,Popularity "
+    EXPECT_EQ(lines[0], QStringLiteral("Keyword,Storefront,Measured at (UTC),Position,Popularity "
                                        "(est.),Difficulty (est.),Competition,Opportunity,Target,"
                                        "Popularity model,Scoring model"));
-    EXPECT_EQ(lines[1], QStringLiteral("bildbearbeitung,DE,2026-11-20T12:00:00.000Z,19,37,47,,62,"
+    EXPECT_EQ(lines[1], QStringLiteral("bildbearbeitung,DE,2026-11-20 12:00:00,19,37,47,,62,"
                                        "Supporting,popularity-7,quorvin-opportunity-v1"));
-    EXPECT_TRUE(
-        lines[2].startsWith(QStringLiteral("bildbearbeitung,DE,2026-11-21T09:50:00.000Z,18,")));
+    EXPECT_TRUE(lines[2].startsWith(QStringLiteral("bildbearbeitung,DE,2026-11-21 09:50:00,18,")));
 }
 
 TEST_F(DashboardFilesTest, AFailedExportSaysWhyAndACancelledOneNothing)

@@ -8,7 +8,7 @@
 #include "ui/history/rank_pictures.h"
 #include "ui/history/ranking_history_content.h"
 #include "ui/support/research_test.h"
-#include "ui_kit/text/csv.h"
+#include "ui_kit/text/table_file.h"
 #include "ui_kit/theme/typography.h"
 #include "ui_kit/widgets/badge.h"
 
@@ -155,7 +155,9 @@ TEST_F(RankingHistorySheetTest, IsExportedAsCsv)
     click("historyExport");
     ASSERT_EQ(world->files.requests.size(), 1);
     EXPECT_EQ(world->files.requests[0].suggestedName, text("collage maker ranking history.csv"));
-    const QList<QStringList> rows = fromCsv(QString::fromUtf8(world->files.saved));
+    QList<QStringList> rows;
+    for (const TextRow &row : rowsOfText(textOfFile(world->files.saved)))
+        rows << row.cells;
     ASSERT_EQ(rows.size(), 13);
     EXPECT_EQ(rows[0], (QStringList{text("Keyword"), text("Storefront"), text("Day (UTC)"),
                                     text("Checked at"), text("Rank"), text("Movement")}));

@@ -3,10 +3,14 @@
 #include "ui_kit/text/table_file.h"
 
 #include "support/json_printers.h"
+#include "ui_kit/text/csv.h"
 
 #include <QStringEncoder>
 
 #include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
+
+#include "support/generators.h"
 
 namespace veltrix
 {
@@ -107,6 +111,51 @@ TEST(RowsOfText, AQuotationMarkThatIsNotClosedIsAnErrorWithItsLine)
               QStringLiteral("The quotation mark in line 4 is not closed."));
     EXPECT_EQ(errorOf([] { rowsOfText(QStringLiteral("\"")); }),
               QStringLiteral("The quotation mark in line 1 is not closed."));
+}
+
+TEST(CsvFile, HasAByteOrderMarkAndQuotesOnlyWhatNeedsIt)
+{
+    EXPECT_EQ(toCsvFile({{QStringLiteral("ä"), QStringLiteral("b,c"), QStringLiteral("d;e")},
+                         {QStringLiteral("say \"hi\""), QStringLiteral("two\nlines"), {}}}),
+              QByteArray("\xEF\xBB\xBF"
+                         "ä,\"b,c\",\"d;e\"\r\n\"say \"\"hi\"\"\",\"two\nlines\",\r\n"));
+}
+
+TEST(CsvFile, NoCellStartsAFormulaAndNumbersStayNumbers)
+{
+    for (const char *formula : {"=1+1", "+cmd", "-2+3", "@SUM(A1)", "\t=1", "\r=1", "＝1", "-", "+",
+                                "'=1", "-3.5.1", "--3"}) {
+        const QString cell = QString::fromUtf8(formula);
+        EXPECT_EQ(guarded(cell), u'\'' + cell);
+        EXPECT_EQ(unguarded(guarded(cell)), cell);
+    }
+    for (const char *plain : {"", "photo", "-3", "+12", "-3.5", "3,5", "'quoted'", "a=b", "'"}) {
+        EXPECT_EQ(guarded(QString::fromUtf8(plain)), QString::fromUtf8(plain));
+        EXPECT_EQ(unguarded(QString::fromUtf8(plain)), QString::fromUtf8(plain));
+    }
+    EXPECT_TRUE(toCsvFile({{QStringLiteral("=1;2")}}).endsWith("\"'=1;2\"\r\n"));
+}
+
+RC_GTEST_PROP(CsvFile, IsReadBackAsItWasWritten, (const std::vector<QStringList> &generated))
+{
+    QList<QStringList> table;
+    for (QStringList row : generated) {
+        // A row of one blank cell is an empty line, which is no row.
+        if (row.size() < 2)
+            row = {QStringLiteral("x"), row.value(0)};
+        // No text holds zeros or halves of characters.
+        for (QString &cell : row)
+            cell.removeIf([](QChar c) { return c.isNull() || c.isSurrogate(); });
+        table.append(row);
+    }
+    QList<QStringList> read;
+    for (const TextRow &row : rowsOfText(textOfFile(toCsvFile(table)))) {
+        QStringList cells;
+        for (const QString &cell : row.cells)
+            cells << unguarded(cell);
+        read.append(cells);
+    }
+    RC_ASSERT(read == table);
 }
 
 } // namespace
