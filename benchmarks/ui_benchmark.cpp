@@ -86,10 +86,8 @@ public:
               std::function<void(QString, std::optional<QString>)>) override
     {
     }
-    void open(QWidget *, const Request &,
-              std::function<void(QByteArray, std::optional<QString>)>) override
-    {
-    }
+    void open(QWidget *, const Request &, std::function<void(const OpenedFile &)>) override {}
+    OpenedFile read(const QString &) override { return {}; }
 };
 
 class LightScheme final : public ColorSchemeSource

@@ -59,21 +59,22 @@ void FileDialogs::save(QWidget *parent, const Request &request, const QByteArray
 }
 
 void FileDialogs::open(QWidget *parent, const Request &request,
-                       std::function<void(QByteArray, std::optional<QString>)> done)
+                       std::function<void(const OpenedFile &)> done)
 {
     QFileDialog *dialog = makeDialog(parent, request, QFileDialog::AcceptOpen, m_folder);
     QObject::connect(dialog, &QFileDialog::fileSelected, parent,
-                     [read = m_read, done = std::move(done)](const QString &path) {
-                         QByteArray content;
-                         try {
-                             content = read(path);
-                         } catch (const Error &error) {
-                             done({}, error.description());
-                             return;
-                         }
-                         done(content, std::nullopt);
-                     });
+                     [this, done = std::move(done)](const QString &path) { done(read(path)); });
     dialog->open();
+}
+
+FileExchange::OpenedFile FileDialogs::read(const QString &path)
+{
+    const QString name = QFileInfo(path).fileName();
+    try {
+        return {name, m_read(path), std::nullopt};
+    } catch (const Error &error) {
+        return {name, {}, error.description()};
+    }
 }
 
 } // namespace veltrix

@@ -22,7 +22,8 @@ public:
     void save(QWidget *parent, const Request &request, const QByteArray &content,
               std::function<void(QString path, std::optional<QString> error)> done) override;
     void open(QWidget *parent, const Request &request,
-              std::function<void(QByteArray content, std::optional<QString> error)> done) override;
+              std::function<void(const OpenedFile &file)> done) override;
+    OpenedFile read(const QString &path) override;
 
 private:
     Read m_read;

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The card in which keywords are typed or pasted.
+// The card in which keywords are typed, pasted or imported, for one storefront or several.
 #pragma once
 
-#include "store/keyword_admission.h"
-#include "ui_kit/widgets/storefront_picker.h"
+#include "ui/dashboard/keyword_plan.h"
+#include "ui_kit/widgets/file_exchange.h"
 
+#include <QPointer>
+#include <QTimer>
 #include <QUuid>
 #include <QWidget>
 
@@ -14,47 +16,95 @@ namespace veltrix
 {
 
 class Button;
+class ImportPreview;
 class KeywordActions;
-class TextField;
+class Overlay;
+class StorefrontChecklist;
+class StorefrontCheckModel;
+class TextArea;
 class TextLabel;
 
+/// Says what would be added while it is entered. Beside the field is the list of storefronts; in a
+/// narrow window it is behind a button below the field.
 class AddKeywordsCard final : public QWidget
 {
     Q_OBJECT
 
 public:
-    /// `country` is the storefront that the picker shows at first.
-    explicit AddKeywordsCard(const QString &country, QWidget *parent = nullptr);
+    /// `country` is the storefront that is checked at first; `planner` knows what is tracked.
+    AddKeywordsCard(const QString &country, const KeywordPlanner &planner,
+                    QWidget *parent = nullptr);
+    ~AddKeywordsCard() override;
 
     /// Opens a card at `opener` that adds keywords to an app.
-    static void open(QWidget *opener, KeywordActions &actions, std::optional<QUuid> appId,
-                     const QString &country);
+    static AddKeywordsCard *open(QWidget *opener, KeywordActions &actions,
+                                 std::optional<QUuid> appId, const QString &country);
 
-    /// A text under the field, in place of the number of keywords.
+    /// A text under the field, in place of what would be added.
     void showProblem(const QString &problem);
+    /// Takes the file's keywords beside those of the field, in place of a file before.
+    void showFile(const FileExchange::OpenedFile &file);
     /// Tells what became of what was submitted. What was refused stays in the field, with the
     /// reasons below, until it is mended or the card is closed.
-    void showAdmission(const KeywordAdmission &admission);
-    void setText(const QString &text);
+    void showAdded(const AdmissionCount &count, const KeywordPlanner &planner);
     [[nodiscard]] QSize sizeHint() const override;
 
 Q_SIGNALS:
-    void submitted(const QStringList &keywords, const QString &country);
-    void importRequested(const QString &country);
+    void submitted(const KeywordPlan &file, const KeywordPlan &typed);
+    void importRequested();
+    void fileBrought(const QString &path);
     void cancelled();
 
-private:
-    void submit();
-    void describe();
-    void setNote(const QString &text);
-    /// What stands in the field now and cannot be measured in the chosen storefront.
-    [[nodiscard]] QList<RefusedKeyword> refusals(const QStringList &keywords) const;
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
 
-    TextField *m_field;
-    StorefrontPicker *m_storefront;
+private:
+    [[nodiscard]] QWidget *makeContent();
+    [[nodiscard]] QWidget *makeFooter();
+    void connectParts();
+    void submit();
+    /// Plans the file and the field anew; the field alone where only its text has changed.
+    void planAll();
+    void planTyped();
+    void describeFile();
+    void describeTyped();
+    void setNote(const QString &text);
+    void removeFile();
+    void openStorefronts();
+    [[nodiscard]] bool isNarrow() const;
+    void arrange();
+
+    struct ShownFile {
+        KeywordFile content;
+        /// Why there is nothing of it to add; empty where there is.
+        QString problem;
+    };
+
+    QString m_country;
+    KeywordPlanner m_planner;
+    /// With what the file adds.
+    KeywordPlanner m_afterFile;
+    std::optional<ShownFile> m_file;
+    /// The field's text as it was planned last.
+    QString m_text;
+    KeywordPlan m_filePlan;
+    KeywordPlan m_typedPlan;
+
+    StorefrontCheckModel *m_storefronts;
+    TextArea *m_field;
     TextLabel *m_note;
     TextLabel *m_refusals;
+    Button *m_pick;
+    StorefrontChecklist *m_list;
+    ImportPreview *m_preview;
+    Button *m_import;
+    Button *m_cancel;
     Button *m_add;
+    QWidget *m_content;
+    QWidget *m_footer;
+    QPointer<Overlay> m_openList;
+    QTimer m_typingPause;
 };
 
 } // namespace veltrix

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/dashboard/dashboard_notices.h"
 
-#include "ui/measuring/admission_texts.h"
-
 namespace veltrix
 {
 
@@ -20,21 +18,23 @@ void DashboardNotices::setApp(std::optional<QUuid> appId)
     Q_EMIT changed();
 }
 
-void DashboardNotices::setImported(QUuid appId, const KeywordAdmission &admission)
+void DashboardNotices::setImported(QUuid appId, const AdmissionCount &count,
+                                   const QList<RefusedLine> &refused)
 {
     m_importedApp = appId;
-    m_imported = admission;
+    m_imported = count;
+    m_refused = refused;
     Q_EMIT changed();
 }
 
 void DashboardNotices::dismissImported()
 {
-    setImported({}, {});
+    setImported({}, {}, {});
 }
 
 QString DashboardNotices::importNotice() const
 {
-    if (m_imported.refused.isEmpty() || m_importedApp != m_appId)
+    if (m_refused.isEmpty() || m_importedApp != m_appId)
         return {};
     const QStringList lines = QStringList{admissionCount(m_imported)} + refusalLines(refused());
     return lines.join(u'\n');

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "store/aso_store.h"
+#include "ui/measuring/admission_texts.h"
 
 #include <QObject>
 
@@ -22,13 +23,13 @@ public:
 
     /// The app in view.
     void setApp(std::optional<QUuid> appId);
-    /// The end of an import into that app.
-    void setImported(QUuid appId, const KeywordAdmission &admission);
+    /// The end of an import into that app, and what of the file was refused.
+    void setImported(QUuid appId, const AdmissionCount &count, const QList<RefusedLine> &refused);
     void dismissImported();
 
     /// What of the last import into the app in view was refused; empty when nothing was.
     [[nodiscard]] QString importNotice() const;
-    [[nodiscard]] const QList<RefusedKeyword> &refused() const { return m_imported.refused; }
+    [[nodiscard]] const QList<RefusedLine> &refused() const { return m_refused; }
     /// That there are keywords whose app is not tracked; empty when there are none.
     [[nodiscard]] QString orphansNotice() const;
     [[nodiscard]] const QList<QUuid> &orphans() const { return m_orphans; }
@@ -43,7 +44,8 @@ private:
     ASOStore &m_store;
     std::optional<QUuid> m_appId;
     QUuid m_importedApp;
-    KeywordAdmission m_imported;
+    AdmissionCount m_imported;
+    QList<RefusedLine> m_refused;
     QList<QUuid> m_orphans;
 };
 

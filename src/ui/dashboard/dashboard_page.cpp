@@ -15,6 +15,7 @@
 #include "ui_kit/widgets/page_toolbar.h"
 
 #include <QMenu>
+#include <QPointer>
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
@@ -221,10 +222,10 @@ void DashboardPage::focusContent()
         m_controls->focusSearch();
 }
 
-void DashboardPage::openAddKeywords()
+AddKeywordsCard *DashboardPage::openAddKeywords()
 {
-    AddKeywordsCard::open(m_controls->addButton(), *m_actions, m_appId,
-                          m_filter->storefrontOfNewKeywords());
+    return AddKeywordsCard::open(m_controls->addButton(), *m_actions, m_appId,
+                                 m_filter->storefrontOfNewKeywords());
 }
 
 void DashboardPage::refreshAll()
@@ -235,7 +236,10 @@ void DashboardPage::refreshAll()
 
 void DashboardPage::importKeywords()
 {
-    m_actions->importFile(window(), m_appId, m_filter->storefrontOfNewKeywords());
+    m_actions->chooseFile(window(), [self = QPointer(this)](const FileExchange::OpenedFile &file) {
+        if (self)
+            self->openAddKeywords()->showFile(file);
+    });
 }
 
 void DashboardPage::exportTable()

@@ -14,6 +14,7 @@ class QStackedWidget;
 namespace veltrix
 {
 
+class AddKeywordsCard;
 class ArtworkImages;
 class Banner;
 class DashboardNotices;
@@ -49,7 +50,7 @@ public:
     void focusSearch();
     /// The table, or the search field when there is none.
     void focusContent();
-    void openAddKeywords();
+    AddKeywordsCard *openAddKeywords();
     void refreshAll();
     void removeSelected();
     void importKeywords();

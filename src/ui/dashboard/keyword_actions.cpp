@@ -3,7 +3,6 @@
 
 #include "ui/dashboard/keyword_export.h"
 #include "ui/dashboard/keyword_table_model.h"
-#include "ui/measuring/admission_texts.h"
 #include "ui/measuring/measuring_status.h"
 #include "ui_kit/text/csv.h"
 #include "ui_kit/text/file_name.h"
@@ -11,8 +10,6 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QPointer>
-
-#include <map>
 
 namespace veltrix
 {
@@ -30,78 +27,55 @@ void KeywordActions::sayProblem(const QString &problem)
     m_status.say(problem, StatusBar::Tone::Error);
 }
 
-KeywordActions::Addition KeywordActions::add(std::optional<QUuid> appId,
-                                             const QStringList &keywords, const QString &country)
+KeywordActions::Addition KeywordActions::add(std::optional<QUuid> appId, const KeywordPlan &file,
+                                             const KeywordPlan &typed)
 {
-    QList<ImportedKeyword> list;
-    for (const QString &keyword : keywords)
-        list.append({keyword, std::nullopt});
-    return add(appId, list, country);
-}
-
-KeywordActions::Addition KeywordActions::add(std::optional<QUuid> appId,
-                                             const QList<ImportedKeyword> &keywords,
-                                             const QString &country)
-{
-    const auto refuse = [this](const QString &problem) {
-        sayProblem(problem);
-        return Addition{problem, {}};
-    };
     if (!appId || !m_store.app(*appId)) {
         const QString problem = tr("Select an app first");
         m_status.sayWithoutApp(problem);
         return {problem, {}};
     }
-    // One save a storefront, the storefronts in the order of their first keyword.
-    QStringList countries;
-    std::map<QString, QStringList> texts;
-    for (const ImportedKeyword &keyword : keywords) {
-        const QString place = keyword.country.value_or(country);
-        if (!countries.contains(place))
-            countries.append(place);
-        texts[place].append(keyword.keyword);
-    }
     KeywordAdmission admission;
     try {
-        for (const QString &place : std::as_const(countries))
-            admission.append(m_store.addTrackedKeywords(*appId, texts[place], place));
+        admission = m_store.addTrackedKeywords(*appId, file.keywords + typed.keywords);
     } catch (const StoreError &error) {
-        return refuse(error.description());
+        return {error.description(), {}};
     }
+    AdmissionCount count(admission);
+    count.refused += file.refused.size() + typed.refused.size();
+    if (file.entered > 0)
+        Q_EMIT imported(*appId, count, file.refused);
     // Said before the queue starts: should it fail at once, its own message comes after this one.
-    m_status.say(admissionStatus(admission, !m_store.hasUnsavedChange()));
+    m_status.say(admissionStatus(count, !m_store.hasUnsavedChange()));
     m_store.queueKeywordRefreshes(admission.kept);
-    m_tasks.own(sayWhenUnsaved(admission, m_tasks.token()));
-    return {std::nullopt, admission};
+    m_tasks.own(sayWhenUnsaved(count, m_tasks.token()));
+    return {std::nullopt, count};
 }
 
-Task<void> KeywordActions::sayWhenUnsaved(KeywordAdmission admission, std::stop_token stop)
+Task<void> KeywordActions::sayWhenUnsaved(AdmissionCount count, std::stop_token stop)
 {
     const bool wasUnsaved = m_store.hasUnsavedChange();
     co_await m_store.saved(stop);
     if (m_store.hasUnsavedChange() && !wasUnsaved)
-        m_status.say(admissionStatus(admission, false));
+        m_status.say(admissionStatus(count, false));
 }
 
-void KeywordActions::importFile(QWidget *dialogParent, std::optional<QUuid> appId,
-                                const QString &country)
+KeywordPlanner KeywordActions::planner(std::optional<QUuid> appId) const
+{
+    return KeywordPlanner(appId ? m_store.keywordsOfApp(*appId) : QList<TrackedKeyword>());
+}
+
+void KeywordActions::chooseFile(QWidget *dialogParent,
+                                std::function<void(const FileExchange::OpenedFile &)> done)
 {
     const FileExchange::Request request{
         tr("Import Keywords"), {}, tr("Text and CSV files (*.txt *.csv *.tsv);;All files (*)")};
-    m_files.open(dialogParent, request,
-                 [self = QPointer(this), appId, country](const QByteArray &content,
-                                                         const std::optional<QString> &error) {
-                     if (!self)
-                         return;
-                     const auto keywords = keywordsFromFile(content);
-                     if (error || keywords.isEmpty()) {
-                         self->sayProblem(error.value_or(tr("The file holds no keywords.")));
-                         return;
-                     }
-                     const Addition addition = self->add(appId, keywords, country);
-                     if (!addition.problem)
-                         Q_EMIT self->imported(*appId, addition.admission);
-                 });
+    m_files.open(dialogParent, request, std::move(done));
+}
+
+FileExchange::OpenedFile KeywordActions::readFile(const QString &path) const
+{
+    return m_files.read(path);
 }
 
 void KeywordActions::refresh(const QList<QUuid> &ids)
@@ -158,7 +132,7 @@ Task<void> KeywordActions::refreshRows(QList<QUuid> ids, std::stop_token stop)
     co_await m_store.refreshes().refreshRows(ids, std::move(ended), stop);
 }
 
-void KeywordActions::copyRefusals(const QList<RefusedKeyword> &refused) const
+void KeywordActions::copyRefusals(const QList<RefusedLine> &refused) const
 {
     QGuiApplication::clipboard()->setText(toTabSeparated(refusalTable(refused)));
 }

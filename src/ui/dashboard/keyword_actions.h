@@ -4,10 +4,12 @@
 
 #include "effects/task_scope.h"
 #include "store/aso_store.h"
-#include "ui/dashboard/keyword_input.h"
+#include "ui/dashboard/keyword_plan.h"
 #include "ui_kit/widgets/file_exchange.h"
 
 #include <QObject>
+
+#include <functional>
 
 namespace veltrix
 {
@@ -32,34 +34,36 @@ public:
         /// What to tell the user when nothing could be tried: "Select an app first", or what the
         /// store says.
         std::optional<QString> problem;
-        KeywordAdmission admission;
+        AdmissionCount count;
     };
 
-    /// Adds keywords to the app in that storefront and queues them for measuring.
-    Addition add(std::optional<QUuid> appId, const QStringList &keywords, const QString &country);
-    /// Adds keywords read from a file; `country` serves those that name none.
-    Addition add(std::optional<QUuid> appId, const QList<ImportedKeyword> &keywords,
-                 const QString &country);
-    /// What of a file was refused is told through imported() as well.
-    void importFile(QWidget *dialogParent, std::optional<QUuid> appId, const QString &country);
+    /// Adds what the lists plan to the app, with one save, and queues it for measuring. What of
+    /// `file` was refused is told through imported() as well.
+    Addition add(std::optional<QUuid> appId, const KeywordPlan &file, const KeywordPlan &typed);
+    /// Tells what a plan starts from.
+    [[nodiscard]] KeywordPlanner planner(std::optional<QUuid> appId) const;
+    /// `done` is not called when the user cancels.
+    void chooseFile(QWidget *dialogParent,
+                    std::function<void(const FileExchange::OpenedFile &file)> done);
+    [[nodiscard]] FileExchange::OpenedFile readFile(const QString &path) const;
 
     /// Measures the keywords one after another. Of one that cannot be measured it says why.
     void refresh(const QList<QUuid> &ids);
 
-    void copyRefusals(const QList<RefusedKeyword> &refused) const;
+    void copyRefusals(const QList<RefusedLine> &refused) const;
     /// The keywords as a table, in their order.
     void exportKeywords(QWidget *dialogParent, const QString &appName, const QList<QUuid> &ids);
     void exportAllApps(QWidget *dialogParent);
     void exportHistory(QWidget *dialogParent, QUuid appId, const QString &appName);
 
 Q_SIGNALS:
-    void imported(QUuid appId, const KeywordAdmission &admission);
+    void imported(QUuid appId, const AdmissionCount &count, const QList<RefusedLine> &refused);
 
 private:
     void sayProblem(const QString &problem);
     Task<void> refreshRows(QList<QUuid> ids, std::stop_token stop);
     /// Corrects what was said of added keywords, should they not be saved.
-    Task<void> sayWhenUnsaved(KeywordAdmission admission, std::stop_token stop);
+    Task<void> sayWhenUnsaved(AdmissionCount count, std::stop_token stop);
     void saveCsv(QWidget *dialogParent, const QString &title, const QString &fileName,
                  const QList<QStringList> &table);
 

@@ -1,13 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/dashboard/keyword_input.h"
 
-#include "model/storefront_codes.h"
-#include "model/text_folding.h"
 #include "ui_kit/text/csv.h"
+#include "ui_kit/text/storefronts.h"
+#include "ui_kit/text/table_file.h"
 
-#include <QRegularExpression>
-#include <QSet>
-#include <QStringDecoder>
+#include <algorithm>
 
 namespace veltrix
 {
@@ -15,79 +13,92 @@ namespace veltrix
 namespace
 {
 
-QString decoded(const QByteArray &content)
-{
-    // A byte order mark decides; otherwise it is UTF-8.
-    const auto encoding = QStringConverter::encodingForData(content);
-    QStringDecoder decoder(encoding.value_or(QStringConverter::Utf8));
-    const QString text = decoder.decode(content);
-    return text;
-}
-
 qsizetype columnNamed(const QStringList &header, const QStringList &names)
 {
-    for (qsizetype i = 0; i < header.size(); ++i) {
-        if (names.contains(header[i].trimmed(), Qt::CaseInsensitive))
-            return i;
-    }
-    return -1;
+    const auto named = [&names](const QString &cell) {
+        return names.contains(cell.trimmed(), Qt::CaseInsensitive);
+    };
+    const auto found = std::find_if(header.begin(), header.end(), named);
+    return found == header.end() ? -1 : found - header.begin();
+}
+
+bool isBlank(const QString &cell)
+{
+    return cell.trimmed().isEmpty();
 }
 
 std::optional<QString> storefrontIn(const QString &cell)
 {
-    const QString name = cell.trimmed();
-    if (name.isEmpty())
-        return std::nullopt;
-    return isStorefrontCode(name) ? name.toUpper() : name;
+    return isBlank(cell) ? std::nullopt
+                         : std::optional(storefrontNamed(cell).value_or(cell.trimmed()));
+}
+
+KeywordFile readTable(const QList<TextRow> &rows, qsizetype keywordColumn)
+{
+    const QStringList &header = rows.constFirst().cells;
+    const qsizetype countryColumn =
+        columnNamed(header, {QStringLiteral("Storefront"), QStringLiteral("Country")});
+    KeywordFile file;
+    for (const auto &[line, cells] : rows.sliced(1)) {
+        const auto afterHeader = cells.begin() + std::min(cells.size(), header.size());
+        if (!std::all_of(afterHeader, cells.end(), isBlank))
+            file.overlongLines.append(line);
+        else if (!std::all_of(cells.begin(), cells.end(), isBlank))
+            file.keywords.append({unguarded(cells.value(keywordColumn).simplified()),
+                                  storefrontIn(cells.value(countryColumn)), line});
+    }
+    return file;
+}
+
+KeywordFile readList(const QList<TextRow> &rows)
+{
+    KeywordFile file;
+    for (const auto &[line, cells] : rows) {
+        for (const QString &cell : cells) {
+            for (const QString &keyword : splitKeywords(cell))
+                file.keywords.append({unguarded(keyword), std::nullopt, line});
+        }
+    }
+    return file;
 }
 
 } // namespace
 
 QStringList splitKeywords(const QString &text)
 {
-    static const QRegularExpression separators(
-        QStringLiteral("[,\\t\\n\\r\\x{2028}\\x{2029}\\x{85}\\f\\v]"));
     QStringList keywords;
-    QSet<QString> known;
-    const QStringList pieces = text.split(separators, Qt::SkipEmptyParts);
-    for (const QString &piece : pieces) {
-        const QString keyword = piece.trimmed();
-        const QString folded = foldedCase(keyword);
-        if (keyword.isEmpty() || known.contains(folded))
+    qsizetype begin = 0;
+    for (qsizetype end = 0; end <= text.size(); ++end) {
+        const bool isEnd =
+            end == text.size() || text[end] == u',' || text[end] == u'\t' || isLineEnd(text[end]);
+        if (!isEnd)
             continue;
-        known.insert(folded);
-        keywords.append(keyword);
+        const QStringView keyword = QStringView(text).sliced(begin, end - begin).trimmed();
+        if (!keyword.isEmpty())
+            keywords.append(keyword.toString());
+        begin = end + 1;
     }
     return keywords;
 }
 
-QList<ImportedKeyword> keywordsFromFile(const QByteArray &content)
+QList<EnteredKeyword> enteredKeywords(const QString &text)
 {
-    const QString text = decoded(content);
-    const bool hasTabs = text.section(u'\n', 0, 0).contains(u'\t');
-    const QList<QStringList> rows = fromCsv(text, hasTabs ? u'\t' : u',');
-    QList<ImportedKeyword> imported;
-    const QStringList header = rows.value(0);
-    const qsizetype keywordColumn = columnNamed(header, {QStringLiteral("Keyword")});
-    if (keywordColumn >= 0) {
-        const qsizetype countryColumn =
-            columnNamed(header, {QStringLiteral("Storefront"), QStringLiteral("Country")});
-        for (qsizetype i = 1; i < rows.size(); ++i) {
-            const QString keyword = rows[i].value(keywordColumn).simplified();
-            if (!keyword.isEmpty())
-                imported.append({keyword, countryColumn < 0
-                                              ? std::nullopt
-                                              : storefrontIn(rows[i].value(countryColumn))});
-        }
-        return imported;
-    }
-    for (const QStringList &row : rows) {
-        for (const QString &cell : row) {
-            for (const QString &keyword : splitKeywords(cell))
-                imported.append({keyword, std::nullopt});
-        }
-    }
-    return imported;
+    QList<EnteredKeyword> keywords;
+    for (const QString &keyword : splitKeywords(text))
+        keywords.append({keyword});
+    return keywords;
+}
+
+KeywordFile readKeywordFile(const QByteArray &content)
+{
+    const QList<TextRow> rows = rowsOfText(textOfFile(content));
+    const QStringList header = rows.value(0).cells;
+    const qsizetype keywordColumn =
+        columnNamed(header, {QStringLiteral("Keyword"), QStringLiteral("Keywords")});
+    if (keywordColumn < 0)
+        return readList(rows);
+    // A heading alone leaves its lines a list: they may hold commas that part nothing above.
+    return header.size() == 1 ? readList(rows.sliced(1)) : readTable(rows, keywordColumn);
 }
 
 } // namespace veltrix

@@ -11,23 +11,36 @@
 namespace veltrix
 {
 
-/// Splits at commas, and at tabs and line breaks, so that lists and spreadsheet columns can be
-/// pasted. Each piece is trimmed; empty ones are dropped, and those that were there already,
-/// ignoring case.
-QStringList splitKeywords(const QString &text);
-
-struct ImportedKeyword {
+/// A keyword as it was entered.
+struct EnteredKeyword {
     QString keyword;
-    /// The storefront, where the file names one for the keyword: an upper-cased code, or what
-    /// stands there when that is no storefront.
-    std::optional<QString> country;
+    /// The storefront, where a file names one for the keyword: an upper-cased code, or what stands
+    /// there when that is no storefront.
+    std::optional<QString> country = std::nullopt;
+    /// The line of the file; 0 for what was typed.
+    qsizetype line = 0;
 
-    bool operator==(const ImportedKeyword &) const = default;
+    bool operator==(const EnteredKeyword &) const = default;
 };
 
-/// Keywords of a text or CSV file. A first line that holds a cell "Keyword" makes it a table: the
-/// keywords are in that column, storefront codes in a column "Storefront" or "Country". Any other
-/// file is a list, parted by commas, tabs and line breaks.
-QList<ImportedKeyword> keywordsFromFile(const QByteArray &content);
+/// Splits at commas, and at tabs and line ends, so that lists and spreadsheet columns can be
+/// pasted. Each piece is trimmed; empty ones are dropped.
+QStringList splitKeywords(const QString &text);
+QList<EnteredKeyword> enteredKeywords(const QString &text);
+
+/// A text or CSV file as a list of keywords.
+struct KeywordFile {
+    QList<EnteredKeyword> keywords;
+    /// Lines that have more cells than the header: what of them is the keyword cannot be known.
+    QList<qsizetype> overlongLines;
+
+    bool operator==(const KeywordFile &) const = default;
+};
+
+/// Reads a file. A first line that holds a cell "Keyword" or "Keywords", and others beside it,
+/// makes it a table: the keywords are in that column, storefronts, by code or name, in a column
+/// "Storefront" or "Country". A line of a table without a keyword gives an empty one. Any other
+/// file is a list, parted by commas, semicolons, tabs and line ends. Throws TableFileError.
+KeywordFile readKeywordFile(const QByteArray &content);
 
 } // namespace veltrix

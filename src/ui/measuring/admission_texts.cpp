@@ -2,6 +2,7 @@
 #include "ui/measuring/admission_texts.h"
 
 #include <QCoreApplication>
+#include <QLocale>
 
 #include <algorithm>
 
@@ -18,28 +19,54 @@ struct Texts {
     Q_DECLARE_TR_FUNCTIONS(AdmissionTexts)
 };
 
+QString refusalText(const RefusedLine &line)
+{
+    if (line.line == 0)
+        return Texts::tr("%1: %2").arg(quotedKeyword(line.keyword), line.reason);
+    const QString number = QLocale().toString(qlonglong(line.line));
+    return line.keyword.isEmpty()
+               ? Texts::tr("Line %1: %2").arg(number, line.reason)
+               : Texts::tr("Line %1, %2: %3").arg(number, quotedKeyword(line.keyword), line.reason);
+}
+
 } // namespace
 
-QString admissionCount(const KeywordAdmission &admission)
+AdmissionCount::AdmissionCount(const KeywordAdmission &admission)
+    : added(admission.added), alreadyTracked(admission.alreadyTracked()),
+      refused(admission.refused.size())
 {
-    QStringList parts{admission.added == 0 ? Texts::tr("None added")
-                                           : Texts::tr("%L1 added").arg(admission.added)};
-    if (admission.alreadyTracked() > 0)
-        parts << Texts::tr("%L1 already there").arg(admission.alreadyTracked());
-    if (!admission.refused.isEmpty())
-        parts << Texts::tr("%L1 refused").arg(admission.refused.size());
+}
+
+RefusedLine::RefusedLine(const RefusedKeyword &refused, qsizetype inLine)
+    : keyword(refused.keyword), country(refused.country),
+      reason(refusalReason(refused.reason, refused.country)), line(inLine)
+{
+}
+
+QString admissionCount(const AdmissionCount &count)
+{
+    QStringList parts{count.added == 0 ? Texts::tr("None added")
+                                       : Texts::tr("%L1 added").arg(count.added)};
+    if (count.alreadyTracked > 0)
+        parts << Texts::tr("%L1 already there").arg(count.alreadyTracked);
+    if (count.refused > 0)
+        parts << Texts::tr("%L1 refused").arg(count.refused);
     return parts.join(QStringLiteral(", "));
+}
+
+QStringList refusalLines(const QList<RefusedLine> &refused)
+{
+    QStringList lines;
+    for (const RefusedLine &line : refused.first(std::min(refused.size(), mostNamed)))
+        lines << refusalText(line);
+    if (refused.size() > mostNamed)
+        lines << Texts::tr("and %L1 more").arg(refused.size() - mostNamed);
+    return lines;
 }
 
 QStringList refusalLines(const QList<RefusedKeyword> &refused)
 {
-    QStringList lines;
-    for (const RefusedKeyword &keyword : refused.first(std::min(refused.size(), mostNamed)))
-        lines << Texts::tr("%1: %2").arg(quotedKeyword(keyword.keyword),
-                                         refusalReason(keyword.reason, keyword.country));
-    if (refused.size() > mostNamed)
-        lines << Texts::tr("and %L1 more").arg(refused.size() - mostNamed);
-    return lines;
+    return refusalLines(QList<RefusedLine>(refused.begin(), refused.end()));
 }
 
 QString namesInShort(const QStringList &keywords)
@@ -58,22 +85,24 @@ QString keywordsSaved()
     return Texts::tr("Keywords saved. Metrics will update in the background.");
 }
 
-AdmissionStatus admissionStatus(const KeywordAdmission &admission, bool isSaved)
+AdmissionStatus admissionStatus(const AdmissionCount &admission, bool isSaved)
 {
     const QString count = admissionCount(admission);
     if (admission.added == 0)
-        return {count, QString(), !admission.refused.isEmpty()};
+        return {count, QString(), admission.refused > 0};
     if (!isSaved)
         return {Texts::tr("The new keywords are not saved yet."), count, true};
     return {keywordsSaved(), count, false, true};
 }
 
-QList<QStringList> refusalTable(const QList<RefusedKeyword> &refused)
+QList<QStringList> refusalTable(const QList<RefusedLine> &refused)
 {
-    QList<QStringList> table{{Texts::tr("Keyword"), Texts::tr("Storefront"), Texts::tr("Reason")}};
-    for (const RefusedKeyword &keyword : refused)
-        table.append(
-            {keyword.keyword, keyword.country, refusalReason(keyword.reason, keyword.country)});
+    QList<QStringList> table{
+        {Texts::tr("Keyword"), Texts::tr("Storefront"), Texts::tr("Reason"), Texts::tr("Line")}};
+    for (const RefusedLine &line : refused) {
+        table.append({line.keyword, line.country, line.reason,
+                      line.line > 0 ? QString::number(line.line) : QString()});
+    }
     return table;
 }
 

@@ -92,41 +92,4 @@ QString toTabSeparated(const QList<QStringList> &rows)
     return text;
 }
 
-QList<QStringList> fromCsv(const QString &text, QChar separator)
-{
-    QList<QStringList> rows;
-    QStringList row;
-    QString cell;
-    bool inQuotes = false;
-    const auto endRow = [&] {
-        if (!row.isEmpty() || !cell.isEmpty())
-            rows.append(row << cell);
-        row.clear();
-        cell.clear();
-    };
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        const QChar c = text[i];
-        if (inQuotes) {
-            if (c != u'"')
-                cell += c;
-            else if (text.mid(i + 1, 1) == QLatin1String("\""))
-                cell += text[++i];
-            else
-                inQuotes = false;
-        } else if (c == u'"' && cell.trimmed().isEmpty()) {
-            cell.clear();
-            inQuotes = true;
-        } else if (c == separator) {
-            row.append(cell);
-            cell.clear();
-        } else if (c == u'\n' || c == u'\r') {
-            endRow();
-        } else {
-            cell += c;
-        }
-    }
-    endRow();
-    return rows;
-}
-
 } // namespace veltrix

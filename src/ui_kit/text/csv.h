@@ -25,8 +25,4 @@ QString unguarded(const QString &cell);
 /// cells become spaces.
 QString toTabSeparated(const QList<QStringList> &rows);
 
-/// Reads separated text, quoted cells included; line breaks of every kind end a row, and a
-/// missing last quotation mark ends with the text. Empty lines give no row.
-QList<QStringList> fromCsv(const QString &text, QChar separator = u',');
-
 } // namespace veltrix

@@ -26,6 +26,15 @@ public:
         QString filter;
     };
 
+    /// A file that the user picked.
+    struct OpenedFile {
+        /// Without its folders.
+        QString name;
+        QByteArray content;
+        /// Why it could not be read, in words for the user.
+        std::optional<QString> error;
+    };
+
     FileExchange() = default;
     virtual ~FileExchange() = default;
     FileExchange(const FileExchange &) = delete;
@@ -36,9 +45,10 @@ public:
     virtual void save(QWidget *parent, const Request &request, const QByteArray &content,
                       std::function<void(QString path, std::optional<QString> error)> done) = 0;
     /// Asks for a file and reads it. `done` is not called when the user cancels.
-    virtual void
-    open(QWidget *parent, const Request &request,
-         std::function<void(QByteArray content, std::optional<QString> error)> done) = 0;
+    virtual void open(QWidget *parent, const Request &request,
+                      std::function<void(const OpenedFile &file)> done) = 0;
+    /// Reads a file that the user has brought, as by dropping it.
+    virtual OpenedFile read(const QString &path) = 0;
 };
 
 } // namespace veltrix

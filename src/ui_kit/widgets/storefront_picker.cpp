@@ -160,6 +160,13 @@ private:
 
 } // namespace
 
+bool isStorefrontFound(const QString &code, const QString &typed)
+{
+    const QString text = typed.trimmed();
+    return foldedForSearch(storefrontName(code)).contains(foldedForSearch(text)) ||
+           code.compare(text, Qt::CaseInsensitive) == 0;
+}
+
 StorefrontListModel::StorefrontListModel(Offer offer, QObject *parent)
     : QAbstractListModel(parent), m_offer(offer)
 {
@@ -174,8 +181,7 @@ void StorefrontListModel::setFilter(const QString &text)
     if (m_offer == Offer::AllAndStorefronts && foldedForSearch(nameOf({})).contains(folded))
         m_codes.append(QString());
     for (const QString &code : storefrontCodes()) {
-        if (foldedForSearch(storefrontName(code)).contains(folded) ||
-            code.compare(text.trimmed(), Qt::CaseInsensitive) == 0)
+        if (isStorefrontFound(code, text))
             m_codes.append(code);
     }
     endResetModel();

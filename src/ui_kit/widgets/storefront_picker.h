@@ -11,6 +11,10 @@
 namespace veltrix
 {
 
+/// Whether what was typed into a filter finds the storefront: part of its name in the user's
+/// language, or its code.
+[[nodiscard]] bool isStorefrontFound(const QString &code, const QString &typed);
+
 /// The storefronts by their names in the user's language, in their fixed order; optionally
 /// "All Countries" first. Filtered by name or code.
 class StorefrontListModel final : public QAbstractListModel

@@ -40,12 +40,13 @@ TEST_F(DashboardNoticesTest, WhatAnImportRefusedIsToldWithItsAppUntilItIsDismiss
     look();
     notices->setApp(app);
     EXPECT_EQ(notices->importNotice(), QString());
-    KeywordAdmission admission;
-    admission.added = 2;
-    admission.refused = {{text("star"), text("UK"), KeywordRefusal::UnknownStorefront}};
-    notices->setImported(app, admission);
+    AdmissionCount count;
+    count.added = 2;
+    count.refused = 1;
+    const RefusedKeyword refused{text("star"), text("UK"), KeywordRefusal::UnknownStorefront};
+    notices->setImported(app, count, {{refused, 3}});
     EXPECT_EQ(notices->importNotice(),
-              text("2 added, 1 refused\n“star”: “UK” is not a supported storefront"));
+              text("2 added, 1 refused\nLine 3, “star”: “UK” is not a supported storefront"));
     notices->setApp(QUuid::createUuid());
     EXPECT_EQ(notices->importNotice(), QString()) << "another app is in view";
     notices->setApp(app);
@@ -60,9 +61,9 @@ TEST_F(DashboardNoticesTest, AnImportWithoutRefusalsIsNoNotice)
     const QUuid app = addApp().id;
     look();
     notices->setApp(app);
-    KeywordAdmission admission;
-    admission.added = 2;
-    notices->setImported(app, admission);
+    AdmissionCount count;
+    count.added = 2;
+    notices->setImported(app, count, {});
     EXPECT_EQ(notices->importNotice(), QString());
 }
 

@@ -3,7 +3,7 @@
 
 #include "ui/dashboard/keyword_actions.h"
 #include "ui/dashboard/keyword_filter.h"
-#include "ui_kit/widgets/storefront_picker.h"
+#include "ui_kit/widgets/storefront_checklist.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -134,7 +134,7 @@ TEST_F(DashboardPageTest, CommasAndSpacesAloneAddNothing)
     click("addKeywordsButton");
     type("keywordInput", QStringLiteral(" , ,, "));
     EXPECT_FALSE(find("addKeywordsSubmit")->isEnabled());
-    press(Qt::Key_Return);
+    press(Qt::Key_Return, Qt::ControlModifier);
     EXPECT_EQ(tracked().size(), 11);
     EXPECT_TRUE(isShown("addKeywordsCard"));
 }
@@ -144,10 +144,10 @@ TEST_F(DashboardPageTest, ManyKeywordsCanBePasted)
     open();
     click("addKeywordsButton");
     QGuiApplication::clipboard()->setText(QStringLiteral("one\ntwo\r\nthree\tfour, five\n"));
-    find<QLineEdit>("keywordInput")->setFocus();
+    find("keywordInput")->setFocus();
     press(Qt::Key_V, Qt::ControlModifier);
     EXPECT_EQ(find<TextLabel>("addKeywordsNote")->text(), QStringLiteral("5 keywords"));
-    press(Qt::Key_Return);
+    press(Qt::Key_Return, Qt::ControlModifier);
     EXPECT_EQ(tracked().mid(11).join(u'|'),
               QStringLiteral("one@US|two@US|three@US|four@US|five@US"));
 }
@@ -170,7 +170,7 @@ TEST_F(DashboardPageTest, WithoutAnAppAddingIsRefused)
     open(PersistedState{});
     press(Qt::Key_N, Qt::ControlModifier);
     type("keywordInput", QStringLiteral("a"));
-    press(Qt::Key_Return);
+    press(Qt::Key_Return, Qt::ControlModifier);
     EXPECT_EQ(find<TextLabel>("addKeywordsNote")->text(), QStringLiteral("Select an app first"));
     EXPECT_EQ(status(), QStringLiteral("Select an app first"));
     EXPECT_TRUE(isShown("addKeywordsCard"));
@@ -179,19 +179,26 @@ TEST_F(DashboardPageTest, WithoutAnAppAddingIsRefused)
 TEST_F(DashboardPageTest, NewKeywordsGoToTheFilteredStorefrontElseToTheOneOfSearches)
 {
     open();
+    const auto checked = [this] {
+        return find<StorefrontChecklist>("")
+            ->findChild<QListView *>()
+            ->model()
+            ->index(0, 0)
+            .data(StorefrontCheckModel::codeRole)
+            .toString();
+    };
     window->selectApp(store().apps().first().id);
     page().filter().setSearchStorefront(QStringLiteral("GB"));
     click("addKeywordsButton");
-    EXPECT_EQ(find<StorefrontPicker>("addKeywordsStorefront")->code(), QStringLiteral("GB"));
+    EXPECT_EQ(checked(), QStringLiteral("GB"));
     click("addKeywordsCancel");
     pickStorefront("storefrontFilter", QStringLiteral("DE"));
     EXPECT_EQ(shownKeywords(), QStringList{QStringLiteral("bildbearbeitung")});
     click("addKeywordsButton");
-    EXPECT_EQ(find<StorefrontPicker>("addKeywordsStorefront")->code(), QStringLiteral("DE"));
-    pickStorefront("addKeywordsStorefront", QStringLiteral("FR"));
+    EXPECT_EQ(checked(), QStringLiteral("DE"));
     type("keywordInput", QStringLiteral("retouche"));
-    press(Qt::Key_Return);
-    EXPECT_EQ(tracked().last(), QStringLiteral("retouche@FR"));
+    press(Qt::Key_Return, Qt::ControlModifier);
+    EXPECT_EQ(tracked().last(), QStringLiteral("retouche@DE"));
 }
 
 TEST_F(DashboardPageTest, AFailureOfTheBackgroundQueueShowsTheStoresMessage)
@@ -202,7 +209,7 @@ TEST_F(DashboardPageTest, AFailureOfTheBackgroundQueueShowsTheStoresMessage)
     };
     click("addKeywordsButton");
     type("keywordInput", QStringLiteral("a"));
-    press(Qt::Key_Return);
+    press(Qt::Key_Return, Qt::ControlModifier);
     EXPECT_EQ(find<Banner>("refreshBanner")->message(),
               QStringLiteral("Keywords are saved. Metrics couldn't be loaded; use Refresh to "
                              "retry."));

@@ -3,6 +3,8 @@
 
 #include "support/json_printers.h"
 
+#include <QLocale>
+
 #include <gtest/gtest.h>
 
 namespace veltrix
@@ -15,11 +17,12 @@ QString split(const char *text)
     return splitKeywords(QString::fromUtf8(text)).join(u'|');
 }
 
+/// The keywords of a file as "line:keyword@storefront".
 QString imported(const QByteArray &content)
 {
     QStringList lines;
-    for (const ImportedKeyword &keyword : keywordsFromFile(content))
-        lines << keyword.keyword + (keyword.country ? u'@' + *keyword.country : QString());
+    for (const auto &[keyword, country, line] : readKeywordFile(content).keywords)
+        lines << QString::number(line) + u':' + keyword + (country ? u'@' + *country : QString());
     return lines.join(u'|');
 }
 
@@ -41,9 +44,11 @@ TEST(KeywordInput, TakesPastedLinesAndTabs)
     EXPECT_EQ(split("one\ntwo\r\nthree\tfour,five\n\n"), QStringLiteral("one|two|three|four|five"));
 }
 
-TEST(KeywordInput, TheSameKeywordTwiceCountsOnce)
+TEST(KeywordInput, EveryKindOfLineEndPartsKeywords)
 {
-    EXPECT_EQ(split("Photo, film, photo\nFILM, grain"), QStringLiteral("Photo|film|grain"));
+    EXPECT_EQ(split("one\xE2\x80\xA8two\xE2\x80\xA9three\rfour\xC2\x85"
+                    "five"),
+              QStringLiteral("one|two|three|four|five"));
 }
 
 TEST(KeywordInput, KeepsCaseAndInnerSpaces)
@@ -51,32 +56,64 @@ TEST(KeywordInput, KeepsCaseAndInnerSpaces)
     EXPECT_EQ(split("Photo  Editor"), QStringLiteral("Photo  Editor"));
 }
 
-TEST(KeywordFile, AListMayUseLinesTabsAndCommas)
+TEST(KeywordFile, AListMayUseLinesTabsCommasAndSemicolons)
 {
     EXPECT_EQ(imported("one\ntwo, three\tfour\r\n\"five, six\"\n"),
-              QStringLiteral("one|two|three|four|five|six"));
+              QStringLiteral("1:one|2:two|2:three|2:four|3:five|3:six"));
+    EXPECT_EQ(imported("eins;zwei\ndrei, vier;\n"), QStringLiteral("1:eins|1:zwei|2:drei|2:vier"));
 }
 
-TEST(KeywordFile, AHeaderNamesTheColumns)
+TEST(KeywordFile, AHeaderInAnyCaseNamesTheColumns)
 {
-    EXPECT_EQ(imported("Position,keyword,Storefront\r\n1,photo editor,de\r\n2,\"x, y\",\r\n3,,US"),
-              QStringLiteral("photo editor@DE|x, y"));
-    EXPECT_EQ(imported("Keyword\tStorefront\nphoto, video\tjp\n"),
-              QStringLiteral("photo, video@JP"));
+    EXPECT_EQ(imported("Position,keyword,Storefront\r\n1,photo editor,de\r\n2,\"x, y\",\r\n"),
+              QStringLiteral("2:photo editor@DE|3:x, y"));
+    EXPECT_EQ(imported("KEYWORDS\tCOUNTRY\nphoto, video\tjp\n"),
+              QStringLiteral("2:photo, video@JP"));
+    EXPECT_EQ(imported("country; Keyword \r\nFR;retouche photo\r\n"),
+              QStringLiteral("2:retouche photo@FR"));
 }
 
-TEST(KeywordFile, WhatIsNoStorefrontStaysAsItIsWrittenSoThatItCanBeNamed)
+TEST(KeywordFile, StorefrontsMayBeNamedAndWhatIsNoneStaysAsItIsWritten)
 {
-    EXPECT_EQ(imported("Keyword,Country\na,Germany\nb,fr\nc, UK \nd, \ne,usa"),
-              QStringLiteral("a@Germany|b@FR|c@UK|d|e@usa"));
+    EXPECT_EQ(imported("Keyword,Country\na,Germany\nb,fr\nc, UK \nd, \ne,Europe\nf,south korea"),
+              QStringLiteral("2:a@DE|3:b@FR|4:c@UK|5:d|6:e@Europe|7:f@KR"));
 }
 
-TEST(KeywordFile, ReadsByteOrderMarks)
+TEST(KeywordFile, AHeadingAloneHeadsAList)
 {
-    EXPECT_EQ(imported("\xEF\xBB\xBFKeyword\nphoto"), QStringLiteral("photo"));
-    const QString text = QStringLiteral("\uFEFFKeyword\n写真");
+    EXPECT_EQ(imported("Keywords\nphoto, video\nfilm;grain\n"),
+              QStringLiteral("2:photo|2:video|3:film;grain"));
+}
+
+TEST(KeywordFile, ALineOfATableWithoutAKeywordIsToldAndABlankOneIsNot)
+{
+    EXPECT_EQ(imported("Keyword,Storefront\na,US\n,US\n , \n,,\nb,GB"),
+              QStringLiteral("2:a@US|3:@US|6:b@GB"));
+}
+
+TEST(KeywordFile, ALineWithMoreCellsThanTheHeaderIsNotGuessedAt)
+{
+    const KeywordFile file = readKeywordFile("Keyword,Rank\nphoto,1\nfilm, grain,2\nsepia,3,,\n");
+    EXPECT_EQ(file.keywords.size(), 2);
+    EXPECT_EQ(file.overlongLines, QList<qsizetype>{3});
+}
+
+TEST(KeywordFile, ReadsWhatSpreadsheetsOfWindowsAndMacWrite)
+{
+    QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
+    EXPECT_EQ(imported("Keyword;Country\r\nBildgr\xF6\xDF"
+                       "e;\xD6sterreich\r\n"),
+              QStringLiteral("2:Bildgröße@AT"));
+    QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
+    const QString text = QStringLiteral("\uFEFFKeyword\tCountry\n写真\tJapan\n");
     EXPECT_EQ(imported(QByteArray(reinterpret_cast<const char *>(text.utf16()), text.size() * 2)),
-              QStringLiteral("写真"));
+              QStringLiteral("2:写真@JP"));
+}
+
+TEST(KeywordFile, AnApostropheBeforeAFormulaIsTheSpreadsheets)
+{
+    EXPECT_EQ(imported("Keyword,Storefront\n'=photo,US\n'-12 filter,US\n'90s,US\n-3,US"),
+              QStringLiteral("2:=photo@US|3:-12 filter@US|4:'90s@US|5:-3@US"));
 }
 
 TEST(KeywordFile, AnEmptyFileHasNoKeywords)

@@ -6,6 +6,7 @@
 #include "ui/dashboard/dashboard_page.h"
 #include "ui/dashboard/keyword_table_model.h"
 #include "ui/dashboard/keyword_table_view.h"
+#include "ui/gallery/keyword_scenes.h"
 #include "ui/gallery/sheet_scenes.h"
 #include "ui/shell/app_selector.h"
 #include "ui/support/ui_world.h"
@@ -150,39 +151,6 @@ std::vector<Scene> dashboardScenes()
     }));
     scenes.push_back(
         scene("dashboard-narrow", [](WindowStage &made) { made.window->resize(900, 560); }));
-    scenes.push_back(
-        scene("add-keywords", [](WindowStage &made) { click(made, "addKeywordsButton"); }));
-    scenes.push_back(scene("add-keywords-many", [](WindowStage &made) {
-        click(made, "addKeywordsButton");
-        made.find<TextField>("keywordInput")
-            ->setText(QStringLiteral("double exposure, film grain, light leaks, sepia"));
-    }));
-    scenes.push_back(scene("add-keywords-refused", [](WindowStage &made) {
-        click(made, "addKeywordsButton");
-        QStringList list{QStringLiteral("double exposure"), QStringLiteral("film grain"),
-                         QStringLiteral("photo editor")};
-        for (int i = 1; i <= 7; ++i)
-            list << QStringLiteral("a whole sentence of the description, number %1 ")
-                        .arg(i)
-                        .remove(u',')
-                        .repeated(3);
-        made.find<TextField>("keywordInput")->setText(list.join(u'\n'));
-        click(made, "addKeywordsSubmit");
-    }));
-    scenes.push_back(scene("keywords-counted-narrow", [](WindowStage &made) {
-        made.world->client->holds = true;
-        click(made, "addKeywordsButton");
-        made.find<TextField>("keywordInput")
-            ->setText(QStringLiteral("double exposure, film grain, photo editor"));
-        click(made, "addKeywordsSubmit");
-        QCoreApplication::processEvents();
-        made.window->resize(900, 560);
-    }));
-    scenes.push_back(scene("import-refused", [](WindowStage &made) {
-        made.world->files.opened = "Keyword,Storefront\nretouch,UK\nfilm grain,US\n"
-                                   "photo editor,US\nfotobearbeitung,Germany\n";
-        made.window->dashboard().importKeywords();
-    }));
     scenes.push_back({QStringLiteral("dashboard-unmeasurable"), [] {
                           WindowStage made = openWindow(
                               std::make_shared<UiWorld>(stateWithUnmeasurableKeywords()));
@@ -384,7 +352,7 @@ std::vector<Scene> galleryScenes()
 {
     std::vector<Scene> scenes;
     for (const auto &part : {dashboardScenes(), persistenceScenes(), searchScenes(), shellScenes(),
-                             sheetScenes(), competitorScenes(), trackingScenes()})
+                             sheetScenes(), competitorScenes(), trackingScenes(), keywordScenes()})
         scenes.insert(scenes.end(), part.begin(), part.end());
     return scenes;
 }

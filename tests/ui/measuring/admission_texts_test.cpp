@@ -103,11 +103,26 @@ TEST_F(AdmissionTexts, SavedIsOnlySaidOfWhatWasAddedAndIsOnDisk)
 
 TEST_F(AdmissionTexts, AllRefusalsCanBeCopiedAsATable)
 {
-    EXPECT_EQ(refusalTable(admission(0, 0, 1).refused),
-              (QList<QStringList>{{QStringLiteral("Keyword"), QStringLiteral("Storefront"),
-                                   QStringLiteral("Reason")},
-                                  {QStringLiteral("k1"), QStringLiteral("UK"),
-                                   QStringLiteral("“UK” is not a supported storefront")}}));
+    EXPECT_EQ(
+        refusalTable({{admission(0, 0, 1).refused[0]},
+                      {QStringLiteral("more cells than the header line"), 7}}),
+        (QList<QStringList>{
+            {QStringLiteral("Keyword"), QStringLiteral("Storefront"), QStringLiteral("Reason"),
+             QStringLiteral("Line")},
+            {QStringLiteral("k1"),
+             QStringLiteral("UK"),
+             QStringLiteral("“UK” is not a supported storefront"),
+             {}},
+            {{}, {}, QStringLiteral("more cells than the header line"), QStringLiteral("7")}}));
+}
+
+TEST_F(AdmissionTexts, ARefusalOfAFileNamesItsLine)
+{
+    const RefusedKeyword tooLong{QStringLiteral("%2 %1"), QStringLiteral("US"),
+                                 KeywordRefusal::TooLong};
+    EXPECT_EQ(refusalLines(QList<RefusedLine>{{tooLong, 1234}, {QStringLiteral("no text"), 2}}),
+              (QStringList{QStringLiteral("Line 1,234, “%2 %1”: longer than 100 characters"),
+                           QStringLiteral("Line 2: no text")}));
 }
 
 TEST(ToolTipText, LongLinesAreBrokenAtSpaces)

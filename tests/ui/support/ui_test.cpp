@@ -89,14 +89,14 @@ void UiTest::click(const char *name)
 
 void UiTest::type(const char *field, const QString &text)
 {
-    auto *line = find<QLineEdit>(field);
-    ASSERT_TRUE(line);
-    line->setFocus();
-    line->selectAll();
+    auto *widget = find(field);
+    ASSERT_TRUE(widget);
+    widget->setFocus();
+    QTest::keyClick(widget, Qt::Key_A, Qt::ControlModifier);
     if (text.isEmpty())
-        QTest::keyClick(line, Qt::Key_Delete);
+        QTest::keyClick(widget, Qt::Key_Delete);
     else
-        QTest::keyClicks(line, text);
+        QTest::keyClicks(widget, text);
 }
 
 void UiTest::press(Qt::Key key, Qt::KeyboardModifiers modifiers)

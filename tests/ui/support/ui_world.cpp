@@ -115,13 +115,16 @@ void FakeFiles::save(QWidget *, const Request &request, const QByteArray &conten
 }
 
 void FakeFiles::open(QWidget *, const Request &request,
-                     std::function<void(QByteArray, std::optional<QString>)> done)
+                     std::function<void(const OpenedFile &)> done)
 {
     requests.append(request);
-    if (error)
-        done({}, error);
-    else if (opened)
-        done(*opened, std::nullopt);
+    if (error || opened)
+        done(read(QStringLiteral("/home/user/keywords.csv")));
+}
+
+FileExchange::OpenedFile FakeFiles::read(const QString &path)
+{
+    return {path.section(u'/', -1), error ? QByteArray() : opened.value_or(QByteArray()), error};
 }
 
 const std::vector<SampleKeyword> &sampleKeywords()

@@ -53,9 +53,10 @@ public:
     void save(QWidget *parent, const Request &request, const QByteArray &content,
               std::function<void(QString path, std::optional<QString> error)> done) override;
     void open(QWidget *parent, const Request &request,
-              std::function<void(QByteArray content, std::optional<QString> error)> done) override;
+              std::function<void(const OpenedFile &file)> done) override;
+    OpenedFile read(const QString &path) override;
 
-    /// What the user picks; nothing cancels the dialog.
+    /// What the user picks or drops; nothing cancels the dialog.
     std::optional<QByteArray> opened;
     bool cancels = false;
     std::optional<QString> error;
