@@ -334,8 +334,10 @@ class Veltrix:
         self.type_into("Search app name, ID, or App Store URL", name)
         self.press("Search", inside=sheet)
         self.press(f"Track {name}", inside=sheet)
-        self.button(f"Choose app, currently {name}")
+        self.text(f"Added {name}", inside=sheet)
+        self.press("Done", inside=sheet)
         self.wait_closed("Add App")
+        self.button(f"Choose app, currently {name}")
 
     def add_keywords(self, keywords):
         self.press("Add keywords")

@@ -21,6 +21,7 @@ def add_app_by_link(veltrix, link):
     sheet = veltrix.dialog("Add App")
     veltrix.type_into("Search app name, ID, or App Store URL", link)
     veltrix.press("Search", inside=sheet)
+    veltrix.press("Done", inside=sheet)
     veltrix.wait_closed("Add App")
 
 

@@ -24,6 +24,7 @@ void AppSearch::submit(const QString &text, const QString &country)
 {
     if (text.trimmed().isEmpty())
         return;
+    m_text = text;
     m_results.ask(
         [this, text, country](std::stop_token stop) { return search(text, country, stop); });
 }
@@ -31,6 +32,12 @@ void AppSearch::submit(const QString &text, const QString &country)
 void AppSearch::retry()
 {
     m_results.retry();
+}
+
+void AppSearch::searchIn(const QString &country)
+{
+    if (!state().is<NotAsked>())
+        submit(m_text, country);
 }
 
 Task<AppSearchResults> AppSearch::search(QString text, QString country, std::stop_token stop)
@@ -43,9 +50,11 @@ Task<AppSearchResults> AppSearch::search(QString text, QString country, std::sto
             Q_EMIT appTracked(app);
             throw Cancelled();
         } catch (const StoreError &error) {
-            // Digits in a name make no ID: "Asphalt 9".
-            if (error.code() != notFound || input.origin != AppSearchInput::Origin::CollectedDigits)
+            if (error.code() != notFound)
                 throw;
+            // Digits in a name make no ID: "Asphalt 9".
+            if (input.origin != AppSearchInput::Origin::CollectedDigits)
+                co_return AppSearchResults{input.name, country, {}, error.description()};
         }
     }
     const QList<ITunesAppResult> apps =

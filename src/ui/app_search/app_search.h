@@ -13,6 +13,8 @@ struct AppSearchResults {
     QString query;
     QString country;
     QList<ITunesAppResult> apps;
+    /// Why there is none, in the store's words; empty where a name was searched.
+    QString notFound = {};
     bool operator==(const AppSearchResults &) const = default;
 };
 
@@ -32,6 +34,8 @@ public:
     void submit(const QString &text, const QString &country);
     /// The last search again.
     void retry();
+    /// The last search again in another storefront; nothing before any.
+    void searchIn(const QString &country);
     /// Tracks an app of the results.
     void track(const ITunesAppResult &result);
 
@@ -48,6 +52,7 @@ private:
     Task<AppSearchResults> search(QString text, QString country, std::stop_token stop);
 
     ASOStore &m_store;
+    QString m_text;
     Loader<AppSearchResults> m_results;
 };
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/app_search/app_search_input.h"
 
+#include "ui_kit/text/table_file.h"
+
 #include <QStringList>
 #include <QUrl>
 
@@ -60,7 +62,9 @@ QString digitsFrom(QStringView text)
 
 AppSearchInput parseAppSearch(const QString &text)
 {
-    const QString trimmed = text.trimmed();
+    QString oneLine = text;
+    std::replace_if(oneLine.begin(), oneLine.end(), isLineEnd, u' ');
+    const QString trimmed = oneLine.trimmed();
     AppSearchInput input;
     input.name = trimmed;
     const auto found = [&input](std::int64_t id, AppSearchInput::Origin origin) {

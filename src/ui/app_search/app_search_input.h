@@ -23,7 +23,7 @@ struct AppSearchInput {
 
     /// The App Store ID, unless the text is a name.
     std::optional<std::int64_t> trackId;
-    /// The trimmed text, its case kept; empty when nothing was entered.
+    /// The trimmed text, its case kept, line ends as spaces; empty when nothing was entered.
     QString name;
     Origin origin = Origin::Name;
 

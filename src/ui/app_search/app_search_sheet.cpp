@@ -6,6 +6,7 @@
 #include "ui_kit/text/storefronts.h"
 #include "ui_kit/widgets/app_row_list.h"
 #include "ui_kit/widgets/button.h"
+#include "ui_kit/widgets/card.h"
 #include "ui_kit/widgets/layouts.h"
 #include "ui_kit/widgets/loadable_view.h"
 #include "ui_kit/widgets/storefront_picker.h"
@@ -47,11 +48,15 @@ AppSearchSheet::AppSearchSheet(ASOStore &store, ArtworkImages &images, const QSt
     connect(m_field, &QLineEdit::returnPressed, this, &AppSearchSheet::submit);
     connect(m_submit, &Button::clicked, this, &AppSearchSheet::submit);
     connect(m_view, &LoadableView::retryRequested, m_search, &AppSearch::retry);
-    connect(m_search, &AppSearch::stateChanged, this, &AppSearchSheet::showState);
-    connect(m_search, &AppSearch::appTracked, this, &AppSearchSheet::appTracked);
+    connect(m_search, &AppSearch::stateChanged, this, [this] {
+        showState();
+        m_scroll->verticalScrollBar()->setValue(0);
+    });
+    connect(m_search, &AppSearch::appTracked, this, &AppSearchSheet::showAdded);
     connect(m_storefront, &StorefrontPicker::picked, this,
             [this](const std::optional<QString> &code) {
                 Q_EMIT storefrontChanged(code.value_or(QString()));
+                m_search->searchIn(code.value_or(QString()));
             });
     showState();
 }
@@ -77,9 +82,27 @@ void AppSearchSheet::build()
         makeColumn(spacing::m, nullptr, {spacing::xl, spacing::l, spacing::m + 2, spacing::m});
     upper->addLayout(header);
     upper->addLayout(entry);
+    m_added = makeAdded();
     auto *layout = makeColumn(0, this, {0, 0, 0, spacing::s});
     layout->addLayout(upper);
     layout->addWidget(m_view, 1);
+    layout->addWidget(m_added);
+    m_added->hide();
+}
+
+QWidget *AppSearchSheet::makeAdded()
+{
+    auto *added = new QWidget;
+    m_addedName = new ElidedLabel(TextStyle::Body, TextLabel::Tone::Text);
+    m_addedName->setObjectName(QStringLiteral("appSearchAdded"));
+    auto *done = new Button(Button::Kind::Standard, tr("Done"));
+    nameControl(done, QStringLiteral("appSearchDone"), tr("Done"));
+    connect(done, &Button::clicked, this, &AppSearchSheet::closeRequested);
+    auto *row = makeRow(spacing::s, added, {spacing::xl, spacing::s, spacing::xl, spacing::s});
+    row->addWidget(new SymbolView(QStringLiteral("checkmark.circle.fill"), Token::Green));
+    row->addWidget(m_addedName, 1);
+    row->addWidget(done);
+    return added;
 }
 
 QWidget *AppSearchSheet::makeResults()
@@ -129,7 +152,10 @@ void AppSearchSheet::showState()
     const AppSearchResults &found = *state.value();
     if (found.apps.isEmpty()) {
         m_view->showMessage({QStringLiteral("magnifyingglass"), tr("No apps found"),
-                             tr("Try a different app name or storefront."), QString()});
+                             found.notFound.isEmpty()
+                                 ? tr("Try a different app name or storefront.")
+                                 : found.notFound,
+                             QString()});
         return;
     }
     const QString place = storefrontName(found.country);
@@ -138,8 +164,18 @@ void AppSearchSheet::showState()
             ? tr("1 result for “%1” in %2").arg(found.query, place)
             : tr("%L1 results for “%2” in %3").arg(found.apps.size()).arg(found.query, place));
     m_rows->setApps(found.apps);
-    m_scroll->verticalScrollBar()->setValue(0);
     m_view->showPage(m_results);
+}
+
+void AppSearchSheet::showAdded(const AppProfile &app)
+{
+    Q_EMIT appTracked(app);
+    m_addedName->setText(tr("Added %1").arg(app.appName));
+    m_added->show();
+    // The rows tell anew which apps are tracked; the field is ready for the next search.
+    showState();
+    m_field->setFocus();
+    m_field->selectAll();
 }
 
 void AppSearchSheet::addTrackButton(AppRow &row)

@@ -15,13 +15,15 @@ class AppSearch;
 class ArtworkImages;
 class ASOStore;
 class Button;
+class ElidedLabel;
 class LoadableView;
 class StorefrontPicker;
 class TextField;
 class TextLabel;
 struct AppProfile;
 
-/// Header, search field, and below them what the search says.
+/// Header, search field, below them what the search says, and what was added last. It stays open
+/// for further apps.
 class AppSearchSheet final : public QWidget
 {
     Q_OBJECT
@@ -42,8 +44,10 @@ Q_SIGNALS:
 private:
     void build();
     [[nodiscard]] QWidget *makeResults();
+    [[nodiscard]] QWidget *makeAdded();
     void submit();
     void showState();
+    void showAdded(const AppProfile &app);
     void addTrackButton(AppRow &row);
 
     AppSearch *m_search;
@@ -55,6 +59,8 @@ private:
     AppRowList *m_rows;
     QScrollArea *m_scroll;
     QWidget *m_results;
+    QWidget *m_added;
+    ElidedLabel *m_addedName;
 };
 
 } // namespace veltrix

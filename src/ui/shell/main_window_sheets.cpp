@@ -40,8 +40,7 @@ void MainWindow::openAppSearch()
     connect(sheet, &AppSearchSheet::closeRequested, overlay, &Overlay::dismiss);
     connect(sheet, &AppSearchSheet::storefrontChanged, &m_dashboard->filter(),
             &KeywordFilter::setSearchStorefront);
-    connect(sheet, &AppSearchSheet::appTracked, this, [this, overlay](const AppProfile &app) {
-        overlay->dismiss();
+    connect(sheet, &AppSearchSheet::appTracked, this, [this](const AppProfile &app) {
         selectApp(app.id);
         m_measuring->say(tr("Added %1").arg(app.appName));
     });

@@ -165,7 +165,12 @@ void AppRow::updateName()
 
 void AppRow::setTrailing(QWidget *control)
 {
-    delete m_trailing;
+    if (m_trailing) {
+        // It may be the one that was pressed.
+        m_trailing->hide();
+        m_trailing->setParent(nullptr);
+        m_trailing->deleteLater();
+    }
     m_trailing = control;
     m_trailing->setParent(this);
     m_trailing->show();

@@ -7,6 +7,7 @@
 #include "ui_kit/widgets/storefront_picker.h"
 
 #include <QScrollArea>
+#include <QScrollBar>
 
 namespace veltrix
 {
@@ -120,6 +121,35 @@ TEST_F(AppSearchTest, AResultIsTrackedAndBecomesTheSelectedApp)
     EXPECT_EQ(store().apps().last().appName, QStringLiteral("Foxglove Film Camera"));
     EXPECT_EQ(window->selectedApp(), store().apps().last().id);
     EXPECT_EQ(status(), QStringLiteral("Added Foxglove Film Camera"));
+}
+
+TEST_F(AppSearchTest, TheSheetStaysOpenForFurtherApps)
+{
+    openSearch();
+    world->discovery->results = sampleResults();
+    search(QStringLiteral("photo"));
+    EXPECT_FALSE(isShown("appSearchDone"));
+    auto *scroll = find<QScrollArea>("appSearchResults")->verticalScrollBar();
+    scroll->setValue(scroll->maximum());
+    const int place = scroll->value();
+    QTest::mouseClick(addButton(rows().at(4)), Qt::LeftButton);
+    settle();
+    ASSERT_TRUE(isShown("appSearchSheet"));
+    EXPECT_EQ(find<QLabel>("appSearchAdded")->text(), QStringLiteral("Added Quiet Aperture"));
+    EXPECT_EQ(addButton(rows().at(4))->symbol(), QStringLiteral("checkmark.circle.fill"));
+    EXPECT_EQ(addButton(rows().at(4))->accessibleName(), QStringLiteral("Already tracking"));
+    EXPECT_FALSE(addButton(rows().at(4))->isEnabled());
+    EXPECT_EQ(scroll->value(), place) << "the rows stay where they are";
+    // Typing replaces the search at once.
+    EXPECT_EQ(QApplication::focusWidget(), find("appSearchField"));
+    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("42"));
+    world->discovery->found = appResult(42, "Harbour %1 Clock");
+    press(Qt::Key_Return);
+    EXPECT_EQ(find<QLabel>("appSearchAdded")->text(), QStringLiteral("Added Harbour %1 Clock"));
+    EXPECT_EQ(status(), QStringLiteral("Added Harbour %1 Clock"));
+    EXPECT_EQ(store().apps().size(), 5);
+    EXPECT_EQ(window->selectedApp(), store().apps().last().id);
+    click("appSearchDone");
     EXPECT_FALSE(isShown("appSearchSheet"));
 }
 
@@ -143,7 +173,6 @@ TEST_F(AppSearchTest, AnIdIsTrackedAtOnce)
     EXPECT_TRUE(world->discovery->searches.isEmpty());
     EXPECT_EQ(status(), QStringLiteral("Added Harbour Clock"));
     EXPECT_EQ(store().apps().last().trackId, 42);
-    EXPECT_FALSE(isShown("appSearchSheet"));
 }
 
 TEST_F(AppSearchTest, ALinkIsTrackedAtOnce)
@@ -155,13 +184,54 @@ TEST_F(AppSearchTest, ALinkIsTrackedAtOnce)
     EXPECT_EQ(store().apps().last().appName, QStringLiteral("Harbour Clock"));
 }
 
-TEST_F(AppSearchTest, AnIdThatDoesNotExistReportsTheStoresMessage)
+TEST_F(AppSearchTest, AnIdThatDoesNotExistIsNoFailureAndReportsTheStoresMessage)
 {
     openSearch();
     search(QStringLiteral("42"));
+    EXPECT_EQ(message().title, QStringLiteral("No apps found"));
+    EXPECT_EQ(message().symbol, QStringLiteral("magnifyingglass"));
     EXPECT_EQ(message().text, QStringLiteral("App not found on iTunes Lookup"));
-    EXPECT_EQ(message().action, QStringLiteral("Try again"));
+    EXPECT_EQ(message().action, QString());
+    EXPECT_EQ(status(), QString());
     EXPECT_EQ(store().apps().size(), 3);
+}
+
+TEST_F(AppSearchTest, ALookUpThatFailsIsAFailure)
+{
+    openSearch();
+    world->discovery->fails = [](const QString &) {
+        return true;
+    };
+    search(QStringLiteral("42"));
+    EXPECT_EQ(message().title, QStringLiteral("Couldn't search apps"));
+    EXPECT_EQ(message().symbol, QStringLiteral("wifi.exclamationmark"));
+}
+
+TEST_F(AppSearchTest, AnotherStorefrontStartsTheSearchAnew)
+{
+    openSearch();
+    world->discovery->holds = true;
+    search(QStringLiteral("photo"));
+    world->discovery->results = sampleResults();
+    // What is typed meanwhile is not searched yet.
+    type("appSearchField", QStringLiteral("something else"));
+    click("appSearchStorefront");
+    type("storefrontSearch", QStringLiteral("Japan"));
+    press(Qt::Key_Return);
+    world->discovery->release();
+    settle();
+    EXPECT_EQ(world->discovery->searches,
+              (QStringList{QStringLiteral("photo/US/20"), QStringLiteral("photo/JP/20")}));
+    EXPECT_EQ(find<TextLabel>("appSearchCount")->text(),
+              QStringLiteral("7 results for “photo” in Japan"));
+}
+
+TEST_F(AppSearchTest, ALineEndInTheFieldIsASpace)
+{
+    openSearch();
+    find<QLineEdit>("appSearchField")->setText(QStringLiteral("\u2028photo\u2028editor\u2029"));
+    click("appSearchSubmit");
+    EXPECT_EQ(world->discovery->searches, QStringList{QStringLiteral("photo editor/US/20")});
 }
 
 TEST_F(AppSearchTest, DigitsInANameFallBackToTheName)
