@@ -3,6 +3,7 @@
 
 #include "model/date.h"
 #include "ui_kit/text/date_texts.h"
+#include "ui_kit/text/shown_text.h"
 
 #include <QCoreApplication>
 
@@ -23,21 +24,40 @@ QString notAvailable()
 
 QString known(const std::optional<QString> &text, const QString &otherwise)
 {
-    const QString trimmed = text.value_or(QString()).trimmed();
-    return trimmed.isEmpty() ? otherwise : trimmed;
+    const QString line = shownLine(text.value_or(QString()));
+    return line.isEmpty() ? otherwise : line;
 }
 
 } // namespace
 
+QString shownName(const ITunesAppResult &app)
+{
+    return known(displayName(app), displayName({}));
+}
+
+bool hasNoRatings(const ITunesAppResult &app)
+{
+    if (app.userRatingCount)
+        return *app.userRatingCount <= 0;
+    return app.averageUserRating && *app.averageUserRating <= 0;
+}
+
 QString ratingText(const ITunesAppResult &app, const QLocale &locale)
 {
-    return app.averageUserRating ? locale.toString(*app.averageUserRating, 'f', 1) : QString();
+    if (hasNoRatings(app))
+        return Texts::tr("No ratings");
+    // Nobody can give less than one star.
+    if (app.averageUserRating.value_or(0) <= 0)
+        return {};
+    return locale.toString(*app.averageUserRating, 'f', 1);
 }
 
 QString ratingOfFive(const ITunesAppResult &app, const QLocale &locale)
 {
-    return app.averageUserRating ? Texts::tr("%1 / 5").arg(ratingText(app, locale))
-                                 : notAvailable();
+    const QString text = ratingText(app, locale);
+    if (text.isEmpty())
+        return notAvailable();
+    return hasNoRatings(app) ? text : Texts::tr("%1 / 5").arg(text);
 }
 
 QString ratingCountText(const ITunesAppResult &app, const QLocale &locale)
@@ -66,12 +86,13 @@ QList<AppFact> appFacts(const ITunesAppResult &app, const AppFactFormat &format)
 
 QString sellerText(const ITunesAppResult &app)
 {
-    return app.sellerName.value_or(QString()).trimmed();
+    return shownLine(app.sellerName.value_or(QString()));
 }
 
 QString bylineText(const ITunesAppResult &app)
 {
-    QStringList parts{sellerText(app), known(app.primaryGenreName, Texts::tr("Unknown category")),
+    QStringList parts{inSentence(sellerText(app)),
+                      known(app.primaryGenreName, Texts::tr("Unknown category")),
                       known(app.formattedPrice, Texts::tr("Price unavailable"))};
     parts.removeAll(QString());
     return parts.join(QStringLiteral(" · "));
@@ -79,7 +100,8 @@ QString bylineText(const ITunesAppResult &app)
 
 QString descriptionText(const ITunesAppResult &app)
 {
-    return known(app.description, Texts::tr("No description available."));
+    const QString text = shownText(app.description.value_or(QString())).trimmed();
+    return text.isEmpty() ? Texts::tr("No description available.") : text;
 }
 
 QList<Url> screenshots(const ITunesAppResult &app)

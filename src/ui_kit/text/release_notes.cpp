@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui_kit/text/release_notes.h"
 
+#include "ui_kit/text/shown_text.h"
+
 #include <QTextBlock>
 #include <QTextDocument>
 #include <QTextList>
@@ -42,31 +44,17 @@ QString textOf(const QString &html)
     return lines.join(u'\n');
 }
 
-/// False for what would not be seen, or would change how the letters around it are read.
-bool isShown(QChar c)
-{
-    if (c == u'\n' || c == u'\t')
-        return true;
-    const char16_t code = c.unicode();
-    const bool turnsText = (code >= 0x202A && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069);
-    return !turnsText && c.category() != QChar::Other_Control &&
-           c != QChar::ObjectReplacementCharacter;
-}
-
 } // namespace
 
 QString plainNotes(const QString &notes)
 {
     const QString read = notes.left(mostRead);
-    QString text = Qt::mightBeRichText(read) ? textOf(read) : read;
-    text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
-    text.replace(QChar::LineSeparator, u'\n');
-    text.replace(QChar::ParagraphSeparator, u'\n');
+    QString text = shownText(Qt::mightBeRichText(read) ? textOf(read) : read);
+    // What stands for a picture.
+    text.remove(QChar::ObjectReplacementCharacter);
     QStringList lines;
     for (const QString &line : text.split(u'\n')) {
-        QString shown;
-        std::copy_if(line.begin(), line.end(), std::back_inserter(shown), isShown);
-        shown = shown.trimmed();
+        const QString shown = line.trimmed();
         // One empty line parts as well as many.
         if (!shown.isEmpty() || (!lines.isEmpty() && !lines.last().isEmpty()))
             lines.append(shown);

@@ -38,6 +38,41 @@ TEST(AppFacts, SayWhatIsNotAvailable)
                            text("Updated: Not available")}));
 }
 
+TEST(AppFacts, AnAppThatNobodyHasRatedHasNoRatingsAndNeverZeroStars)
+{
+    const auto rated = [](std::optional<double> stars, std::optional<std::int64_t> count) {
+        ITunesAppResult app;
+        app.averageUserRating = stars;
+        app.userRatingCount = count;
+        return ratingOfFive(app, english.locale) + text(", ") + ratingText(app, english.locale);
+    };
+    EXPECT_EQ(rated(0.0, 0), text("No ratings, No ratings"));
+    EXPECT_EQ(rated(std::nullopt, 0), text("No ratings, No ratings"));
+    EXPECT_EQ(rated(0.0, std::nullopt), text("No ratings, No ratings"));
+    EXPECT_EQ(rated(4.5, 0), text("No ratings, No ratings"));
+    EXPECT_EQ(rated(0.0, 12), text("Not available, ")) << "nobody can give no star";
+    EXPECT_EQ(rated(std::nullopt, 12), text("Not available, "));
+    EXPECT_EQ(rated(1.0, 1), text("1.0 / 5, 1.0"));
+}
+
+TEST(AppFacts, AListingIsShownWithoutWhatTurnsOrHidesItsLetters)
+{
+    ITunesAppResult app = foxglove();
+    app.trackName = text("Fox\u202Eglove\u0007\nCamera");
+    app.sellerName = text("\u2067Brass\u2028Lens");
+    app.primaryGenreName = text("Photo\u0085Video");
+    app.formattedPrice = text("\u0002");
+    app.version = text("5\t2");
+    app.description = text("One.\u2028Two.\r\nThree.\u202D");
+    EXPECT_EQ(shownName(app), text("Foxglove Camera"));
+    EXPECT_EQ(bylineText(app), text("Brass Lens · Photo Video · Price unavailable"));
+    EXPECT_EQ(factsOf(app).at(4), text("Version: 5 2"));
+    EXPECT_EQ(descriptionText(app), text("One.\nTwo.\nThree."));
+    app.trackName = text("\u202E\u202C");
+    EXPECT_EQ(shownName(app), text("Unknown App"));
+    EXPECT_EQ(*app.trackName, text("\u202E\u202C")) << "the record stays as it was sent";
+}
+
 TEST(AppFacts, AnUnreadableDateIsNotAvailable)
 {
     ITunesAppResult app = foxglove();
