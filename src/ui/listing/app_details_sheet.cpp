@@ -59,6 +59,8 @@ QWidget *AppDetailsSheet::makePage(const ITunesAppResult &result)
     auto *layout = makeColumn(spacing::m, page);
     auto *header = new AppHeader(m_context.images);
     header->setApp(result);
+    const auto own = m_selection.appId ? m_context.store.app(*m_selection.appId) : std::nullopt;
+    header->setOwn(own && own->trackId == m_selection.trackId);
     layout->addWidget(header);
     layout->addSpacing(spacing::xs);
     layout->addWidget(makeHeading(tr("Screenshots")));

@@ -4,6 +4,7 @@
 #include "ui_kit/text/app_facts.h"
 #include "ui_kit/theme/tokens.h"
 #include "ui_kit/widgets/artwork_images.h"
+#include "ui_kit/widgets/badge.h"
 #include "ui_kit/widgets/layouts.h"
 #include "ui_kit/widgets/text_label.h"
 
@@ -60,15 +61,23 @@ void ArtworkView::paintEvent(QPaintEvent *)
 
 AppHeader::AppHeader(ArtworkImages &images, QWidget *parent)
     : QWidget(parent), m_icon(new ArtworkView(images, headerIcon, QStringLiteral("app.fill"))),
-      m_name(new ElidedLabel(TextStyle::Figure, TextLabel::Tone::Text)),
+      m_name(new ElidedLabel(TextStyle::Figure, TextLabel::Tone::Text)), m_own(new BadgeView),
       m_byline(new ElidedLabel(TextStyle::Secondary, TextLabel::Tone::Secondary)),
       m_actions(makeRow(spacing::m))
 {
     m_name->setObjectName(QStringLiteral("appName"));
     m_byline->setObjectName(QStringLiteral("appByline"));
+    m_own->setObjectName(QStringLiteral("appOwn"));
+    m_own->setBadge({tr("You"), Token::Accent});
+    m_own->hide();
+    m_name->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Preferred);
+    auto *name = makeRow(spacing::s);
+    name->addWidget(m_name);
+    name->addWidget(m_own, 0, Qt::AlignVCenter);
+    name->addStretch(1);
     auto *titles = makeColumn(2);
     titles->addStretch(1);
-    titles->addWidget(m_name);
+    titles->addLayout(name);
     titles->addWidget(m_byline);
     titles->addStretch(1);
     auto *layout = makeRow(spacing::l, this);
@@ -80,8 +89,13 @@ AppHeader::AppHeader(ArtworkImages &images, QWidget *parent)
 void AppHeader::setApp(const ITunesAppResult &app)
 {
     m_icon->setUrl(largeIconUrl(app));
-    m_name->setText(displayName(app));
+    m_name->setText(shownName(app));
     m_byline->setText(bylineText(app));
+}
+
+void AppHeader::setOwn(bool isOwn)
+{
+    m_own->setVisible(isOwn);
 }
 
 void AppHeader::addAction(QWidget *control)

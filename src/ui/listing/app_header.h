@@ -14,6 +14,7 @@ namespace veltrix
 {
 
 class ArtworkImages;
+class BadgeView;
 class ElidedLabel;
 struct ITunesAppResult;
 
@@ -49,11 +50,14 @@ public:
     explicit AppHeader(ArtworkImages &images, QWidget *parent = nullptr);
 
     void setApp(const ITunesAppResult &app);
+    /// Marks the user's own app with "You".
+    void setOwn(bool isOwn);
     void addAction(QWidget *control);
 
 private:
     ArtworkView *m_icon;
     ElidedLabel *m_name;
+    BadgeView *m_own;
     ElidedLabel *m_byline;
     QHBoxLayout *m_actions;
 };

@@ -102,7 +102,7 @@ void ScreenshotViewer::showPicture(int index)
     m_canvas->setUrl(m_urls[m_index]);
     m_canvas->setAccessibleName(m_nameStart + QString::number(m_index + 1));
     announceNameChange(m_canvas);
-    setSubtitle(tr("%1 of %2").arg(m_index + 1).arg(m_urls.size()));
+    setSubtitle(tr("%1 of %2").arg(QString::number(m_index + 1), QString::number(m_urls.size())));
     m_previous->setEnabled(m_index > 0);
     m_next->setEnabled(m_index + 1 < m_urls.size());
 }

@@ -2,6 +2,7 @@
 #include "ui/listing/track_competitor_button.h"
 
 #include "ui_kit/accessibility/accessibility.h"
+#include "ui_kit/text/app_facts.h"
 
 namespace veltrix
 {
@@ -28,7 +29,7 @@ std::optional<TrackedCompetitor> trackedCompetitor(const ASOStore &store,
 
 TrackCompetitorButton::TrackCompetitorButton(ASOStore &store, Kind kind, WhenTracked whenTracked,
                                              QWidget *parent)
-    : Button(kind, QStringLiteral("plus"), QString(), parent), m_store(store),
+    : Button(kind, QStringLiteral("plus"), QString(), parent), m_store(store), m_kindToTrack(kind),
       m_whenTracked(whenTracked)
 {
     setObjectName(QStringLiteral("trackCompetitor"));
@@ -59,6 +60,7 @@ void TrackCompetitorButton::showState()
     if (!isOffered || parentWidget())
         setVisible(isOffered);
     const bool tracked = isTracked();
+    setKind(tracked && m_kindToTrack == Kind::Primary ? Kind::Standard : m_kindToTrack);
     if (!tracked) {
         setText(tr("Track competitor"));
         setSymbol(QStringLiteral("plus"));
@@ -70,7 +72,7 @@ void TrackCompetitorButton::showState()
         setSymbol(QStringLiteral("checkmark"));
     }
     setAccessibleName(text());
-    setAccessibleDescription(displayName(m_app));
+    setAccessibleDescription(shownName(m_app));
     setEnabled(!tracked || m_whenTracked == WhenTracked::Untracks);
 }
 

@@ -9,8 +9,8 @@ namespace veltrix
 {
 
 /// Follows the store: "Track competitor" becomes, by the kind of the button, "Tracking competitor"
-/// or the way back, "Untrack competitor". Hidden without an app of the user's and for that app
-/// itself.
+/// or the way back, "Untrack competitor", which is no main action. Hidden without an app of the
+/// user's and for that app itself.
 class TrackCompetitorButton final : public Button
 {
     Q_OBJECT
@@ -36,6 +36,8 @@ private:
     void toggle();
 
     ASOStore &m_store;
+    /// While the app is not tracked.
+    Kind m_kindToTrack;
     WhenTracked m_whenTracked;
     ITunesAppResult m_app;
     QString m_country;

@@ -40,7 +40,8 @@ QString RankedAppsState::failureText() const
 
 QString RankedAppsState::countText() const
 {
-    return Texts::tr("Showing %1 of %2 results").arg(shown()).arg(results().size());
+    return Texts::tr("Showing %1 of %2 results")
+        .arg(QString::number(shown()), QString::number(results().size()));
 }
 
 QString RankedAppsState::moreText() const

@@ -2,6 +2,7 @@
 #include "ui/ranked_apps/ranking_apps_sheet.h"
 
 #include "ui/listing/track_competitor_button.h"
+#include "ui_kit/text/shown_text.h"
 #include "ui_kit/text/storefronts.h"
 #include "ui_kit/widgets/app_row_list.h"
 #include "ui_kit/widgets/banner.h"
@@ -33,7 +34,8 @@ RankingAppsSheet::RankingAppsSheet(const ResearchContext &context,
                                    const DashboardKeywordRow &keyword,
                                    const std::optional<QUuid> &appId, QWidget *parent)
     : SheetFrame(QStringLiteral("rankedAppsSheet"),
-                 tr("Top Apps “%1” in %2").arg(keyword.keyword, storefrontName(keyword.country)),
+                 tr("Top Apps “%1” in %2")
+                     .arg(inSentence(keyword.keyword), storefrontName(keyword.country)),
                  Body::Fixed, preferredSize, parent),
       m_context(context), m_country(keyword.country), m_appId(appId),
       m_loading(sourceOf(m_context.store, keyword)),
@@ -50,6 +52,8 @@ RankingAppsSheet::RankingAppsSheet(const ResearchContext &context,
     addCloseButton(QStringLiteral("rankedAppsClose"), QStringLiteral("xmark.circle.fill"),
                    QString(), tr("Close ranked apps"))
         ->setFocus();
+    const auto own = m_appId ? m_context.store.app(*m_appId) : std::nullopt;
+    m_rows->setOwnApp(own ? std::optional(own->trackId) : std::nullopt);
     m_view->addWidget(m_list);
     body()->setContentsMargins(0, 0, 0, 0);
     body()->addWidget(m_view, 1);

@@ -4,10 +4,12 @@
 #include "ui_kit/accessibility/accessibility.h"
 #include "ui_kit/text/app_facts.h"
 #include "ui_kit/text/figures.h"
+#include "ui_kit/text/shown_text.h"
 #include "ui_kit/theme/painting.h"
 #include "ui_kit/theme/symbols.h"
 #include "ui_kit/theme/typography.h"
 #include "ui_kit/widgets/artwork_images.h"
+#include "ui_kit/widgets/badge.h"
 
 #include <QEvent>
 #include <QStyle>
@@ -26,11 +28,16 @@ constexpr qreal starGap = 4;
 
 QString ratingCountOf(const ITunesAppResult &app)
 {
-    if (!app.userRatingCount)
+    if (!app.userRatingCount || hasNoRatings(app))
         return {};
     if (*app.userRatingCount == 1)
         return AppRow::tr("1 rating");
     return AppRow::tr("%1 ratings").arg(QLocale().toString(qlonglong(*app.userRatingCount)));
+}
+
+Badge ownBadge()
+{
+    return {AppRow::tr("You"), Token::Accent};
 }
 
 QString joined(QStringList parts, const QString &separator)
@@ -66,8 +73,8 @@ AppRowTexts AppRowTexts::of(const ITunesAppResult &app, AppRowLook look, int ran
 {
     const QString separator = QStringLiteral(", ");
     AppRowTexts texts;
-    texts.name = displayName(app);
-    texts.details = sellerText(app);
+    texts.name = shownName(app);
+    texts.details = inSentence(sellerText(app));
     texts.rating = ratingText(app);
     if (look == AppRowLook::Full) {
         const auto date = updatedText(app, {wordLocale()});
@@ -78,9 +85,10 @@ AppRowTexts AppRowTexts::of(const ITunesAppResult &app, AppRowLook look, int ran
         texts.details = joined({texts.details, updated}, QStringLiteral(" · "));
         return texts;
     }
+    const bool isRated = !texts.rating.isEmpty() && !hasNoRatings(app);
     texts.description =
         joined({rank > 0 ? AppRow::tr("Rank %1").arg(rank) : QString(), texts.details,
-                texts.rating.isEmpty() ? QString() : AppRow::tr("rated %1").arg(texts.rating)},
+                isRated ? AppRow::tr("rated %1").arg(texts.rating) : texts.rating},
                separator);
     return texts;
 }
@@ -117,10 +125,17 @@ AppRowGeometry layoutAppRow(const QRectF &rect, const AppRowMetrics &metrics,
     }
     const qreal width = std::max(0.0, textEnd - x);
     geometry.name = QRectF(x, top, width, metrics.nameHeight);
+    if (metrics.badgeWidth > 0) {
+        const qreal room = std::max(0.0, width - metrics.badgeWidth - spacing::s);
+        geometry.name.setWidth(std::min(room, metrics.nameWidth));
+        geometry.badge = QRectF(geometry.name.right() + spacing::s, top,
+                                std::min(metrics.badgeWidth, width), metrics.nameHeight);
+    }
     geometry.details = QRectF(x, bottom, width, metrics.detailsHeight);
     if (direction == Qt::RightToLeft) {
-        for (QRectF *part : {&geometry.rank, &geometry.icon, &geometry.name, &geometry.details,
-                             &geometry.star, &geometry.rating, &geometry.ratingCount})
+        for (QRectF *part :
+             {&geometry.rank, &geometry.icon, &geometry.name, &geometry.badge, &geometry.details,
+              &geometry.star, &geometry.rating, &geometry.ratingCount})
             part->moveLeft(rect.left() + rect.right() - part->right());
     }
     return geometry;
@@ -147,9 +162,24 @@ void AppRow::setApp(const ITunesAppResult &app, int rank)
     m_app = app;
     m_rank = rank;
     m_texts = AppRowTexts::of(app, m_look, rank);
-    setAccessibleDescription(m_texts.description);
+    updateDescription();
     updateName();
     update();
+}
+
+void AppRow::setOwn(bool isOwn)
+{
+    if (m_isOwn == isOwn)
+        return;
+    m_isOwn = isOwn;
+    updateDescription();
+    update();
+}
+
+void AppRow::updateDescription()
+{
+    setAccessibleDescription(
+        joined({m_isOwn ? tr("Your app") : QString(), m_texts.description}, QStringLiteral(", ")));
 }
 
 void AppRow::setPurpose(const QString &purpose)
@@ -160,7 +190,8 @@ void AppRow::setPurpose(const QString &purpose)
 
 void AppRow::updateName()
 {
-    setAccessibleName(m_look == AppRowLook::Full ? m_texts.name : m_purpose.arg(m_texts.name));
+    setAccessibleName(m_look == AppRowLook::Full ? m_texts.name
+                                                 : m_purpose.arg(inSentence(m_texts.name)));
 }
 
 void AppRow::setTrailing(QWidget *control)
@@ -188,6 +219,14 @@ AppRowMetrics AppRow::metrics() const
     metrics.iconSide = std::round(isFull ? textHeight * 40 / 31 : textHeight);
     metrics.iconGap = isFull ? spacing::m : spacing::m - 2;
     metrics.hasRatingCount = isFull;
+    if (m_isOwn) {
+        const QFontMetricsF badge(fontFor(TextStyle::SecondarySemibold, font()));
+        metrics.badgeWidth =
+            layoutBadge(QRectF(0, 0, width(), height()), badge, ownBadge()).capsule.width();
+        metrics.nameWidth = std::ceil(QFontMetricsF(fontFor(TextStyle::BodyMedium, font()))
+                                          .horizontalAdvance(m_texts.name)) +
+                            1;
+    }
     metrics.padding = m_look == AppRowLook::Flush ? 0 : spacing::s;
     if (m_rank > 0)
         metrics.rankWidth = std::ceil(tabularWidth(details, QStringLiteral("000")));
@@ -266,8 +305,12 @@ void AppRow::paintEvent(QPaintEvent *)
     draw(isAlone ? geometry.name.united(geometry.details) : geometry.name, m_texts.name,
          fontFor(TextStyle::BodyMedium, font()),
          tokens[isHovered() && isFlush ? Token::Accent : Token::Text]);
+    if (m_isOwn)
+        paintBadge(painter, geometry.badge, ownBadge(), tokens, font());
     draw(geometry.details, m_texts.details, details, quiet);
-    if (!m_texts.rating.isEmpty()) {
+    if (hasNoRatings(m_app)) {
+        draw(geometry.star.united(geometry.rating), m_texts.rating, details, quiet);
+    } else if (!m_texts.rating.isEmpty()) {
         drawSymbol(painter, geometry.star, QStringLiteral("star.fill"), tokens[Token::Yellow]);
         draw(geometry.rating, m_texts.rating, details, isFull ? tokens[Token::Text] : quiet);
     }

@@ -25,7 +25,7 @@ struct AppRowTexts {
     QString name;
     /// The seller; in full "Brass Lens Studio · Updated Nov 12, 2026".
     QString details;
-    /// "4.7"
+    /// "4.7" or "No ratings".
     QString rating;
     /// "128,402 ratings"; only in full.
     QString ratingCount;
@@ -50,6 +50,9 @@ struct AppRowMetrics {
     /// The rating stands beside the name and its count beside the details; otherwise the rating
     /// stands in the middle of the row.
     bool hasRatingCount = false;
+    /// The name in full, and the badge behind it; 0 without a badge.
+    qreal nameWidth = 0;
+    qreal badgeWidth = 0;
     /// Room at the trailing end for a control.
     qreal trailing = 0;
     /// Free at both ends.
@@ -61,13 +64,15 @@ struct AppRowGeometry {
     QRectF rank;
     QRectF icon;
     QRectF name;
+    QRectF badge;
     QRectF details;
     QRectF star;
     QRectF rating;
     QRectF ratingCount;
 };
 
-/// Rank, icon, name over details, the rating at the end; mirrored for right-to-left layouts.
+/// Rank, icon, name and badge over details, the rating at the end; mirrored for right-to-left
+/// layouts.
 AppRowGeometry layoutAppRow(const QRectF &rect, const AppRowMetrics &metrics,
                             Qt::LayoutDirection direction);
 
@@ -82,6 +87,9 @@ public:
     /// `rank` is 1-based; 0 shows none.
     void setApp(const ITunesAppResult &app, int rank = 0);
     [[nodiscard]] const ITunesAppResult &app() const { return m_app; }
+    /// Marks the user's own app with "You".
+    void setOwn(bool isOwn);
+    [[nodiscard]] bool isOwn() const { return m_isOwn; }
     /// What pressing the row does, with the app's name as %1: "Research %1" unless set.
     void setPurpose(const QString &purpose);
     /// A control at the end of the row, in place of the one before; it becomes its child.
@@ -98,12 +106,14 @@ protected:
 private:
     [[nodiscard]] AppRowMetrics metrics() const;
     void updateName();
+    void updateDescription();
     void placeTrailing();
 
     AppRowLook m_look;
     ArtworkImages &m_images;
     ITunesAppResult m_app;
     int m_rank = 0;
+    bool m_isOwn = false;
     AppRowTexts m_texts;
     QString m_purpose;
     QWidget *m_trailing = nullptr;

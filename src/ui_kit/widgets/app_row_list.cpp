@@ -32,11 +32,24 @@ void AppRowList::keyPressEvent(QKeyEvent *event)
     event->setAccepted(moveFocusAmong({m_rows.begin(), m_rows.end()}, *event));
 }
 
+void AppRowList::markOwn(AppRow &row) const
+{
+    row.setOwn(m_ownTrackId && row.app().trackId == m_ownTrackId);
+}
+
+void AppRowList::setOwnApp(std::optional<std::int64_t> trackId)
+{
+    m_ownTrackId = trackId;
+    for (AppRow *row : std::as_const(m_rows))
+        markOwn(*row);
+}
+
 void AppRowList::setApps(const QList<ITunesAppResult> &apps)
 {
     for (qsizetype i = 0; i < apps.size(); ++i) {
         AppRow *row = i < m_rows.size() ? m_rows[i] : addRow();
         row->setApp(apps[i], m_ranks == Ranks::Shown ? int(i) + 1 : 0);
+        markOwn(*row);
         if (m_prepare)
             m_prepare(*row);
     }

@@ -28,6 +28,8 @@ public:
                Prepare prepare = {}, QWidget *parent = nullptr);
 
     void setApps(const QList<ITunesAppResult> &apps);
+    /// The App Store id of the user's own app, which is marked where it is listed.
+    void setOwnApp(std::optional<std::int64_t> trackId);
 
 Q_SIGNALS:
     /// The row of that app was pressed.
@@ -38,12 +40,14 @@ protected:
 
 private:
     AppRow *addRow();
+    void markOwn(AppRow &row) const;
 
     QString m_rowName;
     AppRowLook m_look;
     Ranks m_ranks;
     ArtworkImages &m_images;
     Prepare m_prepare;
+    std::optional<std::int64_t> m_ownTrackId;
     QList<AppRow *> m_rows;
     QVBoxLayout *m_layout;
 };

@@ -17,6 +17,23 @@
 namespace veltrix
 {
 
+namespace
+{
+
+/// As the toolkit reads "&": before the letter of a short cut, and twice for itself.
+QString withoutMarks(const QString &marked)
+{
+    QString plain;
+    for (qsizetype i = 0; i < marked.size(); ++i) {
+        if (marked[i] == u'&' && ++i == marked.size())
+            break;
+        plain += marked[i];
+    }
+    return plain;
+}
+
+} // namespace
+
 ButtonGeometry layoutButton(const QRectF &rect, qreal symbolSize, qreal textWidth,
                             Qt::LayoutDirection direction)
 {
@@ -60,6 +77,13 @@ void Button::setSymbol(const QString &symbol)
     update();
 }
 
+void Button::setKind(Kind kind)
+{
+    m_kind = kind;
+    updateGeometry();
+    update();
+}
+
 void Button::setCompact(bool isCompact)
 {
     if (m_isCompact == isCompact)
@@ -94,16 +118,12 @@ QString Button::plainText() const
 {
     if (m_isCompact && !m_symbol.isEmpty())
         return {};
-    QString plain = text();
-    plain.remove(u'&');
-    return plain;
+    return withoutMarks(text());
 }
 
 int Button::savedByCompact() const
 {
-    QString plain = text();
-    plain.remove(u'&');
-    return m_symbol.isEmpty() ? 0 : sizeWith(plain).width() - sizeWith({}).width();
+    return m_symbol.isEmpty() ? 0 : sizeWith(withoutMarks(text())).width() - sizeWith({}).width();
 }
 
 QSize Button::sizeHint() const

@@ -49,6 +49,7 @@ public:
     void setCompact(bool isCompact);
     /// How much narrower that makes it, or has made it.
     [[nodiscard]] int savedByCompact() const;
+    void setKind(Kind kind);
     [[nodiscard]] Kind kind() const { return m_kind; }
 
     [[nodiscard]] QSize sizeHint() const override;

@@ -59,6 +59,75 @@ TEST_F(AppRowTest, ARowWithoutFactsShowsNoZeroes)
         EXPECT_EQ(AppRowTexts::of(ITunesAppResult(), look), none);
 }
 
+TEST_F(AppRowTest, AnAppWithoutRatingsSaysSoWithoutAStar)
+{
+    ITunesAppResult app = sampleResults().at(1);
+    app.averageUserRating = 0;
+    app.userRatingCount = 0;
+    const AppRowTexts shortTexts = AppRowTexts::of(app, AppRowLook::Padded, 3);
+    EXPECT_EQ(shortTexts.rating, QStringLiteral("No ratings"));
+    EXPECT_EQ(shortTexts.description, QStringLiteral("Rank 3, Brass Lens Studio, No ratings"));
+    const AppRowTexts full = AppRowTexts::of(app, AppRowLook::Full);
+    EXPECT_EQ(full.rating, QStringLiteral("No ratings"));
+    EXPECT_EQ(full.ratingCount, QString());
+
+    AppRow row(AppRowLook::Padded, images);
+    row.setApp(app);
+    row.resize(500, row.sizeHint().height());
+    const QColor star = Tokens(ColorScheme::Light)[Token::Yellow];
+    const auto hasStar = [&] {
+        const QImage picture = row.grab().toImage();
+        for (int x = picture.width() / 2; x < picture.width(); ++x) {
+            for (int y = 0; y < picture.height(); ++y) {
+                if (picture.pixelColor(x, y) == star)
+                    return true;
+            }
+        }
+        return false;
+    };
+    EXPECT_FALSE(hasStar());
+    app.averageUserRating = 4.5;
+    app.userRatingCount = 7;
+    row.setApp(app);
+    EXPECT_TRUE(hasStar());
+}
+
+TEST_F(AppRowTest, TheOwnAppIsMarkedWhereverItMovesInTheList)
+{
+    AppRowList list(QStringLiteral("row"), AppRowLook::Padded, AppRowList::Ranks::Shown, images);
+    const QList<ITunesAppResult> apps = sampleResults();
+    list.setOwnApp(apps[2].trackId);
+    list.setApps(apps);
+    const auto own = [&] {
+        QStringList marked;
+        for (const AppRow *row : list.findChildren<AppRow *>()) {
+            if (row->isOwn() && !row->isHidden())
+                marked << row->objectName() + u' ' + row->accessibleDescription();
+        }
+        return marked.join(u'|');
+    };
+    EXPECT_EQ(own(), QStringLiteral("row3 Your app, Rank 3, Northlight Labs, rated 4.6"));
+    list.setApps({apps[2], apps[0]});
+    EXPECT_TRUE(own().startsWith(QStringLiteral("row1 Your app, Rank 1")));
+    list.setOwnApp(apps[0].trackId);
+    EXPECT_TRUE(own().startsWith(QStringLiteral("row2 Your app, Rank 2")));
+    list.setOwnApp(std::nullopt);
+    EXPECT_EQ(own(), QString());
+    ITunesAppResult unknown;
+    list.setApps({unknown});
+    EXPECT_EQ(own(), QString()) << "an app without an id is nobody's";
+}
+
+TEST_F(AppRowTest, ANameFromRightToLeftDoesNotTurnWhatPressingDoes)
+{
+    AppRow row(AppRowLook::Padded, images);
+    ITunesAppResult app = sampleResults().at(1);
+    app.trackName = QStringLiteral("עורך %1\u202E");
+    row.setApp(app);
+    row.setPurpose(QStringLiteral("View details for %1"));
+    EXPECT_EQ(row.accessibleName(), QStringLiteral("View details for \u2068עורך %1\u2069"));
+}
+
 TEST_F(AppRowTest, AFullRowIsAnItemOfAListAndNotPressed)
 {
     AppRow row(AppRowLook::Full, images);
@@ -189,6 +258,21 @@ TEST(AppRowGeometry, ACountStandsBelowItsRating)
     EXPECT_DOUBLE_EQ(geometry.ratingCount.top(), geometry.details.top());
     EXPECT_DOUBLE_EQ(geometry.ratingCount.left(), geometry.star.left());
     EXPECT_TRUE(wide.contains(geometry.icon));
+}
+
+TEST(AppRowGeometry, ABadgeStandsBehindTheNameAndNeverUnderTheRating)
+{
+    AppRowMetrics marked = metrics(false);
+    marked.nameWidth = 90;
+    marked.badgeWidth = 40;
+    const AppRowGeometry geometry = layoutAppRow(wide, marked, Qt::LeftToRight);
+    EXPECT_DOUBLE_EQ(geometry.name.width(), 90);
+    EXPECT_DOUBLE_EQ(geometry.badge.left(), geometry.name.right() + 8);
+    EXPECT_DOUBLE_EQ(geometry.badge.width(), 40);
+    marked.nameWidth = 1000;
+    const AppRowGeometry crowded = layoutAppRow(wide, marked, Qt::LeftToRight);
+    EXPECT_LT(crowded.badge.right(), crowded.star.left());
+    EXPECT_LT(crowded.name.right(), crowded.badge.left());
 }
 
 TEST(AppRowGeometry, IsMirroredForRightToLeft)
