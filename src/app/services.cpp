@@ -3,6 +3,7 @@
 
 #include "clients/autocomplete_client.h"
 #include "clients/itunes_client.h"
+#include "clients/ranked_apps_keeper.h"
 #include "clients/research_client.h"
 #include "clients/supabase_configuration.h"
 #include "clients/update/stored_update_settings.h"
@@ -93,7 +94,8 @@ void Services::buildStore(const Bundle &bundle, const QString &stateFolder,
         .traffic = std::make_shared<ITunesTrafficController>(m_clock),
     });
 
-    std::shared_ptr<ITunesClientProtocol> keywordClient = direct;
+    const QString rankedAppsPath = stateFolder + QStringLiteral("/ranked_apps_cache_v1.json");
+    std::shared_ptr<ITunesClientProtocol> keywordClient;
     std::shared_ptr<RankedAppsSaving> rankedApps;
     if (m_information.research.kind != ResearchServiceInformation::Kind::Direct) {
         const auto research = std::make_shared<ResearchClient>(ResearchClient::Arguments{
@@ -102,10 +104,15 @@ void Services::buildStore(const Bundle &bundle, const QString &stateFolder,
             .send = m_http->sender(),
             .clock = m_clock,
             .lookup = direct,
-            .cachePath = stateFolder + QStringLiteral("/ranked_apps_cache_v1.json"),
+            .cachePath = rankedAppsPath,
         });
         keywordClient = research;
         rankedApps = research;
+    } else {
+        const auto keeper = std::make_shared<RankedAppsKeeper>(
+            RankedAppsKeeper::Arguments{direct, m_clock, rankedAppsPath});
+        keywordClient = keeper;
+        rankedApps = keeper;
     }
 
     const auto autocomplete = std::make_shared<AutocompleteClient>(AutocompleteClient::Arguments{

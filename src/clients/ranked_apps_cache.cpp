@@ -35,6 +35,11 @@ std::vector<const RankedAppsCache::value_type *> newestEntries(const RankedAppsC
 
 } // namespace
 
+QString rankedAppsKey(const QString &keyword, const QString &country)
+{
+    return country.toUpper() + u':' + keyword.trimmed().toLower();
+}
+
 RankedAppsCache loadRankedAppsCache(const QString &path, Date now)
 {
     RankedAppsCache cache;

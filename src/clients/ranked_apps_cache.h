@@ -9,8 +9,11 @@
 namespace veltrix
 {
 
-/// By cache key: the storefront code in upper case, a colon, and the normalised keyword.
+/// By rankedAppsKey().
 using RankedAppsCache = std::map<QString, SavedResults>;
+
+/// The storefront code in upper case, a colon, and the keyword trimmed and in lower case.
+QString rankedAppsKey(const QString &keyword, const QString &country);
 
 /// Results of that age and older are not taken over from the file: seven days.
 inline constexpr Seconds rankedAppsLifetime{604'800};

@@ -29,7 +29,7 @@ struct Subject {
         : keyword(term.trimmed().toLower()), country(storefront.toUpper())
     {
     }
-    [[nodiscard]] QString key() const { return country + u':' + keyword; }
+    [[nodiscard]] QString key() const { return rankedAppsKey(keyword, country); }
 };
 
 ResearchError requestFailed(int status)
@@ -230,7 +230,7 @@ Task<std::optional<ITunesAppResult>> ResearchClient::lookup(std::int64_t trackId
 std::optional<SavedResults> ResearchClient::savedResults(const QString &keyword,
                                                          const QString &country) const
 {
-    const auto saved = m_state->cache.find(Subject(keyword, country).key());
+    const auto saved = m_state->cache.find(rankedAppsKey(keyword, country));
     if (saved == m_state->cache.end())
         return std::nullopt;
     return saved->second;

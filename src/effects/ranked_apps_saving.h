@@ -9,7 +9,8 @@
 namespace veltrix
 {
 
-/// Keeps the ranked results of keyword searches. Implemented by ResearchClient.
+/// Keeps the ranked results of keyword searches. Implemented by ResearchClient and
+/// RankedAppsKeeper.
 class RankedAppsSaving
 {
 public:

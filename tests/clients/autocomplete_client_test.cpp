@@ -490,6 +490,18 @@ TEST_F(AutocompleteClientTest, FromTheThirdObservedDayOnTheMedianIsReported)
     EXPECT_EQ(m_client->state().history.at(QStringLiteral("US:photos")).size(), 4);
 }
 
+TEST_F(AutocompleteClientTest, OfManyObservedDaysTheLastSevenCountTodayIncluded)
+{
+    m_http.answerWith(hints({QStringLiteral("photos")}));
+    for (int day = 0; day < 10; ++day) {
+        m_clock->jumpTo(noon + Seconds(86'500.0 * day + 10));
+        EXPECT_EQ(observed()->observedDays, std::min(day + 1, 7)) << day;
+    }
+    // Four days without a check, and the day of the next one.
+    m_clock->jumpTo(noon + Seconds(86'500.0 * 14 + 10));
+    EXPECT_EQ(observed()->observedDays, 3);
+}
+
 TEST_F(AutocompleteClientTest, ABlockedDayStillReportsTheMedianOfEarlierOnes)
 {
     AutocompleteState state;
