@@ -83,6 +83,18 @@ public:
         paint(chart);
     }
 
+    /// As a notch of the wheel with Ctrl does, and back.
+    void narrow()
+    {
+        RankChart &chart = *m_content.findChild<RankChart *>();
+        const size_t total = chart.data().days.size();
+        chart.showDays(zoomed(chart.shownDays(), 0.8, total / 2, total));
+        paint(m_content);
+        require(chart.isNarrowed(), "fewer days are charted");
+        chart.showWholeRange();
+        paint(m_content);
+    }
+
 private:
     void paint(QWidget &widget)
     {
@@ -134,5 +146,9 @@ int main(int argc, char **argv)
     reportStep("a step of the pointer over 3,650 days, frames of 16 ms", "the same beside 30 days",
                seconds([&] { years.hover(); }, rounds), frame,
                timesAsLong([&] { years.hover(); }, [&] { month.hover(); }, rounds));
+
+    reportStep("narrowing 3,650 days by a notch and back, times 50 ms", "the same beside 30 days",
+               seconds([&] { years.narrow(); }, rounds), atOnce,
+               timesAsLong([&] { years.narrow(); }, [&] { month.narrow(); }, rounds));
     return 0;
 }

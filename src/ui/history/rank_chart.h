@@ -2,6 +2,7 @@
 // The ranking chart: days to the right, rank 1 at the top.
 #pragma once
 
+#include "ui/history/day_span.h"
 #include "ui/history/rank_chart_layout.h"
 
 #include <QWidget>
@@ -11,6 +12,10 @@ namespace veltrix
 
 /// Draws a history and lets one day of it be inspected, by pointer and by keys: Left and Right move
 /// by a day, with Ctrl to the next saved check, Home and End go to the ends, Escape lets go.
+///
+/// Its days can be narrowed: by the wheel with Ctrl around the pointer, by a drag over the days
+/// that are meant, by + and − around the inspected day. The wheel sideways, PageUp and PageDown and
+/// steps over the edge move on; 0, Escape and a double click show all days again.
 class RankChart final : public QWidget
 {
     Q_OBJECT
@@ -18,9 +23,17 @@ class RankChart final : public QWidget
 public:
     explicit RankChart(QWidget *parent = nullptr);
 
-    /// Ends the inspection unless the day is still there.
+    /// The days of the range. Those that are shown stay shown and the inspected one inspected,
+    /// where they are still there.
     void setData(RankChartData data);
-    [[nodiscard]] const RankChartData &data() const { return m_data; }
+    /// What is shown: all of it, or the days it is narrowed to.
+    [[nodiscard]] const RankChartData &data() const { return isNarrowed() ? m_part : m_whole; }
+
+    [[nodiscard]] bool isNarrowed() const { return m_shown != wholeRange(m_whole.days.size()); }
+    /// The days that are shown, indices into those of the range.
+    [[nodiscard]] const DaySpan &shownDays() const { return m_shown; }
+    void showDays(const DaySpan &days);
+    void showWholeRange() { showDays(wholeRange(m_whole.days.size())); }
 
     /// The inspected day, an index into data().days.
     [[nodiscard]] std::optional<size_t> selectedDay() const { return m_selected; }
@@ -38,24 +51,51 @@ public:
 
 Q_SIGNALS:
     void selectedDayChanged(std::optional<size_t> day);
+    /// Other days are shown.
+    void shownDaysChanged();
 
 protected:
     void paintEvent(QPaintEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
+    void wheelEvent(QWheelEvent *event) override;
     void leaveEvent(QEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void changeEvent(QEvent *event) override;
 
 private:
+    /// A drag over days, in coordinates of this widget.
+    struct Drag {
+        qreal from = 0;
+        qreal to = 0;
+        /// Far enough to be meant.
+        bool isMeant = false;
+    };
+
     /// Laid out for the widget as it is now.
     [[nodiscard]] const RankChartGeometry &geometryNow() const;
+    void setShown(const DaySpan &days, std::optional<Date> inspected);
+    [[nodiscard]] std::optional<Date> inspectedDate() const;
     void inspect(const QPointF &position);
     void announceSelection();
+    void zoom(double factor, std::optional<size_t> around);
+    bool stepByKey(const QKeyEvent &event);
+    bool narrowByKey(const QKeyEvent &event);
+    bool letGo();
+    void step(DayStep step);
 
-    RankChartData m_data;
+    RankChartData m_whole;
+    /// The part of it that is shown while it is narrowed.
+    RankChartData m_part;
+    DaySpan m_shown;
     std::vector<size_t> m_checked;
     std::optional<size_t> m_selected;
+    std::optional<Drag> m_drag;
+    /// Of turns of the wheel, what has not yet made a step.
+    int m_turned = 0;
+    int m_turnedAside = 0;
     /// Made when it is asked for; dropped when data or font change.
     mutable std::optional<RankChartGeometry> m_geometry;
 };

@@ -142,6 +142,9 @@ public:
     {
         if (kind == QAccessible::Value)
             return inspectionText(m_chart->data(), m_chart->selectedDay());
+        if (kind == QAccessible::Description)
+            return QCoreApplication::translate("RankChart", "Shown: %1. %2")
+                .arg(spanText(m_chart->data().days), m_chart->accessibleDescription());
         return QAccessibleWidget::text(kind);
     }
 

@@ -123,6 +123,22 @@ void paintRankChart(QPainter &painter, const RankChartGeometry &chart, const QFo
     painter.restore();
 }
 
+void paintChosenDays(QPainter &painter, const RankChartGeometry &chart, qreal from, qreal to,
+                     const Tokens &tokens)
+{
+    const RankPlot &plot = chart.plot;
+    const auto one = plot.dayAt(std::min(from, to));
+    const auto other = plot.dayAt(std::max(from, to));
+    if (!one || !other)
+        return;
+    const qreal half = plot.column() / 2;
+    QRectF band = plot.area;
+    band.setLeft(plot.x(*one) - half);
+    band.setRight(plot.x(*other) + half);
+    drawRoundedRect(painter, band, radius::control, tokens.tint(Token::Accent),
+                    tokens[Token::Accent]);
+}
+
 void paintInspectedDay(QPainter &painter, const RankChartGeometry &chart, const RankChartData &data,
                        size_t day, const Tokens &tokens)
 {

@@ -41,4 +41,8 @@ void paintRankChart(QPainter &painter, const RankChartGeometry &chart, const QFo
 void paintInspectedDay(QPainter &painter, const RankChartGeometry &chart, const RankChartData &data,
                        size_t day, const Tokens &tokens);
 
+/// The days between two places over the chart, while they are chosen.
+void paintChosenDays(QPainter &painter, const RankChartGeometry &chart, qreal from, qreal to,
+                     const Tokens &tokens);
+
 } // namespace veltrix

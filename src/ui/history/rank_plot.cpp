@@ -152,7 +152,8 @@ QString inspectionText(const RankChartData &data, std::optional<size_t> day, con
         return RankPlotTexts::tr("No check saved on %1").arg(date);
     if (!inspected.observation->position)
         return RankPlotTexts::tr("%1: Not ranked").arg(date);
-    return RankPlotTexts::tr("%1: rank %2").arg(date).arg(*inspected.observation->position);
+    return RankPlotTexts::tr("%1: rank %2")
+        .arg(date, QString::number(*inspected.observation->position));
 }
 
 QString accessibleText(const RankPoint &point)

@@ -6,6 +6,7 @@
 #include "ui/history/rank_movement_label.h"
 #include "ui_kit/accessibility/accessibility.h"
 #include "ui_kit/widgets/badge.h"
+#include "ui_kit/widgets/button.h"
 #include "ui_kit/widgets/empty_state.h"
 #include "ui_kit/widgets/position_badge.h"
 
@@ -27,25 +28,42 @@ const QString chartSymbol = QStringLiteral("chart.xyaxis.line");
 RankingHistoryContent::RankingHistoryContent(QWidget *parent)
     : QWidget(parent), m_panel(new QWidget),
       m_rangeTitle(new TextLabel(TextStyle::Secondary, TextLabel::Tone::Secondary)),
+      m_latestCaption(new TextLabel(TextStyle::Secondary, TextLabel::Tone::Secondary)),
       m_latest(new TextLabel(TextStyle::Figure, TextLabel::Tone::Text)),
       m_movement(new RankMovementLabel), m_sample(new BadgeView),
       m_sampleNote(new TextLabel(
           TextStyle::Secondary, TextLabel::Tone::Secondary,
           tr("Sample data is for preview only. It does not change saved research or represent real "
              "App Store rankings."))),
-      m_range(new RangeControl), m_stack(new QStackedWidget), m_chart(new RankChart),
+      m_range(new RangeControl),
+      m_zoomHint(new ElidedLabel(TextStyle::Secondary, TextLabel::Tone::Secondary,
+                                 tr("Drag or Ctrl+wheel narrows the days"))),
+      m_wholeRange(new Button(Button::Kind::Link, tr("Show all days"))),
+      m_stack(new QStackedWidget), m_chart(new RankChart),
       m_empty(new EmptyState(QStringLiteral("historyEmpty"))),
       m_inspection(new TextLabel(TextStyle::Secondary, TextLabel::Tone::Secondary)),
       m_axisNote(
           new TextLabel(TextStyle::Secondary, TextLabel::Tone::Secondary,
-                        tr("Lower rank is better") + QStringLiteral(" · ") + tr("Day (UTC)")))
+                        tr("Lower rank is better") + QStringLiteral(" · ") + tr("Day (UTC)"))),
+      m_markNote(new TextLabel(TextStyle::Secondary, TextLabel::Tone::Secondary,
+                               tr("A red × marks a check that did not find the app: not ranked.")))
 {
     setObjectName(QStringLiteral("historyContent"));
     build();
     connect(m_range, &RangeControl::rangeChanged, this, [this] {
+        m_chart->showWholeRange();
         updateHeadings();
         updateChart();
     });
+    // Also for the range that is chosen already: it is the way back to all of its days.
+    for (const QAbstractButton *choice : m_range->findChildren<QAbstractButton *>())
+        connect(choice, &QAbstractButton::clicked, m_chart, &RankChart::showWholeRange);
+    connect(m_wholeRange, &Button::clicked, this, [this] {
+        // The button goes, and with it the focus.
+        m_chart->setFocus(Qt::OtherFocusReason);
+        m_chart->showWholeRange();
+    });
+    connect(m_chart, &RankChart::shownDaysChanged, this, &RankingHistoryContent::updateShownDays);
     connect(m_chart, &RankChart::selectedDayChanged, this,
             &RankingHistoryContent::updateInspection);
 }
@@ -53,6 +71,12 @@ RankingHistoryContent::RankingHistoryContent(QWidget *parent)
 void RankingHistoryContent::build()
 {
     m_rangeTitle->setObjectName(QStringLiteral("historyRangeTitle"));
+    m_latestCaption->setObjectName(QStringLiteral("historyLatestCaption"));
+    m_zoomHint->setObjectName(QStringLiteral("historyZoomHint"));
+    nameControl(m_wholeRange, QStringLiteral("historyWholeRange"),
+                tr("Show all days of the range"));
+    m_markNote->setObjectName(QStringLiteral("historyMarkNote"));
+    m_markNote->setWrapping(TextLabel::Wrapping::Wrapped);
     m_latest->setObjectName(QStringLiteral("historyLatest"));
     m_inspection->setObjectName(QStringLiteral("historyInspection"));
     m_sample->setBadge({tr("SAMPLE"), Token::Orange});
@@ -76,12 +100,10 @@ void RankingHistoryContent::build()
     latestLine->addStretch(1);
     latestLine->addWidget(m_latest, 0, Qt::AlignBaseline);
     latestLine->addWidget(m_movement, 0, Qt::AlignBaseline);
-    auto *latestCaption =
-        new TextLabel(TextStyle::Secondary, TextLabel::Tone::Secondary, tr("Latest saved check"));
-    latestCaption->setAlignment(Qt::AlignRight);
+    m_latestCaption->setAlignment(Qt::AlignRight);
     auto *latest = new QVBoxLayout;
     latest->setSpacing(1);
-    latest->addWidget(latestCaption);
+    latest->addWidget(m_latestCaption);
     latest->addLayout(latestLine);
     auto *top = new QHBoxLayout;
     top->addLayout(titles, 1);
@@ -111,9 +133,16 @@ void RankingHistoryContent::build()
     panel->setContentsMargins(0, 0, 0, 0);
     panel->setSpacing(spacing::m);
     panel->addLayout(top);
-    panel->addWidget(m_range, 0, Qt::AlignLeft);
+    auto *range = new QHBoxLayout;
+    range->setSpacing(spacing::m);
+    range->addWidget(m_range);
+    range->addStretch(1);
+    range->addWidget(m_zoomHint);
+    range->addWidget(m_wholeRange);
+    panel->addLayout(range);
     panel->addWidget(m_stack, 1);
     panel->addLayout(below);
+    panel->addWidget(m_markNote);
     panel->addWidget(m_sampleNote);
     panel->addWidget(note);
     auto *layout = new QVBoxLayout(this);
@@ -145,10 +174,13 @@ void RankingHistoryContent::setState(const State &state)
 
 void RankingHistoryContent::updateHeadings()
 {
-    m_rangeTitle->setText(rangeTitle(m_range->range()));
     m_sample->setVisible(m_state.isSample);
     m_sampleNote->setVisible(m_state.isSample);
     const auto &checks = m_state.timeline.observations;
+    m_latestCaption->setText(checks.empty()
+                                 ? tr("Latest saved check")
+                                 : tr("Latest saved check · %1")
+                                       .arg(dayText(checks.back().date, DayFormat::DayAndYear)));
     if (checks.empty()) {
         m_latest->setText(tr("Not checked yet"));
         m_latest->setAccessibleName(m_latest->text());
@@ -165,6 +197,7 @@ void RankingHistoryContent::updateChart()
 {
     RankChartData charted =
         rankChartData(historyDays(m_state.timeline, m_range->range(), m_state.now));
+    // Narrowed to days without a rank, the chart stays: it is the way back.
     const bool isRanked = !charted.isEmpty();
     m_chart->setData(std::move(charted));
     if (m_state.error)
@@ -176,8 +209,35 @@ void RankingHistoryContent::updateChart()
                   tr("No saved rank is available for the selected period."));
     else
         m_stack->setCurrentIndex(0);
+    updateShownDays();
     updateInspection();
     Q_EMIT stateChanged();
+}
+
+void RankingHistoryContent::updateShownDays()
+{
+    const bool isNarrowed = m_chart->isNarrowed();
+    QString title = rangeTitle(m_range->range());
+    if (isNarrowed)
+        title = spanText(data().days);
+    if (isNarrowed && data().isEmpty())
+        title = tr("%1 · No ranked checks in this range").arg(title);
+    const bool isOther = title != m_rangeTitle->text();
+    m_rangeTitle->setText(title);
+    m_rangeTitle->setAccessibleName(title);
+    if (isOther && m_chart->hasFocus())
+        announceNameChange(m_rangeTitle);
+    m_markNote->setVisible(hasChart() && !data().unranked.empty());
+    setControlsShown(true);
+}
+
+void RankingHistoryContent::setControlsShown(bool shown)
+{
+    const bool isNarrowed = m_chart->isNarrowed();
+    const bool canNarrow = m_chart->data().days.size() > fewestShownDays;
+    m_range->setVisible(shown);
+    m_zoomHint->setVisible(shown && hasChart() && canNarrow && !isNarrowed);
+    m_wholeRange->setVisible(shown && hasChart() && isNarrowed);
 }
 
 void RankingHistoryContent::showEmpty(const QString &symbol, const QString &title,
@@ -218,11 +278,11 @@ QImage RankingHistoryContent::picture(const QString &heading)
     const auto inspected = m_chart->selectedDay();
     m_chart->setSelectedDay(std::nullopt);
     m_inspection->hide();
-    m_range->hide();
+    setControlsShown(false);
     m_panel->layout()->activate();
     m_panel->render(&painter, QPoint(spacing::xl, spacing::xl + headingHeight), QRegion(),
                     QWidget::DrawChildren);
-    m_range->show();
+    setControlsShown(true);
     m_chart->setSelectedDay(inspected);
     updateInspection();
     m_panel->layout()->activate();

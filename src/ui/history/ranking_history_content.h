@@ -13,6 +13,7 @@ namespace veltrix
 {
 
 class BadgeView;
+class Button;
 class EmptyState;
 class RangeControl;
 class RankChart;
@@ -39,7 +40,7 @@ public:
 
     void setState(const State &state);
 
-    /// What is charted now.
+    /// What is charted now: the range, or the days that it is narrowed to.
     [[nodiscard]] const RankChartData &data() const;
     [[nodiscard]] HistoryRange range() const;
     /// There is a chart to copy or export.
@@ -57,20 +58,27 @@ private:
     void updateChart();
     void showEmpty(const QString &symbol, const QString &title, const QString &text);
     void updateInspection();
+    void updateShownDays();
+    /// What only helps to use the chart, not to read it.
+    void setControlsShown(bool shown);
 
     State m_state;
     QWidget *m_panel;
     TextLabel *m_rangeTitle;
+    TextLabel *m_latestCaption;
     TextLabel *m_latest;
     RankMovementLabel *m_movement;
     BadgeView *m_sample;
     TextLabel *m_sampleNote;
     RangeControl *m_range;
+    TextLabel *m_zoomHint;
+    Button *m_wholeRange;
     QStackedWidget *m_stack;
     RankChart *m_chart;
     EmptyState *m_empty;
     TextLabel *m_inspection;
     TextLabel *m_axisNote;
+    TextLabel *m_markNote;
 };
 
 } // namespace veltrix

@@ -6,6 +6,7 @@
 #include "ui_kit/accessibility/accessibility.h"
 #include "ui_kit/text/csv.h"
 #include "ui_kit/text/file_name.h"
+#include "ui_kit/text/shown_text.h"
 #include "ui_kit/text/storefronts.h"
 #include "ui_kit/widgets/feedback_button.h"
 #include "ui_kit/widgets/file_exchange.h"
@@ -22,14 +23,14 @@ namespace veltrix
 namespace
 {
 
-constexpr QSize preferredSize{760, 640};
+constexpr QSize preferredSize{760, 680};
 
 }
 
 RankingHistorySheet::RankingHistorySheet(ASOStore &store, FileExchange &files,
                                          const DashboardKeywordRow &keyword, QWidget *parent)
-    : SheetFrame(QStringLiteral("historySheet"), tr("Ranking history"), Body::Fixed, preferredSize,
-                 parent),
+    : SheetFrame(QStringLiteral("historySheet"), tr("Ranking history"), Body::Scrolled,
+                 preferredSize, parent),
       m_store(store), m_files(files), m_keyword(keyword), m_content(new RankingHistoryContent),
       m_copy(new FeedbackButton(QStringLiteral("historyCopyImage"), Button::Kind::Standard,
                                 QStringLiteral("doc.on.doc"), tr("Copy as image"), tr("Copied"))),
@@ -38,17 +39,15 @@ RankingHistorySheet::RankingHistorySheet(ASOStore &store, FileExchange &files,
                                   tr("Exported"))),
       m_problem(new TextLabel(TextStyle::Secondary, TextLabel::Tone::Red))
 {
-    setSubtitle(m_keyword.keyword + QStringLiteral(" · ") + storefrontName(m_keyword.country));
+    setSubtitle(inSentence(m_keyword.keyword) + QStringLiteral(" · ") +
+                storefrontName(m_keyword.country));
     addCloseButton(QStringLiteral("historyDone"), QString(), tr("Done"), tr("Done"))->setFocus();
     m_problem->setObjectName(QStringLiteral("historyProblem"));
     m_problem->setWrapping(TextLabel::Wrapping::Wrapped);
-    auto *footer = new QHBoxLayout;
-    footer->setSpacing(spacing::s);
-    footer->addWidget(m_copy);
-    footer->addWidget(m_export);
-    footer->addWidget(m_problem, 1);
+    footer()->addWidget(m_copy);
+    footer()->addWidget(m_export);
+    footer()->addWidget(m_problem, 1);
     body()->addWidget(m_content, 1);
-    body()->addLayout(footer);
 
     connect(m_copy, &Button::clicked, this, &RankingHistorySheet::copyImage);
     connect(m_export, &Button::clicked, this, &RankingHistorySheet::exportCsv);
@@ -72,7 +71,7 @@ void RankingHistorySheet::showTimeline()
 void RankingHistorySheet::copyImage()
 {
     const QString heading =
-        m_keyword.keyword + QStringLiteral(" · ") + storefrontName(m_keyword.country);
+        inSentence(m_keyword.keyword) + QStringLiteral(" · ") + storefrontName(m_keyword.country);
     QGuiApplication::clipboard()->setImage(m_content->picture(heading));
     m_copy->confirm();
 }

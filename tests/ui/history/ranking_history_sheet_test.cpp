@@ -14,6 +14,8 @@
 
 #include <QClipboard>
 #include <QPainter>
+#include <QScrollArea>
+#include <QScrollBar>
 
 namespace veltrix
 {
@@ -51,7 +53,7 @@ TEST_F(RankingHistorySheetTest, StartsAtFourteenDays)
 TEST_F(RankingHistorySheetTest, ShowsTheLatestCheckAndItsMovement)
 {
     QWidget *sheet = openFor("collage maker");
-    EXPECT_TRUE(shows(sheet, text("Latest saved check")));
+    EXPECT_TRUE(shows(sheet, text("Latest saved check · Nov 21, 2026")));
     EXPECT_EQ(label("historyLatest"), text("# 9"));
     EXPECT_EQ(label("rankMovement"), text("↑ 2"));
     EXPECT_EQ(find<RankMovementLabel>("rankMovement")->token(), Token::Green);
@@ -86,6 +88,106 @@ TEST_F(RankingHistorySheetTest, HoveringShowsThatDaysCheck)
     EXPECT_EQ(hover(11), text("Nov 19: rank 12"));
     EXPECT_EQ(hover(5), text("Nov 13: Not ranked"));
     EXPECT_EQ(hover(10), text("No check saved on Nov 18"));
+}
+
+TEST_F(RankingHistorySheetTest, TheHeaderSaysWhichDaysAreShown)
+{
+    openFor("collage maker");
+    click("historyRange3");
+    window->grab();
+    EXPECT_TRUE(isShown("historyZoomHint"));
+    EXPECT_FALSE(isShown("historyWholeRange"));
+    chart()->setFocus();
+    chart()->showDays({0, 30});
+    EXPECT_EQ(label("historyRangeTitle"), text("Jul 24 – Aug 22, 2026"));
+    EXPECT_EQ(find("historyRangeTitle")->accessibleName(), text("Jul 24 – Aug 22, 2026"));
+    EXPECT_FALSE(isShown("historyZoomHint"));
+    QTest::mouseMove(chart(), QPoint(int(chart()->plot().x(3)), 60));
+    EXPECT_TRUE(label("historyInspection").startsWith(text("Jul 27: rank ")))
+        << label("historyInspection").toStdString();
+    click("historyWholeRange");
+    EXPECT_EQ(label("historyRangeTitle"), text("All saved checks"));
+    EXPECT_TRUE(chart()->hasFocus()) << "the button is gone";
+}
+
+TEST_F(RankingHistorySheetTest, ARangeIsAWayBackAlsoWhenItIsTheChosenOne)
+{
+    openFor("collage maker");
+    click("historyRange3");
+    chart()->showDays({0, 30});
+    click("historyRange3");
+    EXPECT_FALSE(chart()->isNarrowed());
+    chart()->showDays({0, 30});
+    click("historyRange2");
+    EXPECT_EQ(chart()->data().days.size(), 90u);
+    EXPECT_EQ(label("historyRangeTitle"), text("Last 90 days"));
+}
+
+TEST_F(RankingHistorySheetTest, NarrowedToDaysWithoutARankTheChartStays)
+{
+    QWidget *sheet = openFor("collage maker");
+    auto *content = sheet->findChild<RankingHistoryContent *>();
+    content->setState({timelineOf("9 8 x x x x x x x x x . x x 7"), std::nullopt, false,
+                       noonOf(firstPictureDay + 14)});
+    click("historyRange1");
+    chart()->showDays({3, 8});
+    EXPECT_TRUE(content->hasChart());
+    EXPECT_EQ(label("historyRangeTitle"),
+              text("Nov 11 – Nov 18, 2026 · No ranked checks in this range"));
+    chart()->setFocus();
+    press(Qt::Key_Escape);
+    EXPECT_FALSE(chart()->isNarrowed());
+    EXPECT_TRUE(topSheet()) << "the first Escape leads back, not out";
+}
+
+TEST_F(RankingHistorySheetTest, ANewCheckLeavesTheNarrowedDaysAlone)
+{
+    openFor("collage maker");
+    click("historyRange3");
+    chart()->showDays({0, 30});
+    rivals().clock->advance(Seconds(secondsPerDay));
+    store().queueKeywordRefreshes({*store().trackedKeyword(rivals().row("collage maker").id)});
+    settle();
+    EXPECT_EQ(label("historyRangeTitle"), text("Jul 24 – Aug 22, 2026"));
+    EXPECT_EQ(label("historyLatestCaption"), text("Latest saved check · Nov 22, 2026"));
+}
+
+TEST_F(RankingHistorySheetTest, TheRedMarkHasItsWordWhereItIsSeen)
+{
+    openFor("collage maker");
+    EXPECT_EQ(label("historyMarkNote"),
+              text("A red × marks a check that did not find the app: not ranked."));
+    EXPECT_TRUE(isShown("historyMarkNote"));
+    QWidget *sheet = topSheet();
+    sheet->findChild<RankingHistoryContent *>()->setState(
+        {timelineOf("9 8 7"), std::nullopt, false, noonOf(firstPictureDay + 2)});
+    EXPECT_FALSE(isShown("historyMarkNote"));
+}
+
+TEST_F(RankingHistorySheetTest, TheChartKeepsItsHeightInALowWindow)
+{
+    window->resize(800, 420);
+    openFor("collage maker");
+    settle();
+    window->grab();
+    EXPECT_GE(chart()->height(), 200);
+    QScrollBar *bar = find<QScrollArea>("historySheetScroll")->verticalScrollBar();
+    EXPECT_GT(bar->maximum(), 0) << "the rest is scrolled to";
+    bar->setValue(bar->maximum());
+    window->grab();
+    QWidget *note = find("historyMarkNote");
+    EXPECT_TRUE(note->visibleRegion().boundingRect().height() > 0);
+    EXPECT_TRUE(find("historyExport")->isVisible());
+}
+
+TEST_F(RankingHistorySheetTest, AHighWindowNeedsNoScrolling)
+{
+    window->resize(1280, 900);
+    openFor("collage maker");
+    settle();
+    window->grab();
+    EXPECT_EQ(find<QScrollArea>("historySheetScroll")->verticalScrollBar()->maximum(), 0);
+    EXPECT_GT(chart()->height(), 250);
 }
 
 TEST_F(RankingHistorySheetTest, AKeywordWithoutChecksSaysSo)
