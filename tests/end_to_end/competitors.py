@@ -19,13 +19,14 @@ def research(veltrix):
         60,
     )
     rows = veltrix.rows()
-    ranked = sum("Rank " in rank for _, _, rank, _ in rows)
+    ranked = sum("Rank " in rank for _, _, rank, _, _ in rows)
     veltrix.text(f"Keyword coverage: {ranked} / {len(rows)}")
     check(len(rows) >= 3, f"at least three keyword phrases, got {rows}")
     check(
-        all(row[3].startswith("Estimated difficulty: ") for row in rows), f"difficulties, got {rows}"
+        all(row[4].startswith("Estimated difficulty: ") for row in rows), f"difficulties, got {rows}"
     )
-    return [keyword for _, keyword, _, _ in rows]
+    check(all(row[3].startswith("your app ") for row in rows), f"own ranks, got {rows}")
+    return [keyword for _, keyword, _, _, _ in rows]
 
 
 def track(flow, veltrix):

@@ -9,7 +9,9 @@
 #include "ui/listing/track_competitor_button.h"
 #include "ui_kit/accessibility/accessibility.h"
 #include "ui_kit/text/app_facts.h"
+#include "ui_kit/text/shown_text.h"
 #include "ui_kit/widgets/card.h"
+#include "ui_kit/widgets/card_grid.h"
 #include "ui_kit/widgets/expandable_text.h"
 #include "ui_kit/widgets/layouts.h"
 #include "ui_kit/widgets/loadable_view.h"
@@ -26,6 +28,7 @@ constexpr int standardControlHeight = 30;
 /// Below this width the keywords stand under the listing instead of beside it.
 constexpr int twoColumnWidth = 860;
 constexpr int keywordColumnWidth = 420;
+constexpr int leastFigureWidth = 150;
 
 Figure figure(const QString &caption, const QString &value, const QString &symbol)
 {
@@ -47,8 +50,9 @@ QWidget *makeScreenshots(const ITunesAppResult &app, ArtworkImages &images)
 
 CompetitorResearchDetail::CompetitorResearchDetail(const ResearchContext &context,
                                                    const ResearchSelection &selection,
+                                                   const std::optional<QUuid> &appId,
                                                    QWidget *parent)
-    : QWidget(parent), m_context(context), m_research(m_context.store, selection),
+    : QWidget(parent), m_context(context), m_research(m_context.store, selection, appId),
       m_view(new LoadableView(QStringLiteral("researchMessage")))
 {
     nameControl(this, QStringLiteral("researchDetail"), selection.name);
@@ -59,16 +63,36 @@ CompetitorResearchDetail::CompetitorResearchDetail(const ResearchContext &contex
     connect(back, &Button::clicked, this, &CompetitorResearchDetail::backRequested);
     connect(m_view, &LoadableView::retryRequested, &m_research, &AppResearch::retry);
     connect(&m_research, &AppResearch::changed, this, &CompetitorResearchDetail::showState);
-    connect(&m_research.coverage(), &KeywordCoverage::progressChanged, this, [this] {
-        if (m_coverageFigure)
-            m_coverageFigure->setFigure(coverageFigure());
-    });
+    const auto showProgress = [this] {
+        if (!m_coverageFigure)
+            return;
+        m_coverageFigure->setFigure(coverageFigure());
+        m_similar->setFailureTold(m_research.isSimilarFailureTold());
+    };
+    connect(&m_research.coverage(), &KeywordCoverage::progressChanged, this, showProgress);
+    connect(&m_research.similar(), &SimilarApps::changed, this, showProgress);
+}
+
+void CompetitorResearchDetail::setApp(const std::optional<QUuid> &appId)
+{
+    m_research.setApp(appId);
+    if (m_keywords)
+        showOwnApp();
+}
+
+void CompetitorResearchDetail::showOwnApp()
+{
+    const auto own = m_research.ownTrackId();
+    m_header->setOwn(own == selection().trackId);
+    m_track->setApp(*m_research.app().value(), selection().country, m_research.appId());
+    m_similar->setOwnApp(own);
+    m_keywords->setApp(m_research.appId());
 }
 
 void CompetitorResearchDetail::showState()
 {
     const QString &name = selection().name;
-    const LoadingWords words{tr("Loading %1…").arg(name.isEmpty() ? tr("app") : name),
+    const LoadingWords words{tr("Loading %1…").arg(name.isEmpty() ? tr("app") : inSentence(name)),
                              tr("Couldn't load app"), tr("Try again")};
     if (const auto message = words.messageOf(m_research.app())) {
         m_view->showMessage(*message);
@@ -83,7 +107,9 @@ void CompetitorResearchDetail::showState()
 QWidget *CompetitorResearchDetail::makePage(const ITunesAppResult &app)
 {
     m_keywords = new KeywordCoveragePanel(m_context.store, m_research.coverage(),
-                                          selection().country, selection().appId);
+                                          selection().country, m_research.appId());
+    connect(m_keywords, &KeywordCoveragePanel::retryRequested, &m_research,
+            &AppResearch::retryChecks);
     auto *content = new QWidget;
     auto *layout =
         makeColumn(spacing::l, content, {spacing::xxl, spacing::l + 2, spacing::xxl, spacing::xxl});
@@ -97,13 +123,14 @@ QWidget *CompetitorResearchDetail::makePage(const ITunesAppResult &app)
     QScrollArea *page = makeScrollPage(QStringLiteral("researchPage"), selection().name, content);
     page->setFocusPolicy(Qt::NoFocus);
     takeScrollBarFromMargin(*page, *layout);
+    showOwnApp();
     return page;
 }
 
 QWidget *CompetitorResearchDetail::makeHeader(const ITunesAppResult &app)
 {
-    auto *header = new AppHeader(m_context.images);
-    header->setApp(app);
+    m_header = new AppHeader(m_context.images);
+    m_header->setApp(app);
     auto *open = new Button(Button::Kind::Standard, QStringLiteral("arrow.up.right.square"),
                             tr("Open in App Store"));
     nameControl(open, QStringLiteral("openInAppStore"), tr("Open in App Store"));
@@ -111,22 +138,20 @@ QWidget *CompetitorResearchDetail::makeHeader(const ITunesAppResult &app)
         m_context.openUrl(
             appStoreLink(m_context.appStoreUrl, selection().country, selection().trackId));
     });
-    auto *track = new TrackCompetitorButton(m_context.store, Button::Kind::Primary,
-                                            TrackCompetitorButton::WhenTracked::Untracks, header);
-    track->setApp(app, selection().country, selection().appId);
-    header->addAction(open);
-    header->addAction(track);
-    return header;
+    m_track = new TrackCompetitorButton(m_context.store, Button::Kind::Primary,
+                                        TrackCompetitorButton::WhenTracked::Untracks, m_header);
+    m_header->addAction(open);
+    m_header->addAction(m_track);
+    return m_header;
 }
 
 QWidget *CompetitorResearchDetail::makeFigures(const ITunesAppResult &app)
 {
-    auto *row = new QWidget;
-    auto *layout = makeRow(spacing::m, row);
+    QList<QWidget *> tiles;
     const auto add = [&](const char *name, const Figure &figure) {
         auto *tile = new FigureTile(QString::fromLatin1(name));
         tile->setFigure(figure);
-        layout->addWidget(tile, 1);
+        tiles << tile;
         return tile;
     };
     add("figureRating", figure(tr("Rating"), ratingOfFive(app), QStringLiteral("star.fill")));
@@ -135,7 +160,9 @@ QWidget *CompetitorResearchDetail::makeFigures(const ITunesAppResult &app)
     m_coverageFigure = add("figureCoverage", coverageFigure());
     add("figureUpdated", figure(tr("Last updated"), updatedText(app).value_or(tr("Not available")),
                                 QStringLiteral("clock.arrow.circlepath")));
-    return row;
+    auto *grid = new CardGrid(leastFigureWidth);
+    grid->setCards(tiles);
+    return grid;
 }
 
 QWidget *CompetitorResearchDetail::makeListing(const ITunesAppResult &app)
@@ -156,12 +183,12 @@ QWidget *CompetitorResearchDetail::makeListing(const ITunesAppResult &app)
         layout->addWidget(updated);
     }
     layout->addSpacing(spacing::s);
-    auto *similar = new SimilarAppsPanel(m_research.similar(), m_context.images);
-    connect(similar, &SimilarAppsPanel::opened, this, [this](const ITunesAppResult &other) {
+    m_similar = new SimilarAppsPanel(m_research.similar(), m_context.images);
+    connect(m_similar, &SimilarAppsPanel::opened, this, [this](const ITunesAppResult &other) {
         if (other.trackId)
-            Q_EMIT opened(*other.trackId, displayName(other));
+            Q_EMIT opened(*other.trackId, shownName(other));
     });
-    layout->addWidget(similar);
+    layout->addWidget(m_similar);
     layout->addStretch(1);
     return listing;
 }

@@ -12,21 +12,29 @@ class QBoxLayout;
 namespace veltrix
 {
 
+class AppHeader;
 class FigureTile;
 class KeywordCoveragePanel;
 class LoadableView;
+class SimilarAppsPanel;
+class TrackCompetitorButton;
 struct Figure;
 
-/// Shows an AppResearch of its own. Leaving the page, which deletes it, stops the research.
+/// Shows an AppResearch of its own. Closing the page, which deletes it, stops the research.
 class CompetitorResearchDetail final : public QWidget
 {
     Q_OBJECT
 
 public:
     CompetitorResearchDetail(const ResearchContext &context, const ResearchSelection &selection,
-                             QWidget *parent = nullptr);
+                             const std::optional<QUuid> &appId, QWidget *parent = nullptr);
 
     void start() { m_research.start(); }
+    /// Nothing new is searched for a page that is not looked at.
+    void pause() { m_research.pause(); }
+    void unpause() { m_research.unpause(); }
+    /// Another app of the user's.
+    void setApp(const std::optional<QUuid> &appId);
     [[nodiscard]] const ResearchSelection &selection() const { return m_research.selection(); }
 
 Q_SIGNALS:
@@ -46,12 +54,16 @@ private:
     [[nodiscard]] QWidget *makeFigures(const ITunesAppResult &app);
     [[nodiscard]] QWidget *makeListing(const ITunesAppResult &app);
     [[nodiscard]] Figure coverageFigure();
+    void showOwnApp();
     void arrangeColumns();
 
     ResearchContext m_context;
     AppResearch m_research;
     LoadableView *m_view;
     QBoxLayout *m_columns = nullptr;
+    AppHeader *m_header = nullptr;
+    TrackCompetitorButton *m_track = nullptr;
+    SimilarAppsPanel *m_similar = nullptr;
     KeywordCoveragePanel *m_keywords = nullptr;
     FigureTile *m_coverageFigure = nullptr;
 };

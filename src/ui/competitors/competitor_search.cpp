@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/competitors/competitor_search.h"
 
+#include "ui_kit/text/shown_text.h"
 #include "ui_kit/text/storefronts.h"
 
 namespace veltrix
@@ -58,8 +59,9 @@ QString CompetitorSearch::title() const
     const QString place = storefrontName(m_country);
     const qsizetype count = results().size();
     if (count == 0)
-        return tr("“%1” in %2").arg(m_term, place);
-    return tr("%L1 results for “%2” in %3").arg(count).arg(m_term, place);
+        return tr("“%1” in %2").arg(inSentence(m_term), place);
+    return tr("%1 results for “%2” in %3")
+        .arg(QLocale().toString(count), inSentence(m_term), place);
 }
 
 CompetitorSearch::ShowAll CompetitorSearch::showAllState() const

@@ -76,6 +76,11 @@ void CompetitorSearchPanel::build()
     layout->addWidget(m_rows);
 }
 
+void CompetitorSearchPanel::setOwnApp(std::optional<std::int64_t> trackId)
+{
+    m_rows->setOwnApp(trackId);
+}
+
 void CompetitorSearchPanel::focusField(Qt::FocusReason reason)
 {
     m_field->setFocus(reason);

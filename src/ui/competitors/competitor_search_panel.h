@@ -29,6 +29,8 @@ public:
 
     /// The search field with its button, to stand above the panel. Called once.
     [[nodiscard]] QLayout *makeEntry();
+    /// The App Store id of the user's own app, which is marked.
+    void setOwnApp(std::optional<std::int64_t> trackId);
     /// Puts the cursor into the search field.
     void focusField(Qt::FocusReason reason = Qt::OtherFocusReason);
     /// The same, and whatever is typed replaces the text.

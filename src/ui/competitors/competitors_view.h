@@ -9,6 +9,7 @@
 #include <QHash>
 #include <QPointer>
 
+class QShortcut;
 class QStackedWidget;
 
 namespace veltrix
@@ -23,7 +24,8 @@ class StorefrontPicker;
 class TextLabel;
 class TrackedCompetitorCard;
 
-/// Search and competitors on one page, the research of an app on another over it.
+/// Search and competitors on one page, the research of apps on others over it. Escape and Alt+Left
+/// lead back by one.
 class CompetitorsView final : public QWidget
 {
     Q_OBJECT
@@ -45,19 +47,32 @@ public:
 
     /// Opens the research page of an app in that storefront.
     void openResearch(std::int64_t trackId, const QString &country, const QString &name);
-    /// The research page, or null.
-    [[nodiscard]] CompetitorResearchDetail *research() const { return m_research; }
+    /// The research page on top, or null.
+    [[nodiscard]] CompetitorResearchDetail *research() const;
 
 Q_SIGNALS:
     /// The user chose another storefront here.
     void countryPicked(const QString &country);
 
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+
 private:
+    /// A research page that is open, and what had the focus in it when another came on top.
+    struct OpenPage {
+        CompetitorResearchDetail *page = nullptr;
+        QPointer<QWidget> focus;
+    };
+
     void buildToolbar();
     [[nodiscard]] QWidget *makeOverview();
     void showCompetitors();
     [[nodiscard]] TrackedCompetitorCard *cardOf(const TrackedCompetitor &competitor);
+    void showApp();
     void showPage();
+    void rememberFocus();
+    void closePagesGone();
+    [[nodiscard]] CompetitorResearchDetail *makePage(const OpenResearch::Page &opened);
     void updateToolbar();
 
     ResearchContext m_context;
@@ -65,6 +80,9 @@ private:
     CompetitorSearch m_search;
     PageToolbar *m_toolbar;
     Button *m_back;
+    /// To the page that the one on top was opened from.
+    Button *m_backBelow;
+    QShortcut *m_backKey;
     StorefrontPicker *m_picker;
     QStackedWidget *m_pages;
     CompetitorSearchPanel *m_searchPanel;
@@ -74,8 +92,11 @@ private:
     QHash<QUuid, TrackedCompetitorCard *> m_cards;
     /// "5 tracked"
     QString m_count;
-    CompetitorResearchDetail *m_research = nullptr;
-    /// What had the focus when the research page was opened.
+    /// By the ids of their pages.
+    QHash<int, OpenPage> m_openPages;
+    /// The page that is shown; 0 for none.
+    int m_shownId = 0;
+    /// What had the focus when the first research page was opened.
     QPointer<QWidget> m_openedFrom;
 };
 

@@ -20,6 +20,15 @@ CoverageTracking::CoverageTracking(ASOStore &store, const QString &country,
     });
 }
 
+void CoverageTracking::setApp(const std::optional<QUuid> &appId)
+{
+    if (appId == m_appId)
+        return;
+    m_appId = appId;
+    setOutcome({}, false);
+    Q_EMIT trackedChanged();
+}
+
 bool CoverageTracking::hasApp() const
 {
     return m_appId && m_store.app(*m_appId);

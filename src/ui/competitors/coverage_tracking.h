@@ -22,6 +22,8 @@ public:
     CoverageTracking(ASOStore &store, const QString &country, const std::optional<QUuid> &appId,
                      QObject *parent = nullptr);
 
+    /// Another app of the user's: what became of the keywords of the one before is forgotten.
+    void setApp(const std::optional<QUuid> &appId);
     /// The user has an app to track keywords for.
     [[nodiscard]] bool hasApp() const;
     /// The keywords that it has in the storefront.

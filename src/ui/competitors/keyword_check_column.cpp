@@ -52,19 +52,16 @@ void paintChosen(const CellPainting &cell, const Entry &entry)
     style->drawPrimitive(QStyle::PE_IndicatorCheckBox, &check, &cell.painter, cell.option.widget);
 }
 
-QString rankSentence(const Entry &entry)
+void paintRank(const CellPainting &cell, const std::optional<std::int64_t> &position)
 {
-    QString text = PositionBadge{entry.check.position}.accessibleText();
-    if (entry.check.ownPosition)
-        text += QStringLiteral(", ") + Texts::tr("your app ranks %1").arg(*entry.check.ownPosition);
-    return text;
+    paintPosition(cell.painter, cell.content, {position}, std::nullopt, cell.tokens, cell.base());
 }
 
-QString rankTip(const Entry &entry)
+QString ownRankSentence(const Entry &entry)
 {
-    if (entry.isTracked || !entry.check.ownPosition)
-        return trackedTip(entry);
-    return Texts::tr("Your app: %1").arg(PositionBadge{entry.check.ownPosition}.text());
+    const auto &position = entry.check.ownPosition;
+    return position ? Texts::tr("your app ranks %1").arg(*position)
+                    : Texts::tr("your app is not ranked");
 }
 
 ScoreRing difficultyOf(const Entry &entry)
@@ -102,22 +99,32 @@ constexpr std::array columns{
     Info{
         .column = CheckColumn::Rank,
         .title = [] { return Texts::tr("Rank"); },
-        .defaultWidth = 104,
+        .defaultWidth = 92,
         .sortKey = [](const Entry &entry) { return ColumnSortKey::of(entry.check.position); },
         .text = [](const Entry &entry) { return PositionBadge{entry.check.position}.text(); },
-        .accessibleText = rankSentence,
-        .toolTip = rankTip,
-        .paint =
-            [](const CellPainting &cell, const Entry &entry) {
-                paintPosition(cell.painter, cell.content, {entry.check.position}, std::nullopt,
-                              cell.tokens, cell.base());
-            },
+        .accessibleText =
+            [](const Entry &entry) { return PositionBadge{entry.check.position}.accessibleText(); },
+        .toolTip = trackedTip,
+        .paint = [](const CellPainting &cell,
+                    const Entry &entry) { paintRank(cell, entry.check.position); },
+    },
+    Info{
+        .column = CheckColumn::OwnRank,
+        .title = [] { return Texts::tr("Your rank"); },
+        .help = [] { return Texts::tr("The rank of your selected app"); },
+        .defaultWidth = 92,
+        .sortKey = [](const Entry &entry) { return ColumnSortKey::of(entry.check.ownPosition); },
+        .text = [](const Entry &entry) { return PositionBadge{entry.check.ownPosition}.text(); },
+        .accessibleText = ownRankSentence,
+        .toolTip = trackedTip,
+        .paint = [](const CellPainting &cell,
+                    const Entry &entry) { paintRank(cell, entry.check.ownPosition); },
     },
     Info{
         .column = CheckColumn::Difficulty,
         .title = [] { return Texts::tr("Diff"); },
         .help = [] { return Texts::tr("Difficulty (est.)"); },
-        .defaultWidth = 84,
+        .defaultWidth = 72,
         .sortKey = [](const Entry &entry) { return ColumnSortKey::of(entry.check.difficulty); },
         .text =
             [](const Entry &entry) {

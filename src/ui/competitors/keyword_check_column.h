@@ -15,6 +15,8 @@ enum class CheckColumn {
     Chosen,
     Keyword,
     Rank,
+    /// That of the user's own app.
+    OwnRank,
     Difficulty,
 };
 

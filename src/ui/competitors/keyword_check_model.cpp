@@ -26,6 +26,15 @@ void KeywordCheckModel::add(const AppKeywordCheck &check)
     EntryModel::add({{check, false, isTracked(check), entryCount(), collationKey(check.keyword)}});
 }
 
+void KeywordCheckModel::setChecks(const QList<AppKeywordCheck> &checks)
+{
+    for (const auto &kept : entries())
+        kept->entry.check = checks[kept->entry.order];
+    resort();
+    if (rowCount() > 0)
+        Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, int(lastColumn())));
+}
+
 void KeywordCheckModel::setTracked(const QSet<QString> &keywords)
 {
     m_tracked.clear();

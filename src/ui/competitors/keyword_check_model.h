@@ -21,6 +21,8 @@ public:
     void clear();
     /// Adds a phrase where it belongs in the order in use; at the end while unsorted.
     void add(const AppKeywordCheck &check);
+    /// The same phrases in the order in which they were added, checked for another app.
+    void setChecks(const QList<AppKeywordCheck> &checks);
     /// The texts that are tracked; they are compared ignoring case.
     void setTracked(const QSet<QString> &keywords);
 

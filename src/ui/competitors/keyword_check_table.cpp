@@ -7,7 +7,10 @@
 
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QScrollArea>
 #include <QWheelEvent>
+
+#include <algorithm>
 
 namespace veltrix
 {
@@ -52,10 +55,16 @@ QSize KeywordCheckTable::minimumSizeHint() const
     return {260, sizeHint().height()};
 }
 
+void KeywordCheckTable::setOwnRankShown(bool isShown)
+{
+    setColumnHidden(int(CheckColumn::OwnRank), !isShown);
+    fitColumns();
+}
+
 void KeywordCheckTable::fitColumns()
 {
     for (const CheckColumn column :
-         {CheckColumn::Chosen, CheckColumn::Rank, CheckColumn::Difficulty})
+         {CheckColumn::Chosen, CheckColumn::Rank, CheckColumn::OwnRank, CheckColumn::Difficulty})
         header().resizeSection(int(column), m_model.defaultWidth(int(column)) *
                                                 controlHeight(font()) / standardControlHeight);
     fillWidth(int(CheckColumn::Keyword));
@@ -102,6 +111,40 @@ void KeywordCheckTable::keyPressEvent(QKeyEvent *event)
         m_model.chooseAll();
     else
         RowTable::keyPressEvent(event);
+}
+
+QScrollArea *KeywordCheckTable::page() const
+{
+    for (QWidget *around = parentWidget(); around; around = around->parentWidget()) {
+        if (auto *area = qobject_cast<QScrollArea *>(around))
+            return area;
+    }
+    return nullptr;
+}
+
+QModelIndex KeywordCheckTable::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers)
+{
+    const QScrollArea *around = page();
+    if (!around || (action != MovePageUp && action != MovePageDown))
+        return RowTable::moveCursor(action, modifiers);
+    // The table shows all of its rows; a page is what can be seen of them.
+    const int rows =
+        std::max(1, around->viewport()->height() / verticalHeader()->defaultSectionSize() - 1);
+    const int from = std::max(0, currentIndex().row());
+    const int to = action == MovePageDown ? from + rows : from - rows;
+    return m_model.index(std::clamp(to, 0, m_model.rowCount() - 1),
+                         std::max(0, currentIndex().column()));
+}
+
+void KeywordCheckTable::currentChanged(const QModelIndex &current, const QModelIndex &previous)
+{
+    RowTable::currentChanged(current, previous);
+    QScrollArea *around = page();
+    if (!around || !hasFocus() || !current.isValid())
+        return;
+    const QRect row = rowRect(current.row());
+    const QPoint middle = viewport()->mapTo(around->widget(), row.center());
+    around->ensureVisible(middle.x(), middle.y(), 0, row.height());
 }
 
 void KeywordCheckTable::wheelEvent(QWheelEvent *event)

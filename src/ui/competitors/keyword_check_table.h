@@ -5,6 +5,8 @@
 #include "ui/competitors/keyword_check_model.h"
 #include "ui_kit/table/row_table.h"
 
+class QScrollArea;
+
 namespace veltrix
 {
 
@@ -16,6 +18,9 @@ class KeywordCheckTable final : public RowTable
 public:
     explicit KeywordCheckTable(KeywordCheckModel &model, QWidget *parent = nullptr);
 
+    /// Whether there is an own app whose ranks are shown beside.
+    void setOwnRankShown(bool isShown);
+
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
 
@@ -25,11 +30,15 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;
+    void currentChanged(const QModelIndex &current, const QModelIndex &previous) override;
+    QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
     [[nodiscard]] bool isMarked(int row) const override;
     [[nodiscard]] bool isPointable(int row) const override;
 
 private:
     void fitColumns();
+    /// The page around the table, which scrolls it; null while there is none.
+    [[nodiscard]] QScrollArea *page() const;
 
     KeywordCheckModel &m_model;
 };

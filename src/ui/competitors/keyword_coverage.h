@@ -24,7 +24,7 @@ public:
     /// Results asked for in each search.
     static constexpr std::int64_t searchLimit = 100;
 
-    /// Idle while nothing was started, Stopped by the user, Failed with error().
+    /// Idle while nothing was started, Stopped by the user or a pause, Failed with error().
     enum class Phase { Idle, Checking, Stopped, Failed, Finished };
 
     explicit KeywordCoverage(ASOStore &store, QObject *parent = nullptr);
@@ -33,9 +33,14 @@ public:
     /// the App Store id of the user's own app, if there is one.
     void start(const ITunesAppResult &app, const QString &country,
                std::optional<std::int64_t> ownTrackId);
+    /// Another app is the user's own: its ranks are those of the searches that were made.
+    void setOwnApp(std::optional<std::int64_t> ownTrackId);
     void stop();
     /// Goes on after stop() or a failure.
     void resume();
+    /// Searches nothing after the search that is under way, until unpause().
+    void pause();
+    void unpause();
     /// stop() while it checks, else resume().
     void toggle();
 
@@ -60,12 +65,16 @@ public:
 Q_SIGNALS:
     void restarted();
     void checked(const AppKeywordCheck &check);
+    /// The own positions of checks() are others.
+    void ownAppChanged();
     /// Phase, pending() or error() is another.
     void progressChanged();
 
 private:
     void run();
     Task<Done> checkPending(std::stop_token stop);
+    [[nodiscard]] std::optional<std::int64_t>
+    ownPositionAmong(const QList<std::int64_t> &found) const;
     [[nodiscard]] AppKeywordCheck checkOf(const QString &phrase,
                                           const QList<ITunesAppResult> &results) const;
 
@@ -74,8 +83,13 @@ private:
     std::optional<std::int64_t> m_ownTrackId;
     QString m_country;
     QList<AppKeywordCheck> m_checks;
+    /// App Store ids in the order of the results, one list a check.
+    QList<QList<std::int64_t>> m_found;
     QStringList m_pending;
-    /// Loaded once nothing is pending.
+    bool m_isPaused = false;
+    /// A pause has ended the checks, and its end goes on with them.
+    bool m_isHeld = false;
+    /// Loaded once nothing is pending, or a pause has ended it.
     Loader<Done> m_run;
 };
 

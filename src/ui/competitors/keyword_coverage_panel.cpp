@@ -51,7 +51,9 @@ KeywordCoveragePanel::KeywordCoveragePanel(ASOStore &store, KeywordCoverage &cov
     connect(&m_coverage, &KeywordCoverage::checked, m_model, &KeywordCheckModel::add);
     connect(&m_coverage, &KeywordCoverage::progressChanged, this,
             &KeywordCoveragePanel::showProgress);
-    connect(m_failure, &Banner::actionTriggered, &m_coverage, &KeywordCoverage::resume);
+    connect(&m_coverage, &KeywordCoverage::ownAppChanged, this,
+            [this] { m_model->setChecks(m_coverage.checks()); });
+    connect(m_failure, &Banner::actionTriggered, this, &KeywordCoveragePanel::retryRequested);
     connect(m_stop, &Button::clicked, &m_coverage, &KeywordCoverage::toggle);
     connect(m_model, &KeywordCheckModel::chosenChanged, this,
             &KeywordCoveragePanel::updateTrackButton);
@@ -59,14 +61,23 @@ KeywordCoveragePanel::KeywordCoveragePanel(ASOStore &store, KeywordCoverage &cov
         m_tracking.track(m_model->chosen());
         updateTrackButton();
     });
-    connect(&m_tracking, &CoverageTracking::trackedChanged, this,
-            [this] { m_model->setTracked(m_tracking.tracked()); });
+    connect(&m_tracking, &CoverageTracking::trackedChanged, this, [this] {
+        m_model->setTracked(m_tracking.tracked());
+        m_table->setOwnRankShown(m_tracking.hasApp());
+    });
     connect(&m_tracking, &CoverageTracking::outcomeChanged, this,
             &KeywordCoveragePanel::showOutcome);
     connect(&m_tracking, &CoverageTracking::promiseEnded, m_status, &QWidget::hide);
     m_model->setTracked(m_tracking.tracked());
+    m_table->setOwnRankShown(m_tracking.hasApp());
     updateTrackButton();
     showProgress();
+}
+
+void KeywordCoveragePanel::setApp(const std::optional<QUuid> &appId)
+{
+    m_tracking.setApp(appId);
+    updateTrackButton();
 }
 
 void KeywordCoveragePanel::build()

@@ -30,6 +30,13 @@ public:
     KeywordCoveragePanel(ASOStore &store, KeywordCoverage &coverage, const QString &country,
                          const std::optional<QUuid> &appId, QWidget *parent = nullptr);
 
+    /// Another app of the user's.
+    void setApp(const std::optional<QUuid> &appId);
+
+Q_SIGNALS:
+    /// The checks are to go on after a failure.
+    void retryRequested();
+
 private:
     void build();
     [[nodiscard]] QWidget *makeProgressRow();

@@ -9,8 +9,6 @@ void OpenResearch::setApp(const std::optional<QUuid> &appId)
     if (appId == m_appId)
         return;
     m_appId = appId;
-    if (m_page)
-        open(m_page->trackId, m_page->country, m_page->name);
     Q_EMIT appChanged();
 }
 
@@ -25,28 +23,42 @@ void OpenResearch::setCountry(const QString &country)
 void OpenResearch::pickCountry(const QString &country)
 {
     setCountry(country);
-    if (m_page)
-        open(m_page->trackId, country, m_page->name);
+    if (m_pages.isEmpty() || m_pages.back().about.country == country)
+        return;
+    const ResearchSelection about = m_pages.takeLast().about;
+    open(about.trackId, country, about.name);
 }
 
 void OpenResearch::open(std::int64_t trackId, const QString &country, const QString &name)
 {
-    m_page = ResearchSelection{trackId, country, m_appId, name};
+    m_pages.append({++m_lastId, {trackId, country, name}});
+    if (m_pages.size() > mostPages)
+        m_pages.removeFirst();
+    Q_EMIT pageChanged();
+}
+
+void OpenResearch::back()
+{
+    if (m_pages.isEmpty())
+        return;
+    m_pages.removeLast();
     Q_EMIT pageChanged();
 }
 
 void OpenResearch::close()
 {
-    if (!m_page)
+    if (m_pages.isEmpty())
         return;
-    m_page.reset();
+    m_pages.clear();
     Q_EMIT pageChanged();
 }
 
-void OpenResearch::setName(const QString &name)
+void OpenResearch::setName(int id, const QString &name)
 {
-    if (m_page)
-        m_page->name = name;
+    for (Page &page : m_pages) {
+        if (page.id == id)
+            page.about.name = name;
+    }
 }
 
 } // namespace veltrix

@@ -3,6 +3,7 @@
 
 #include "store/aso_store.h"
 #include "ui/listing/app_header.h"
+#include "ui_kit/text/shown_text.h"
 #include "ui_kit/text/storefronts.h"
 #include "ui_kit/theme/painting.h"
 #include "ui_kit/theme/symbols.h"
@@ -52,9 +53,10 @@ void TrackedCompetitorCard::setCompetitor(const TrackedCompetitor &competitor)
 {
     m_competitor = competitor;
     m_icon->setUrl(m_competitor.iconURL);
-    m_name->setText(m_competitor.name);
-    setAccessibleName(tr("Research %1").arg(m_competitor.name));
-    const QString manage = tr("Manage %1").arg(m_competitor.name);
+    m_name->setText(shownLine(m_competitor.name));
+    const QString name = inSentence(m_competitor.name);
+    setAccessibleName(tr("Research %1").arg(name));
+    const QString manage = tr("Manage %1").arg(name);
     m_manage->setAccessibleName(manage);
     m_manage->setToolTip(manage);
     showTexts();
@@ -69,7 +71,7 @@ void TrackedCompetitorCard::setCountry(const QString &country)
 QString TrackedCompetitorCard::developerText() const
 {
     if (m_competitor.sellerName)
-        return *m_competitor.sellerName;
+        return inSentence(*m_competitor.sellerName);
     const bool isAwaited = m_lookUp.state().is<NotAsked>() || m_lookUp.state().isUnderWay();
     return isAwaited ? tr("Loading developer…") : tr("Developer unavailable");
 }

@@ -29,14 +29,30 @@ SimilarAppsPanel::SimilarAppsPanel(SimilarApps &similar, ArtworkImages &images, 
     showState();
 }
 
+void SimilarAppsPanel::setOwnApp(std::optional<std::int64_t> trackId)
+{
+    m_rows->setOwnApp(trackId);
+}
+
+void SimilarAppsPanel::setFailureTold(bool isTold)
+{
+    m_isFailureTold = isTold;
+    showState();
+}
+
 void SimilarAppsPanel::showState()
 {
     const QList<ITunesAppResult> *found = m_similar.state().value();
+    const QString error = m_similar.state().error();
     m_rows->setApps(found ? *found : QList<ITunesAppResult>());
-    m_failure->setMessage(m_similar.state().error());
-    m_message->setText(found ? tr("No similar apps found yet.") : tr("Finding apps…"));
+    m_failure->setMessage(m_isFailureTold ? QString() : error);
+    if (found)
+        m_message->setText(tr("No similar apps found yet."));
+    else
+        m_message->setText(m_isFailureTold ? tr("Similar apps couldn't be loaded.")
+                                           : tr("Finding apps…"));
     m_message->setAccessibleName(m_message->text());
-    m_message->setVisible(found ? found->isEmpty() : m_similar.state().error().isEmpty());
+    m_message->setVisible(found ? found->isEmpty() : error.isEmpty() || m_isFailureTold);
 }
 
 } // namespace veltrix

@@ -23,6 +23,11 @@ public:
     /// Follows `similar`, which it does not start.
     SimilarAppsPanel(SimilarApps &similar, ArtworkImages &images, QWidget *parent = nullptr);
 
+    /// The App Store id of the user's own app, which is marked.
+    void setOwnApp(std::optional<std::int64_t> trackId);
+    /// What went wrong is told elsewhere, and here only that nothing came of it.
+    void setFailureTold(bool isTold);
+
 Q_SIGNALS:
     void opened(const ITunesAppResult &app);
 
@@ -30,6 +35,7 @@ private:
     void showState();
 
     SimilarApps &m_similar;
+    bool m_isFailureTold = false;
     TextLabel *m_message;
     Banner *m_failure;
     AppRowList *m_rows;

@@ -16,7 +16,6 @@ namespace
 {
 
 constexpr int standardControlHeight = 30;
-constexpr int leastCardWidth = 250;
 
 } // namespace
 
@@ -31,7 +30,7 @@ std::vector<QRect> layoutCards(int width, int count, int leastWidth, int height,
     return places;
 }
 
-CardGrid::CardGrid(QWidget *parent) : QWidget(parent)
+CardGrid::CardGrid(int leastWidth, QWidget *parent) : QWidget(parent), m_leastWidth(leastWidth)
 {
     QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     policy.setHeightForWidth(true);
@@ -60,12 +59,19 @@ void CardGrid::setCards(const QList<QWidget *> &cards)
 
 std::vector<QRect> CardGrid::places(int width) const
 {
+    const auto layOut = [&](int height) {
+        return layoutCards(width, int(m_cards.size()),
+                           m_leastWidth * controlHeight(font()) / standardControlHeight, height,
+                           spacing::m);
+    };
+    std::vector<QRect> cards = layOut(0);
     int height = 0;
-    for (const QWidget *card : m_cards)
-        height = std::max(height, card->sizeHint().height());
-    return layoutCards(width, int(m_cards.size()),
-                       leastCardWidth * controlHeight(font()) / standardControlHeight, height,
-                       spacing::m);
+    for (size_t i = 0; i < cards.size(); ++i) {
+        const QWidget *card = m_cards[qsizetype(i)];
+        height = std::max(height, card->hasHeightForWidth() ? card->heightForWidth(cards[i].width())
+                                                            : card->sizeHint().height());
+    }
+    return layOut(height);
 }
 
 int CardGrid::heightForWidth(int width) const

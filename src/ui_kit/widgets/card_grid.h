@@ -21,7 +21,8 @@ class CardGrid final : public QWidget
     Q_OBJECT
 
 public:
-    explicit CardGrid(QWidget *parent = nullptr);
+    /// `leastWidth` is that of a card, in pixels at the standard font.
+    explicit CardGrid(int leastWidth, QWidget *parent = nullptr);
 
     /// Shows these cards in this order; they become children. Cards that are no longer among them
     /// are deleted.
@@ -40,6 +41,7 @@ private:
     [[nodiscard]] std::vector<QRect> places(int width) const;
     void place();
 
+    int m_leastWidth;
     QList<QWidget *> m_cards;
 };
 

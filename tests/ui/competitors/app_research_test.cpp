@@ -13,8 +13,8 @@ class AppResearchTest : public testing::Test
 protected:
     AppResearchTest()
     {
-        const ResearchSelection selection{201, text("US"), world.appId(), text("Foxglove")};
-        research = std::make_unique<AppResearch>(*world.store, selection);
+        const ResearchSelection selection{201, text("US"), text("Foxglove")};
+        research = std::make_unique<AppResearch>(*world.store, selection, world.appId());
     }
     /// Holds back what is asked once that many searches were made.
     void holdAfter(qsizetype searches)
@@ -70,14 +70,118 @@ TEST_F(AppResearchTest, SimilarAppsWaitForTheFirstCheck)
               (QStringList{text("foxglove film/US/100"), text("foxglove film/US/25")}));
 }
 
-TEST_F(AppResearchTest, SimilarAppsDoNotWaitForACheckThatFailsOrIsStopped)
+TEST_F(AppResearchTest, SimilarAppsDoNotWaitForAStoppedCheck)
 {
-    appStore.fails = [this](const QString &what) {
-        return what == u"foxglove film" && appStore.searches.size() == 1;
+    holdAfter(0);
+    research->start();
+    appStore.holds = false;
+    appStore.fails = nullptr;
+    research->coverage().stop();
+    EXPECT_TRUE(research->similar().state().value());
+}
+
+TEST_F(AppResearchTest, WhatFailsForTheFirstCheckIsNotAskedForAgainForSimilarApps)
+{
+    appStore.fails = [](const QString &what) {
+        return what == u"foxglove film";
     };
     research->start();
     EXPECT_EQ(research->coverage().phase(), KeywordCoverage::Phase::Failed);
+    EXPECT_EQ(appStore.searches.size(), 1);
+    EXPECT_TRUE(research->isSimilarFailureTold());
+    appStore.fails = nullptr;
+    research->retryChecks();
+    EXPECT_EQ(research->coverage().phase(), KeywordCoverage::Phase::Finished);
     EXPECT_TRUE(research->similar().state().value());
+    EXPECT_FALSE(research->isSimilarFailureTold());
+}
+
+TEST_F(AppResearchTest, ANetworkThatGoesIsToldOnceAndRetriedForBoth)
+{
+    appStore.fails = [this](const QString &) {
+        return appStore.searches.size() > 1;
+    };
+    research->start();
+    EXPECT_EQ(research->coverage().checks().size(), 1);
+    EXPECT_EQ(research->similar().state().error(), research->coverage().error());
+    EXPECT_TRUE(research->isSimilarFailureTold());
+    appStore.fails = nullptr;
+    research->retryChecks();
+    EXPECT_EQ(research->coverage().phase(), KeywordCoverage::Phase::Finished);
+    EXPECT_TRUE(research->similar().state().value());
+}
+
+TEST_F(AppResearchTest, ASimilarSearchThatFailsOnItsOwnIsNotRetriedBehindTheUsersBack)
+{
+    int calls = 0;
+    appStore.fails = [&calls](const QString &what) {
+        return what == u"foxglove film" && ++calls == 2;
+    };
+    research->start();
+    EXPECT_EQ(research->coverage().phase(), KeywordCoverage::Phase::Finished);
+    EXPECT_EQ(research->similar().state().error(), text("The network is down."));
+    EXPECT_FALSE(research->isSimilarFailureTold());
+}
+
+TEST_F(AppResearchTest, AnotherOwnAppChangesItsRanksWithoutASearch)
+{
+    ITunesAppResult second = rankedApps(1).constFirst();
+    second.trackId = world.store->apps()[1].trackId;
+    appStore.resultsOf.insert(text("foxglove film"), {foxglove(), rankedApps(1).first(), second});
+    research->start();
+    const QStringList searches = appStore.searches;
+    EXPECT_EQ(research->coverage().checks().constFirst().ownPosition, std::nullopt);
+    research->setApp(world.store->apps()[1].id);
+    EXPECT_EQ(research->coverage().checks().constFirst().ownPosition, 3);
+    EXPECT_EQ(research->coverage().checks().constFirst().position, 1);
+    research->setApp(std::nullopt);
+    EXPECT_EQ(research->coverage().checks().constFirst().ownPosition, std::nullopt);
+    EXPECT_EQ(appStore.searches, searches);
+}
+
+TEST_F(AppResearchTest, WhilePausedNothingNewIsSearchedAndNothingIsLost)
+{
+    holdAfter(1);
+    research->start();
+    ASSERT_EQ(appStore.inFlight, 2) << "the second check, and similar apps";
+    research->pause();
+    appStore.release();
+    EXPECT_EQ(research->coverage().checks().size(), 2) << "what was under way is not thrown away";
+    EXPECT_EQ(appStore.inFlight, 0);
+    const qsizetype before = appStore.searches.size();
+    appStore.fails = nullptr;
+    appStore.holds = false;
+    research->unpause();
+    EXPECT_EQ(research->coverage().phase(), KeywordCoverage::Phase::Finished);
+    EXPECT_EQ(appStore.searches.size(), before + 8);
+    EXPECT_EQ(QSet(appStore.searches.begin(), appStore.searches.end()).size(), 11)
+        << "ten phrases and the similar apps, none twice";
+}
+
+TEST_F(AppResearchTest, AnAppThatArrivesWhilePausedIsCheckedAfterwards)
+{
+    appStore.holds = true;
+    research->start();
+    research->pause();
+    appStore.holds = false;
+    appStore.release();
+    EXPECT_TRUE(research->app().value());
+    EXPECT_TRUE(appStore.searches.isEmpty());
+    research->unpause();
+    EXPECT_EQ(research->coverage().phase(), KeywordCoverage::Phase::Finished);
+    EXPECT_TRUE(research->similar().state().value());
+}
+
+TEST_F(AppResearchTest, WhatTheUserStoppedStaysStoppedAfterAPause)
+{
+    holdAfter(2);
+    research->start();
+    research->coverage().stop();
+    research->pause();
+    appStore.holds = false;
+    appStore.fails = nullptr;
+    research->unpause();
+    EXPECT_EQ(research->coverage().phase(), KeywordCoverage::Phase::Stopped);
 }
 
 TEST_F(AppResearchTest, AnAppWithoutPhrasesStillGetsSimilarApps)

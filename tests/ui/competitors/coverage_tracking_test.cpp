@@ -74,6 +74,24 @@ TEST_F(CoverageTrackingTest, WhatCannotBeSavedIsNoPromise)
     EXPECT_EQ(ended.size(), 0);
 }
 
+TEST_F(CoverageTrackingTest, AnotherAppHasItsOwnKeywordsAndIsToldNothingOfTheOneBefore)
+{
+    world.appStore->holds = true;
+    make();
+    tracking->track({text("film camera")});
+    EXPECT_TRUE(tracking->tracked().contains(text("film camera")));
+    const QUuid other = world.store->apps()[1].id;
+    const QSignalSpy changed(tracking.get(), &CoverageTracking::trackedChanged);
+    tracking->setApp(other);
+    EXPECT_EQ(changed.size(), 1);
+    EXPECT_FALSE(tracking->tracked().contains(text("film camera")));
+    EXPECT_EQ(outcome(), CoverageTracking::Outcome());
+    tracking->track({text("foxglove")});
+    EXPECT_EQ(world.store->keywordsOfApp(other).constLast().keyword, text("foxglove"));
+    tracking->setApp(std::nullopt);
+    EXPECT_FALSE(tracking->hasApp());
+}
+
 TEST_F(CoverageTrackingTest, WithoutAnAppNothingIsTracked)
 {
     make();

@@ -65,7 +65,8 @@ TEST_F(KeywordCheckModelTest, HeadersAreNamed)
     QStringList headers;
     for (int column = 0; column < int(checkColumns().size()); ++column)
         headers << model.headerData(column, Qt::Horizontal, Qt::DisplayRole).toString();
-    EXPECT_EQ(headers, (QStringList{QString(), text("Keyword"), text("Rank"), text("Diff")}));
+    EXPECT_EQ(headers, (QStringList{QString(), text("Keyword"), text("Rank"), text("Your rank"),
+                                    text("Diff")}));
     EXPECT_EQ(model.headerData(0, Qt::Horizontal, Qt::AccessibleTextRole).toString(),
               text("Chosen"));
 }
@@ -77,15 +78,39 @@ TEST_F(KeywordCheckModelTest, EveryCellIsReadable)
     model.add(ranked);
     model.add(check("grain", 0, -1));
     EXPECT_EQ(cell(0, CheckColumn::Chosen, Qt::AccessibleTextRole), text("Not chosen"));
-    EXPECT_EQ(cell(0, CheckColumn::Rank, Qt::AccessibleTextRole),
-              text("Rank 4, your app ranks 12"));
-    EXPECT_EQ(cell(0, CheckColumn::Rank, Qt::ToolTipRole), text("Your app: # 12"));
+    EXPECT_EQ(cell(0, CheckColumn::Rank, Qt::AccessibleTextRole), text("Rank 4"));
+    EXPECT_EQ(cell(0, CheckColumn::OwnRank, Qt::AccessibleTextRole), text("your app ranks 12"));
+    EXPECT_EQ(cell(1, CheckColumn::OwnRank, Qt::AccessibleTextRole),
+              text("your app is not ranked"));
     EXPECT_EQ(cell(0, CheckColumn::Difficulty, Qt::AccessibleTextRole),
               text("Estimated difficulty: 22"));
     EXPECT_EQ(cell(1, CheckColumn::Rank, Qt::AccessibleTextRole),
               text("Absent from returned search results (up to 100 apps)"));
     EXPECT_EQ(cell(1, CheckColumn::Difficulty, Qt::AccessibleTextRole),
               text("Estimated difficulty: unavailable"));
+}
+
+TEST_F(KeywordCheckModelTest, TheOwnRankIsAColumnThatIsSortedAndCopied)
+{
+    fill();
+    QList<AppKeywordCheck> checks{check("film camera", 4, 22), check("Vintage", 2, 18),
+                                  check("grain", 0, -1), check("analog photo", 31, 61)};
+    checks[1].ownPosition = 17;
+    checks[2].ownPosition = 3;
+    model.setChosen(2, true);
+    model.setChecks(checks);
+    EXPECT_EQ(cell(0, CheckColumn::OwnRank), text("Not ranked"));
+    EXPECT_EQ(cell(1, CheckColumn::OwnRank), text("# 17"));
+    EXPECT_EQ(cell(2, CheckColumn::OwnRank), text("3rd"));
+    model.sort(int(CheckColumn::OwnRank));
+    EXPECT_EQ(order(), text("grain, Vintage, film camera, analog photo"));
+    EXPECT_EQ(model.chosen(), QStringList{text("grain")}) << "what was chosen stays chosen";
+    EXPECT_EQ(
+        model.texts({0}, {1, int(CheckColumn::OwnRank)}),
+        (QList<QStringList>{{text("Keyword"), text("Your rank")}, {text("grain"), text("3rd")}}));
+    checks[0].ownPosition = 1;
+    model.setChecks(checks);
+    EXPECT_EQ(order(), text("film camera, grain, Vintage, analog photo")) << "still in order";
 }
 
 TEST_F(KeywordCheckModelTest, SortsByEachColumnAndBackToTheListing)
@@ -186,9 +211,11 @@ TEST_F(KeywordCheckModelTest, ClearsToNothing)
 TEST_F(KeywordCheckModelTest, IsATableOfText)
 {
     fill();
-    const QList<QStringList> table = model.texts({0, 1, 2}, {0, 1, 2, 3});
-    EXPECT_EQ(table[0], (QStringList{text("Keyword"), text("Rank"), text("Diff")}));
-    EXPECT_EQ(table[3], (QStringList{text("grain"), text("Not ranked"), QString()}));
+    const QList<QStringList> table = model.texts({0, 1, 2}, {0, 1, 2, 3, 4});
+    EXPECT_EQ(table[0],
+              (QStringList{text("Keyword"), text("Rank"), text("Your rank"), text("Diff")}));
+    EXPECT_EQ(table[3],
+              (QStringList{text("grain"), text("Not ranked"), text("Not ranked"), QString()}));
 }
 
 RC_GTEST_FIXTURE_PROP(KeywordCheckModelTest, InsertingInOrderIsTheSameAsSortingAfterwards, ())

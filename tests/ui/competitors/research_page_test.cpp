@@ -11,6 +11,7 @@
 #include <QClipboard>
 #include <QHeaderView>
 #include <QScrollArea>
+#include <QScrollBar>
 
 namespace veltrix
 {
@@ -138,7 +139,10 @@ TEST_F(ResearchPageTest, TracksAndUntracksTheCompetitor)
 {
     openPage();
     EXPECT_EQ(find<Button>("trackCompetitor")->text(), text("Track competitor"));
+    EXPECT_EQ(find<Button>("trackCompetitor")->kind(), Button::Kind::Primary);
     click("trackCompetitor");
+    EXPECT_EQ(find<Button>("trackCompetitor")->kind(), Button::Kind::Standard)
+        << "the way back is no main action";
     EXPECT_EQ(store().competitorsOfApp(appId()).constLast().trackId, 201);
     EXPECT_EQ(find<Button>("trackCompetitor")->text(), text("Untrack competitor"));
     click("trackCompetitor");
@@ -271,7 +275,7 @@ TEST_F(ResearchPageTest, ChecksAreSortedByTheirHeaderAndCopied)
     EXPECT_EQ(checkModel()->entryAt(1).check.keyword, text("film camera"));
     QTest::keyClick(checks(), Qt::Key_C, Qt::ControlModifier);
     EXPECT_TRUE(QGuiApplication::clipboard()->text().startsWith(
-        text("Keyword\tRank\tDiff\nfoxglove film\t1st\t")));
+        text("Keyword\tRank\tYour rank\tDiff\nfoxglove film\t1st\tNot ranked\t")));
 }
 
 TEST_F(ResearchPageTest, ChosenKeywordsAreTrackedAndQueued)
@@ -358,6 +362,94 @@ TEST_F(ResearchPageTest, WithoutAnAppNothingCanBeTracked)
     clickRow(0);
     EXPECT_FALSE(find<Button>("trackKeywords")->isEnabled());
     EXPECT_EQ(find("trackKeywords")->toolTip(), text("Select an app first"));
+    EXPECT_TRUE(checks()->isColumnHidden(int(CheckColumn::OwnRank)));
+}
+
+TEST_F(ResearchPageTest, SelectingAnAppEndsWhatWasMissing)
+{
+    const QList<AppProfile> apps = store().apps();
+    openPage();
+    clickRow(0);
+    window->competitors().setApp(std::nullopt);
+    EXPECT_EQ(find("trackKeywords")->toolTip(), text("Select an app first"));
+    window->competitors().setApp(apps[0].id);
+    EXPECT_EQ(find("trackKeywords")->toolTip(), QString());
+    EXPECT_TRUE(find<Button>("trackKeywords")->isEnabled());
+    EXPECT_FALSE(checks()->isColumnHidden(int(CheckColumn::OwnRank)));
+}
+
+TEST_F(ResearchPageTest, TheRowsOfTheCoverageMoveThePageAlong)
+{
+    window->resize(900, 500);
+    openPage();
+    auto *page = find<QScrollArea>("researchPage");
+    checks()->setFocus();
+    const auto isInView = [&] {
+        const QRect row = checks()->visualRect(checks()->currentIndex());
+        const int middle = checks()->viewport()->mapTo(page->viewport(), row.center()).y();
+        return middle > 0 && middle < page->viewport()->height();
+    };
+    for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Down, Qt::Key_Up, Qt::Key_End, Qt::Key_Home}) {
+        press(key);
+        EXPECT_TRUE(isInView()) << int(key);
+    }
+    press(Qt::Key_PageDown);
+    const int seen = page->viewport()->height() / checks()->rowHeight(0) - 1;
+    EXPECT_EQ(checks()->currentIndex().row(), std::min(seen, 9));
+    EXPECT_TRUE(isInView());
+    press(Qt::Key_PageDown);
+    EXPECT_EQ(checks()->currentIndex().row(), 9);
+    while (checks()->currentIndex().row() > 0)
+        press(Qt::Key_PageUp);
+    EXPECT_TRUE(isInView());
+    press(Qt::Key_PageUp);
+    EXPECT_EQ(page->verticalScrollBar()->value(), 0) << "above the first row the page goes on";
+}
+
+TEST_F(ResearchPageTest, OneFailureIsToldOnce)
+{
+    appStore().fails = [this](const QString &) {
+        return appStore().searches.size() > 1;
+    };
+    openPage();
+    EXPECT_TRUE(isShown("coverageFailure"));
+    EXPECT_FALSE(isShown("similarFailure"));
+    EXPECT_EQ(label("similarMessage"), text("Similar apps couldn't be loaded."));
+    EXPECT_EQ(textsIn(detail()).filter(text("The network is down.")).size(), 1);
+    appStore().fails = nullptr;
+    click("coverageFailureAction");
+    EXPECT_FALSE(isShown("coverageFailure"));
+    EXPECT_FALSE(isShown("similarMessage"));
+    EXPECT_TRUE(isShown("similarApp1"));
+    EXPECT_EQ(checkModel()->rowCount(), 10);
+}
+
+TEST_F(ResearchPageTest, AnAppWithoutRatingsIconAndSellerSaysSo)
+{
+    ITunesAppResult bare = foxglove();
+    bare.averageUserRating = 0;
+    bare.userRatingCount = 0;
+    bare.sellerName.reset();
+    bare.artworkUrl100.reset();
+    bare.artworkUrl512.reset();
+    appStore().apps.insert(201, bare);
+    openPage();
+    EXPECT_EQ(figure("figureRating"), text("Rating: No ratings"));
+    EXPECT_EQ(figure("figureRatings"), text("Ratings: 0"));
+    EXPECT_TRUE(shows(detail(), text("Photo & Video · Free")));
+}
+
+TEST_F(ResearchPageTest, TheOwnAppCarriesYou)
+{
+    ITunesAppResult own = foxglove();
+    own.trackId = 101;
+    own.trackName = text("Lumen Photo Editor");
+    appStore().apps.insert(101, own);
+    openPage(101);
+    EXPECT_TRUE(isShown("appOwn"));
+    EXPECT_FALSE(isShown("trackCompetitor"));
+    window->selectApp(store().apps()[1].id);
+    EXPECT_FALSE(isShown("appOwn"));
 }
 
 TEST_F(ResearchPageTest, ScreenshotsAreNumberedAndOpenLarge)
