@@ -77,9 +77,8 @@ void appendEvidence(QList<AnalysisItem> &items, const AutocompleteEvidence &evid
     const QString state = evidence.observedDays > daysBeforeMedian
                               ? Texts::tr("Median smoothing active")
                               : Texts::tr("Collecting repeated evidence");
-    items << AnalysisText{
-        Kind::Plain,
-        Texts::tr("%1 observed day(s) in the last 7 · %2").arg(evidence.observedDays).arg(state)};
+    items << AnalysisText{Kind::Plain, Texts::tr("%1 observed day(s) in the last 7 · %2")
+                                           .arg(QString::number(evidence.observedDays), state)};
     if (evidence.scoreSpread.value_or(0) >= variableScoreSpread)
         items << AnalysisText{
             Kind::Warning, Texts::tr("Visibility has varied substantially across observations.")};
@@ -91,6 +90,33 @@ void appendEvidence(QList<AnalysisItem> &items, const AutocompleteEvidence &evid
         items << AnalysisEvidence{probe.prefix, probeResult(probe)};
 }
 
+void appendDifficultyFactors(QList<AnalysisItem> &items, const DifficultyComponents &components,
+                             const QLocale &locale)
+{
+    const auto detail = [](const QString &value, const QString &rule) {
+        return value + QStringLiteral(" · ") + rule;
+    };
+    items << difficultyFactor(
+        Texts::tr("Rating count"),
+        detail(
+            Texts::tr("Average %1 ratings").arg(decimal(locale, components.averageReviewsTop10, 0)),
+            Texts::tr("1 − exp(−average ratings / 10,000)")),
+        components.reviewComponent, components.reviewsWeight, locale);
+    items << difficultyFactor(
+        Texts::tr("App age"),
+        detail(
+            Texts::tr("Average %1 years").arg(decimal(locale, components.averageAgeYearsTop10, 1)),
+            Texts::tr("Average age capped at 8 years, divided by 8")),
+        components.ageComponent, components.ageWeight, locale);
+    items << difficultyFactor(
+        Texts::tr("Keyword match"),
+        detail(Texts::tr("Average token overlap %1")
+                   .arg(decimal(locale, components.averageKeywordMatchTop10 * 100, 0) +
+                        locale.percent()),
+               Texts::tr("Share of keyword tokens found in each title/subtitle")),
+        components.matchComponent, components.matchWeight, locale);
+}
+
 QString sampleText(const DifficultyComponents &components)
 {
     if (!components.sampledAppCount)
@@ -100,8 +126,8 @@ QString sampleText(const DifficultyComponents &components)
     if (components.missingReviewCount && components.missingReleaseDateCount)
         text +=
             QStringLiteral(" · ") + Texts::tr("Missing inputs: %1 rating counts · %2 release dates")
-                                        .arg(*components.missingReviewCount)
-                                        .arg(*components.missingReleaseDateCount);
+                                        .arg(QString::number(*components.missingReviewCount),
+                                             QString::number(*components.missingReleaseDateCount));
     return text;
 }
 
@@ -129,7 +155,9 @@ AnalysisCard popularityCard(const KeywordSnapshot &snapshot, const QLocale &loca
     const auto &measurement = snapshot.popularityMeasurement;
     if (measurement && isSearchPopularity(*measurement)) {
         card.score = measurement->score;
-        card.items << AnalysisText{Kind::Plain, Texts::tr("Source: %1").arg(measurement->source)}
+        card.items << AnalysisText{Kind::Plain, Texts::tr("Source: %1").arg(measurement->source),
+                                   Texts::tr("The method that gave the score. Estimates are made "
+                                             "from the apps that the search returned.")}
                    << AnalysisText{Kind::Note,
                                    Texts::tr("Estimated popularity, not official Apple data.")};
     } else {
@@ -142,7 +170,10 @@ AnalysisCard popularityCard(const KeywordSnapshot &snapshot, const QLocale &loca
     if (snapshot.popularityRaw)
         card.items << AnalysisText{
             Kind::Plain,
-            Texts::tr("Saved raw value: %1").arg(shortest(locale, *snapshot.popularityRaw))};
+            Texts::tr("Saved raw value: %1").arg(shortest(locale, *snapshot.popularityRaw)),
+            Texts::tr("The ratings of the apps found, weighted by how relevant each app is: what "
+                      "the estimate was made from. Values of other storefronts or models do not "
+                      "compare with it.")};
     return card;
 }
 
@@ -179,34 +210,16 @@ AnalysisCard difficultyCard(const KeywordSnapshot &snapshot, const QLocale &loca
     AnalysisCard card{AnalysisCard::Model::Difficulty, Texts::tr("Difficulty · estimate")};
     // A score of no apps means nothing, and nothing is never shown as zero.
     card.missing = Texts::tr("— No app results to score");
-    if (components.sampledAppCount != 0)
+    const bool isScored = components.sampledAppCount != 0;
+    if (isScored)
         card.score = snapshot.difficultyScore;
     card.items << AnalysisText{
         Kind::Note,
         Texts::tr("A local heuristic built from up to ten returned apps. Higher means stronger "
                   "signals of competition—not a measured probability of ranking.")};
-    const auto detail = [](const QString &value, const QString &rule) {
-        return value + QStringLiteral(" · ") + rule;
-    };
-    card.items << difficultyFactor(
-        Texts::tr("Rating count"),
-        detail(
-            Texts::tr("Average %1 ratings").arg(decimal(locale, components.averageReviewsTop10, 0)),
-            Texts::tr("1 − exp(−average ratings / 10,000)")),
-        components.reviewComponent, components.reviewsWeight, locale);
-    card.items << difficultyFactor(
-        Texts::tr("App age"),
-        detail(
-            Texts::tr("Average %1 years").arg(decimal(locale, components.averageAgeYearsTop10, 1)),
-            Texts::tr("Average age capped at 8 years, divided by 8")),
-        components.ageComponent, components.ageWeight, locale);
-    card.items << difficultyFactor(
-        Texts::tr("Keyword match"),
-        detail(Texts::tr("Average token overlap %1")
-                   .arg(decimal(locale, components.averageKeywordMatchTop10 * 100, 0) +
-                        locale.percent()),
-               Texts::tr("Share of keyword tokens found in each title/subtitle")),
-        components.matchComponent, components.matchWeight, locale);
+    // Averages of no apps mean nothing either.
+    if (isScored)
+        appendDifficultyFactors(card.items, components, locale);
     card.items << AnalysisText{Kind::Note, sampleText(components)};
     card.items << AnalysisText{
         Kind::Note,
@@ -220,12 +233,14 @@ AnalysisCard difficultyCard(const KeywordSnapshot &snapshot, const QLocale &loca
 AnalysisCard competitionCard(const KeywordSnapshot &snapshot, const QLocale &locale)
 {
     AnalysisCard card{AnalysisCard::Model::Competition, Texts::tr("Competition")};
+    card.missing = Texts::tr("— No app results to score");
     if (!snapshot.competition) {
-        card.missing = Texts::tr("— Refresh required");
+        card.items << AnalysisText{
+            Kind::Note, Texts::tr("This observation predates the competition model. Refresh this "
+                                  "keyword to assess the competition.")};
         return card;
     }
     const CompetitionAssessment &competition = *snapshot.competition;
-    card.missing = Texts::tr("— No app results to score");
     if (competition.sampleCount > 0)
         card.score = competition.score;
     card.items << AnalysisText{

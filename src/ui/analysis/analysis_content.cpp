@@ -83,8 +83,13 @@ AnalysisContent analysisContent(const QString &keyword, const QString &country,
     content.cards = {popularityCard(*snapshot, format.locale), autocompleteCard(*snapshot),
                      difficultyCard(*snapshot, format.locale),
                      competitionCard(*snapshot, format.locale)};
+    if (snapshot->opportunity)
+        content.targetNote = Texts::tr("The target comes from popularity and competition; its "
+                                       "guidance calls the competition score difficulty.");
     content.figures = {positionFigure(*snapshot), scoreFigure(content.cards[0]),
-                       scoreFigure(content.cards[2])};
+                       scoreFigure(content.cards[2]), scoreFigure(content.cards[3])};
+    content.figures[3].help = Texts::tr("How strong the first 25 apps are. The target is "
+                                        "calculated from this score, not from the difficulty.");
     return content;
 }
 
@@ -102,6 +107,8 @@ QString plainText(const AnalysisContent &content, const AnalysisFormat &format)
           << content.guidanceTitle + QStringLiteral(": ") + content.guidance.text
           << content.guidanceText << QString() << content.figures.constFirst().text()
           << content.positionNote;
+    if (!content.targetNote.isEmpty())
+        lines << content.targetNote;
     for (const AnalysisCard &card : content.cards) {
         lines << QString() << card.title;
         if (!card.scoreText().isEmpty())

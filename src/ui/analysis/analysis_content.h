@@ -20,6 +20,8 @@ struct AnalysisText {
     enum class Kind { Plain, Note, Warning, Info };
     Kind kind = Kind::Plain;
     QString text;
+    /// What the text speaks of, in a tool tip; may be empty.
+    QString help = {};
 
     bool operator==(const AnalysisText &) const = default;
 };
@@ -84,6 +86,8 @@ struct AnalysisContent {
     QList<Figure> figures;
     /// What the position means.
     QString positionNote;
+    /// Which of the figures the target comes from; empty without a target.
+    QString targetNote;
     QList<AnalysisCard> cards;
 
     bool operator==(const AnalysisContent &) const = default;

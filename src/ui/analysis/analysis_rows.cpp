@@ -2,6 +2,7 @@
 #include "ui/analysis/analysis_rows.h"
 
 #include "ui_kit/accessibility/accessibility.h"
+#include "ui_kit/text/tool_tip_text.h"
 #include "ui_kit/theme/typography.h"
 #include "ui_kit/widgets/card.h"
 #include "ui_kit/widgets/layouts.h"
@@ -41,6 +42,8 @@ QWidget *makeTextRow(const AnalysisText &text)
                                     ? TextLabel::Tone::Text
                                     : TextLabel::Tone::Secondary,
                                 text.text);
+    label->setToolTip(toolTipText(text.help));
+    label->setAccessibleDescription(text.help);
     const QString symbol = symbolOf(text.kind);
     if (symbol.isEmpty())
         return label;

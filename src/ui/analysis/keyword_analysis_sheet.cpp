@@ -3,9 +3,11 @@
 
 #include "ui/analysis/analysis_rows.h"
 #include "ui_kit/accessibility/accessibility.h"
+#include "ui_kit/text/shown_text.h"
 #include "ui_kit/text/storefronts.h"
 #include "ui_kit/theme/typography.h"
 #include "ui_kit/widgets/card.h"
+#include "ui_kit/widgets/card_grid.h"
 #include "ui_kit/widgets/empty_state.h"
 #include "ui_kit/widgets/feedback_button.h"
 #include "ui_kit/widgets/layouts.h"
@@ -25,6 +27,7 @@ namespace
 
 constexpr QSize preferredSize{740, 900};
 constexpr QSize emptySize{740, 400};
+constexpr int leastFigureWidth = 150;
 constexpr double leastTextContrast = 4.5;
 
 /// A tint's own colour for text on it where that can be read, in light and dark.
@@ -70,6 +73,9 @@ KeywordAnalysisContent::KeywordAnalysisContent(const AnalysisContent &content, Q
     buildFigures(content);
     m_layout->addWidget(
         makeParagraph(TextStyle::Secondary, TextLabel::Tone::Secondary, content.positionNote));
+    if (!content.targetNote.isEmpty())
+        m_layout->addWidget(
+            makeParagraph(TextStyle::Secondary, TextLabel::Tone::Secondary, content.targetNote));
     for (const AnalysisCard &card : content.cards)
         buildCard(card);
     m_layout->addStretch(1);
@@ -104,14 +110,16 @@ void KeywordAnalysisContent::buildGuidance(const AnalysisContent &content)
 
 void KeywordAnalysisContent::buildFigures(const AnalysisContent &content)
 {
-    auto *tiles = makeRow(spacing::m);
+    QList<QWidget *> tiles;
     int number = 0;
     for (const Figure &figure : content.figures) {
         auto *tile = new FigureTile(QStringLiteral("figureTile%1").arg(++number));
         tile->setFigure(figure);
-        tiles->addWidget(tile, 1);
+        tiles << tile;
     }
-    m_layout->addLayout(tiles);
+    auto *grid = new CardGrid(leastFigureWidth);
+    grid->setCards(tiles);
+    m_layout->addWidget(grid);
 }
 
 void KeywordAnalysisContent::buildCard(const AnalysisCard &content)
@@ -143,7 +151,8 @@ KeywordAnalysisSheet::KeywordAnalysisSheet(ASOStore &store, const DashboardKeywo
       m_copy(new FeedbackButton(QStringLiteral("analysisCopy"), Button::Kind::Standard,
                                 QStringLiteral("doc.on.doc"), tr("Copy as text"), tr("Copied")))
 {
-    setSubtitle(m_keyword.keyword + QStringLiteral(" · ") + storefrontName(m_keyword.country));
+    setSubtitle(inSentence(m_keyword.keyword) + QStringLiteral(" · ") +
+                storefrontName(m_keyword.country));
     addAction(m_copy);
     addCloseButton(QStringLiteral("analysisDone"), QString(), tr("Done"), tr("Done"))->setFocus();
     connect(m_copy, &Button::clicked, this, &KeywordAnalysisSheet::copyText);

@@ -2,6 +2,7 @@
 #include "ui_kit/widgets/card.h"
 
 #include "ui_kit/accessibility/accessibility.h"
+#include "ui_kit/text/tool_tip_text.h"
 #include "ui_kit/theme/painting.h"
 #include "ui_kit/theme/symbols.h"
 #include "ui_kit/theme/typography.h"
@@ -153,6 +154,8 @@ FigureTile::FigureTile(const QString &objectName, QWidget *parent)
 void FigureTile::setFigure(const Figure &figure)
 {
     setAccessibleName(figure.text());
+    setAccessibleDescription(figure.help);
+    setToolTip(toolTipText(figure.help));
     m_symbol->setVisible(!figure.symbol.isEmpty());
     m_symbol->setSymbol(figure.symbol, Token::Secondary);
     m_caption->setText(figure.caption);

@@ -91,6 +91,8 @@ struct Figure {
     bool isLarge = false;
     /// May be empty.
     QString symbol = {};
+    /// What the figure is, in a tool tip; may be empty.
+    QString help = {};
 
     /// Caption, value and unit as one text: "Difficulty: 61 / 100".
     [[nodiscard]] QString text() const;

@@ -83,6 +83,20 @@ TEST(AnalysisPopularity, ShowsScoreSourceNoteAndRawValue)
                            text("Saved raw value: 61,234.5")}));
 }
 
+TEST(AnalysisPopularity, SourceAndRawValueSayWhatTheyAre)
+{
+    const AnalysisCard card = cardOf(completeSnapshot(), AnalysisCard::Model::Popularity);
+    int explained = 0;
+    for (const AnalysisItem &item : card.items) {
+        const auto &line = std::get<AnalysisText>(item);
+        const bool needsHelp =
+            line.text.startsWith(text("Source: ")) || line.text.startsWith(text("Saved raw value"));
+        EXPECT_EQ(!line.help.isEmpty(), needsHelp) << line.text.toStdString();
+        explained += needsHelp ? 1 : 0;
+    }
+    EXPECT_EQ(explained, 2);
+}
+
 TEST(AnalysisPopularity, WithoutAMeasurementARefreshIsAskedFor)
 {
     KeywordSnapshot snapshot = completeSnapshot();
@@ -263,6 +277,10 @@ TEST(AnalysisDifficulty, AScoreOfNoAppsIsNotZero)
     snapshot.difficultyScore = 0;
     snapshot.difficultyComponents.sampledAppCount = 0;
     EXPECT_EQ(difficultyOf(snapshot).constFirst(), text("— No app results to score"));
+    EXPECT_TRUE(difficultyOf(snapshot).filter(text("Average")).isEmpty())
+        << "averages of no apps are no zeroes";
+    EXPECT_TRUE(difficultyOf(snapshot).contains(
+        text("Sample: 0 of up to 10 apps · Missing inputs: 0 rating counts · 1 release dates")));
     EXPECT_EQ(contentOf(snapshot).figures.at(2).text(), text("Difficulty · estimate: —"));
 }
 
@@ -305,13 +323,17 @@ TEST(AnalysisCompetition, WithoutResultsThereIsNoScore)
     const QStringList lines = competitionOf(snapshot);
     EXPECT_EQ(lines.constFirst(), text("— No app results to score"));
     EXPECT_TRUE(lines.contains(text("No app results.")));
+    EXPECT_EQ(contentOf(snapshot).figures.at(3).text(), text("Competition: —"));
 }
 
-TEST(AnalysisCompetition, ASnapshotOlderThanTheModelAsksForARefresh)
+TEST(AnalysisCompetition, ASnapshotOlderThanTheModelHasNoScoreAndAsksForARefresh)
 {
     KeywordSnapshot snapshot = completeSnapshot();
     snapshot.competition.reset();
-    EXPECT_EQ(competitionOf(snapshot), QStringList{text("— Refresh required")});
+    EXPECT_EQ(competitionOf(snapshot),
+              (QStringList{text("— No app results to score"),
+                           text("This observation predates the competition model. Refresh this "
+                                "keyword to assess the competition.")}));
 }
 
 TEST(AnalysisCompetition, AFactorOfAnotherModelHasNoWeight)

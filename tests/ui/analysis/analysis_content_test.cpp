@@ -58,13 +58,28 @@ TEST(AnalysisContent, WithoutAnOpportunityARefreshIsAskedForAndNoScoreIsZero)
              "results and a supported storefront are required."));
 }
 
-TEST(AnalysisContent, TheThreeFiguresStandFirst)
+TEST(AnalysisContent, TheFourFiguresStandFirst)
 {
     QStringList figures;
     for (const Figure &figure : contentOf(completeSnapshot()).figures)
         figures << figure.text();
     EXPECT_EQ(figures, (QStringList{text("Position: 9"), text("Search popularity: 61 / 100"),
-                                    text("Difficulty · estimate: 44 / 100")}));
+                                    text("Difficulty · estimate: 44 / 100"),
+                                    text("Competition: 66 / 100")}));
+}
+
+TEST(AnalysisContent, GuidanceAndAFigureSpeakOfTheSameScore)
+{
+    KeywordSnapshot snapshot = completeSnapshot();
+    const AnalysisContent content = contentOf(snapshot);
+    const Figure &competition = content.figures.at(3);
+    EXPECT_TRUE(content.guidanceText.contains(text("difficulty ") + competition.value + u'.'))
+        << content.guidanceText.toStdString();
+    EXPECT_FALSE(competition.help.isEmpty());
+    EXPECT_EQ(content.targetNote, text("The target comes from popularity and competition; its "
+                                       "guidance calls the competition score difficulty."));
+    snapshot.opportunity.reset();
+    EXPECT_EQ(contentOf(snapshot).targetNote, QString());
 }
 
 TEST(AnalysisContent, AnUnrankedAppIsSaidInWords)
@@ -115,7 +130,9 @@ TEST(AnalysisPlainText, ReadsFromTopToBottom)
     const QString copied = plainText(contentOf(snapshot), english);
     EXPECT_EQ(copied.left(expected.size()), expected);
     EXPECT_TRUE(copied.contains(text("Rating count · 45% weight · 28.4\n  Average 9,912 ratings")));
-    EXPECT_TRUE(copied.endsWith(text("\n\nCompetition\n— Refresh required\n")));
+    EXPECT_TRUE(copied.endsWith(text("\n\nCompetition\n— No app results to score\nThis observation "
+                                     "predates the competition model. Refresh this keyword to "
+                                     "assess the competition.\n")));
 }
 
 TEST(AnalysisPlainText, WithoutASnapshotSaysWhatIsNeeded)

@@ -71,7 +71,48 @@ TEST_F(KeywordAnalysisSheetTest, FiguresAreReadAsTheirWholeTexts)
     for (const FigureTile *tile : sheet->findChildren<FigureTile *>())
         names << tile->accessibleName();
     EXPECT_EQ(names, (QStringList{text("Position: 9"), text("Search popularity: 61 / 100"),
-                                  text("Difficulty · estimate: 44 / 100")}));
+                                  text("Difficulty · estimate: 44 / 100"),
+                                  text("Competition: 66 / 100")}));
+    EXPECT_FALSE(find("figureTile4")->toolTip().isEmpty());
+    EXPECT_FALSE(find("figureTile4")->accessibleDescription().isEmpty());
+}
+
+TEST_F(KeywordAnalysisSheetTest, TheFiguresStandInTwoRowsWhereFourHaveNoRoom)
+{
+    const SharedSnapshot newest = store().newestSnapshot(rivals().row("collage maker").id);
+    KeywordAnalysisContent content(
+        analysisContent(text("collage maker"), text("US"), newest.get()));
+    const auto tile = [&](int number) {
+        return content.findChild<QWidget *>(QStringLiteral("figureTile%1").arg(number));
+    };
+    content.resize(700, 2000);
+    content.show();
+    content.grab();
+    EXPECT_EQ(tile(1)->y(), tile(4)->y());
+    content.resize(420, 3000);
+    content.grab();
+    EXPECT_LT(tile(1)->y(), tile(4)->y());
+    for (int number = 1; number <= 4; ++number) {
+        for (const auto *label : tile(number)->findChildren<QLabel *>()) {
+            const bool isWhole = label->wordWrap() || label->width() >= label->sizeHint().width();
+            EXPECT_TRUE(isWhole || !label->isVisible()) << label->text().toStdString();
+        }
+    }
+}
+
+TEST_F(KeywordAnalysisSheetTest, SourceAndRawValueSayInAToolTipWhatTheyAre)
+{
+    QWidget *sheet = openFor("collage maker");
+    int explained = 0;
+    for (const QLabel *label : sheet->findChildren<QLabel *>()) {
+        if (label->text().startsWith(text("Source: ")) ||
+            label->text().startsWith(text("Saved raw value: "))) {
+            EXPECT_FALSE(label->toolTip().isEmpty());
+            EXPECT_FALSE(label->accessibleDescription().isEmpty());
+            ++explained;
+        }
+    }
+    EXPECT_EQ(explained, 2);
 }
 
 TEST_F(KeywordAnalysisSheetTest, AFactorIsReadAsASentence)
