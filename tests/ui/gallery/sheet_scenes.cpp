@@ -4,6 +4,9 @@
 #include "ui/analysis/keyword_analysis_sheet.h"
 #include "ui/competitors/competitors_view.h"
 #include "ui/dashboard/dashboard_page.h"
+#include "ui/gallery/history_scenes.h"
+#include "ui/gallery/listing_scenes.h"
+#include "ui/gallery/research_stage.h"
 #include "ui/history/range_control.h"
 #include "ui/history/rank_chart.h"
 #include "ui/history/rank_pictures.h"
@@ -11,7 +14,6 @@
 #include "ui/history/ranking_history_sheet.h"
 #include "ui/ranked_apps/ranking_apps_sheet.h"
 #include "ui/shell/app_selector.h"
-#include "ui/support/research_world.h"
 #include "ui_kit/widgets/button.h"
 #include "ui_kit/widgets/text_field.h"
 
@@ -27,33 +29,8 @@ namespace veltrix
 namespace
 {
 
-struct ResearchStage {
-    std::shared_ptr<ResearchWorld> world;
-    std::unique_ptr<MainWindow> window;
-
-    template <class T>
-    T *find(const char *name = nullptr) const
-    {
-        return window->findChild<T *>(name ? QString::fromLatin1(name) : QString());
-    }
-    void click(const char *name) const { find<QAbstractButton>(name)->click(); }
-};
-
-Scene scene(const char *name, std::function<void(ResearchWorld &)> prepare,
-            std::function<void(ResearchStage &)> act)
-{
-    return {QString::fromLatin1(name), [prepare = std::move(prepare), act = std::move(act)] {
-                ResearchStage made;
-                made.world = std::make_shared<ResearchWorld>();
-                if (prepare)
-                    prepare(*made.world);
-                made.window = std::make_unique<MainWindow>(made.world->collaborators());
-                made.window->show();
-                made.find<AppSelector>()->setExpanded(true);
-                act(made);
-                return Stage{made.world, std::move(made.window)};
-            }};
-}
+/// Short, because every scene here begins with it.
+constexpr auto scene = researchScene;
 
 void openAnalysis(ResearchStage &made, const char *keyword)
 {
@@ -118,26 +95,13 @@ std::vector<Scene> analysisScenes()
                   [](ResearchStage &made) { openAnalysis(made, "grain filter"); })};
 }
 
-/// All saved checks of a keyword that is tracked for so many days.
-std::function<void(ResearchStage &)> allOf(size_t days)
-{
-    return [days](ResearchStage &made) {
-        const Date now = made.world->clock->now();
-        const std::int64_t first = utcDay(now) - std::int64_t(days) + 1;
-        std::vector<RankingTimeline::Observation> checks;
-        for (const RankingTimeline::Day &day : generatedDays(days, 3, 40, first)) {
-            if (day.observation)
-                checks.push_back(*day.observation);
-        }
-        openHistory(made, "collage maker");
-        made.find<RankingHistoryContent>()->setState(
-            {RankingTimeline(std::move(checks), now), std::nullopt, false, now});
-        made.find<QAbstractButton>("historyRange3")->click();
-    };
-}
-
 std::vector<Scene> historyScenes()
 {
+    const auto longHistory = [](size_t days) {
+        return [days](ResearchStage &made) {
+            openLongHistory(made, days);
+        };
+    };
     const auto ranged = [](HistoryRange range) {
         return [range](ResearchStage &made) {
             openHistory(made, "collage maker");
@@ -159,9 +123,9 @@ std::vector<Scene> historyScenes()
                   }),
             scene("history-30", nullptr, ranged(HistoryRange::Days30)),
             scene("history-all", nullptr, ranged(HistoryRange::All)),
-            scene("history-57", nullptr, allOf(57)),
-            scene("history-year", nullptr, allOf(365)),
-            scene("history-years", nullptr, allOf(3650)),
+            scene("history-57", nullptr, longHistory(57)),
+            scene("history-year", nullptr, longHistory(365)),
+            scene("history-years", nullptr, longHistory(3650)),
             scene("history-unranked", nullptr,
                   [](ResearchStage &made) {
                       const TrackedKeyword keyword = made.world->store->addTrackedKeyword(
@@ -242,10 +206,42 @@ std::vector<Scene> rankedAppsScenes()
 
 } // namespace
 
+Scene researchScene(const char *name, std::function<void(ResearchWorld &)> prepare,
+                    std::function<void(ResearchStage &)> act)
+{
+    return {QString::fromLatin1(name), [prepare = std::move(prepare), act = std::move(act)] {
+                ResearchStage made;
+                made.world = std::make_shared<ResearchWorld>();
+                if (prepare)
+                    prepare(*made.world);
+                made.window = std::make_unique<MainWindow>(made.world->collaborators());
+                made.window->show();
+                made.find<AppSelector>()->setExpanded(true);
+                act(made);
+                return Stage{made.world, std::move(made.window)};
+            }};
+}
+
+void openLongHistory(ResearchStage &made, size_t days)
+{
+    const Date now = made.world->clock->now();
+    const std::int64_t first = utcDay(now) - std::int64_t(days) + 1;
+    std::vector<RankingTimeline::Observation> checks;
+    for (const RankingTimeline::Day &day : generatedDays(days, 3, 40, first)) {
+        if (day.observation)
+            checks.push_back(*day.observation);
+    }
+    openHistory(made, "collage maker");
+    made.find<RankingHistoryContent>()->setState(
+        {RankingTimeline(std::move(checks), now), std::nullopt, false, now});
+    made.find<QAbstractButton>("historyRange3")->click();
+}
+
 std::vector<Scene> sheetScenes()
 {
     std::vector<Scene> scenes;
-    for (const auto &part : {analysisScenes(), historyScenes(), rankedAppsScenes()})
+    for (const auto &part : {analysisScenes(), historyScenes(), narrowedHistoryScenes(),
+                             rankedAppsScenes(), listingScenes()})
         scenes.insert(scenes.end(), part.begin(), part.end());
     return scenes;
 }
