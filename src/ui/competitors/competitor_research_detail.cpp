@@ -142,6 +142,7 @@ QWidget *CompetitorResearchDetail::makeHeader(const ITunesAppResult &app)
                                         TrackCompetitorButton::WhenTracked::Untracks, m_header);
     m_header->addAction(open);
     m_header->addAction(m_track);
+    setTabOrder(open, m_track);
     return m_header;
 }
 

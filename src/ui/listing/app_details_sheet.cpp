@@ -96,6 +96,7 @@ void AppDetailsSheet::addActions(const ITunesAppResult &result)
     footer()->addWidget(view);
     footer()->addStretch(1);
     footer()->addWidget(track);
+    setTabOrder(view, track);
 }
 
 QWidget *AppDetailsSheet::makeFacts(const ITunesAppResult &result)

@@ -60,6 +60,10 @@ void AppRowList::setApps(const QList<ITunesAppResult> &apps)
         row->deleteLater();
     }
     setVisible(!apps.isEmpty());
+    // Rows come later than what stands after the list.
+    QWidget *last = this;
+    for (AppRow *row : std::as_const(m_rows))
+        last = putInTabOrder(last, row);
 }
 
 } // namespace veltrix

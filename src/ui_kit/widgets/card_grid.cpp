@@ -53,6 +53,10 @@ void CardGrid::setCards(const QList<QWidget *> &cards)
             card->show();
         }
     }
+    // Cards come later than what stands after the grid.
+    QWidget *last = this;
+    for (QWidget *card : std::as_const(m_cards))
+        last = putInTabOrder(last, card);
     updateGeometry();
     place();
 }

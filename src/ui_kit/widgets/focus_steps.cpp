@@ -92,6 +92,19 @@ std::optional<int> stepIn(int count, int from, Qt::Key key, int abreast, int pag
     return to;
 }
 
+QWidget *putInTabOrder(QWidget *before, QWidget *widget)
+{
+    QWidget::setTabOrder(before, widget);
+    QWidget *last = widget;
+    for (QWidget *control : widget->findChildren<QWidget *>()) {
+        if (control->focusPolicy() & Qt::TabFocus) {
+            QWidget::setTabOrder(last, control);
+            last = control;
+        }
+    }
+    return last;
+}
+
 bool moveFocusAmong(const QList<QWidget *> &entries, const QKeyEvent &event, int abreast)
 {
     const QWidget *focused = QApplication::focusWidget();

@@ -24,4 +24,8 @@ std::optional<int> stepIn(int count, int from, Qt::Key key, int abreast, int pag
 /// False when the key is for somebody else.
 bool moveFocusAmong(const QList<QWidget *> &entries, const QKeyEvent &event, int abreast = 1);
 
+/// Puts a widget that has come later, and the controls in it, into the order of Tab after `before`;
+/// gives the last of them, after which the next one goes. Both are in the same window.
+QWidget *putInTabOrder(QWidget *before, QWidget *widget);
+
 } // namespace veltrix

@@ -52,6 +52,8 @@ public:
         if (isSelected || option.state & QStyle::State_MouseOver)
             drawRoundedRect(*painter, option.rect, 5,
                             tokens[isSelected ? Token::Selected : Token::Hover]);
+        if (showsFocus(option))
+            drawFocusRing(*painter, option.rect, 5, tokens[Token::Accent]);
         const QRect text = option.rect.adjusted(spacing::s, 0, -spacing::s - 20, 0);
         painter->setFont(option.font);
         painter->setPen(tokens[Token::Text]);
