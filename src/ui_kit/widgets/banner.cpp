@@ -11,6 +11,48 @@
 namespace veltrix
 {
 
+namespace
+{
+
+/// Puts the buttons below the text where they would leave it too little room.
+class ButtonPlace final : public QObject
+{
+public:
+    ButtonPlace(QBoxLayout *line, QBoxLayout *controls, QWidget *banner)
+        : QObject(banner), m_line(line), m_controls(controls)
+    {
+        banner->installEventFilter(this);
+    }
+
+    [[nodiscard]] QBoxLayout *controls() const { return m_controls; }
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() == QEvent::Resize || event->type() == QEvent::LayoutRequest) {
+            const int width = static_cast<QWidget *>(watched)->width();
+            const bool isCrowded = m_controls->sizeHint().width() > width * 2 / 5;
+            const auto direction = isCrowded ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight;
+            if (m_line->direction() != direction)
+                m_line->setDirection(direction);
+        }
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    QBoxLayout *m_line;
+    QBoxLayout *m_controls;
+};
+
+QBoxLayout *controlsOf(const Banner &banner)
+{
+    for (QObject *child : banner.children()) {
+        if (auto *place = dynamic_cast<ButtonPlace *>(child))
+            return place->controls();
+    }
+    return nullptr;
+}
+
+} // namespace
+
 Banner::Banner(const QString &objectName, const QString &symbol, const QString &action,
                QWidget *parent, Shape shape)
     : QWidget(parent), m_shape(shape), m_symbol(symbol), m_symbolSpace(new QWidget),
@@ -31,9 +73,15 @@ Banner::Banner(const QString &objectName, const QString &symbol, const QString &
     auto *texts = makeColumn(1);
     texts->addWidget(m_text);
     texts->addWidget(m_detail);
-    line->addWidget(m_symbolSpace);
-    line->addLayout(texts, 1);
-    line->addWidget(m_action);
+    auto *message = makeRow(line->spacing());
+    message->addWidget(m_symbolSpace);
+    message->addLayout(texts, 1);
+    auto *controls = makeRow(line->spacing());
+    controls->addStretch(1);
+    controls->addWidget(m_action);
+    line->addLayout(message, 1);
+    line->addLayout(controls);
+    new ButtonPlace(line, controls, this);
     // Only now that it has a parent: shown before, it would be a window.
     m_action->setVisible(!action.isEmpty());
     m_detail->hide();
@@ -69,7 +117,7 @@ void Banner::setMessage(const QString &message, const QString &detail)
 
 void Banner::addControl(QWidget *control)
 {
-    layout()->addWidget(control);
+    controlsOf(*this)->addWidget(control);
 }
 
 QString Banner::message() const
@@ -97,7 +145,7 @@ void Banner::makeDismissible()
     auto *dismiss = new Button(Button::Kind::Plain, QStringLiteral("xmark"), QString());
     nameControl(dismiss, objectName() + QStringLiteral("Dismiss"), tr("Dismiss"));
     dismiss->setToolTip(tr("Dismiss"));
-    layout()->addWidget(dismiss);
+    controlsOf(*this)->addWidget(dismiss);
     connect(dismiss, &Button::clicked, this, [this] {
         setMessage(QString());
         Q_EMIT dismissed();

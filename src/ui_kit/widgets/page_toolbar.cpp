@@ -8,6 +8,9 @@
 #include <QEvent>
 #include <QHBoxLayout>
 
+#include <array>
+#include <numeric>
+
 namespace veltrix
 {
 
@@ -35,21 +38,32 @@ PageToolbar::PageToolbar(const QString &title, QWidget *parent)
 void PageToolbar::fit()
 {
     QList<Button *> buttons;
-    int texts = 0;
+    QList<Button *> storefronts;
     for (auto *button : findChildren<Button *>(QString(), Qt::FindDirectChildrenOnly)) {
-        // A storefront gives way by itself.
-        if (button->isHidden() || qobject_cast<StorefrontPicker *>(button))
-            continue;
-        buttons.append(button);
-        texts += button->savedByCompact();
+        if (!button->isHidden())
+            (qobject_cast<StorefrontPicker *>(button) ? storefronts : buttons).append(button);
     }
-    const int subtitle = m_subtitle->sizeHint().width() + spacing::s;
-    const int needed = layout()->minimumSize().width() + (m_isCompact ? texts : 0);
-    const int withSubtitle = needed + (m_subtitle->isHidden() ? subtitle : 0);
-    m_subtitle->setVisible(withSubtitle <= width());
-    m_isCompact = withSubtitle - subtitle > width();
+    const auto textsOf = [](const QList<Button *> &some) {
+        return std::accumulate(some.begin(), some.end(), 0, [](int sum, const Button *button) {
+            return sum + button->savedByCompact();
+        });
+    };
+    const bool hasTitle = !m_title->text().isEmpty();
+    const std::array savings{m_subtitle->sizeHint().width() + spacing::s, textsOf(buttons),
+                             textsOf(storefronts),
+                             hasTitle ? m_title->sizeHint().width() + spacing::s : 0};
+    int needed = layout()->minimumSize().width();
+    for (int i = 0; i < m_given; ++i)
+        needed += savings[size_t(i)];
+    m_given = 0;
+    while (needed > width() && m_given < int(savings.size()))
+        needed -= savings[size_t(m_given++)];
+    m_subtitle->setVisible(m_given < 1);
     for (Button *button : buttons)
-        button->setCompact(m_isCompact);
+        button->setCompact(m_given >= 2);
+    for (Button *button : storefronts)
+        button->setCompact(m_given >= 3);
+    m_title->setVisible(hasTitle && m_given < 4);
 }
 
 bool PageToolbar::event(QEvent *event)
@@ -72,7 +86,7 @@ bool PageToolbar::event(QEvent *event)
 void PageToolbar::setTitle(const QString &title)
 {
     m_title->setText(title);
-    m_title->setVisible(!title.isEmpty());
+    m_title->setVisible(!title.isEmpty() && m_given < 4);
 }
 
 void PageToolbar::setSubtitle(const QString &subtitle)

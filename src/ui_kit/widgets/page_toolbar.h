@@ -32,15 +32,16 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    /// Gives up what the width has no room for: the subtitle, then the texts of buttons that have a
-    /// symbol.
+    /// Gives up what the width has no room for: the subtitle, the texts of buttons that have a
+    /// symbol, those of storefronts, and at last the title, which the sidebar tells, too.
     void fit();
 
     QHBoxLayout *m_leading;
     QHBoxLayout *m_trailing;
     TextLabel *m_title;
     TextLabel *m_subtitle;
-    bool m_isCompact = false;
+    /// How much of that is given up, 0 to 4.
+    int m_given = 0;
 };
 
 } // namespace veltrix
