@@ -74,9 +74,12 @@ void EmptyState::setContent(const Content &content)
     m_title->setText(content.title);
     m_text->setText(content.text);
     m_text->setVisible(!content.text.isEmpty());
-    m_action->setText(content.action);
-    m_action->setAccessibleName(content.action);
+    // Hidden it keeps its name, so that one that returns is known to be the same.
     m_action->setVisible(!content.action.isEmpty());
+    if (!content.action.isEmpty()) {
+        m_action->setText(content.action);
+        m_action->setAccessibleName(content.action);
+    }
     update();
 }
 
