@@ -42,7 +42,9 @@ QSize SettingsSheet::sizeHint() const
 {
     // The sections at their full height; a smaller window makes them scroll.
     const int width = SheetFrame::sizeHint().width();
-    return {width, headerHeight() + body()->heightForWidth(width)};
+    const QMargins edge = layout()->contentsMargins();
+    const int inside = width - edge.left() - edge.right();
+    return {width, edge.top() + headerHeight() + body()->heightForWidth(inside) + edge.bottom()};
 }
 
 QWidget *SettingsSheet::appearanceSection(Preferences &preferences)

@@ -56,6 +56,7 @@ MainWindow::MainWindow(Collaborators collaborators, QWidget *parent)
     setMinimumSize(leastSize);
     if (!restoreGeometry(m_with.preferences.windowGeometry()))
         resize(firstSize);
+    m_geometryTimer.setParent(this);
     m_geometryTimer.setObjectName(QStringLiteral("geometryTimer"));
     m_geometryTimer.setSingleShot(true);
     m_geometryTimer.setInterval(geometryDelay);
