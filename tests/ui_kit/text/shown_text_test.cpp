@@ -14,7 +14,7 @@ TEST(ShownText, HasNoControlCharactersOfEitherSet)
         const bool isControl = code < 0x20 || code >= 0x7F;
         const bool isKept = code == u'\t' || (code >= 0x0A && code <= 0x0D) || code == 0x85;
         const QString shown = shownText(QStringLiteral("a") + QChar(code) + QStringLiteral("b"));
-        EXPECT_EQ(shown.size(), isControl && !isKept ? 2 : 3) << code;
+        EXPECT_EQ(shown.size(), isControl && !isKept ? 2 : 3) << int(code);
     }
 }
 
@@ -22,7 +22,7 @@ TEST(ShownText, HasNothingThatTurnsTheLettersAroundIt)
 {
     for (const char16_t code :
          {0x202A, 0x202B, 0x202C, 0x202D, 0x202E, 0x2066, 0x2067, 0x2068, 0x2069})
-        EXPECT_EQ(shownText(QChar(code) + QStringLiteral("abc")), QStringLiteral("abc")) << code;
+        EXPECT_EQ(shownText(QChar(code) + QStringLiteral("abc")), QStringLiteral("abc")) << int(code);
     const QString marks = QStringLiteral("a\u200Eb\u200Fc\u061Cd");
     EXPECT_EQ(shownText(marks), marks) << "marks of a direction belong to texts that mix them";
 }
