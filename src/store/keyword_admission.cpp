@@ -12,13 +12,6 @@ constexpr qsizetype longestQuotation = 24;
 
 } // namespace
 
-void KeywordAdmission::append(const KeywordAdmission &more)
-{
-    kept.append(more.kept);
-    added += more.added;
-    refused.append(more.refused);
-}
-
 QString refusalReason(KeywordRefusal refusal, const QString &country)
 {
     switch (refusal) {

@@ -39,8 +39,6 @@ struct KeywordAdmission {
     QList<RefusedKeyword> refused;
 
     [[nodiscard]] qsizetype alreadyTracked() const { return kept.size() - added; }
-    /// Takes over what became of further texts.
-    void append(const KeywordAdmission &more);
 };
 
 /// Why a keyword cannot be measured, as a clause without a full stop: "longer than 100
