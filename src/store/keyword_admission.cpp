@@ -43,15 +43,21 @@ QString quotedKeyword(const QString &text)
 {
     QString shown;
     qsizetype characters = 0;
+    bool isRightToLeft = false;
     // By characters rather than code units, so that none is cut in half.
     for (const char32_t c : text.trimmed().toUcs4()) {
         if (++characters > longestQuotation) {
             shown += u'…';
             break;
         }
+        const QChar::Direction direction = QChar::direction(c);
+        isRightToLeft |= direction == QChar::DirR || direction == QChar::DirAL;
         shown += QChar::category(c) == QChar::Other_Control ? QStringView(u"\uFFFD").toString()
                                                             : QString::fromUcs4(&c, 1);
     }
+    // Isolated, it does not turn what stands around it.
+    if (isRightToLeft)
+        shown = u'\u2068' + shown + u'\u2069';
     return u'“' + shown + u'”';
 }
 

@@ -209,6 +209,7 @@ TEST_F(KeywordAdmissionTest, KeywordsWhoseAppIsGoneAreFoundAndCanBeRemoved)
 
 TEST(QuotedKeyword, IsTrimmedAndCutAfterTwentyFourCharacters)
 {
+    EXPECT_EQ(quotedKeyword(text("מצלמה")), text("“\u2068מצלמה\u2069”"));
     EXPECT_EQ(quotedKeyword(text(" photo editor\n")), text("“photo editor”"));
     EXPECT_EQ(quotedKeyword(QString(24, u'x')), u'“' + QString(24, u'x') + u'”');
     EXPECT_EQ(quotedKeyword(text("📷").repeated(25)), u'“' + text("📷").repeated(24) + text("…”"));

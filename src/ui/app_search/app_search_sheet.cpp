@@ -3,6 +3,7 @@
 
 #include "ui/app_search/app_search.h"
 #include "ui_kit/accessibility/accessibility.h"
+#include "ui_kit/text/shown_text.h"
 #include "ui_kit/text/storefronts.h"
 #include "ui_kit/widgets/app_row_list.h"
 #include "ui_kit/widgets/button.h"
@@ -159,10 +160,11 @@ void AppSearchSheet::showState()
         return;
     }
     const QString place = storefrontName(found.country);
-    m_count->setText(
-        found.apps.size() == 1
-            ? tr("1 result for “%1” in %2").arg(found.query, place)
-            : tr("%L1 results for “%2” in %3").arg(found.apps.size()).arg(found.query, place));
+    m_count->setText(found.apps.size() == 1
+                         ? tr("1 result for “%1” in %2").arg(inSentence(found.query), place)
+                         : tr("%L1 results for “%2” in %3")
+                               .arg(found.apps.size())
+                               .arg(inSentence(found.query), place));
     m_rows->setApps(found.apps);
     m_view->showPage(m_results);
 }

@@ -6,6 +6,7 @@
 #include "ui/measuring/measuring_status.h"
 #include "ui_kit/text/csv.h"
 #include "ui_kit/text/file_name.h"
+#include "ui_kit/text/shown_text.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -125,9 +126,10 @@ Task<void> KeywordActions::refreshRows(QList<QUuid> ids, std::stop_token stop)
                                                      const std::optional<QString> &problem) {
         m_model.setRefreshing(keyword.id, false);
         if (!problem)
-            m_status.say(tr("“%1” is up to date.").arg(keyword.keyword));
+            m_status.say(tr("“%1” is up to date.").arg(inSentence(keyword.keyword)));
         else
-            sayProblem(isOne ? *problem : tr("“%1”: %2").arg(keyword.keyword, *problem));
+            sayProblem(isOne ? *problem
+                             : tr("“%1”: %2").arg(inSentence(keyword.keyword), *problem));
     };
     co_await m_store.refreshes().refreshRows(ids, std::move(ended), stop);
 }
@@ -167,7 +169,8 @@ void KeywordActions::saveCsv(QWidget *dialogParent, const QString &title, const 
                      if (error)
                          self->sayProblem(*error);
                      else
-                         self->m_status.say(tr("Exported to %1.").arg(path.section(u'/', -1)));
+                         self->m_status.say(
+                             tr("Exported to %1.").arg(inSentence(path.section(u'/', -1))));
                  });
 }
 

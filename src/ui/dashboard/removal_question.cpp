@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/dashboard/removal_question.h"
 
+#include "ui_kit/text/shown_text.h"
+
 #include <QCoreApplication>
 
 namespace veltrix
@@ -21,7 +23,7 @@ ConfirmSheet::Question removalQuestion(const QStringList &keywords)
         return {Texts::tr("Delete Keyword?"),
                 Texts::tr("This will delete %1 and its saved ranking snapshot history.\n"
                           "This action cannot be undone.")
-                    .arg(keywords.first()),
+                    .arg(inSentence(keywords.first())),
                 Texts::tr("Delete Keyword")};
     }
     return {Texts::tr("Delete %L1 Keywords?").arg(keywords.size()),

@@ -2,6 +2,7 @@
 #include "ui/measuring/measuring_status.h"
 
 #include "ui/measuring/admission_texts.h"
+#include "ui_kit/text/shown_text.h"
 
 #include <QLocale>
 
@@ -29,7 +30,7 @@ MeasuringStatus::Problem MeasuringStatus::problem() const
 {
     Problem problem{m_refreshes.error().value_or(QString()), QString()};
     if (const auto &failure = m_refreshes.failure())
-        problem.detail = tr("“%1”: %2").arg(failure->keyword.keyword, failure->reason);
+        problem.detail = tr("“%1”: %2").arg(inSentence(failure->keyword.keyword), failure->reason);
     return problem;
 }
 
@@ -42,7 +43,7 @@ std::optional<StatusBar::Work> MeasuringStatus::work() const
     if (!progress.current)
         return StatusBar::Work{tr("Updating rankings…"), fraction};
     return StatusBar::Work{tr("Measuring “%1” · %2 of %3")
-                               .arg(progress.current->keyword,
+                               .arg(inSentence(progress.current->keyword),
                                     QLocale().toString(progress.done + 1),
                                     QLocale().toString(progress.total())),
                            fraction};

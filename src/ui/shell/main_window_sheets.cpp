@@ -10,6 +10,7 @@
 #include "ui/measuring/measuring_status.h"
 #include "ui/ranked_apps/ranking_apps_sheet.h"
 #include "ui/settings/settings_sheet.h"
+#include "ui_kit/text/shown_text.h"
 #include "ui_kit/widgets/overlay.h"
 
 namespace veltrix
@@ -42,7 +43,7 @@ void MainWindow::openAppSearch()
             &KeywordFilter::setSearchStorefront);
     connect(sheet, &AppSearchSheet::appTracked, this, [this](const AppProfile &app) {
         selectApp(app.id);
-        m_measuring->say(tr("Added %1").arg(app.appName));
+        m_measuring->say(tr("Added %1").arg(inSentence(app.appName)));
     });
 }
 
@@ -65,7 +66,7 @@ void MainWindow::askToDeleteApp(QUuid id)
         tr("Delete App?"),
         tr("This will delete %1 and all of its saved keywords and ranking snapshots.\n"
            "This action cannot be undone.")
-            .arg(app->appName),
+            .arg(inSentence(app->appName)),
         tr("Delete App")};
     ConfirmSheet::ask(this, question, [this, id] { m_with.store.removeApp(id); });
 }
