@@ -11,6 +11,7 @@
 #include "ui/settings/updater_interface.h"
 #include "ui/shell/app_selector.h"
 #include "ui/shell/persistence_banner.h"
+#include "ui/shell/removals.h"
 #include "ui_kit/accessibility/accessibility.h"
 #include "ui_kit/widgets/artwork_images.h"
 #include "ui_kit/widgets/banner.h"
@@ -47,6 +48,7 @@ MainWindow::MainWindow(Collaborators collaborators, QWidget *parent)
           new CompetitorsView({m_with.store, *m_images, m_with.openUrl, m_with.appStoreUrl})),
       m_pages(new QStackedWidget), m_selection(new AppSelection(m_with.store, this)),
       m_refresh(new AutomaticRefresh(m_with.store, *m_measuring, this)),
+      m_removals(new Removals(m_with.store, this)),
       m_keeper(new FocusKeeper(this, [this] { takeFocusHome(); }))
 {
     setObjectName(QStringLiteral("mainWindow"));
@@ -68,6 +70,7 @@ MainWindow::MainWindow(Collaborators collaborators, QWidget *parent)
     connectSidebar();
     connectPages();
     connectSheets();
+    connectRemovals();
     connect(m_selection, &AppSelection::changed, this, &MainWindow::showApp);
     showApp(m_selection->id());
 }
@@ -85,7 +88,8 @@ void MainWindow::layOut()
     if (m_with.updater)
         workspace->addWidget(makeUpdateBanner(*m_with.updater, [this] { openSettings(); }));
     workspace->addWidget(m_pages, 1);
-    workspace->addWidget(makeStatusBar(*m_measuring));
+    m_statusBar = makeStatusBar(*m_measuring);
+    workspace->addWidget(m_statusBar);
     auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
@@ -114,6 +118,21 @@ void MainWindow::connectPages()
             &CompetitorsView::setCountry);
     connect(m_competitors, &CompetitorsView::countryPicked, &filter,
             &KeywordFilter::setSearchStorefront);
+}
+
+void MainWindow::connectRemovals()
+{
+    connect(m_removals, &Removals::offerChanged, this,
+            [this] { m_statusBar->setOffer(m_removals->offer()); });
+    connect(m_statusBar, &StatusBar::undoRequested, m_removals, &Removals::undo);
+    connect(m_removals, &Removals::undone, this,
+            [this](const QString &text, std::optional<QUuid> appId) {
+                if (appId)
+                    selectApp(appId);
+                m_measuring->say(text);
+            });
+    connect(m_removals, &Removals::failed, this,
+            [this](const QString &problem) { m_measuring->say(problem, StatusBar::Tone::Error); });
 }
 
 void MainWindow::showApp(std::optional<QUuid> id)
@@ -151,7 +170,7 @@ void MainWindow::showWorkspace(Workspace workspace)
                                                                : m_competitors);
     if (!losesFocus)
         return;
-    if (workspace == Workspace::Keywords)
+    if (m_workspace == Workspace::Keywords)
         m_dashboard->focusContent();
     else
         m_competitors->focusContent();

@@ -31,6 +31,8 @@ class FocusKeeper;
 class MeasuringStatus;
 class PageToolbar;
 class Preferences;
+class Removals;
+class StatusBar;
 class UpdaterInterface;
 
 class MainWindow final : public QWidget
@@ -110,6 +112,7 @@ private:
     void updateCounts();
     void askToDeleteApp(QUuid id);
     void askToQuitWithoutSaving();
+    void connectRemovals();
     void updateActivity();
 
     Collaborators m_with;
@@ -123,6 +126,8 @@ private:
     // After those that show the store, so that they follow its signals first.
     AppSelection *m_selection;
     AutomaticRefresh *m_refresh;
+    Removals *m_removals;
+    StatusBar *m_statusBar = nullptr;
     Workspace m_workspace = Workspace::Keywords;
     QAction *m_checkForUpdates;
     QAction *m_addApp;

@@ -6,6 +6,7 @@
 #include "ui/dashboard/dashboard_page.h"
 #include "ui/settings/updater_interface.h"
 #include "ui/shell/app_selector.h"
+#include "ui/shell/removals.h"
 #include "ui_kit/accessibility/accessibility.h"
 #include "ui_kit/theme/symbols.h"
 #include "ui_kit/widgets/button.h"
@@ -53,6 +54,8 @@ void MainWindow::buildKeys()
     addKey(tr("Competitors"), QKeySequence(Qt::CTRL | Qt::Key_2),
            [this] { showWorkspace(Workspace::Competitors); });
     addKey(tr("Settings"), QKeySequence(Qt::CTRL | Qt::Key_Comma), [this] { openSettings(); });
+    // A text field with the focus keeps the key for itself.
+    addKey(tr("Undo"), QKeySequence::Undo, [this] { m_removals->undo(); });
 
     // These two know of sheets.
     const auto addOwn = [this](const QString &text, const QKeySequence &key, auto act) {

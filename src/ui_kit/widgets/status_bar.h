@@ -34,6 +34,7 @@ private:
     std::optional<double> m_fraction;
 };
 
+/// Takes no room while it has nothing to say. Needs a parent, which it fills the width of.
 class StatusBar final : public QWidget
 {
     Q_OBJECT
@@ -54,21 +55,31 @@ public:
                     const QString &detail = QString());
     [[nodiscard]] QString message() const;
     [[nodiscard]] QString detail() const;
+    /// A text with "Undo" after it, which stands in the message's place; hidden when it is empty.
+    void setOffer(const QString &offer);
     /// What is running; nothing hides that side.
     void setWork(const std::optional<Work> &work);
     [[nodiscard]] const std::optional<Work> &work() const { return m_work; }
 
 Q_SIGNALS:
     void stopRequested();
+    void undoRequested();
 
 protected:
     void resizeEvent(QResizeEvent *event) override;
+    void changeEvent(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    /// Shows what there is to show; the bar takes no room without anything.
+    void showParts();
+
     std::optional<Work> m_work;
+    QString m_offered;
     ElidedLabel *m_message;
     TextLabel *m_detail;
+    ElidedLabel *m_offer;
+    Button *m_undo;
     ElidedLabel *m_workText;
     ProgressLine *m_progress;
     Button *m_stop;
