@@ -16,6 +16,7 @@ constexpr int widestColumn = 4000;
 const QString shown = QStringLiteral("shown");
 const QString hidden = QStringLiteral("hidden");
 const QString sortWord = QStringLiteral("sort");
+const QString excessWord = QStringLiteral("excess");
 const QString ascending = QStringLiteral("ascending");
 const QString descending = QStringLiteral("descending");
 
@@ -58,6 +59,11 @@ void readColumn(ColumnLayout &layout, const QStringList &words)
     layout.columns.push_back(entry);
 }
 
+void readExcess(ColumnLayout &layout, const QStringList &words)
+{
+    layout.excess = std::clamp(words.value(1).toInt(), -widestColumn, widestColumn);
+}
+
 void readSorting(ColumnLayout &layout, const QStringList &words)
 {
     const auto column = keywordColumnOf(words.value(1));
@@ -86,6 +92,8 @@ QString ColumnLayout::toText() const
     }
     entries.append(sortWord + u' ' + QLatin1String(keywordColumnInfo(sortedBy).id) + u' ' +
                    (sortOrder == Qt::AscendingOrder ? ascending : descending));
+    if (excess != 0)
+        entries.append(excessWord + u' ' + QString::number(excess));
     return entries.join(QStringLiteral("; "));
 }
 
@@ -96,6 +104,8 @@ ColumnLayout ColumnLayout::fromText(const QString &text)
         const QStringList words = entry.simplified().split(u' ');
         if (words.value(0) == sortWord)
             readSorting(layout, words);
+        else if (words.value(0) == excessWord)
+            readExcess(layout, words);
         else
             readColumn(layout, words);
     }

@@ -11,7 +11,8 @@
 namespace veltrix
 {
 
-/// Order, width and visibility of every column, and what the rows are sorted by.
+/// Order, width and visibility of every column, and what the rows are sorted by. Widths are pixels
+/// at the standard font.
 struct ColumnLayout {
     struct Column {
         KeywordColumn column = KeywordColumn::Keyword;
@@ -24,6 +25,8 @@ struct ColumnLayout {
     std::vector<Column> columns;
     KeywordColumn sortedBy = KeywordColumn::Keyword;
     Qt::SortOrder sortOrder = Qt::AscendingOrder;
+    /// How much wider than the table the user has made all columns together; negative: narrower.
+    int excess = 0;
 
     /// All columns shown in their defined order with their default widths, sorted by keyword.
     static ColumnLayout standard();

@@ -27,6 +27,8 @@ namespace
 
 /// How often "4 min. ago" is looked at again.
 constexpr Seconds timeRefresh{30};
+/// How long after the first of several changes the columns are saved: a drag makes many.
+constexpr Seconds columnsDelay{0.5};
 
 } // namespace
 
@@ -63,6 +65,8 @@ DashboardPage::DashboardPage(ASOStore &store, ArtworkImages &images, Preferences
 
 DashboardPage::~DashboardPage()
 {
+    if (m_hasChangedColumns)
+        saveColumns();
     // Its running tasks use the model, which is older and would go first.
     delete m_actions;
 }
@@ -113,7 +117,7 @@ void DashboardPage::connectTable()
             rowSignal(&DashboardPage::historyRequested));
     connect(m_table, &KeywordTableView::removeRequested, this, &DashboardPage::removeSelected);
     connect(m_table, &KeywordTableView::menuRequested, this, &DashboardPage::showRowMenu);
-    connect(m_table, &KeywordTableView::columnLayoutChanged, this, &DashboardPage::saveColumns);
+    connect(m_table, &KeywordTableView::columnLayoutChanged, this, &DashboardPage::columnsChanged);
     connect(m_table, &KeywordTableView::columnMenuRequested, this, [this](const QPoint &position) {
         auto *menu = new QMenu(this);
         menu->setObjectName(QStringLiteral("columnMenu"));
@@ -199,13 +203,27 @@ void DashboardPage::goOn()
 
 void DashboardPage::measuringEnded()
 {
-    // The order may have changed under the new figures; nobody is pointing at a row now.
-    if (m_store.refreshProgress().isIdle() && !m_table->underMouse())
+    // While measuring goes on, every row changes where it stands; with the new figures each goes to
+    // its place at once. Selection and scroll position stay.
+    if (m_store.refreshProgress().isIdle())
         m_model->resort();
+}
+
+void DashboardPage::columnsChanged()
+{
+    if (!std::exchange(m_hasChangedColumns, true))
+        m_tasks.own(saveColumnsSoon(m_tasks.token()));
+}
+
+Task<void> DashboardPage::saveColumnsSoon(std::stop_token stop)
+{
+    co_await m_store.clock().sleep(columnsDelay, stop);
+    saveColumns();
 }
 
 void DashboardPage::saveColumns()
 {
+    m_hasChangedColumns = false;
     m_preferences.setKeywordTableColumns(m_table->columnLayout().toText());
 }
 

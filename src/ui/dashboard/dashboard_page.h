@@ -80,7 +80,9 @@ private:
     void goOn();
     void updateCount();
     void measuringEnded();
+    void columnsChanged();
     void saveColumns();
+    Task<void> saveColumnsSoon(std::stop_token stop);
     [[nodiscard]] std::optional<AppProfile> app() const;
     [[nodiscard]] std::optional<DashboardPlaceholder> placeholder() const;
     Task<void> keepTimesCurrent(std::stop_token stop);
@@ -101,6 +103,8 @@ private:
     Banner *m_orphansBanner;
     QStackedWidget *m_stack;
     EmptyState *m_empty;
+    /// The columns have changed and are not saved yet.
+    bool m_hasChangedColumns = false;
     TaskScope m_tasks;
 };
 

@@ -3,6 +3,7 @@
 
 #include "store/keyword_admission.h"
 #include "ui/dashboard/keyword_cells.h"
+#include "ui_kit/text/shown_text.h"
 #include "ui_kit/text/storefronts.h"
 #include "ui_kit/text/tool_tip_text.h"
 #include "ui_kit/widgets/badge.h"
@@ -55,7 +56,7 @@ QString rowSentence(const Entry &entry)
 
 QString keywordToolTip(const Entry &entry)
 {
-    QStringList lines{entry.row.keyword + QStringLiteral(" · ") +
+    QStringList lines{inSentence(entry.row.keyword) + QStringLiteral(" · ") +
                       storefrontName(entry.row.country)};
     if (!entry.unmeasurable.isEmpty())
         lines << timeText(entry);
@@ -70,6 +71,11 @@ Badge targetOf(const Entry &entry)
     if (!entry.row.opportunity && !entry.unmeasurable.isEmpty())
         return {notMeasurable(), Token::Gray};
     return targetBadge(entry.row.opportunity);
+}
+
+QString targetText(const Entry &entry)
+{
+    return Texts::tr("Target: %1").arg(targetOf(entry).text);
 }
 
 QString targetHint(const Entry &entry)
@@ -161,9 +167,13 @@ constexpr std::array columns{
         .minimumWidth = 110,
         .sortKey = targetKey,
         .text = [](const Entry &entry) { return targetOf(entry).text; },
-        .accessibleText =
-            [](const Entry &entry) { return Texts::tr("Target: %1").arg(targetOf(entry).text); },
+        .accessibleText = targetText,
         .accessibleHint = targetHint,
+        .toolTip =
+            [](const Entry &entry) {
+                const QString hint = targetHint(entry);
+                return hint.isEmpty() ? targetText(entry) : hint;
+            },
         .paint =
             [](const CellPainting &cell, const Entry &entry) {
                 paintBadge(cell.painter, cell.content, targetOf(entry), cell.tokens, cell.base());

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/dashboard/keyword_entry.h"
 
-#include "ui_kit/text/storefronts.h"
-
 #include <QCoreApplication>
 
 namespace veltrix
@@ -32,13 +30,10 @@ QString timeText(const KeywordEntry &entry)
 
 QString updatedText(const KeywordEntry &entry)
 {
-    QString line = timeText(entry);
     // The reason is what there is room for; a symbol before it and the ranking say the rest.
     if (!entry.unmeasurable.isEmpty() && !entry.isRefreshing)
-        line = entry.unmeasurable.first(1).toUpper() + entry.unmeasurable.sliced(1);
-    if (entry.surroundings->hasSeveralStorefronts)
-        line += QStringLiteral(" · ") + storefrontName(entry.row.country);
-    return line;
+        return entry.unmeasurable.first(1).toUpper() + entry.unmeasurable.sliced(1);
+    return timeText(entry);
 }
 
 } // namespace veltrix

@@ -20,7 +20,7 @@ namespace veltrix
 struct KeywordSurroundings {
     Clock &clock;
     RelativeTime relativeTime;
-    /// Equal keywords of several storefronts may stand below each other.
+    /// Equal keywords of several storefronts may stand below each other: each tells its own.
     bool hasSeveralStorefronts = false;
 };
 
@@ -44,8 +44,7 @@ struct KeywordEntry {
 
 /// "Updated 4 min. ago", "Awaiting metrics", "Refreshing…", or "Cannot be measured: " and why.
 QString timeText(const KeywordEntry &entry);
-/// The line under the keyword: timeText(), or only the reason of one that cannot be measured, and
-/// the storefront where rows could be confused.
+/// The line under the keyword: timeText(), or only the reason of one that cannot be measured.
 QString updatedText(const KeywordEntry &entry);
 
 } // namespace veltrix

@@ -46,7 +46,10 @@ bool KeywordTableModel::comesFirstOfEquals(const KeywordEntry &left,
                                            const KeywordEntry &right) const
 {
     const int order = left.order->compare(*right.order);
-    return order != 0 ? order < 0 : left.row.id < right.row.id;
+    if (order != 0)
+        return order < 0;
+    const int storefront = left.row.country.compare(right.row.country);
+    return storefront != 0 ? storefront < 0 : left.row.id < right.row.id;
 }
 
 void KeywordTableModel::setApp(std::optional<QUuid> appId)

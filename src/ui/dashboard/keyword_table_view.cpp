@@ -1,16 +1,27 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/dashboard/keyword_table_view.h"
 
+#include "ui/dashboard/keyword_cells.h"
 #include "ui/dashboard/keyword_table_model.h"
 #include "ui/dashboard/row_actions.h"
 #include "ui_kit/accessibility/accessibility.h"
 #include "ui_kit/table/table_header.h"
 #include "ui_kit/theme/typography.h"
 
+#include <QApplication>
 #include <QContextMenuEvent>
 
 namespace veltrix
 {
+
+namespace
+{
+
+constexpr int standardControlHeight = 30;
+/// Rows that are in view however low the window is.
+constexpr int leastRows = 3;
+
+} // namespace
 
 KeywordTableView::KeywordTableView(KeywordTableModel &model, ArtworkImages &images, QWidget *parent)
     : RowTable(model, RowHeight::TwoLines, &images, parent), m_model(model),
@@ -21,7 +32,6 @@ KeywordTableView::KeywordTableView(KeywordTableModel &model, ArtworkImages &imag
     header().setAccessibleName(tr("Columns"));
     header().setContextMenuPolicy(Qt::CustomContextMenu);
     setSelectionMode(ExtendedSelection);
-    setMinimumHeight(6 * twoLineRowHeight(font()));
     m_rowActions->hide();
     connectHeader();
     connectRowActions();
@@ -30,6 +40,8 @@ KeywordTableView::KeywordTableView(KeywordTableModel &model, ArtworkImages &imag
         if (!isAppsCell(visualRect(index).center()))
             Q_EMIT opened(index.row());
     });
+    // The current row has its buttons while the table has the focus.
+    connect(qApp, &QApplication::focusChanged, this, [this] { rowsPlaced(); });
     setColumnLayout(ColumnLayout::standard());
 }
 
@@ -72,19 +84,38 @@ void KeywordTableView::connectRowActions()
 void KeywordTableView::setColumnLayout(const ColumnLayout &layout)
 {
     m_isArranging = true;
+    arrangeColumns(layout);
+    header().setSortIndicator(int(layout.sortedBy), layout.sortOrder);
+    m_model.sort(int(layout.sortedBy), layout.sortOrder);
+    m_isArranging = false;
+    fillWithKeywords();
+}
+
+void KeywordTableView::arrangeColumns(const ColumnLayout &layout)
+{
+    m_arrangedFont = font();
+    m_hiddenWidths.clear();
+    m_excess = scaledLength(layout.excess);
     for (size_t place = 0; place < layout.columns.size(); ++place) {
         const ColumnLayout::Column &column = layout.columns[place];
         const int section = int(column.column);
         header().moveSection(header().visualIndex(section), int(place));
         header().setSectionHidden(section, false);
-        header().resizeSection(section, column.width);
+        header().resizeSection(section, scaledLength(column.width));
         header().setSectionHidden(section, !column.isVisible);
+        if (!column.isVisible)
+            m_hiddenWidths.insert(column.column, column.width);
     }
-    header().setSortIndicator(int(layout.sortedBy), layout.sortOrder);
-    m_model.sort(int(layout.sortedBy), layout.sortOrder);
-    m_isArranging = false;
-    m_excess = 0;
-    fillWithKeywords();
+}
+
+int KeywordTableView::scaledLength(int atStandard) const
+{
+    return qRound(double(atStandard) * controlHeight(m_arrangedFont) / standardControlHeight);
+}
+
+int KeywordTableView::toStandardFont(int pixels) const
+{
+    return qRound(double(pixels) * standardControlHeight / controlHeight(m_arrangedFont));
 }
 
 ColumnLayout KeywordTableView::columnLayout() const
@@ -93,22 +124,38 @@ ColumnLayout KeywordTableView::columnLayout() const
     for (int place = 0; place < header().count(); ++place) {
         const int section = header().logicalIndex(place);
         const auto column = static_cast<KeywordColumn>(section);
-        const bool hidden = header().isSectionHidden(section);
+        const bool isHidden = header().isSectionHidden(section);
         const int width =
-            hidden ? keywordColumnInfo(column).defaultWidth : header().sectionSize(section);
-        layout.columns.push_back({column, width, !hidden});
+            isHidden ? m_hiddenWidths.value(column) : toStandardFont(header().sectionSize(section));
+        layout.columns.push_back({column, width, !isHidden});
     }
     layout.sortedBy = m_model.sortedBy();
     layout.sortOrder = m_model.sortOrder();
+    layout.excess = toStandardFont(m_excess);
     return layout;
+}
+
+void KeywordTableView::fontChanged()
+{
+    // What was arranged for the other font, at this one.
+    const ColumnLayout layout = columnLayout();
+    const bool wasArranging = std::exchange(m_isArranging, true);
+    arrangeColumns(layout);
+    m_isArranging = wasArranging;
+    fillWithKeywords();
 }
 
 void KeywordTableView::setColumnVisible(KeywordColumn column, bool visible)
 {
-    if (column == KeywordColumn::Keyword)
+    const int section = int(column);
+    if (column == KeywordColumn::Keyword || header().isSectionHidden(section) != visible)
         return;
     m_isArranging = true;
-    header().setSectionHidden(int(column), !visible);
+    if (!visible)
+        m_hiddenWidths.insert(column, toStandardFont(header().sectionSize(section)));
+    else
+        m_hiddenWidths.remove(column);
+    header().setSectionHidden(section, !visible);
     m_isArranging = false;
     m_excess = 0;
     fillWithKeywords();
@@ -163,36 +210,71 @@ bool KeywordTableView::isAppsCell(const QPoint &position) const
 bool KeywordTableView::viewportEvent(QEvent *event)
 {
     if (event->type() == QEvent::MouseMove) {
-        const QPoint position = static_cast<QMouseEvent *>(event)->position().toPoint();
-        viewport()->setCursor(isAppsCell(position) ? Qt::PointingHandCursor : Qt::ArrowCursor);
+        m_pointer = static_cast<QMouseEvent *>(event)->position().toPoint();
+        viewport()->setCursor(isAppsCell(m_pointer) ? Qt::PointingHandCursor : Qt::ArrowCursor);
     }
-    return RowTable::viewportEvent(event);
+    const bool isHandled = RowTable::viewportEvent(event);
+    // Buttons that had to wait for the pointer to leave their place.
+    if (event->type() == QEvent::MouseMove && m_actionsRow != hoveredRow())
+        rowsPlaced();
+    return isHandled;
 }
 
 qreal KeywordTableView::coveredEnd(const QModelIndex &index) const
 {
     const bool hasActions =
         index.row() == m_actionsRow && index.column() == int(KeywordColumn::Keyword);
-    return hasActions ? m_rowActions->sizeHint().width() : 0;
+    return hasActions ? m_rowActions->width() : 0;
 }
 
-void KeywordTableView::rowsPlaced()
+QSize KeywordTableView::minimumSizeHint() const
+{
+    return {RowTable::minimumSizeHint().width(),
+            header().sizeHint().height() + leastRows * twoLineRowHeight(font())};
+}
+
+int KeywordTableView::rowOfActions() const
 {
     int row = hoveredRow();
     if (row < 0 && hasFocus() && currentIndex().isValid() &&
         selectionModel()->isRowSelected(currentIndex().row()))
         row = currentIndex().row();
-    const bool shown = row >= 0 && row < m_model.rowCount();
-    m_actionsRow = shown ? row : -1;
-    m_rowActions->setVisible(shown);
-    if (!shown)
-        return;
-    m_rowActions->setRow(m_model.entryAt(row).row);
-    const QSize size = m_rowActions->sizeHint();
-    const int keyword = int(KeywordColumn::Keyword);
-    const int right = columnViewportPosition(keyword) + columnWidth(keyword) - spacing::s;
-    const int top = rowViewportPosition(row) + (rowHeight(row) - size.height()) / 2;
-    m_rowActions->setGeometry(QRect(QPoint(right - size.width(), top), size));
+    return row < m_model.rowCount() ? row : -1;
+}
+
+QRect KeywordTableView::placeActions(int row)
+{
+    const QRect cell = visualRect(m_model.index(row, int(KeywordColumn::Keyword)));
+    // Half of the cell belongs to the keyword.
+    const int room = cell.width() / 2 - spacing::s;
+    const auto extent = m_rowActions->widthOf(RowActions::Extent::All) <= room
+                            ? RowActions::Extent::All
+                            : RowActions::Extent::More;
+    const QSize size(m_rowActions->widthOf(extent), controlHeight(font()));
+    const QRect place(QPoint(cell.right() + 1 - spacing::s - size.width(),
+                             cell.top() + (cell.height() - size.height()) / 2),
+                      size);
+    // Whoever points at a keyword is not to press a button that has come up there.
+    const qreal textEnd = cell.left() + spacing::m + keywordCellWidth(m_model.entryAt(row), font());
+    const bool comesUp = row != m_actionsRow && row == hoveredRow();
+    if (comesUp && place.contains(m_pointer) && m_pointer.x() < textEnd)
+        return {};
+    m_rowActions->setExtent(extent);
+    return place;
+}
+
+void KeywordTableView::rowsPlaced()
+{
+    const int row = rowOfActions();
+    const QRect place = row < 0 ? QRect() : placeActions(row);
+    const int before = std::exchange(m_actionsRow, place.isEmpty() ? -1 : row);
+    if (m_actionsRow >= 0) {
+        m_rowActions->setRow(m_model.entryAt(row).row);
+        m_rowActions->setGeometry(place);
+    }
+    m_rowActions->setVisible(m_actionsRow >= 0);
+    if (m_actionsRow != before)
+        viewport()->update();
 }
 
 void KeywordTableView::mousePressEvent(QMouseEvent *event)

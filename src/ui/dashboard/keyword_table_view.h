@@ -6,6 +6,8 @@
 #include "ui/dashboard/column_layout.h"
 #include "ui_kit/table/row_table.h"
 
+#include <QHash>
+
 namespace veltrix
 {
 
@@ -46,14 +48,24 @@ protected:
     bool viewportEvent(QEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
+    [[nodiscard]] QSize minimumSizeHint() const override;
     [[nodiscard]] qreal coveredEnd(const QModelIndex &index) const override;
     void rowsPlaced() override;
+    void fontChanged() override;
 
 private:
     void connectHeader();
     void connectRowActions();
     void selectCurrentIfNone();
     void fillWithKeywords();
+    /// Gives every column the layout's place, width and visibility.
+    void arrangeColumns(const ColumnLayout &layout);
+    /// The row whose buttons are wanted, or -1.
+    [[nodiscard]] int rowOfActions() const;
+    /// Where the row's buttons go; empty where they would come up under the pointer.
+    [[nodiscard]] QRect placeActions(int row);
+    [[nodiscard]] int scaledLength(int atStandard) const;
+    [[nodiscard]] int toStandardFont(int pixels) const;
     [[nodiscard]] bool isAppsCell(const QPoint &position) const;
 
     KeywordTableModel &m_model;
@@ -62,6 +74,11 @@ private:
     /// How much wider than the table the user has made all columns together; negative: narrower.
     int m_excess = 0;
     bool m_isArranging = false;
+    /// Of the font that the columns have their widths for.
+    QFont m_arrangedFont;
+    /// Of hidden columns, as they were when they were shown; at the standard font.
+    QHash<KeywordColumn, int> m_hiddenWidths;
+    QPoint m_pointer;
     QPersistentModelIndex m_pressedApps;
 };
 

@@ -39,6 +39,20 @@ RowActions::RowActions(QWidget *parent)
     setRow({});
 }
 
+void RowActions::setExtent(Extent extent)
+{
+    m_rankedApps->setVisible(extent == Extent::All);
+    m_history->setVisible(extent == Extent::All);
+}
+
+int RowActions::widthOf(Extent extent) const
+{
+    int width = m_more->sizeHint().width();
+    if (extent == Extent::All)
+        width += m_rankedApps->sizeHint().width() + m_history->sizeHint().width();
+    return width;
+}
+
 void RowActions::setRow(const DashboardKeywordRow &row)
 {
     m_rankedApps->setAccessibleName(

@@ -17,6 +17,15 @@ class RowActions final : public QWidget
 public:
     explicit RowActions(QWidget *parent = nullptr);
 
+    enum class Extent {
+        All,
+        /// "More actions" alone, whose menu has the others.
+        More,
+    };
+    void setExtent(Extent extent);
+    /// Pixels.
+    [[nodiscard]] int widthOf(Extent extent) const;
+
     /// Names the buttons for that keyword.
     void setRow(const DashboardKeywordRow &row);
 

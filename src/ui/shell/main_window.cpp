@@ -170,7 +170,7 @@ void MainWindow::showWorkspace(Workspace workspace)
                                                                : m_competitors);
     if (!losesFocus)
         return;
-    if (m_workspace == Workspace::Keywords)
+    if (workspace == Workspace::Keywords)
         m_dashboard->focusContent();
     else
         m_competitors->focusContent();

@@ -5,6 +5,7 @@
 #include "model/text_folding.h"
 #include "ui_kit/table/column.h"
 #include "ui_kit/table/row_model.h"
+#include "ui_kit/text/tool_tip_text.h"
 
 #include <QCollator>
 
@@ -242,7 +243,7 @@ QVariant EntryModel<Entry, Id>::headerData(int section, Qt::Orientation orientat
     case Qt::AccessibleTextRole:
         return column.title();
     case Qt::ToolTipRole:
-        return column.helpText();
+        return toolTipText(column.helpText());
     case Qt::AccessibleDescriptionRole:
         return section == sortColumn() ? sortedText(column.helpText()) : column.helpText();
     case Qt::TextAlignmentRole:

@@ -52,7 +52,7 @@ public:
     [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem &,
                                  const QModelIndex &index) const override
     {
-        return {m_table.m_model.defaultWidth(index.column()),
+        return {scaledToFont(m_table.m_model.defaultWidth(index.column()), m_table.font()),
                 m_table.verticalHeader()->defaultSectionSize()};
     }
     bool editorEvent(QEvent *, QAbstractItemModel *, const QStyleOptionViewItem &,
@@ -148,8 +148,13 @@ void RowTable::copy() const
 void RowTable::fillWidth(int column, int excess)
 {
     const int others = m_header->length() - m_header->sectionSize(column);
-    m_header->resizeSection(
-        column, std::max(viewport()->width() + excess - others, m_model.minimumWidth(column)));
+    m_header->resizeSection(column,
+                            std::max(viewport()->width() + excess - others, minimumWidth(column)));
+}
+
+int RowTable::minimumWidth(int column) const
+{
+    return scaledToFont(m_model.minimumWidth(column), font());
 }
 
 QRect RowTable::rowRect(int row) const
@@ -221,9 +226,14 @@ void RowTable::paintEvent(QPaintEvent *event)
 void RowTable::changeEvent(QEvent *event)
 {
     QTableView::changeEvent(event);
-    if (event->type() == QEvent::FontChange)
+    if (event->type() == QEvent::FontChange) {
         applyRowHeight();
+        fontChanged();
+        rowsPlaced();
+    }
 }
+
+void RowTable::fontChanged() {}
 
 bool RowTable::viewportEvent(QEvent *event)
 {

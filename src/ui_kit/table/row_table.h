@@ -62,6 +62,10 @@ protected:
     /// its minimum.
     void fillWidth(int column, int excess = 0);
     [[nodiscard]] QRect rowRect(int row) const;
+    /// Pixels at the table's font.
+    [[nodiscard]] int minimumWidth(int column) const;
+    /// The table has another font, its rows and header too.
+    virtual void fontChanged();
 
 private:
     class CellDelegate;

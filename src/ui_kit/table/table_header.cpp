@@ -5,8 +5,10 @@
 #include "ui_kit/theme/typography.h"
 
 #include <QApplication>
+#include <QHelpEvent>
 #include <QPainter>
 #include <QPainterPath>
+#include <QToolTip>
 
 #include <cmath>
 
@@ -49,6 +51,48 @@ QSize TableHeader::sizeHint() const
     return {QHeaderView::sizeHint().width(), controlHeight(font()) + 5};
 }
 
+void TableHeader::changeEvent(QEvent *event)
+{
+    QHeaderView::changeEvent(event);
+    if (event->type() == QEvent::FontChange)
+        Q_EMIT geometriesChanged();
+}
+
+QRect TableHeader::contentOf(const QRect &section)
+{
+    return section.adjusted(spacing::m, 0, -spacing::s, -1);
+}
+
+qreal TableHeader::arrowRoom(int logicalIndex) const
+{
+    return sortIndicatorSection() == logicalIndex ? arrowGap + arrowWidth : 0;
+}
+
+bool TableHeader::isElided(int logicalIndex) const
+{
+    const QFontMetricsF metrics(fontFor(TextStyle::SecondaryMedium, font()));
+    const QRect section(0, 0, sectionSize(logicalIndex), height());
+    const QString title = model()->headerData(logicalIndex, Qt::Horizontal).toString();
+    return metrics.horizontalAdvance(title) > contentOf(section).width() - arrowRoom(logicalIndex);
+}
+
+bool TableHeader::viewportEvent(QEvent *event)
+{
+    if (event->type() == QEvent::ToolTip) {
+        const auto *help = static_cast<QHelpEvent *>(event);
+        const int section = logicalIndexAt(help->pos());
+        const auto textOf = [&](int role) {
+            return model()->headerData(section, Qt::Horizontal, role).toString();
+        };
+        // Without a help of its own, a title that was cut is told whole.
+        if (section >= 0 && textOf(Qt::ToolTipRole).isEmpty() && isElided(section)) {
+            QToolTip::showText(help->globalPos(), textOf(Qt::DisplayRole), this);
+            return true;
+        }
+    }
+    return QHeaderView::viewportEvent(event);
+}
+
 void TableHeader::paintEvent(QPaintEvent *event)
 {
     const Tokens tokens = Tokens::of(this);
@@ -69,8 +113,8 @@ void TableHeader::paintSection(QPainter *painter, const QRect &rect, int logical
     const QFont label = fontFor(TextStyle::SecondaryMedium, font());
     const QFontMetricsF metrics(label);
     const bool sorted = sortIndicatorSection() == logicalIndex;
-    const QRect content = rect.adjusted(spacing::m, 0, -spacing::s, -1);
-    const qreal arrow = sorted ? arrowGap + arrowWidth : 0;
+    const QRect content = contentOf(rect);
+    const qreal arrow = arrowRoom(logicalIndex);
     const QString text =
         metrics.elidedText(model()->headerData(logicalIndex, Qt::Horizontal).toString(),
                            Qt::ElideRight, content.width() - arrow);

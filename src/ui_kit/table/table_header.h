@@ -17,8 +17,16 @@ public:
     [[nodiscard]] QSize sizeHint() const override;
 
 protected:
+    void changeEvent(QEvent *event) override;
+    bool viewportEvent(QEvent *event) override;
     void paintSection(QPainter *painter, const QRect &rect, int logicalIndex) const override;
     void paintEvent(QPaintEvent *event) override;
+
+private:
+    /// The room for a section's text, and for its arrow where it has one.
+    [[nodiscard]] static QRect contentOf(const QRect &section);
+    [[nodiscard]] qreal arrowRoom(int logicalIndex) const;
+    [[nodiscard]] bool isElided(int logicalIndex) const;
 };
 
 } // namespace veltrix

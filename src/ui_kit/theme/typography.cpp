@@ -16,12 +16,6 @@ namespace
 
 constexpr int standardBodyPixels = 13;
 
-int scaled(const QFont &base, int atStandard)
-{
-    const int body = QFontInfo(base).pixelSize();
-    return std::max(1, qRound(double(body) * atStandard / standardBodyPixels));
-}
-
 qreal widestDigit(const QFontMetricsF &metrics)
 {
     qreal widest = 0;
@@ -36,7 +30,7 @@ QFont fontFor(TextStyle style, const QFont &base)
 {
     QFont font = base;
     const auto make = [&](int atStandard, QFont::Weight weight) {
-        font.setPixelSize(scaled(base, atStandard));
+        font.setPixelSize(scaledToFont(atStandard, base));
         font.setWeight(weight);
         return font;
     };
@@ -76,19 +70,25 @@ QFont bodyFont(const QFont &systemFont)
     return font;
 }
 
+int scaledToFont(int atStandard, const QFont &body)
+{
+    const int pixels = QFontInfo(body).pixelSize();
+    return std::max(1, qRound(double(pixels) * atStandard / standardBodyPixels));
+}
+
 int controlHeight(const QFont &body)
 {
-    return scaled(body, 30);
+    return scaledToFont(30, body);
 }
 
 int twoLineRowHeight(const QFont &body)
 {
-    return scaled(body, 52);
+    return scaledToFont(52, body);
 }
 
 int oneLineRowHeight(const QFont &body)
 {
-    return scaled(body, 36);
+    return scaledToFont(36, body);
 }
 
 qreal tabularWidth(const QFontMetricsF &metrics, const QString &text)

@@ -51,6 +51,8 @@ inline constexpr qreal card = 10;
 inline constexpr qreal sheet = 12;
 } // namespace radius
 
+/// A length of the standard font's, in pixels, at another body font.
+int scaledToFont(int atStandard, const QFont &body);
 /// Height of buttons and fields: 30 with the standard font.
 int controlHeight(const QFont &body);
 /// Height of table rows with two lines (52 with the standard font) and with one (36).

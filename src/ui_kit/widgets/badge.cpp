@@ -17,6 +17,17 @@ namespace
 {
 
 constexpr qreal sidePadding = 9;
+constexpr qreal codePadding = 6;
+constexpr qreal codeRadius = 4;
+/// How much of the text's colour is in that of a badge, so that it can be read on every row.
+constexpr float textShare = 0.28F;
+
+QColor badgeText(const Tokens &tokens, Token token)
+{
+    QColor text = tokens[Token::Text];
+    text.setAlphaF(textShare);
+    return composed(text, tokens[token]);
+}
 
 Token tierToken(const QString &label)
 {
@@ -68,9 +79,29 @@ void paintBadge(QPainter &painter, const QRectF &rect, const Badge &badge, const
                     tokens.tint(badge.token));
     painter.save();
     painter.setFont(font);
-    painter.setPen(tokens[badge.token]);
+    painter.setPen(badgeText(tokens, badge.token));
     painter.drawText(geometry.text, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine,
                      metrics.elidedText(badge.text, Qt::ElideRight, geometry.text.width() + 0.5));
+    painter.restore();
+}
+
+QSizeF codeBadgeSize(const QString &code, const QFont &base)
+{
+    const QFontMetricsF metrics(fontFor(TextStyle::SecondarySemibold, base));
+    return {std::ceil(metrics.horizontalAdvance(code)) + 2 * codePadding,
+            std::round(metrics.height() * 17.0 / 15.0)};
+}
+
+void paintCodeBadge(QPainter &painter, const QRectF &rect, const QString &code,
+                    const Tokens &tokens, const QFont &base)
+{
+    drawRoundedRect(painter, rect, codeRadius, tokens.tint(Token::Gray));
+    painter.save();
+    painter.setFont(fontFor(TextStyle::SecondarySemibold, base));
+    painter.setPen(badgeText(tokens, Token::Gray));
+    painter.drawText(rect.adjusted(codePadding, 0, -codePadding, 0),
+                     Qt::AlignVCenter | Qt::AlignLeft | Qt::AlignAbsolute | Qt::TextSingleLine,
+                     code);
     painter.restore();
 }
 

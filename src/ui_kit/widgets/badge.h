@@ -38,6 +38,12 @@ BadgeGeometry layoutBadge(const QRectF &rect, const QFontMetricsF &metrics, cons
 void paintBadge(QPainter &painter, const QRectF &rect, const Badge &badge, const Tokens &tokens,
                 const QFont &base);
 
+/// A short code, such as a storefront's: quiet letters on 14 % gray. The size that it takes.
+QSizeF codeBadgeSize(const QString &code, const QFont &base);
+/// `rect` has that size.
+void paintCodeBadge(QPainter &painter, const QRectF &rect, const QString &code,
+                    const Tokens &tokens, const QFont &base);
+
 /// The badge as a widget.
 class BadgeView final : public QWidget
 {

@@ -64,8 +64,6 @@ Banner::Banner(const QString &objectName, const QString &symbol, const QString &
     setAccessibleRole(this, QAccessible::AlertMessage);
     setObjectName(objectName);
     nameControl(m_action, objectName + QStringLiteral("Action"), action);
-    const int size = qRound(controlHeight(font()) * 16.0 / 30.0);
-    m_symbolSpace->setFixedSize(size, size);
     const bool isStrip = m_shape == Shape::Strip;
     auto *line = isStrip
                      ? makeRow(10, this, {spacing::l, 6, spacing::l, 7})
@@ -85,10 +83,9 @@ Banner::Banner(const QString &objectName, const QString &symbol, const QString &
     // Only now that it has a parent: shown before, it would be a window.
     m_action->setVisible(!action.isEmpty());
     m_detail->hide();
-    if (isStrip) {
-        setMinimumHeight(controlHeight(font()) + 13);
+    if (isStrip)
         setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
-    }
+    fitFont();
     connect(m_action, &Button::clicked, this, &Banner::actionTriggered);
     hide();
 }
@@ -164,6 +161,21 @@ void Banner::setLook(const QString &symbol, Token token)
     m_symbol = symbol;
     m_token = token;
     update();
+}
+
+void Banner::fitFont()
+{
+    const int size = qRound(controlHeight(font()) * 16.0 / 30.0);
+    m_symbolSpace->setFixedSize(size, size);
+    if (m_shape == Shape::Strip)
+        setMinimumHeight(controlHeight(font()) + 13);
+}
+
+void Banner::changeEvent(QEvent *event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::FontChange)
+        fitFont();
 }
 
 void Banner::paintEvent(QPaintEvent *)

@@ -53,9 +53,13 @@ Q_SIGNALS:
     void dismissed();
 
 protected:
+    void changeEvent(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    /// Sizes that follow from the font.
+    void fitFont();
+
     Shape m_shape;
     QString m_symbol;
     Token m_token = Token::Orange;

@@ -88,6 +88,13 @@ int EmptyState::symbolSize() const
     return controlHeight(font()) + 6;
 }
 
+void EmptyState::changeEvent(QEvent *event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::FontChange)
+        m_symbolSpace->setFixedHeight(symbolSize());
+}
+
 void EmptyState::paintEvent(QPaintEvent *)
 {
     if (m_content.symbol.isEmpty())

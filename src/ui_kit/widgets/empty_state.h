@@ -39,6 +39,7 @@ Q_SIGNALS:
     void actionTriggered();
 
 protected:
+    void changeEvent(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
 private:

@@ -95,5 +95,13 @@ TEST(ColumnLayout, TheKeywordsAreNeverHidden)
     EXPECT_TRUE(ColumnLayout::fromText(QStringLiteral("keyword 200 hidden")).columns[0].isVisible);
 }
 
+TEST(ColumnLayout, TheWidthBeyondTheTableComesBack)
+{
+    ColumnLayout layout = ColumnLayout::standard();
+    layout.excess = -37;
+    EXPECT_EQ(ColumnLayout::fromText(layout.toText()), layout);
+    EXPECT_EQ(ColumnLayout::fromText(QStringLiteral("excess wide")), ColumnLayout::standard());
+}
+
 } // namespace
 } // namespace veltrix

@@ -40,12 +40,31 @@ TEST(KeywordCellGeometry, CentresTwoLines)
     const QFontMetricsF title(fontFor(TextStyle::BodyMedium, font));
     const QFontMetricsF subtitle(fontFor(TextStyle::Secondary, font));
     const QRectF content(10, 100, 250, 52);
-    const KeywordCellGeometry geometry = layoutKeywordCell(content, title, subtitle);
+    const KeywordCellGeometry geometry = layoutKeywordCell(content, title, subtitle, 80, {});
     EXPECT_DOUBLE_EQ(geometry.title.bottom(), geometry.subtitle.top());
     EXPECT_NEAR((geometry.title.top() + geometry.subtitle.bottom()) / 2, content.center().y(), 1);
     EXPECT_DOUBLE_EQ(geometry.title.width(), 250);
     EXPECT_GE(geometry.title.top(), content.top());
     EXPECT_LE(geometry.subtitle.bottom(), content.bottom());
+}
+
+TEST(KeywordCellGeometry, PutsTheStorefrontBehindTheKeywordWhichGivesWayToIt)
+{
+    QFont font(QStringLiteral("DejaVu Sans"));
+    font.setPixelSize(13);
+    const QFontMetricsF title(fontFor(TextStyle::BodyMedium, font));
+    const QFontMetricsF subtitle(fontFor(TextStyle::Secondary, font));
+    const QRectF content(10, 100, 140, 52);
+    const QSizeF badge(26, 17);
+    const auto roomy = layoutKeywordCell(content, title, subtitle, 60, badge);
+    EXPECT_DOUBLE_EQ(roomy.title.width(), 60);
+    EXPECT_GT(roomy.storefront.left(), roomy.title.right());
+    EXPECT_LT(roomy.storefront.left(), roomy.title.right() + 10);
+    EXPECT_NEAR(roomy.storefront.center().y(), roomy.title.center().y(), 1);
+    const auto narrow = layoutKeywordCell(content, title, subtitle, 400, badge);
+    EXPECT_DOUBLE_EQ(narrow.storefront.right(), content.right());
+    EXPECT_GT(narrow.title.width(), 90);
+    EXPECT_TRUE(layoutKeywordCell(content, title, subtitle, 400, {}).storefront.isEmpty());
 }
 
 TEST_F(KeywordTableViewTest, RowsAreFiftyTwoHighAndGrowWithTheFont)
