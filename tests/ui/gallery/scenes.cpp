@@ -8,6 +8,7 @@
 #include "ui/dashboard/keyword_table_view.h"
 #include "ui/gallery/keyword_scenes.h"
 #include "ui/gallery/sheet_scenes.h"
+#include "ui/gallery/table_scenes.h"
 #include "ui/shell/app_selector.h"
 #include "ui/support/ui_world.h"
 #include "ui_kit/widgets/storefront_picker.h"
@@ -352,7 +353,8 @@ std::vector<Scene> galleryScenes()
 {
     std::vector<Scene> scenes;
     for (const auto &part : {dashboardScenes(), persistenceScenes(), searchScenes(), shellScenes(),
-                             sheetScenes(), competitorScenes(), trackingScenes(), keywordScenes()})
+                             sheetScenes(), competitorScenes(), trackingScenes(), keywordScenes(),
+                             tableScenes()})
         scenes.insert(scenes.end(), part.begin(), part.end());
     return scenes;
 }
