@@ -61,9 +61,7 @@ void AppRowList::setApps(const QList<ITunesAppResult> &apps)
     }
     setVisible(!apps.isEmpty());
     // Rows come later than what stands after the list.
-    QWidget *last = this;
-    for (AppRow *row : std::as_const(m_rows))
-        last = putInTabOrder(last, row);
+    putInTabOrder(*this, {m_rows.begin(), m_rows.end()});
 }
 
 } // namespace veltrix

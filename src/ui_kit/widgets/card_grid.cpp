@@ -54,9 +54,7 @@ void CardGrid::setCards(const QList<QWidget *> &cards)
         }
     }
     // Cards come later than what stands after the grid.
-    QWidget *last = this;
-    for (QWidget *card : std::as_const(m_cards))
-        last = putInTabOrder(last, card);
+    putInTabOrder(*this, m_cards);
     updateGeometry();
     place();
 }

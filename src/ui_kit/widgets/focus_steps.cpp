@@ -92,17 +92,25 @@ std::optional<int> stepIn(int count, int from, Qt::Key key, int abreast, int pag
     return to;
 }
 
-QWidget *putInTabOrder(QWidget *before, QWidget *widget)
+void putInTabOrder(const QWidget &place, const QList<QWidget *> &widgets)
 {
-    QWidget::setTabOrder(before, widget);
-    QWidget *last = widget;
-    for (QWidget *control : widget->findChildren<QWidget *>()) {
-        if (control->focusPolicy() & Qt::TabFocus) {
-            QWidget::setTabOrder(last, control);
-            last = control;
+    // The toolkit orders only what can have the focus.
+    const auto canFollow = [](const QWidget *widget) {
+        return widget->focusPolicy() != Qt::NoFocus;
+    };
+    QWidget *last = place.previousInFocusChain();
+    while (last != &place && (!canFollow(last) || place.isAncestorOf(last)))
+        last = last->previousInFocusChain();
+    if (last == &place)
+        return;
+    for (QWidget *widget : widgets) {
+        for (QWidget *stop : QList<QWidget *>{widget} + widget->findChildren<QWidget *>()) {
+            if (!canFollow(stop))
+                continue;
+            QWidget::setTabOrder(last, stop);
+            last = stop;
         }
     }
-    return last;
 }
 
 bool moveFocusAmong(const QList<QWidget *> &entries, const QKeyEvent &event, int abreast)

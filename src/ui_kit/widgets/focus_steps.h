@@ -24,8 +24,8 @@ std::optional<int> stepIn(int count, int from, Qt::Key key, int abreast, int pag
 /// False when the key is for somebody else.
 bool moveFocusAmong(const QList<QWidget *> &entries, const QKeyEvent &event, int abreast = 1);
 
-/// Puts a widget that has come later, and the controls in it, into the order of Tab after `before`;
-/// gives the last of them, after which the next one goes. Both are in the same window.
-QWidget *putInTabOrder(QWidget *before, QWidget *widget);
+/// Puts widgets that have come later, and the controls in them, into the order of Tab where the
+/// `place` stands that holds them.
+void putInTabOrder(const QWidget &place, const QList<QWidget *> &widgets);
 
 } // namespace veltrix
