@@ -83,8 +83,9 @@ Banner::Banner(const QString &objectName, const QString &symbol, const QString &
     // Only now that it has a parent: shown before, it would be a window.
     m_action->setVisible(!action.isEmpty());
     m_detail->hide();
+    // Not fixed, which would hold it to the height of its first guess at how the text wraps.
     if (isStrip)
-        setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+        setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Minimum);
     fitFont();
     connect(m_action, &Button::clicked, this, &Banner::actionTriggered);
     hide();
