@@ -8,6 +8,7 @@
 #include "ui/dashboard/keyword_table_view.h"
 #include "ui/gallery/keyword_scenes.h"
 #include "ui/gallery/sheet_scenes.h"
+#include "ui/gallery/shell_scenes.h"
 #include "ui/gallery/table_scenes.h"
 #include "ui/shell/app_selector.h"
 #include "ui/support/ui_world.h"
@@ -352,9 +353,9 @@ std::vector<Scene> shellScenes()
 std::vector<Scene> galleryScenes()
 {
     std::vector<Scene> scenes;
-    for (const auto &part : {dashboardScenes(), persistenceScenes(), searchScenes(), shellScenes(),
-                             sheetScenes(), competitorScenes(), trackingScenes(), keywordScenes(),
-                             tableScenes()})
+    for (const auto &part :
+         {dashboardScenes(), persistenceScenes(), searchScenes(), shellScenes(), sheetScenes(),
+          competitorScenes(), trackingScenes(), keywordScenes(), tableScenes(), shellRoomScenes()})
         scenes.insert(scenes.end(), part.begin(), part.end());
     return scenes;
 }
