@@ -254,6 +254,11 @@ class Veltrix:
         for modifier in reversed(held):
             Atspi.generate_keyboard_event(MODIFIERS[modifier], None, Atspi.KeySynthType.RELEASE)
 
+    def type_keys(self, text):
+        """Types a text into what has the keyboard, key by key."""
+        for character in text:
+            Atspi.generate_keyboard_event(ord(character), None, Atspi.KeySynthType.SYM)
+
     def wait_focus(self, name):
         def is_there():
             node = self.focused()
