@@ -29,6 +29,18 @@ function(veltrix_include_root target name folder)
     target_include_directories(${target} PUBLIC ${root})
 endfunction()
 
+# veltrix_precompile(<target> <headers...>)
+# Precompiles headers of other libraries for a target. The compiled header differs from build tree to build tree though
+# nothing in it does; the sum beside it is what the compiler cache looks at instead, so that trees share what they compile.
+function(veltrix_precompile target)
+    if(NOT VELTRIX_PRECOMPILE_HEADERS)
+        return()
+    endif()
+    target_precompile_headers(${target} PRIVATE ${ARGN})
+    file(GENERATE OUTPUT ${CMAKE_CURRENT_BINARY_DIR}/CMakeFiles/${target}.dir/cmake_pch.hxx.gch.sum
+        CONTENT "${ARGN} Qt ${Qt6_VERSION}, ${CMAKE_CXX_COMPILER_VERSION}, $<TARGET_PROPERTY:${target},COMPILE_OPTIONS>\n")
+endfunction()
+
 # veltrix_floor(<name> DEPENDS <targets...> USES <targets...> SOURCES <files...>)
 # Declares the library veltrix_<name>. A floor sees only itself and the floors it lists: what its headers need under
 # DEPENDS, which whoever links it sees too, and what only its own files need under USES. Any other include does not
@@ -39,8 +51,8 @@ function(veltrix_floor name)
     set_target_properties(veltrix_${name} PROPERTIES AUTOMOC ON AUTORCC ON)
     veltrix_include_root(veltrix_${name} ${name} ${CMAKE_CURRENT_SOURCE_DIR})
     target_link_libraries(veltrix_${name} PUBLIC veltrix_options ${arg_DEPENDS} PRIVATE ${arg_USES})
-    if(VELTRIX_PRECOMPILE_HEADERS AND arg_PRECOMPILE)
-        target_precompile_headers(veltrix_${name} PRIVATE ${arg_PRECOMPILE})
+    if(arg_PRECOMPILE)
+        veltrix_precompile(veltrix_${name} ${arg_PRECOMPILE})
     endif()
 endfunction()
 
@@ -51,10 +63,8 @@ function(veltrix_tests name)
     add_executable(veltrix_${name}_tests ${arg_SOURCES})
     set_target_properties(veltrix_${name}_tests PROPERTIES AUTOMOC ON)
     target_link_libraries(veltrix_${name}_tests PRIVATE veltrix_test_support ${arg_DEPENDS})
-    if(VELTRIX_PRECOMPILE_HEADERS)
-        target_precompile_headers(veltrix_${name}_tests PRIVATE
-            <gmock/gmock.h> <gtest/gtest.h> <QString> <QList> <optional> <vector> <memory>)
-    endif()
+    veltrix_precompile(veltrix_${name}_tests
+        <gmock/gmock.h> <gtest/gtest.h> <QString> <QList> <optional> <vector> <memory>)
     gtest_discover_tests(veltrix_${name}_tests DISCOVERY_MODE PRE_TEST
         PROPERTIES TIMEOUT 120 ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
 endfunction()
