@@ -117,7 +117,7 @@ void KeywordAnalysisContent::buildFigures(const AnalysisContent &content)
         tile->setFigure(figure);
         tiles << tile;
     }
-    auto *grid = new CardGrid(leastFigureWidth);
+    auto *grid = new CardGrid(leastFigureWidth, CardGrid::Width::OfTheCards);
     grid->setCards(tiles);
     m_layout->addWidget(grid);
 }

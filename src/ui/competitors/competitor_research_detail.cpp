@@ -28,7 +28,7 @@ constexpr int standardControlHeight = 30;
 /// Below this width the keywords stand under the listing instead of beside it.
 constexpr int twoColumnWidth = 860;
 constexpr int keywordColumnWidth = 420;
-constexpr int leastFigureWidth = 150;
+constexpr int leastFigureWidth = 160;
 
 Figure figure(const QString &caption, const QString &value, const QString &symbol)
 {
@@ -161,7 +161,7 @@ QWidget *CompetitorResearchDetail::makeFigures(const ITunesAppResult &app)
     m_coverageFigure = add("figureCoverage", coverageFigure());
     add("figureUpdated", figure(tr("Last updated"), updatedText(app).value_or(tr("Not available")),
                                 QStringLiteral("clock.arrow.circlepath")));
-    auto *grid = new CardGrid(leastFigureWidth);
+    auto *grid = new CardGrid(leastFigureWidth, CardGrid::Width::OfTheCards);
     grid->setCards(tiles);
     return grid;
 }

@@ -5,6 +5,7 @@
 #include "ui_kit/widgets/focus_steps.h"
 
 #include <QKeyEvent>
+#include <QResizeEvent>
 #include <QStyle>
 
 #include <algorithm>
@@ -30,7 +31,8 @@ std::vector<QRect> layoutCards(int width, int count, int leastWidth, int height,
     return places;
 }
 
-CardGrid::CardGrid(int leastWidth, QWidget *parent) : QWidget(parent), m_leastWidth(leastWidth)
+CardGrid::CardGrid(int leastWidth, Width width, QWidget *parent)
+    : QWidget(parent), m_leastWidth(leastWidth), m_width(width)
 {
     QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     policy.setHeightForWidth(true);
@@ -61,10 +63,12 @@ void CardGrid::setCards(const QList<QWidget *> &cards)
 
 std::vector<QRect> CardGrid::places(int width) const
 {
+    const int count = int(m_cards.size());
+    int least = m_leastWidth * controlHeight(font()) / standardControlHeight;
+    if (m_width == Width::OfTheCards && count > 0)
+        least = std::max(least, (width - (count - 1) * spacing::m) / count);
     const auto layOut = [&](int height) {
-        return layoutCards(width, int(m_cards.size()),
-                           m_leastWidth * controlHeight(font()) / standardControlHeight, height,
-                           spacing::m);
+        return layoutCards(width, count, least, height, spacing::m);
     };
     std::vector<QRect> cards = layOut(0);
     int height = 0;
@@ -90,6 +94,9 @@ QSize CardGrid::sizeHint() const
 void CardGrid::resizeEvent(QResizeEvent *event)
 {
     QWidget::resizeEvent(event);
+    // Another width may need another number of rows.
+    if (event->size().width() != event->oldSize().width())
+        updateGeometry();
     place();
 }
 

@@ -21,8 +21,11 @@ class CardGrid final : public QWidget
     Q_OBJECT
 
 public:
+    /// Whether cards that leave room for more of them share it out between them.
+    enum class Width { OfTheColumns, OfTheCards };
+
     /// `leastWidth` is that of a card, in pixels at the standard font.
-    explicit CardGrid(int leastWidth, QWidget *parent = nullptr);
+    explicit CardGrid(int leastWidth, Width width = Width::OfTheColumns, QWidget *parent = nullptr);
 
     /// Shows these cards in this order; they become children. Cards that are no longer among them
     /// are deleted.
@@ -42,6 +45,7 @@ private:
     void place();
 
     int m_leastWidth;
+    Width m_width;
     QList<QWidget *> m_cards;
 };
 
