@@ -138,11 +138,11 @@ QWidget *CompetitorResearchDetail::makeHeader(const ITunesAppResult &app)
         m_context.openUrl(
             appStoreLink(m_context.appStoreUrl, selection().country, selection().trackId));
     });
+    // Before the next one is made, so that Tab comes to it first.
+    m_header->addAction(open);
     m_track = new TrackCompetitorButton(m_context.store, Button::Kind::Primary,
                                         TrackCompetitorButton::WhenTracked::Untracks, m_header);
-    m_header->addAction(open);
     m_header->addAction(m_track);
-    setTabOrder(open, m_track);
     return m_header;
 }
 
