@@ -31,7 +31,7 @@ PersistenceBanner::PersistenceBanner(ASOStore &store, QWidget *parent)
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_banner);
-    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Minimum);
     connect(m_tryAgain, &Button::clicked, this, [this] { m_tasks.own(tryAgain(m_tasks.token())); });
     connect(m_beginAnew, &Button::clicked, this, &PersistenceBanner::askToBeginAnew);
     connect(m_dismiss, &Button::clicked, this, [this] { m_store.dismissPersistenceNotices(); });
