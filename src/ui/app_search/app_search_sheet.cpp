@@ -172,7 +172,7 @@ void AppSearchSheet::showState()
 void AppSearchSheet::showAdded(const AppProfile &app)
 {
     Q_EMIT appTracked(app);
-    m_addedName->setText(tr("Added %1").arg(app.appName));
+    m_addedName->setText(tr("Added %1").arg(inSentence(app.appName)));
     m_added->show();
     // The rows tell anew which apps are tracked; the field is ready for the next search.
     showState();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/shell/app_line.h"
 
+#include "ui_kit/text/shown_text.h"
 #include "ui_kit/text/storefronts.h"
 #include "ui_kit/theme/typography.h"
 #include "ui_kit/widgets/artwork_images.h"
@@ -44,9 +45,9 @@ void paintAppLine(QPainter &painter, const AppLineGeometry &geometry, const AppP
                  QStringLiteral("app.fill"), tokens);
     painter.setFont(nameFont);
     painter.setPen(tokens[Token::Text]);
-    painter.drawText(
-        geometry.name, Qt::AlignVCenter | Qt::TextSingleLine,
-        QFontMetricsF(nameFont).elidedText(app.appName, Qt::ElideRight, geometry.name.width()));
+    painter.drawText(geometry.name, Qt::AlignVCenter | Qt::TextSingleLine,
+                     QFontMetricsF(nameFont).elidedText(shownLine(app.appName), Qt::ElideRight,
+                                                        geometry.name.width()));
     painter.setFont(countryFont);
     painter.setPen(tokens[Token::Secondary]);
     painter.drawText(

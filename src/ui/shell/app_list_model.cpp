@@ -2,6 +2,7 @@
 #include "ui/shell/app_list_model.h"
 
 #include "model/text_folding.h"
+#include "ui_kit/text/shown_text.h"
 #include "ui_kit/text/storefronts.h"
 
 #include <algorithm>
@@ -95,9 +96,10 @@ QVariant AppListModel::data(const QModelIndex &index, int role) const
     switch (role) {
     case Qt::DisplayRole:
     case Qt::ToolTipRole:
-        return app.appName;
+        return shownLine(app.appName);
     case Qt::AccessibleTextRole: {
-        QString sentence = app.appName + QStringLiteral(", ") + storefrontName(app.country);
+        QString sentence =
+            inSentence(app.appName) + QStringLiteral(", ") + storefrontName(app.country);
         if (isSelected(index.row()))
             sentence += QStringLiteral(", ") + tr("selected");
         return sentence;

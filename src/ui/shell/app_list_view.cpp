@@ -4,6 +4,7 @@
 #include "ui/shell/app_line.h"
 #include "ui/shell/app_list_model.h"
 #include "ui_kit/accessibility/accessibility.h"
+#include "ui_kit/text/shown_text.h"
 #include "ui_kit/theme/painting.h"
 #include "ui_kit/theme/symbols.h"
 #include "ui_kit/theme/typography.h"
@@ -157,7 +158,7 @@ void AppListView::showMenu(const QPoint &position)
     const QUuid id = m_model.appAt(index.row()).id;
     auto *menu = new QMenu(this);
     menu->setObjectName(QStringLiteral("appMenu"));
-    menu->setAccessibleName(m_model.appAt(index.row()).appName);
+    menu->setAccessibleName(shownLine(m_model.appAt(index.row()).appName));
     menu->setAttribute(Qt::WA_DeleteOnClose);
     QAction *remove = menu->addAction(symbolIcon(QStringLiteral("trash")), tr("Delete App"));
     connect(remove, &QAction::triggered, this, [this, id] { Q_EMIT deleteRequested(id); });

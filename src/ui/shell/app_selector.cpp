@@ -4,6 +4,7 @@
 #include "ui/shell/app_list_model.h"
 #include "ui/shell/app_list_view.h"
 #include "ui_kit/accessibility/accessibility.h"
+#include "ui_kit/text/shown_text.h"
 #include "ui_kit/theme/painting.h"
 #include "ui_kit/theme/symbols.h"
 #include "ui_kit/theme/typography.h"
@@ -38,11 +39,9 @@ AppSelectorButton::AppSelectorButton(ArtworkImages &images, QWidget *parent)
 void AppSelectorButton::setApp(const std::optional<AppProfile> &app)
 {
     m_app = app;
-    const QString name = app ? app->appName : m_loaded ? tr("none") : tr("not loaded");
+    const QString name = app ? shownLine(app->appName) : m_loaded ? tr("none") : tr("not loaded");
     setAccessibleName(tr("Choose app, currently ") + name);
-    setToolTip(app && !m_hint.isEmpty() ? app->appName + u'\n' + m_hint
-               : app                    ? app->appName
-                                        : m_hint);
+    setToolTip(app && !m_hint.isEmpty() ? name + u'\n' + m_hint : app ? name : m_hint);
     update();
 }
 
