@@ -402,8 +402,9 @@ TEST_F(ResearchPageTest, TheRowsOfTheCoverageMoveThePageAlong)
     while (checks()->currentIndex().row() > 0)
         press(Qt::Key_PageUp);
     EXPECT_TRUE(isInView());
+    const int atTheTable = page->verticalScrollBar()->value();
     press(Qt::Key_PageUp);
-    EXPECT_EQ(page->verticalScrollBar()->value(), 0) << "above the first row the page goes on";
+    EXPECT_LT(page->verticalScrollBar()->value(), atTheTable) << "above it the page goes on";
 }
 
 TEST_F(ResearchPageTest, OneFailureIsToldOnce)
