@@ -9,6 +9,8 @@ def steps(flow):
         settings = veltrix.dialog("Settings")
         veltrix.button("Default storefront: United States", inside=settings)
         veltrix.pick_storefront("Default storefront: ", "Germany")
+        # The list lay over the sheet, which is read anew now.
+        settings = veltrix.dialog("Settings")
         veltrix.button("Default storefront: Germany", inside=settings)
         veltrix.press("Done", inside=settings)
         veltrix.wait_closed("Settings")

@@ -50,6 +50,9 @@ def add_app(veltrix):
     veltrix.button(f"Track {APP}")
     veltrix.tab_to(f"Track {APP}")
     veltrix.key("Return")
+    # The sheet stays for further apps.
+    veltrix.text(f"Added {APP}")
+    veltrix.key("Escape")
     veltrix.wait_closed("Add App")
     veltrix.button(f"Choose app, currently {APP}")
 

@@ -187,7 +187,7 @@ TEST_F(WindowRoom, TheSettingsFitWithoutScrollingAtTheFirstSize)
 TEST_F(WindowRoom, SelectAnAppFirstGoesWithItsCause)
 {
     open(PersistedState());
-    page().actions().add(std::nullopt, QStringList{QStringLiteral("x")}, QStringLiteral("US"));
+    page().actions().add(std::nullopt, KeywordPlan(), KeywordPlan());
     EXPECT_EQ(status(), QStringLiteral("Select an app first"));
     ITunesAppResult result;
     result.trackId = 1;
