@@ -37,6 +37,13 @@ QString trackedTip(const Entry &entry)
     return entry.isTracked ? chosenSentence(entry) : QString();
 }
 
+/// The keyword itself first: its column is narrow.
+QString keywordTip(const Entry &entry)
+{
+    return entry.isTracked ? entry.check.keyword + u'\n' + chosenSentence(entry)
+                           : entry.check.keyword;
+}
+
 void paintChosen(const CellPainting &cell, const Entry &entry)
 {
     QStyleOption check;
@@ -89,7 +96,7 @@ constexpr std::array columns{
         .sortKey = [](const Entry &entry) { return ColumnSortKey{.text = entry.collation.get()}; },
         .text = [](const Entry &entry) { return entry.check.keyword; },
         .accessibleText = [](const Entry &entry) { return entry.check.keyword; },
-        .toolTip = trackedTip,
+        .toolTip = keywordTip,
         .paint =
             [](const CellPainting &cell, const Entry &entry) {
                 paintCellText(cell, cell.content, entry.check.keyword,

@@ -44,10 +44,11 @@ RankingHistorySheet::RankingHistorySheet(ASOStore &store, FileExchange &files,
     addCloseButton(QStringLiteral("historyDone"), QString(), tr("Done"), tr("Done"))->setFocus();
     m_problem->setObjectName(QStringLiteral("historyProblem"));
     m_problem->setWrapping(TextLabel::Wrapping::Wrapped);
+    // Before the buttons below it, so that Tab comes to it first.
+    body()->addWidget(m_content, 1);
     footer()->addWidget(m_copy);
     footer()->addWidget(m_export);
     footer()->addWidget(m_problem, 1);
-    body()->addWidget(m_content, 1);
 
     connect(m_copy, &Button::clicked, this, &RankingHistorySheet::copyImage);
     connect(m_export, &Button::clicked, this, &RankingHistorySheet::exportCsv);

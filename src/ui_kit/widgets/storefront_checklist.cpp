@@ -77,6 +77,8 @@ public:
             int(QStyle::visualAlignment(option.direction, Qt::AlignLeading | Qt::AlignVCenter)) |
                 Qt::TextSingleLine,
             option.fontMetrics.elidedText(index.data().toString(), Qt::ElideRight, text.width()));
+        if (showsFocus(option))
+            drawFocusRing(*painter, option.rect, 5, tokens[Token::Accent]);
     }
 
     [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem &option,

@@ -4,6 +4,7 @@
 #include "ui/dashboard/add_keywords.h"
 #include "ui/dashboard/dashboard_page.h"
 #include "ui/support/ui_world.h"
+#include "ui_kit/accessibility/accessibility.h"
 #include "ui_kit/widgets/overlay.h"
 #include "ui_kit/widgets/storefront_checklist.h"
 #include "ui_kit/widgets/text_area.h"
@@ -73,6 +74,7 @@ Scene narrowScene(const char *name, std::function<void(const QWidget &window)> a
     return {QString::fromLatin1(name), [act = std::move(act)] {
                 auto window = std::make_unique<QWidget>();
                 window->resize(680, 600);
+                setAccessibleRole(window.get(), QAccessible::Window);
                 auto *opener = new QWidget(window.get());
                 opener->setGeometry(560, 12, 100, 30);
                 window->show();

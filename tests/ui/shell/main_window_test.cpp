@@ -378,13 +378,14 @@ TEST_F(MainWindowTest, ExportsAndImportsAreInTheMenu)
     world->files.opened = "imported";
     click("moreButton");
     choose("moreMenu", QStringLiteral("Import Keywords…"));
+    click("addKeywordsSubmit");
     EXPECT_EQ(store().trackedKeywords().last().keyword, QStringLiteral("imported"));
     click("moreButton");
     choose("moreMenu", QStringLiteral("Export…"));
-    EXPECT_TRUE(world->files.saved.startsWith("Keyword,Storefront,Target"));
+    EXPECT_TRUE(world->files.saved.startsWith("\xEF\xBB\xBFKeyword,Storefront,App"));
     click("moreButton");
     choose("moreMenu", QStringLiteral("Export History…"));
-    EXPECT_TRUE(world->files.saved.startsWith("Keyword,Storefront,Measured at"));
+    EXPECT_TRUE(world->files.saved.startsWith("\xEF\xBB\xBFKeyword,Storefront,Measured at"));
 }
 
 TEST(AppListModel, IsAModelThatFollowsTheStore)

@@ -156,6 +156,7 @@ TEST_F(RemovalsTest, UndoneIsUndoneAlsoWhileNothingCanBeSaved)
     removals->undo();
     EXPECT_TRUE(store->trackedKeyword(moon.id).has_value());
     EXPECT_EQ(said, QStringList{text("Restored “moon”")});
+    store->waitUntilSaved();
     EXPECT_TRUE(store->hasUnsavedChange());
 }
 
