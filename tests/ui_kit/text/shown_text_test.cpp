@@ -22,7 +22,8 @@ TEST(ShownText, HasNothingThatTurnsTheLettersAroundIt)
 {
     for (const char16_t code :
          {0x202A, 0x202B, 0x202C, 0x202D, 0x202E, 0x2066, 0x2067, 0x2068, 0x2069})
-        EXPECT_EQ(shownText(QChar(code) + QStringLiteral("abc")), QStringLiteral("abc")) << int(code);
+        EXPECT_EQ(shownText(QChar(code) + QStringLiteral("abc")), QStringLiteral("abc"))
+            << int(code);
     const QString marks = QStringLiteral("a\u200Eb\u200Fc\u061Cd");
     EXPECT_EQ(shownText(marks), marks) << "marks of a direction belong to texts that mix them";
 }
