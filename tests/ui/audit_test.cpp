@@ -122,8 +122,6 @@ TEST_P(Audit, TabFollowsReadingOrderAndItsStopsShowTheFocus)
         return; // A menu has no stops.
     window->activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(window));
-    if (GetParam().name.startsWith(QStringLiteral("competitors-results")))
-        GTEST_SKIP() << "results come after the tracked competitors yet";
     EXPECT_EQ(lines(stopsOutOfOrder(tabStops(window))), "");
     EXPECT_EQ(lines(stopsWithoutVisibleFocus(window)), "");
 }

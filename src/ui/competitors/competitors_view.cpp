@@ -76,6 +76,8 @@ CompetitorsView::CompetitorsView(const ResearchContext &context, QWidget *parent
                 if (app.trackId)
                     openResearch(*app.trackId, m_search.country(), shownName(app));
             });
+    // The results come later than the cards, which stand below them.
+    connect(&m_search, &CompetitorSearch::changed, m_grid, &CardGrid::followInTabOrder);
     connect(&m_open, &OpenResearch::pageChanged, this, &CompetitorsView::showPage);
     connect(&m_open, &OpenResearch::appChanged, this, &CompetitorsView::showApp);
     connect(&m_open, &OpenResearch::countryChanged, this, [this] {

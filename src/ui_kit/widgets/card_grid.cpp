@@ -56,9 +56,14 @@ void CardGrid::setCards(const QList<QWidget *> &cards)
         }
     }
     // Cards come later than what stands after the grid.
-    putInTabOrder(*this, m_cards);
+    followInTabOrder();
     updateGeometry();
     place();
+}
+
+void CardGrid::followInTabOrder()
+{
+    putInTabOrder(*this, m_cards);
 }
 
 std::vector<QRect> CardGrid::places(int width) const

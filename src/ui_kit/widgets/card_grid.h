@@ -31,6 +31,9 @@ public:
     /// are deleted.
     void setCards(const QList<QWidget *> &cards);
     [[nodiscard]] const QList<QWidget *> &cards() const { return m_cards; }
+    /// To be called when controls that came later stand before the grid: Tab comes to them first
+    /// again.
+    void followInTabOrder();
 
     [[nodiscard]] bool hasHeightForWidth() const override { return true; }
     [[nodiscard]] int heightForWidth(int width) const override;
