@@ -23,11 +23,13 @@ int main(int argc, char **argv)
     DataFolderLock lock(folder);
     if (lock.acquire() == DataFolderLock::Outcome::HeldByAnother)
         return 1;
-    DesktopColorScheme colorScheme;
+    const DesktopColorScheme desktop;
+    ChosenColorScheme colorScheme(desktop, ThemeChoice::System);
     const ThemeController theme(colorScheme);
     VeltrixApp app(Bundle(QFile::decodeName(argv[1])), folder, folder + QStringLiteral("/cache"),
                    std::make_shared<QSettings>(folder + QStringLiteral("/settings.conf"),
-                                               QSettings::IniFormat));
+                                               QSettings::IniFormat),
+                   colorScheme);
     app.window().followApplicationState();
     app.window().show();
     return QApplication::exec();
