@@ -274,13 +274,7 @@ class Veltrix:
                 if roles is None or before.get_role_name() in roles:
                     return
             self.key("Tab")
-            # What vanishes leaves the keyboard to its page, and may get it back a moment later: who
-            # does not see it move presses Tab again.
-            deadline = time.monotonic() + 3
-            wait_for(
-                "the keyboard to move on",
-                lambda: self.focused() not in (None, before) or time.monotonic() > deadline,
-            )
+            wait_for("the keyboard to move on", lambda: self.focused() not in (None, before))
         raise DriveError(f"Tab does not reach “{name}”")
 
     def pick_storefront(self, button, country):

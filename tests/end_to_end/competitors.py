@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """A competitor from search to research, its keywords taken over and measured, and its removal."""
 from flow import run
-from window_driver import check, wait_for
+from window_driver import BUTTONS, check, wait_for
 
 COMPETITOR = "Foxglove Film Camera"
 
@@ -65,6 +65,8 @@ def remove(flow, veltrix):
     veltrix.key("Ctrl+2")
     veltrix.press("Back to Apps")
     veltrix.press("Close search results")
+    # The field has the keyboard before, too; a press takes a moment.
+    wait_for("the results to be closed", lambda: not veltrix.has(BUTTONS, "Close search results"))
     veltrix.wait_focus("Search any App Store app")
     veltrix.tab_to(f"Research {COMPETITOR}")
     veltrix.choose_from_menu("Remove competitor")
