@@ -18,6 +18,7 @@
 
 #include <algorithm>
 #include <fcntl.h>
+#include <limits>
 #include <string_view>
 #include <unistd.h>
 
@@ -41,6 +42,8 @@ std::unique_ptr<ASOStore> openStore(const QString &path)
     ASOStore::Arguments arguments;
     arguments.persistenceURL = path;
     arguments.clock = std::make_shared<SystemClock>();
+    // All of a year in one file: what is measured here is the file.
+    arguments.stateFileLimit = std::numeric_limits<qint64>::max();
     return std::make_unique<ASOStore>(std::move(arguments));
 }
 

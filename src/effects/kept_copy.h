@@ -40,6 +40,8 @@ public:
 
     /// That content has been read and may be overwritten.
     void know(const FileIdentity &identity) { m_known = identity; }
+    /// What was read or written last; none when whatever is there must be kept.
+    [[nodiscard]] const std::optional<FileIdentity> &known() const { return m_known; }
     /// Whatever is there must be kept.
     void forget() { m_known.reset(); }
 

@@ -9,10 +9,12 @@ ASOStore::ASOStore(Arguments arguments, QObject *parent)
     : QObject(parent), m_iTunesClient(std::move(arguments.iTunesClient)),
       m_discoveryClient(std::move(arguments.discoveryClient)), m_clock(std::move(arguments.clock)),
       m_rankedAppsCache(std::move(arguments.rankedAppsCache)),
-      m_saver(std::move(arguments.persistenceURL), arguments.folderLock)
+      m_saver(std::move(arguments.persistenceURL), arguments.folderLock, arguments.stateFileLimit)
 {
     adopt(m_saver.load());
-    connect(&m_saver, &StateSaver::saved, this, &ASOStore::followPersistence);
+    connect(&m_saver, &StateSaver::saved, this, &ASOStore::followSaver);
+    connect(&m_saver, &StateSaver::moved, this,
+            [this](const std::vector<SharedSnapshot> &moved) { m_snapshots.forget(moved); });
 
     RefreshedKeywords &keywords = *this;
     m_refreshes =
@@ -24,6 +26,7 @@ ASOStore::ASOStore(Arguments arguments, QObject *parent)
     connect(m_refreshes.get(), &KeywordRefreshes::isRefreshingHistoryChanged, this,
             &ASOStore::isRefreshingHistoryChanged);
     followPersistence();
+    m_tasks.own(tidyHistory(m_tasks.token()));
 }
 
 ASOStore::~ASOStore() = default;
@@ -73,11 +76,6 @@ QList<TrackedKeyword> ASOStore::keywordsOfApp(QUuid appId) const
     return result;
 }
 
-std::vector<SharedSnapshot> ASOStore::keywordSnapshots(QUuid keywordId) const
-{
-    return m_snapshots.ofKeyword(keywordId);
-}
-
 SharedSnapshot ASOStore::newestSnapshot(QUuid keywordId) const
 {
     return m_snapshots.newest(keywordId, m_clock->now());
@@ -119,18 +117,6 @@ DashboardKeywordRow ASOStore::rowOf(const TrackedKeyword &keyword, const SharedS
     row.appsInRanking = newest->competitorIcons;
     row.opportunity = newest->opportunity;
     return row;
-}
-
-RankingTimeline ASOStore::rankingTimeline(QUuid keywordId) const
-{
-    std::vector<RankingTimeline::Observation> observations;
-    const Date now = m_clock->now();
-    for (const SharedSnapshot &snapshot : m_snapshots.ofKeyword(keywordId)) {
-        if (!SnapshotIndex::liesAhead(snapshot->fetchedAt, now))
-            observations.push_back({snapshot->id, snapshot->fetchedAt, snapshot->position});
-    }
-    const TrackedKeyword *keyword = m_keywords.find(keywordId);
-    return {std::move(observations), keyword ? keyword->createdAt : m_clock->now()};
 }
 
 Clock &ASOStore::clock() const

@@ -37,6 +37,9 @@ class ASOStore final : public QObject, private RefreshedKeywords
     Q_OBJECT
 
 public:
+    /// Some 4,400 measurements.
+    static constexpr qint64 usualStateFileLimit = 16 * 1024 * 1024;
+
     struct Arguments {
         /// Path of the state file.
         QString persistenceURL;
@@ -50,6 +53,8 @@ public:
         std::shared_ptr<RankedAppsSaving> rankedAppsCache;
         /// Holds the folder of the state file; must outlive the store. May be null.
         DataFolderLock *folderLock = nullptr;
+        /// Bytes of the state file above which its oldest days move to the history.
+        qint64 stateFileLimit = usualStateFileLimit;
     };
 
     /// How old a keyword's newest snapshot may be before it is measured again.
@@ -60,6 +65,8 @@ public:
     static constexpr Seconds rankedAppsReuse{1'800};
     /// How long after a failed save, or a file that could not be reached, it is tried again.
     static constexpr Seconds persistenceRetryInterval{60};
+    /// How long after a start the history is looked at: the window comes first.
+    static constexpr Seconds historyTidyingDelay{3};
 
     /// Loads the state file; a file that cannot be read leaves the store empty, and one that cannot
     /// be reached leaves it read-only.
@@ -71,8 +78,8 @@ public:
     [[nodiscard]] const QList<AppProfile> &apps() const;
     [[nodiscard]] const QList<TrackedKeyword> &trackedKeywords() const override;
     [[nodiscard]] const QList<TrackedCompetitor> &competitors() const;
-    /// All snapshots of all keywords, in the order of the state file. For whole-state uses only; a
-    /// keyword's own come from keywordSnapshots().
+    /// All snapshots of all keywords that the state file has, in its order. For whole-state uses
+    /// only; a keyword's own come from keywordSnapshots() and measurements().
     [[nodiscard]] std::vector<SharedSnapshot> snapshots() const;
 
     [[nodiscard]] std::optional<AppProfile> app(QUuid id) const override;
@@ -117,13 +124,18 @@ public:
     [[nodiscard]] KeywordRefreshes &refreshes() { return *m_refreshes; }
 
     [[nodiscard]] DashboardKeywordRow dashboardRow(const TrackedKeyword &keyword) const;
-    /// Oldest first.
+    /// Those that the state file has, its newest two days among them; oldest first.
     [[nodiscard]] std::vector<SharedSnapshot> keywordSnapshots(QUuid keywordId) const;
+    /// All that were ever made, with those that are in the history; oldest first, one a UTC day.
+    /// Throws DatabaseError, or DecodingError when the history is damaged.
+    Task<std::vector<SharedSnapshot>> measurements(QUuid keywordId, std::stop_token stop);
     /// The newest as of now: while a snapshot's date lies ahead by more than a clock may be wrong,
     /// it is not taken for one. Null when there is none.
     [[nodiscard]] SharedSnapshot newestSnapshot(QUuid keywordId) const override;
-    /// Without what lies ahead.
-    [[nodiscard]] RankingTimeline rankingTimeline(QUuid keywordId) const;
+    /// From the first measurement on, without what lies ahead. Throws as measurements() does.
+    Task<RankingTimeline> rankingTimeline(QUuid keywordId, std::stop_token stop);
+    /// The movement to the newest measurement that does not lie ahead; absent when there is none.
+    [[nodiscard]] std::optional<RankMovement> latestMovement(QUuid keywordId) const;
 
     // Apps and competitors.
     /// Throws StoreError 422 "Missing trackId on selected result".
@@ -176,6 +188,8 @@ public:
     /// Gives up a file that could not be reached: keeps it under another name, and starts with
     /// nothing. When that fails, persistenceProblem() says why.
     void beginAnew();
+    /// How far the moving of the oldest days into the history has come; none while there is none.
+    [[nodiscard]] std::optional<HistoryMove> historyMove() const;
     /// Forgets a problem about which nothing can be done.
     void dismissPersistenceNotices();
 
@@ -194,6 +208,7 @@ Q_SIGNALS:
     void isRefreshingHistoryChanged();
     void refreshProgressChanged();
     void persistenceProblemChanged();
+    void historyMoveChanged();
     /// The state was read later than at the start: everything may be another. Follows the signals
     /// of the single lists.
     void stateRead();
@@ -202,6 +217,11 @@ private:
     void adopt(PersistedState state);
     /// Hands the state over to be saved.
     void save();
+    [[nodiscard]] StateChange wholeState() const;
+    /// Finishes what an earlier run has left to do with the history.
+    Task<void> tidyHistory(std::stop_token stop);
+    void followSaver();
+    [[nodiscard]] std::vector<RankingTimeline::Observation> observationsOf(QUuid keywordId) const;
     /// Throws StoreError 423 while the state has not been read.
     void requireStateRead() const;
     /// Announces a problem that has changed, and sees to it that it is tried again.
@@ -234,6 +254,9 @@ private:
     StateSaver m_saver;
     /// As it was announced last.
     std::optional<PersistenceProblem> m_announcedProblem;
+    std::optional<HistoryMove> m_announcedMove;
+    /// Removed and put back since the last save.
+    StateChange::Removals m_removals;
 
     QList<AppProfile> m_apps;
     KeywordList m_keywords;

@@ -14,10 +14,19 @@ void ASOStore::adopt(PersistedState state)
     m_competitors = std::move(state.competitors);
 }
 
+StateChange ASOStore::wholeState() const
+{
+    StateChange whole;
+    whole.state = {m_apps, m_keywords.all(), m_snapshots.inFileOrder(), m_competitors};
+    whole.now = m_clock->now();
+    return whole;
+}
+
 void ASOStore::save()
 {
-    m_saver.save(
-        {{m_apps, m_keywords.all(), m_snapshots.inFileOrder(), m_competitors}, m_clock->now()});
+    StateChange change = wholeState();
+    change.removals = std::exchange(m_removals, {});
+    m_saver.save(std::move(change));
 }
 
 bool ASOStore::isStateRead() const
@@ -96,6 +105,15 @@ void ASOStore::beginAnew()
 void ASOStore::dismissPersistenceNotices()
 {
     m_saver.dismissNotices();
+    followPersistence();
+}
+
+void ASOStore::followSaver()
+{
+    if (m_announcedMove != m_saver.progress()) {
+        m_announcedMove = m_saver.progress();
+        Q_EMIT historyMoveChanged();
+    }
     followPersistence();
 }
 

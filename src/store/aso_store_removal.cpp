@@ -66,6 +66,7 @@ void ASOStore::takeKeywords(const QSet<QUuid> &ids, RemovedTracking &removed)
         std::ranges::move(m_snapshots.takeKeyword(keyword.id),
                           std::back_inserter(removed.snapshots));
         rememberOwner(keyword.appId, removed);
+        m_removals.removed.push_back(keyword.id);
     }
 }
 
@@ -161,6 +162,10 @@ QSet<QUuid> ASOStore::restoreKeywords(std::vector<Placed<TrackedKeyword>> keywor
             known = m_keywords.findSame(keyword.appId, keyword.keyword, keyword.country);
         if (known)
             joins.insert(keyword.id, known->id);
+        if (known && known->id != keyword.id)
+            m_removals.joined.push_back({keyword.id, known->id});
+        else
+            m_removals.restored.push_back(keyword.id);
         restored.keywords.append(known ? *known : keyword);
         if (!known)
             back.push_back(std::move(placed));

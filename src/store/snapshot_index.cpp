@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "store/snapshot_index.h"
 
+#include <QSet>
+
 #include <algorithm>
 
 namespace veltrix
@@ -99,6 +101,25 @@ void SnapshotIndex::fillSlots(std::vector<Slot> filled)
     std::ranges::merge(m_slots, filled, std::back_inserter(whole), {}, &Slot::ticket,
                        &Slot::ticket);
     m_slots = std::move(whole);
+}
+
+void SnapshotIndex::forget(const std::vector<SharedSnapshot> &snapshots)
+{
+    QHash<QUuid, QSet<const KeywordSnapshot *>> gone;
+    for (const SharedSnapshot &snapshot : snapshots)
+        gone[snapshot->trackedKeywordId].insert(snapshot.get());
+    for (auto entry = gone.cbegin(); entry != gone.cend(); ++entry) {
+        const auto known = m_byKeyword.find(entry.key());
+        if (known == m_byKeyword.end())
+            continue;
+        std::erase_if(*known, [&](const Dated &dated) {
+            const bool isGone = entry->contains(dated.snapshot.get());
+            if (isGone)
+                emptySlot(dated.ticket);
+            return isGone;
+        });
+    }
+    dropEmptySlots();
 }
 
 SharedSnapshot SnapshotIndex::newest(const QUuid &keywordId, Date now) const

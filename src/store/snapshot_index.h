@@ -35,6 +35,9 @@ public:
     /// has others by now, the newer of each UTC day stays.
     void putBack(std::vector<FiledSnapshot> taken);
 
+    /// Takes out these very snapshots, those of them that are there.
+    void forget(const std::vector<SharedSnapshot> &snapshots);
+
     /// How far ahead of the clock a snapshot may be dated: clocks are set right now and then.
     static constexpr Seconds clockTolerance{300};
     /// Whether a date lies so far ahead that a clock must have been wrong when it was written.

@@ -41,13 +41,13 @@ void releaseUnusedMemory()
 #endif
 }
 
-QString describe(const std::exception &error)
+} // namespace
+
+QString descriptionOf(const std::exception &error)
 {
     const auto *known = dynamic_cast<const Error *>(&error);
     return known ? known->description() : QString::fromLocal8Bit(error.what());
 }
-
-} // namespace
 
 StateFile::StateFile(QString path, DataFolderLock *lock)
     : m_path(std::move(path)), m_lock(lock), m_guard(m_path)
@@ -75,7 +75,7 @@ PersistedState StateFile::load()
                 .arg(m_path);
         state = {};
     } catch (const std::exception &error) {
-        m_notRead = describe(error);
+        m_notRead = descriptionOf(error);
         printLine("ASOStore load failed: ", *m_notRead);
         return {};
     }
@@ -169,9 +169,29 @@ void StateFile::save(const PersistedState &state, Date now)
         m_saveProblem.reset();
         m_folderProblem.reset();
     } catch (const std::exception &error) {
-        m_saveProblem = describe(error);
+        m_saveProblem = descriptionOf(error);
         printLine("ASOStore save failed: ", *m_saveProblem);
     }
+}
+
+void StateFile::replace(const PersistedState &shorter, Date now)
+{
+    requireInPlace();
+    write(shorter, now);
+}
+
+void StateFile::requireInPlace() const
+{
+    requireOneWriter();
+    if (m_guard.look() != OverwriteGuard::Found::Known) {
+        throw FileError(
+            QStringLiteral("The file “%1” was changed or removed by something else.").arg(m_path));
+    }
+}
+
+qint64 StateFile::size() const
+{
+    return m_guard.known() ? m_guard.known()->size : 0;
 }
 
 void StateFile::write(const PersistedState &state, Date now)

@@ -65,6 +65,15 @@ public:
     /// failed: " and the reason is printed. `now` dates what is kept aside.
     void save(const PersistedState &state, Date now);
 
+    /// Replaces the file by a shorter form of what was saved last. Throws FileError when that
+    /// fails; the old file stays, and nothing is unsaved.
+    void replace(const PersistedState &shorter, Date now);
+    /// Throws FileError when another has the folder, or when what lies at the path is not what was
+    /// read or written last: whatever belongs to the file is another's then.
+    void requireInPlace() const;
+    /// Bytes of what was read or written last; 0 when there is no such content.
+    [[nodiscard]] qint64 size() const;
+
     /// The last save has failed.
     [[nodiscard]] bool hasUnsavedChange() const { return m_saveProblem.has_value(); }
     /// Finds out again whether the folder can be written, when it could not.
@@ -106,5 +115,8 @@ private:
     std::optional<QString> m_foreignNotice;
     bool m_lockWarningDismissed = false;
 };
+
+/// What the user is told of a failure.
+QString descriptionOf(const std::exception &error);
 
 } // namespace veltrix

@@ -6,8 +6,19 @@
 namespace veltrix
 {
 
-StateSaver::StateSaver(QString path, DataFolderLock *lock, QObject *parent)
-    : QObject(parent), m_file(std::move(path), lock)
+namespace
+{
+
+template <class T>
+void append(std::vector<T> &list, std::vector<T> more)
+{
+    std::ranges::move(more, std::back_inserter(list));
+}
+
+} // namespace
+
+StateSaver::StateSaver(QString path, DataFolderLock *lock, qint64 limit, QObject *parent)
+    : QObject(parent), m_keeper(path, lock, limit)
 {
 }
 
@@ -25,7 +36,7 @@ StateSaver::~StateSaver()
 PersistedState StateSaver::load()
 {
     waitUntilFinished();
-    PersistedState state = m_file.load();
+    PersistedState state = m_keeper.file().load();
     m_told = look(m_told.tried);
     return state;
 }
@@ -33,7 +44,7 @@ PersistedState StateSaver::load()
 bool StateSaver::beginAnew(Date now)
 {
     waitUntilFinished();
-    const bool hasBegun = m_file.beginAnew(now);
+    const bool hasBegun = m_keeper.file().beginAnew(now);
     m_told = look(m_told.tried);
     return hasBegun;
 }
@@ -42,37 +53,56 @@ void StateSaver::tryFolderAgain()
 {
     if (!isIdle())
         return;
-    m_file.tryFolderAgain();
+    takeNews();
+    m_keeper.file().tryFolderAgain();
     m_told = look(m_told.tried);
 }
 
 void StateSaver::dismissNotices()
 {
-    if (isIdle()) {
-        m_file.dismissNotices();
-        m_told = look(m_told.tried);
+    if (!isIdle()) {
+        const std::uint64_t number = ++m_handedOver;
+        request([&](Requests &requests) {
+            requests.dismisses = true;
+            requests.number = number;
+        });
         return;
     }
-    const std::scoped_lock locked(m_mutex);
-    m_dismisses = true;
+    takeNews();
+    m_keeper.dismissNotices();
+    m_told = look(m_told.tried);
+}
+
+void StateSaver::tidy(StateChange loaded)
+{
+    request([&](Requests &requests) { requests.loaded = std::move(loaded); });
 }
 
 void StateSaver::save(StateChange change)
 {
-    {
-        const std::scoped_lock locked(m_mutex);
-        m_next = std::move(change);
-        m_nextNumber = ++m_handedOver;
-    }
-    m_changed.notify_all();
-    if (!m_thread.joinable())
-        m_thread = std::thread([this] { work(); });
+    const std::uint64_t number = ++m_handedOver;
+    request([&](Requests &requests) {
+        if (requests.change) {
+            StateChange::Removals sum = std::move(requests.change->removals);
+            append(sum.removed, std::move(change.removals.removed));
+            append(sum.restored, std::move(change.removals.restored));
+            append(sum.joined, std::move(change.removals.joined));
+            change.removals = std::move(sum);
+        }
+        requests.change = std::move(change);
+        requests.number = number;
+    });
+}
+
+void StateSaver::free(std::vector<SharedSnapshot> snapshots)
+{
+    request([&](Requests &requests) { append(requests.dropped, std::move(snapshots)); });
 }
 
 Task<void> StateSaver::finished(std::stop_token callersStop)
 {
     const ScopedStop stop(m_tasks, callersStop);
-    if (isIdle())
+    if (m_told.tried == m_handedOver)
         co_return;
     const Waiting waiting{m_handedOver, {}};
     m_waiting.push_back(waiting);
@@ -81,68 +111,188 @@ Task<void> StateSaver::finished(std::stop_token callersStop)
 
 void StateSaver::waitUntilFinished()
 {
-    while (!isIdle()) {
-        {
-            std::unique_lock locked(m_mutex);
-            m_changed.wait(locked, [this] { return m_result && m_result->tried == m_handedOver; });
-        }
-        takeResult();
+    {
+        std::unique_lock locked(m_mutex);
+        m_changed.wait(locked, [this] { return m_tried == m_handedOver; });
     }
+    takeNews();
+}
+
+template <class T>
+Task<T> StateSaver::ask(T (StateKeeper::*question)(const QUuid &) const, QUuid keywordId,
+                        std::stop_token callersStop)
+{
+    const ScopedStop stop(m_tasks, callersStop);
+    const OneShot<T> result;
+    const std::stop_token token = stop;
+    {
+        const std::scoped_lock locked(m_mutex);
+        m_questions.push_back([=](const StateKeeper &keeper) -> News {
+            if (token.stop_requested())
+                return [] {
+                };
+            try {
+                return [result, found = (keeper.*question)(keywordId)]() mutable {
+                    result.resolve(std::move(found));
+                };
+            } catch (...) {
+                return [result, error = std::current_exception()] {
+                    result.fail(error);
+                };
+            }
+        });
+    }
+    wake();
+    co_return co_await result.wait(stop);
+}
+
+Task<std::vector<RankingTimeline::Observation>> StateSaver::observations(QUuid keywordId,
+                                                                         std::stop_token stop)
+{
+    return ask(&StateKeeper::observations, keywordId, std::move(stop));
+}
+
+Task<std::vector<SharedSnapshot>> StateSaver::records(QUuid keywordId, std::stop_token stop)
+{
+    return ask(&StateKeeper::records, keywordId, std::move(stop));
 }
 
 StateSaver::Told StateSaver::look(std::uint64_t tried) const
 {
-    return {m_file.problem(), m_file.isRead(), m_file.hasUnsavedChange(), tried};
+    const StateFile &file = m_keeper.file();
+    return {m_keeper.problem(),
+            file.isRead(),
+            file.hasUnsavedChange(),
+            m_keeper.hasHistory(),
+            m_keeper.needsTidying(),
+            m_keeper.progress(),
+            tried};
 }
 
-void StateSaver::work()
+bool StateSaver::isIdle()
+{
+    const std::scoped_lock locked(m_mutex);
+    return !m_isBusy && m_requests.isEmpty && m_questions.empty();
+}
+
+template <class Add>
+void StateSaver::request(Add &&add)
+{
+    {
+        const std::scoped_lock locked(m_mutex);
+        add(m_requests);
+        m_requests.isEmpty = false;
+    }
+    wake();
+}
+
+void StateSaver::wake()
+{
+    m_changed.notify_all();
+    if (!m_thread.joinable())
+        m_thread = std::thread([this] { run(); });
+}
+
+bool StateSaver::hasWork() const
+{
+    return !m_requests.isEmpty || !m_questions.empty() || m_keeper.hasWork();
+}
+
+void StateSaver::run()
 {
     std::unique_lock locked(m_mutex);
     for (;;) {
-        m_changed.wait(locked, [this] { return m_next || m_ends; });
-        if (!m_next)
+        m_isBusy = hasWork();
+        m_changed.wait(locked, [this] { return hasWork() || m_ends; });
+        // What is done step by step goes on at the next start.
+        if (m_ends && m_requests.isEmpty)
             return;
-        StateChange change = std::move(*m_next);
-        m_next.reset();
-        const std::uint64_t number = m_nextNumber;
-        locked.unlock();
-        saveNext(std::move(change), number);
+        m_isBusy = true;
+        if (!m_questions.empty() && !m_ends) {
+            const Question question = std::move(m_questions.front());
+            m_questions.pop_front();
+            locked.unlock();
+            tell(question(m_keeper), m_tried);
+        } else if (!m_requests.isEmpty) {
+            Requests requests = std::exchange(m_requests, {});
+            locked.unlock();
+            fulfil(std::move(requests));
+        } else {
+            locked.unlock();
+            m_keeper.work();
+            tellState(m_tried);
+        }
         locked.lock();
     }
 }
 
-void StateSaver::saveNext(StateChange change, std::uint64_t number)
+void StateSaver::fulfil(Requests requests)
 {
-    m_file.save(change.state, change.now);
+    if (requests.loaded)
+        m_keeper.tidy(std::move(*requests.loaded));
+    if (requests.change)
+        m_keeper.save(std::move(*requests.change));
+    if (requests.dismisses)
+        m_keeper.dismissNotices();
+    const std::uint64_t number = requests.number;
     // The last that knows a snapshot frees it, here rather than on the main thread.
-    change = {};
-    bool wasTaken = false;
-    {
-        const std::scoped_lock locked(m_mutex);
-        if (std::exchange(m_dismisses, false))
-            m_file.dismissNotices();
-        wasTaken = !m_result;
-        m_result = look(number);
-    }
-    m_changed.notify_all();
-    if (wasTaken)
-        QMetaObject::invokeMethod(this, &StateSaver::takeResult, Qt::QueuedConnection);
+    requests = {};
+    tellState(number);
 }
 
-void StateSaver::takeResult()
+void StateSaver::tellState(std::uint64_t number)
 {
-    std::optional<Told> result;
+    // Written by this thread alone.
+    const std::uint64_t tried = std::max(number, m_tried);
+    Told told = look(tried);
+    News news = [this, told = std::move(told), gone = m_keeper.takeMoved()]() mutable {
+        follow(std::move(told), std::move(gone));
+    };
+    tell(std::move(news), tried);
+}
+
+void StateSaver::tell(News news, std::uint64_t tried)
+{
+    bool isFirst = false;
     {
         const std::scoped_lock locked(m_mutex);
-        result = std::exchange(m_result, std::nullopt);
+        isFirst = m_freshNews.empty();
+        m_freshNews.push_back(std::move(news));
+        m_tried = tried;
+        m_isBusy = hasWork();
     }
-    if (!result)
-        return;
-    m_told = std::move(*result);
+    m_changed.notify_all();
+    if (isFirst)
+        QMetaObject::invokeMethod(this, &StateSaver::takeNews, Qt::QueuedConnection);
+}
+
+void StateSaver::takeNews()
+{
+    {
+        const std::scoped_lock locked(m_mutex);
+        std::ranges::move(m_freshNews, std::back_inserter(m_news));
+        m_freshNews.clear();
+    }
+    // Whoever hears of one may ask for the next himself.
+    while (!m_news.empty()) {
+        const News next = std::move(m_news.front());
+        m_news.pop_front();
+        next();
+    }
+}
+
+void StateSaver::follow(Told told, std::vector<SharedSnapshot> gone)
+{
+    m_told = std::move(told);
+    if (!gone.empty()) {
+        Q_EMIT moved(gone);
+        free(std::move(gone));
+    }
     const auto isOver = [this](const Waiting &waiting) {
-        return waiting.number > m_told.tried;
+        return waiting.number <= m_told.tried;
     };
-    const auto over = std::stable_partition(m_waiting.begin(), m_waiting.end(), isOver);
+    const auto over =
+        std::stable_partition(m_waiting.begin(), m_waiting.end(), std::not_fn(isOver));
     const std::vector<Waiting> ended(over, m_waiting.end());
     m_waiting.erase(over, m_waiting.end());
     Q_EMIT saved();

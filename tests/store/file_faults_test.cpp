@@ -68,6 +68,13 @@ TEST_F(FileFaults, OnAFileThatIsALinkLoseNothing)
     expectHarmless("linked", 1000, saving + QStringList{QStringLiteral("readlink")});
 }
 
+TEST_F(FileFaults, WhileDaysMoveToTheHistoryLoseNothing)
+{
+    expectHarmless("moving", 500,
+                   saving + QStringList{QStringLiteral("pwrite64"), QStringLiteral("fdatasync"),
+                                        QStringLiteral("unlink"), QStringLiteral("open64")});
+}
+
 TEST_F(FileFaults, WhenTheLockWasRemovedLoseNothing)
 {
     expectHarmless("removed-lock", 1000, saving);

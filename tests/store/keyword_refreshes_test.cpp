@@ -440,10 +440,10 @@ TEST_F(KeywordRefreshesTest, ASnapshotDatedAheadIsNeitherFreshNorShownNorLost)
     plant(ahead);
     EXPECT_EQ(store->dashboardRow(keywords[0]).position, 5);
     EXPECT_EQ(store->newestSnapshot(keywords[0].id)->id, yesterday.id);
-    EXPECT_EQ(store->rankingTimeline(keywords[0].id).observations.size(), 1U);
+    EXPECT_EQ(timelineOf(keywords[0].id).observations.size(), 1U);
     EXPECT_EQ(refreshStale().value().measured, 3);
     EXPECT_EQ(store->dashboardRow(keywords[0]).position, 2);
-    EXPECT_EQ(store->rankingTimeline(keywords[0].id).latestMovement(), RankMovement::between(5, 2));
+    EXPECT_EQ(store->latestMovement(keywords[0].id), RankMovement::between(5, 2));
     EXPECT_EQ(stateOnDisk().snapshots.size(), 5U) << "nothing is deleted";
     EXPECT_EQ(store->keywordSnapshots(keywords[0].id).size(), 3U);
 }

@@ -3,8 +3,8 @@
 #include "effects/atomic_file.h"
 #include "json/json_reader.h"
 #include "json/json_writer.h"
+#include "store/aso_store.h"
 #include "store/scratch_folder.h"
-#include "store/state_saver.h"
 #include "support/task_outcome.h"
 
 #include <QDir>
@@ -55,7 +55,7 @@ protected:
 
     void load()
     {
-        saver = std::make_unique<StateSaver>(path());
+        saver = std::make_unique<StateSaver>(path(), nullptr, ASOStore::usualStateFileLimit);
         saver->load();
         QObject::connect(saver.get(), &StateSaver::saved, [this] {
             ++saves;
@@ -68,13 +68,13 @@ protected:
         const auto state = fromJson<PersistedState>(readWholeFile(path()));
         return state.apps.isEmpty() ? QString() : state.apps.constFirst().appName;
     }
-    void save(const char *app) { saver->save({stateOf(app), now}); }
+    void save(const char *app) { saver->save({.state = stateOf(app), .now = now}); }
     /// Hands over a state with which the saving thread is not done before it is released.
     void saveHeld(const char *app)
     {
         PersistedState state = stateOf(app);
         state.snapshots.push_back(held.take());
-        saver->save({std::move(state), now});
+        saver->save({.state = std::move(state), .now = now});
         held.waitUntilReached();
     }
 

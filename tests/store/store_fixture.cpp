@@ -179,6 +179,13 @@ QString StoreTest::problem() const
     return told ? told->text : QString();
 }
 
+RankingTimeline StoreTest::timelineOf(QUuid keywordId) const
+{
+    const Outcome<RankingTimeline> timeline(store->rankingTimeline(keywordId, {}));
+    waitFor([&] { return timeline.isDone(); });
+    return timeline.value();
+}
+
 std::vector<Date> StoreTest::measuredAt(const TrackedKeyword &keyword) const
 {
     std::vector<Date> dates;

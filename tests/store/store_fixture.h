@@ -119,6 +119,8 @@ protected:
     void plant(const KeywordSnapshot &snapshot);
     /// What the user is told about the state file; empty when all is well.
     [[nodiscard]] QString problem() const;
+    /// A keyword's timeline as soon as it is there.
+    [[nodiscard]] RankingTimeline timelineOf(QUuid keywordId) const;
     [[nodiscard]] std::vector<Date> measuredAt(const TrackedKeyword &keyword) const;
 
     std::unique_ptr<QTemporaryDir> scratch = scratchFolder();

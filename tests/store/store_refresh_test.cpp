@@ -382,12 +382,12 @@ TEST_F(StoreRefresh, SnapshotsOfAKeywordAreOldestFirst)
 TEST_F(StoreRefresh, TheTimelineHasOneObservationASnapshot)
 {
     const TrackedKeyword keyword = addKeyword("moon");
-    EXPECT_EQ(store->rankingTimeline(keyword.id), RankingTimeline({}, keyword.createdAt));
+    EXPECT_EQ(timelineOf(keyword.id), RankingTimeline({}, keyword.createdAt));
     KeywordSnapshot ranked = snapshotOf(keyword, 24 * hour);
     ranked.position = 12;
     plant(ranked);
     plant(snapshotOf(keyword, Seconds(0)));
-    const RankingTimeline timeline = store->rankingTimeline(keyword.id);
+    const RankingTimeline timeline = timelineOf(keyword.id);
     ASSERT_EQ(timeline.observations.size(), 2U);
     EXPECT_EQ(timeline.observations[0],
               (RankingTimeline::Observation{ranked.id, ranked.fetchedAt, 12}));
@@ -397,7 +397,7 @@ TEST_F(StoreRefresh, TheTimelineHasOneObservationASnapshot)
 
 TEST_F(StoreRefresh, TheTimelineOfAnUnknownKeywordStartsNow)
 {
-    EXPECT_EQ(store->rankingTimeline(QUuid::createUuid()), RankingTimeline({}, clock->now()));
+    EXPECT_EQ(timelineOf(QUuid::createUuid()), RankingTimeline({}, clock->now()));
 }
 
 } // namespace

@@ -6,6 +6,7 @@
 #include "effects/system_clock.h"
 #include "json/json_reader.h"
 #include "store/aso_store.h"
+#include "store/numbered_measurements.h"
 #include "store/numbered_state.h"
 
 #include <QCoreApplication>
@@ -42,16 +43,79 @@ int saveForEver(const QString &statePath, const QString &progressPath)
     if (memory == MAP_FAILED)
         return cannot;
     auto *progress = static_cast<SaveProgress *>(memory);
-    StateSaver saver(statePath);
+    StateSaver saver(statePath, nullptr, ASOStore::usualStateFileLimit);
     const PersistedState last = saver.load();
     const Date now = SystemClock().now();
     for (std::int64_t number = last.apps.isEmpty() ? 1 : last.apps[0].trackId + 1;; ++number) {
         PersistedState next = numberedState(number);
         progress->begun = number;
-        saver.save({std::move(next), now});
+        saver.save({.state = std::move(next), .now = now});
         saver.waitUntilFinished();
         progress->done = number;
     }
+}
+
+/// Measures one keyword a day, and then the next, in a state file that may hardly grow, until it is
+/// killed: in a save, a move, a removal or while it finishes what the one before it has left.
+int measureForEver(const QString &statePath, const QString &progressPath)
+{
+    constexpr qint64 limit = 12'000;
+    const int descriptor = ::open(qPrintable(progressPath), O_RDWR | O_CLOEXEC);
+    void *memory = ::mmap(nullptr, sizeof(MeasuringProgress), PROT_READ | PROT_WRITE, MAP_SHARED,
+                          descriptor, 0);
+    if (memory == MAP_FAILED)
+        return cannot;
+    auto *progress = static_cast<MeasuringProgress *>(memory);
+    StateSaver saver(statePath, nullptr, limit);
+    PersistedState state = saver.load();
+    SnapshotIndex snapshots(state.snapshots);
+    QObject::connect(&saver, &StateSaver::moved,
+                     [&](const std::vector<SharedSnapshot> &moved) { snapshots.forget(moved); });
+    std::int64_t number = state.snapshots.empty() ? 0 : *state.snapshots.back()->position;
+    if (saver.needsTidying())
+        saver.tidy({.state = state, .now = numberedDate(number)});
+    for (++number;; ++number) {
+        StateChange change;
+        change.now = numberedDate(number);
+        const QUuid keyword = numberedKeyword(number);
+        const QUuid before = numberedKeyword(number - 1);
+        if (keyword != before) {
+            snapshots.takeKeyword(before);
+            change.removals.removed.push_back(before);
+        }
+        snapshots.store(numberedMeasurement(number));
+        change.state = stateOfKeyword(keyword);
+        change.state.snapshots = snapshots.inFileOrder();
+        progress->begun = number;
+        saver.save(std::move(change));
+        saver.waitUntilFinished();
+        progress->done = number;
+        while (saver.progress())
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+}
+
+/// Moves what a large state file has too much, and ends.
+int migrate(const QString &statePath, const QString &progressPath)
+{
+    constexpr qint64 limit = 12'000;
+    const int descriptor = ::open(qPrintable(progressPath), O_RDWR | O_CLOEXEC);
+    void *memory = ::mmap(nullptr, sizeof(MeasuringProgress), PROT_READ | PROT_WRITE, MAP_SHARED,
+                          descriptor, 0);
+    if (memory == MAP_FAILED)
+        return cannot;
+    StateSaver saver(statePath, nullptr, limit);
+    PersistedState state = saver.load();
+    if (state.snapshots.empty())
+        return 1;
+    const Date now = state.snapshots.back()->fetchedAt;
+    ++static_cast<MeasuringProgress *>(memory)->begun;
+    bool hasEnded = false;
+    QObject::connect(&saver, &StateSaver::saved, [&] { hasEnded = !saver.progress(); });
+    saver.tidy({.state = std::move(state), .now = now});
+    while (!hasEnded)
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    return saver.problem() ? 1 : 0;
 }
 
 std::unique_ptr<ASOStore> openStore(const QString &statePath)
@@ -147,6 +211,10 @@ int run(const QStringList &arguments)
     const QString mode = arguments.value(1);
     if (mode == u"save-for-ever")
         return saveForEver(arguments.value(2), arguments.value(3));
+    if (mode == u"measure-for-ever")
+        return measureForEver(arguments.value(2), arguments.value(3));
+    if (mode == u"migrate")
+        return migrate(arguments.value(2), arguments.value(3));
     if (mode == u"change-without-rights")
         return changeWithoutRights(arguments.value(2));
     if (mode == u"fill-disk")

@@ -154,8 +154,24 @@ void KeywordActions::exportAllApps(QWidget *dialogParent)
 
 void KeywordActions::exportHistory(QWidget *dialogParent, QUuid appId, const QString &appName)
 {
-    saveCsv(dialogParent, tr("Export History"), suggestedFileName(appName, tr("history")),
-            keywordHistory(m_store, appId));
+    m_tasks.own(loadHistoryAndExport(dialogParent, appId, appName, m_tasks.token()));
+}
+
+Task<void> KeywordActions::loadHistoryAndExport(QPointer<QWidget> dialogParent, QUuid appId,
+                                                QString appName, std::stop_token stop)
+{
+    QList<QStringList> table = keywordHistory({}, {});
+    try {
+        for (const TrackedKeyword &keyword : sortedKeywords(m_store, appId)) {
+            const auto measurements = co_await m_store.measurements(keyword.id, stop);
+            table += keywordHistory(keyword, measurements).mid(1);
+        }
+    } catch (const Error &error) {
+        throwIfStopped(stop);
+        sayProblem(error.description());
+        co_return;
+    }
+    saveCsv(dialogParent, tr("Export History"), suggestedFileName(appName, tr("history")), table);
 }
 
 void KeywordActions::saveCsv(QWidget *dialogParent, const QString &title, const QString &fileName,

@@ -8,6 +8,7 @@
 #include "ui_kit/widgets/file_exchange.h"
 
 #include <QObject>
+#include <QPointer>
 
 #include <functional>
 
@@ -64,6 +65,8 @@ private:
     Task<void> refreshRows(QList<QUuid> ids, std::stop_token stop);
     /// Corrects what was said of added keywords, should they not be saved.
     Task<void> sayWhenUnsaved(AdmissionCount count, std::stop_token stop);
+    Task<void> loadHistoryAndExport(QPointer<QWidget> dialogParent, QUuid appId, QString appName,
+                                    std::stop_token stop);
     void saveCsv(QWidget *dialogParent, const QString &title, const QString &fileName,
                  const QList<QStringList> &table);
 

@@ -162,6 +162,8 @@ std::vector<EntryColumn> historyColumns()
     };
 }
 
+} // namespace
+
 QList<TrackedKeyword> sortedKeywords(const ASOStore &store, QUuid appId)
 {
     QList<TrackedKeyword> keywords = store.keywordsOfApp(appId);
@@ -170,8 +172,6 @@ QList<TrackedKeyword> sortedKeywords(const ASOStore &store, QUuid appId)
     });
     return keywords;
 }
-
-} // namespace
 
 QList<QStringList> keywordTable(const ASOStore &store, const QList<QUuid> &ids)
 {
@@ -182,7 +182,7 @@ QList<QStringList> keywordTable(const ASOStore &store, const QList<QUuid> &ids)
             continue;
         const auto app = store.app(keyword->appId);
         entries.push_back({*keyword, store.newestSnapshot(id), app ? app->appName : QString(),
-                           store.rankingTimeline(id).latestMovement()});
+                           store.latestMovement(id)});
     }
     return tableOfText(keywordTableColumns(), entries);
 }
@@ -197,13 +197,12 @@ QList<QStringList> keywordTableOfAllApps(const ASOStore &store)
     return keywordTable(store, ids);
 }
 
-QList<QStringList> keywordHistory(const ASOStore &store, QUuid appId)
+QList<QStringList> keywordHistory(const TrackedKeyword &keyword,
+                                  const std::vector<SharedSnapshot> &measurements)
 {
     std::vector<Entry> entries;
-    for (const TrackedKeyword &keyword : sortedKeywords(store, appId)) {
-        for (const SharedSnapshot &snapshot : store.keywordSnapshots(keyword.id))
-            entries.push_back({keyword, snapshot});
-    }
+    for (const SharedSnapshot &snapshot : measurements)
+        entries.push_back({keyword, snapshot});
     return tableOfText(historyColumns(), entries);
 }
 

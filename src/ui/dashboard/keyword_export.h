@@ -17,8 +17,10 @@ QList<QStringList> keywordTable(const ASOStore &store, const QList<QUuid> &ids);
 /// The same for all keywords, app by app, each by keyword.
 QList<QStringList> keywordTableOfAllApps(const ASOStore &store);
 
-/// Every snapshot of every keyword of an app, one line each, by keyword and then by time, with a
-/// header line.
-QList<QStringList> keywordHistory(const ASOStore &store, QUuid appId);
+/// The keywords of an app in the order of an export.
+QList<TrackedKeyword> sortedKeywords(const ASOStore &store, QUuid appId);
+/// The measurements of a keyword, one line each, with a header line.
+QList<QStringList> keywordHistory(const TrackedKeyword &keyword,
+                                  const std::vector<SharedSnapshot> &measurements);
 
 } // namespace veltrix

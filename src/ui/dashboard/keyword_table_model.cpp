@@ -24,7 +24,7 @@ KeywordEntry KeywordTableModel::makeEntry(const TrackedKeyword &keyword) const
 {
     KeywordEntry entry;
     entry.row = m_store.dashboardRow(keyword);
-    const auto movement = m_store.rankingTimeline(keyword.id).latestMovement();
+    const auto movement = m_store.latestMovement(keyword.id);
     if (movement && movement->kind() != RankMovement::Kind::First)
         entry.movement = movement;
     entry.unmeasurable = m_store.unmeasurableReason(keyword).value_or(QString());

@@ -58,15 +58,28 @@ RankingHistorySheet::RankingHistorySheet(ASOStore &store, FileExchange &files,
     });
     connect(&m_store, &ASOStore::keywordChanged, this, [this](QUuid id) {
         if (id == m_keyword.id)
-            showTimeline();
+            loadTimeline();
     });
-    showTimeline();
+    connect(&m_timeline, &LoaderSignals::changed, this, &RankingHistorySheet::showTimeline);
+    loadTimeline();
+}
+
+void RankingHistorySheet::loadTimeline()
+{
+    m_timeline.refresh([this](std::stop_token stop) {
+        return m_store.rankingTimeline(m_keyword.id, std::move(stop));
+    });
 }
 
 void RankingHistorySheet::showTimeline()
 {
-    m_content->setState(
-        {m_store.rankingTimeline(m_keyword.id), std::nullopt, false, m_store.clock().now()});
+    const auto &timeline = m_timeline.state();
+    if (timeline.isUnderWay())
+        return;
+    const QString error = timeline.error();
+    m_content->setState({timeline.value() ? *timeline.value() : RankingTimeline(),
+                         error.isEmpty() ? std::nullopt : std::optional(error), false,
+                         m_store.clock().now()});
 }
 
 void RankingHistorySheet::copyImage()

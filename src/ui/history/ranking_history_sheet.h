@@ -3,6 +3,7 @@
 #pragma once
 
 #include "store/aso_store.h"
+#include "ui_kit/loading/loader.h"
 #include "ui_kit/widgets/sheet_frame.h"
 
 namespace veltrix
@@ -24,6 +25,7 @@ public:
                         QWidget *parent = nullptr);
 
 private:
+    void loadTimeline();
     void showTimeline();
     void copyImage();
     void exportCsv();
@@ -35,6 +37,7 @@ private:
     FeedbackButton *m_copy;
     FeedbackButton *m_export;
     TextLabel *m_problem;
+    Loader<RankingTimeline> m_timeline;
 };
 
 } // namespace veltrix

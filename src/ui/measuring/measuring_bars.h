@@ -7,11 +7,15 @@
 namespace veltrix
 {
 
+class ASOStore;
 class Banner;
 
 /// The last failure, with "Refresh". Hidden while there is none.
 [[nodiscard]] Banner *makeRefreshBanner(MeasuringStatus &status);
 /// What was done, and what is being measured with "Stop".
 [[nodiscard]] StatusBar *makeStatusBar(MeasuringStatus &status);
+/// Says in that line how far the days of a large state file have moved to the history, where that
+/// takes seconds.
+void sayHistoryMoves(const ASOStore &store, MeasuringStatus &status);
 
 } // namespace veltrix

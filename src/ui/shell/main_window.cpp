@@ -90,6 +90,7 @@ void MainWindow::layOut()
     workspace->addWidget(m_pages, 1);
     m_statusBar = makeStatusBar(*m_measuring);
     workspace->addWidget(m_statusBar);
+    sayHistoryMoves(m_with.store, *m_measuring);
     auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);

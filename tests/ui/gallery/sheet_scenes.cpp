@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/gallery/sheet_scenes.h"
 
+#include "support/task_outcome.h"
 #include "ui/analysis/keyword_analysis_sheet.h"
 #include "ui/competitors/competitors_view.h"
 #include "ui/dashboard/dashboard_page.h"
@@ -141,9 +142,10 @@ std::vector<Scene> historyScenes()
                                              QStringLiteral("Ranking history"),
                                              SheetFrame::Body::Fixed, {760, 640});
                 auto *content = new RankingHistoryContent;
-                content->setState(
-                    {made.world->store->rankingTimeline(made.world->row("collage maker").id),
-                     std::nullopt, true, made.world->clock->now()});
+                content->setState({Outcome(made.world->store->rankingTimeline(
+                                               made.world->row("collage maker").id, {}))
+                                       .value(),
+                                   std::nullopt, true, made.world->clock->now()});
                 sheet->body()->addWidget(content);
                 openSheet(made.window.get(), sheet);
             })};

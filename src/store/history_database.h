@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The days that are no longer in the state file.
+#pragma once
+
+#include "effects/sqlite_database.h"
+#include "model/keyword_snapshot.h"
+#include "store/history_record.h"
+#include "store/ranking_timeline.h"
+
+#include <functional>
+#include <optional>
+#include <span>
+#include <vector>
+
+namespace veltrix
+{
+
+/// Measurements by keyword and date in a database beside the state file. A keyword has one
+/// measurement a UTC day here; where the state file has one of the same day, that one counts.
+///
+/// Every function throws DatabaseError, or DecodingError for a record that is damaged. What changes
+/// the database does so as a whole and lasts when it returns.
+class HistoryDatabase
+{
+public:
+    /// The database at the path; none when there is no file. One that is empty, cut off, something
+    /// else or a later version's is left as it is and throws.
+    static std::optional<HistoryDatabase> open(const QString &path);
+    /// The same; a missing one is made, and is there as a whole or not at all.
+    static HistoryDatabase openOrCreate(const QString &path);
+
+    /// Whether it has this very measurement.
+    [[nodiscard]] bool contains(const KeywordSnapshot &snapshot);
+    /// Adds measurements in the place of all others of the same keywords and days.
+    void insert(std::span<const SharedSnapshot> snapshots);
+
+    /// The ranks of a keyword, oldest first.
+    [[nodiscard]] std::vector<RankingTimeline::Observation> observations(const QUuid &keywordId);
+    /// The whole measurements of a keyword, oldest first.
+    [[nodiscard]] std::vector<SharedSnapshot> records(const QUuid &keywordId);
+
+    /// Notes that keywords are being removed: what they have here stays until remove().
+    void noteRemoval(std::span<const QUuid> keywordIds);
+    /// Takes such notes back.
+    void dropRemovalNotes(std::span<const QUuid> keywordIds);
+    [[nodiscard]] std::vector<QUuid> removalNotes();
+    /// Removes all that there is of a keyword, the note as well.
+    void remove(const QUuid &keywordId);
+    /// Gives what a keyword has to another, and of a day that both have, the newer; takes the note
+    /// of its removal back.
+    void join(const QUuid &from, const QUuid &to);
+
+private:
+    explicit HistoryDatabase(const QString &path);
+    void requireOwn(const QString &path);
+    std::int64_t numberOf(const QUuid &keywordId);
+    [[nodiscard]] std::optional<std::int64_t> knownNumberOf(const QUuid &keywordId);
+
+    SqliteDatabase m_database;
+    HistoryRecords m_records;
+};
+
+} // namespace veltrix
