@@ -7,10 +7,23 @@
 namespace veltrix
 {
 
-bool KeywordRefreshes::isStale(const QUuid &keywordId) const
+bool KeywordRefreshes::isStale(const QUuid &keywordId, Due rule) const
 {
     const SharedSnapshot newest = m_keywords.newestSnapshot(keywordId);
-    return !newest || !hasCurrentModels(*newest) || age(*newest) >= historyStaleness;
+    if (!newest || !hasCurrentModels(*newest))
+        return true;
+    return rule == Due::EachDay ? utcDay(newest->fetchedAt) < utcDay(m_clock->now())
+                                : age(*newest) >= historyStaleness;
+}
+
+bool KeywordRefreshes::isDue(const QUuid &keywordId, Due rule) const
+{
+    return canBeMeasured(keywordId) && isStale(keywordId, rule);
+}
+
+KeywordRefreshes::Reuse KeywordRefreshes::reuseWhenDue() const
+{
+    return m_due == Due::EachDay ? Reuse::Today : Reuse::SixHours;
 }
 
 Task<HistoryRefresh> KeywordRefreshes::refreshStale(std::optional<QUuid> first,
@@ -67,12 +80,12 @@ Task<HistoryRefresh> KeywordRefreshes::refreshLane(std::shared_ptr<Lane> lane, s
             lane->waiting.pop_front();
             tried.insert(keyword.id);
             // Deleted, or measured on another way, before its turn came.
-            if (!canBeMeasured(keyword.id) || !isStale(keyword.id))
+            if (!isDue(keyword.id, m_due))
                 continue;
             lane->current = keyword;
             announceProgress();
             throwIfStopped(stop);
-            const Attempt turn = co_await attempt(keyword, stop);
+            const Attempt turn = co_await attempt(keyword, reuseWhenDue(), stop);
             lane->current.reset();
             if (turn.problem) {
                 result.failure = RefreshFailure{keyword, *turn.problem};
@@ -99,7 +112,8 @@ std::optional<Date> KeywordRefreshes::nextStale() const
         const SharedSnapshot newest = m_keywords.newestSnapshot(keyword.id);
         if (!newest)
             continue;
-        const Date stale = newest->fetchedAt + historyStaleness;
+        const Date stale = m_due == Due::EachDay ? startOfUtcDay(utcDay(newest->fetchedAt) + 1)
+                                                 : newest->fetchedAt + historyStaleness;
         if ((!next || stale < *next) && canBeMeasured(keyword.id))
             next = stale;
     }
@@ -110,7 +124,7 @@ std::deque<TrackedKeyword> KeywordRefreshes::staleKeywords() const
 {
     std::deque<TrackedKeyword> result;
     for (const TrackedKeyword &keyword : m_keywords.trackedKeywords()) {
-        if (isStale(keyword.id) && canBeMeasured(keyword.id))
+        if (isDue(keyword.id, m_due))
             result.push_back(keyword);
     }
     // Zero for those that did not fail. Of those that did, the one that has waited longest for its

@@ -66,12 +66,16 @@ bool KeywordRefreshes::hasCurrentModels(const KeywordSnapshot &snapshot) const
            snapshot.scoringModelVersion == currentScoringModelVersion;
 }
 
-bool KeywordRefreshes::isReusable(const KeywordSnapshot &snapshot) const
+bool KeywordRefreshes::isReusable(const KeywordSnapshot &snapshot, Reuse reuse) const
 {
+    if (reuse == Reuse::None || !hasCurrentModels(snapshot))
+        return false;
+    if (reuse == Reuse::Today)
+        return utcDay(snapshot.fetchedAt) >= utcDay(m_clock->now());
     // Popularity that was out of reach may be there now: the snapshot itself says "try again".
     const bool lacksPopularity =
         !snapshot.popularityMeasurement && snapshot.popularityStatus == popularityUnavailable;
-    return hasCurrentModels(snapshot) && !lacksPopularity && age(snapshot) < keywordRefreshTTL;
+    return !lacksPopularity && age(snapshot) < keywordRefreshTTL;
 }
 
 bool KeywordRefreshes::canBeMeasured(const QUuid &keywordId) const
@@ -86,7 +90,7 @@ bool KeywordRefreshes::canBeMeasured(const QUuid &keywordId) const
 Task<SharedSnapshot> KeywordRefreshes::refresh(QUuid id, std::stop_token callersStop)
 {
     const ScopedStop stop(m_callersTasks, callersStop);
-    SharedSnapshot snapshot = co_await refreshUnlessDeleted(id, stop);
+    SharedSnapshot snapshot = co_await refreshUnlessDeleted(id, Reuse::SixHours, stop);
     if (!snapshot)
         throw Cancelled();
     co_return snapshot;
@@ -94,7 +98,8 @@ Task<SharedSnapshot> KeywordRefreshes::refresh(QUuid id, std::stop_token callers
 
 /// Null when the keyword was deleted while it was measured: so those who go through many keywords
 /// can tell it from a stop.
-Task<SharedSnapshot> KeywordRefreshes::refreshUnlessDeleted(QUuid id, std::stop_token stop)
+Task<SharedSnapshot> KeywordRefreshes::refreshUnlessDeleted(QUuid id, Reuse reuse,
+                                                            std::stop_token stop)
 {
     const std::optional<TrackedKeyword> keyword = m_keywords.trackedKeyword(id);
     if (!keyword)
@@ -103,7 +108,7 @@ Task<SharedSnapshot> KeywordRefreshes::refreshUnlessDeleted(QUuid id, std::stop_
     if (!app)
         throw StoreError(404, QStringLiteral("App not found"));
     SharedSnapshot newest = m_keywords.newestSnapshot(id);
-    if (newest && isReusable(*newest))
+    if (newest && isReusable(*newest, reuse))
         co_return newest;
     decltype(m_measurements)::Start start = [this, keyword = *keyword,
                                              app = *app](std::stop_token measuring) {
@@ -140,12 +145,12 @@ Task<SharedSnapshot> KeywordRefreshes::measure(TrackedKeyword keyword, AppProfil
 }
 
 /// One keyword's turn in one of the three ways.
-Task<KeywordRefreshes::Attempt> KeywordRefreshes::attempt(TrackedKeyword keyword,
+Task<KeywordRefreshes::Attempt> KeywordRefreshes::attempt(TrackedKeyword keyword, Reuse reuse,
                                                           std::stop_token stop)
 {
     Attempt result;
     try {
-        result.isMeasured = co_await refreshUnlessDeleted(keyword.id, stop) != nullptr;
+        result.isMeasured = co_await refreshUnlessDeleted(keyword.id, reuse, stop) != nullptr;
     } catch (const Cancelled &) {
         throw;
     } catch (const std::exception &error) {
@@ -195,7 +200,7 @@ Task<void> KeywordRefreshes::runQueue(std::stop_token stop)
         announceProgress();
         throwIfStopped(stop);
 
-        const Attempt turn = co_await attempt(keyword, stop);
+        const Attempt turn = co_await attempt(keyword, Reuse::SixHours, stop);
         if (turn.problem) {
             endQueue();
             const QString saved = QStringLiteral("Keywords are saved. ");
@@ -231,17 +236,17 @@ void KeywordRefreshes::stopQueue()
 
 // Rows
 
-Task<void> KeywordRefreshes::refreshRows(QList<QUuid> ids, RowEnded ended,
-                                         std::stop_token callersStop)
+Task<void> KeywordRefreshes::refreshRows(Rows rows, RowEnded ended, std::stop_token callersStop)
 {
     const ScopedStop stop(m_callersTasks, callersStop);
     throwIfStopped(stop);
     const auto lane = std::make_shared<Lane>();
-    for (const QUuid &id : std::as_const(ids)) {
+    for (const QUuid &id : std::as_const(rows.ids)) {
         if (const auto keyword = m_keywords.trackedKeyword(id))
             lane->waiting.push_back(*keyword);
     }
     const LaneOnRoad onRoad(*this, lane);
+    int failures = 0;
     while (!lane->waiting.empty()) {
         throwIfStopped(stop);
         const TrackedKeyword keyword = lane->waiting.front();
@@ -251,11 +256,13 @@ Task<void> KeywordRefreshes::refreshRows(QList<QUuid> ids, RowEnded ended,
             continue;
         lane->current = keyword;
         announceProgress();
-        const Attempt turn = co_await attempt(keyword, stop);
+        const Attempt turn = co_await attempt(keyword, rows.reuse, stop);
         lane->current.reset();
         if (turn.isMeasured || turn.problem)
             ended(keyword, turn.problem);
-        if (turn.problem && canBeMeasured(keyword.id))
+        if (turn.isMeasured)
+            failures = 0;
+        if (turn.problem && canBeMeasured(keyword.id) && ++failures >= rows.mostFailures)
             co_return;
     }
 }

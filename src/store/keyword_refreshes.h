@@ -57,6 +57,25 @@ public:
     /// How old it may be in a refresh of all rankings.
     static constexpr Seconds historyStaleness{86'400};
 
+    /// When a ranking is due by itself.
+    enum class Due {
+        /// When its newest measurement is historyStaleness old.
+        After24Hours,
+        /// When it has no measurement on the current UTC day. A refresh that starts a little
+        /// earlier
+        /// every day skips no day by it.
+        EachDay,
+    };
+    /// Which measurement of a keyword makes a new one needless, if it was made by the current
+    /// models.
+    enum class Reuse {
+        /// One younger than keywordRefreshTTL.
+        SixHours,
+        /// One of the current UTC day.
+        Today,
+        None,
+    };
+
     /// `keywords` outlives this.
     KeywordRefreshes(RefreshedKeywords &keywords, KeywordPipeline pipeline,
                      std::shared_ptr<Clock> clock);
@@ -75,15 +94,26 @@ public:
     /// Told when a row has had its turn, with the reason when it could not be measured.
     using RowEnded =
         std::function<void(const TrackedKeyword &keyword, const std::optional<QString> &problem)>;
+    struct Rows {
+        QList<QUuid> ids;
+        Reuse reuse = Reuse::SixHours;
+        /// So many failures in a row end the refresh: it is the service that fails then. Those of
+        /// keywords that never can be measured do not count.
+        int mostFailures = 1;
+    };
     /// Brings keywords up to date one after another. A keyword that is deleted meanwhile is left
-    /// out; the first failure ends it, unless it is one of a keyword that never can be measured.
-    Task<void> refreshRows(QList<QUuid> ids, RowEnded ended, std::stop_token stop);
+    /// out.
+    Task<void> refreshRows(Rows rows, RowEnded ended, std::stop_token stop);
 
     /// Measures every keyword whose ranking is stale, in the order of the keywords, those that
     /// failed last time at the end, or joins the refresh that is running. Keywords of `first` come
     /// before those of other apps, in a running refresh too. Failures show in error().
     Task<HistoryRefresh> refreshStale(std::optional<QUuid> first, std::stop_token stop);
     [[nodiscard]] bool isRefreshingHistory() const { return m_history != nullptr; }
+    /// Whether a keyword that can be measured is due by the rule.
+    [[nodiscard]] bool isDue(const QUuid &keywordId, Due rule) const;
+    /// The rule of the refresh of all rankings; After24Hours at first.
+    void setDue(Due rule) { m_due = rule; }
 
     /// Ends everything that is being measured, whoever waits for it.
     void stop();
@@ -114,13 +144,15 @@ private:
 
     [[nodiscard]] Seconds age(const KeywordSnapshot &snapshot) const;
     [[nodiscard]] bool hasCurrentModels(const KeywordSnapshot &snapshot) const;
-    [[nodiscard]] bool isReusable(const KeywordSnapshot &snapshot) const;
-    [[nodiscard]] bool isStale(const QUuid &keywordId) const;
+    [[nodiscard]] bool isReusable(const KeywordSnapshot &snapshot, Reuse reuse) const;
+    [[nodiscard]] bool isStale(const QUuid &keywordId, Due rule) const;
+    /// What the refresh of all rankings takes for measured.
+    [[nodiscard]] Reuse reuseWhenDue() const;
     [[nodiscard]] bool canBeMeasured(const QUuid &keywordId) const;
 
     Task<SharedSnapshot> measure(TrackedKeyword keyword, AppProfile app, std::stop_token stop);
-    Task<SharedSnapshot> refreshUnlessDeleted(QUuid id, std::stop_token stop);
-    Task<Attempt> attempt(TrackedKeyword keyword, std::stop_token stop);
+    Task<SharedSnapshot> refreshUnlessDeleted(QUuid id, Reuse reuse, std::stop_token stop);
+    Task<Attempt> attempt(TrackedKeyword keyword, Reuse reuse, std::stop_token stop);
 
     Task<void> runQueue(std::stop_token stop);
     void endQueue();
@@ -140,6 +172,7 @@ private:
     KeywordPipeline m_pipeline;
     std::shared_ptr<Clock> m_clock;
 
+    Due m_due = Due::After24Hours;
     /// Keywords whose last attempt failed; the number grows with every failure.
     QHash<QUuid, quint64> m_failed;
     quint64 m_failures = 0;

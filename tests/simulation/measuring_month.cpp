@@ -222,6 +222,7 @@ MonthResult simulateMonth(const MonthOptions &options)
     TrackedInMemory tracked(options, clock);
     KeywordRefreshes refreshes(
         tracked, KeywordPipeline{popularityOf(options, clock), searches, clock}, clock);
+    refreshes.setDue(options.due);
 
     MonthResult result;
     QObject::connect(&refreshes, &KeywordRefreshes::errorChanged,
@@ -231,7 +232,7 @@ MonthResult simulateMonth(const MonthOptions &options)
     });
     const Date start = clock->now();
     for (int i = 0; i < options.days; ++i) {
-        const Date opens = start + i * day + options.firstHour * hour;
+        const Date opens = start + i * day + options.firstHour * hour - i * options.earlierEachDay;
         clock->advance(opens - clock->now());
         loop.setActive(true);
         clock->advance(options.hoursOpen * hour);

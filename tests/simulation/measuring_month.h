@@ -3,7 +3,7 @@
 // keywords, and services that are slow, fail now and then, or refuse a keyword for ever.
 #pragma once
 
-#include "model/date.h"
+#include "store/keyword_refreshes.h"
 
 #include <cstdint>
 #include <vector>
@@ -26,6 +26,9 @@ struct MonthOptions {
     double faults = 0;
     Seconds searchTime{0};
     Hints hints = Hints::None;
+    KeywordRefreshes::Due due = KeywordRefreshes::Due::After24Hours;
+    /// The window opens so much earlier each day than on the day before.
+    Seconds earlierEachDay{0};
     Poison poison = Poison::None;
     std::uint32_t seed = 1;
 };

@@ -59,5 +59,21 @@ TEST(MeasuringMonth, AKeywordThatAlwaysFailsCostsTheOthersNoDay)
     EXPECT_GE(result.fewestDays(), 30);
 }
 
+TEST(MeasuringMonth, RunsThatStartEarlierEveryDaySkipNoDayUnderTheRuleOfTheDay)
+{
+    MonthOptions options;
+    options.firstHour = 22;
+    options.hoursOpen = 1;
+    options.earlierEachDay = Seconds(600);
+    options.due = KeywordRefreshes::Due::EachDay;
+    EXPECT_EQ(simulateMonth(options).fewestDays(), 31);
+    // An hour and more earlier each day, a ranking is never 24 hours old while the window is open.
+    options.earlierEachDay = Seconds(4'000);
+    options.days = 15;
+    EXPECT_EQ(simulateMonth(options).fewestDays(), 15);
+    options.due = KeywordRefreshes::Due::After24Hours;
+    EXPECT_LT(simulateMonth(options).fewestDays(), 15);
+}
+
 } // namespace
 } // namespace veltrix

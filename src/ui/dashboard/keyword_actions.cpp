@@ -131,7 +131,8 @@ Task<void> KeywordActions::refreshRows(QList<QUuid> ids, std::stop_token stop)
             sayProblem(isOne ? *problem
                              : tr("“%1”: %2").arg(inSentence(keyword.keyword), *problem));
     };
-    co_await m_store.refreshes().refreshRows(ids, std::move(ended), stop);
+    KeywordRefreshes::Rows rows{.ids = ids};
+    co_await m_store.refreshes().refreshRows(std::move(rows), std::move(ended), stop);
 }
 
 void KeywordActions::copyRefusals(const QList<RefusedLine> &refused) const

@@ -60,7 +60,7 @@ TEST_F(MeasuringStatusTest, EveryKindOfMeasuringIsShownAlike)
     EXPECT_EQ(work(), text("Measuring “tide” · 1 of 2"));
     status->stop();
     const auto rows = Outcome<Done>(finished(store->refreshes().refreshRows(
-        {keywords[2].id}, [](const auto &, const auto &) {}, view.get_token())));
+        {.ids = {keywords[2].id}}, [](const auto &, const auto &) {}, view.get_token())));
     EXPECT_EQ(work(), text("Measuring “harbour” · 1 of 1"));
 }
 
