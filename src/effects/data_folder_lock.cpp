@@ -9,6 +9,7 @@
 #include <QFileInfo>
 #include <QLocalServer>
 #include <QLocalSocket>
+#include <QMetaMethod>
 #include <QThread>
 #include <QtDebug>
 
@@ -18,8 +19,12 @@ namespace veltrix
 namespace
 {
 
-constexpr QByteArrayView raiseRequest{"raise\n"};
-constexpr QByteArrayView raiseAnswer{"raised\n"};
+const QByteArray raiseRequest = QByteArrayLiteral("raise\n");
+const QByteArray raiseAnswer = QByteArrayLiteral("raised\n");
+const QByteArray roomAnswer = QByteArrayLiteral("making room\n");
+const QByteArray wishAnswer = QByteArrayLiteral("taken\n");
+/// A wish is a short line; what is longer is none.
+constexpr qint64 longestWish = 65'536;
 
 } // namespace
 
@@ -111,21 +116,36 @@ void DataFolderLock::answerNextConnection()
 {
     QLocalSocket *socket = m_server->nextPendingConnection();
     connect(socket, &QLocalSocket::disconnected, socket, &QObject::deleteLater);
-    const auto answer = [this, socket] {
-        if (socket->bytesAvailable() < raiseRequest.size())
-            return;
-        const bool isRequest = socket->read(raiseRequest.size()) == raiseRequest;
-        if (isRequest)
-            socket->write(raiseAnswer.data(), raiseAnswer.size());
-        socket->disconnectFromServer();
-        if (isRequest)
-            Q_EMIT raiseRequested();
-    };
-    connect(socket, &QLocalSocket::readyRead, this, answer);
-    answer();
+    connect(socket, &QLocalSocket::readyRead, this, [this, socket] { answer(socket); });
+    answer(socket);
 }
 
-bool DataFolderLock::askOwnerToRaise(std::chrono::milliseconds patience) const
+void DataFolderLock::answer(QLocalSocket *socket)
+{
+    if (!socket->canReadLine()) {
+        if (socket->bytesAvailable() > longestWish)
+            socket->abort();
+        return;
+    }
+    const QByteArray line = socket->readLine();
+    disconnect(socket, &QLocalSocket::readyRead, this, nullptr);
+    const bool takesWishes =
+        isSignalConnected(QMetaMethod::fromSignal(&DataFolderLock::wishReceived));
+    if (line == raiseRequest) {
+        socket->write(m_makesRoom ? roomAnswer : raiseAnswer);
+        socket->disconnectFromServer();
+        Q_EMIT raiseRequested();
+    } else if (takesWishes && line.startsWith('{')) {
+        socket->write(wishAnswer);
+        Q_EMIT wishReceived(new FolderGuest(socket, line.chopped(1)));
+    } else {
+        socket->disconnectFromServer();
+    }
+}
+
+/// The connection over which the owner has begun to answer; null when it does not.
+std::unique_ptr<QLocalSocket> DataFolderLock::askOwnerFor(const QByteArray &line,
+                                                          std::chrono::milliseconds patience) const
 {
     const QDeadlineTimer deadline(patience);
     const auto remaining = [&] {
@@ -133,19 +153,37 @@ bool DataFolderLock::askOwnerToRaise(std::chrono::milliseconds patience) const
     };
     // The owner may be starting itself and not listen yet, so this asks until time is up.
     do {
-        QLocalSocket socket;
-        socket.connectToServer(ownersServerName());
-        if (socket.waitForConnected(remaining())) {
-            socket.write(raiseRequest.data(), raiseRequest.size());
-            while (socket.bytesAvailable() < raiseAnswer.size() &&
-                   socket.waitForReadyRead(remaining())) {
+        auto socket = std::make_unique<QLocalSocket>();
+        socket->connectToServer(ownersServerName());
+        if (socket->waitForConnected(remaining())) {
+            socket->write(line);
+            while (!socket->canReadLine() && socket->waitForReadyRead(remaining())) {
             }
-            if (socket.read(raiseAnswer.size()) == raiseAnswer)
-                return true;
+            if (socket->canReadLine())
+                return socket;
         }
         QThread::msleep(20);
     } while (!deadline.hasExpired());
-    return false;
+    return nullptr;
+}
+
+DataFolderLock::OwnersAnswer
+DataFolderLock::askOwnerToRaise(std::chrono::milliseconds patience) const
+{
+    const auto socket = askOwnerFor(raiseRequest, patience);
+    const QByteArray answer = socket ? socket->readLine() : QByteArray();
+    if (answer == raiseAnswer)
+        return OwnersAnswer::Raised;
+    return answer == roomAnswer ? OwnersAnswer::MakesRoom : OwnersAnswer::None;
+}
+
+std::unique_ptr<FolderOwner> DataFolderLock::askOwner(const QByteArray &wish,
+                                                      std::chrono::milliseconds patience) const
+{
+    auto socket = askOwnerFor(wish + '\n', patience);
+    if (!socket || socket->readLine() != wishAnswer)
+        return nullptr;
+    return std::make_unique<FolderOwner>(std::move(socket));
 }
 
 QString DataFolderLock::lockPath() const

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "effects/file_lock.h"
+#include "effects/folder_talk.h"
 
 #include <QObject>
 
@@ -17,8 +18,8 @@ namespace veltrix
 {
 
 /// Holds a data folder for this process, so that no second one writes the same state, and lets a
-/// second start ask the first to show itself. Any thread may take the folder and ask whether it is
-/// held; the rest belongs to the object's own.
+/// second start ask the first to show itself, or to do something for it. Any thread may take the
+/// folder and ask whether it is held; the rest belongs to the object's own.
 class DataFolderLock final : public QObject
 {
     Q_OBJECT
@@ -40,17 +41,37 @@ public:
     /// That a second start cannot be noticed, and why, in words for the user; empty when it can.
     [[nodiscard]] std::optional<QString> warning() const;
 
-    /// Asks the process that has the folder to show its window. True when it has answered; waits at
-    /// most `patience`, without an event loop.
-    [[nodiscard]] bool askOwnerToRaise(std::chrono::milliseconds patience) const;
+    /// This process has no window: when another start asks for it, it ends to make room.
+    void makeRoomWhenAsked() { m_makesRoom = true; }
+
+    enum class OwnersAnswer {
+        /// Its window is in front now.
+        Raised,
+        /// It has no window and frees the folder.
+        MakesRoom,
+        None,
+    };
+    /// Asks the process that has the folder to show its window. Waits at most `patience`, without
+    /// an event loop.
+    [[nodiscard]] OwnersAnswer askOwnerToRaise(std::chrono::milliseconds patience) const;
+
+    /// Sends a line to the process that has the folder. Null when it does not take it within
+    /// `patience`; waits without an event loop.
+    [[nodiscard]] std::unique_ptr<FolderOwner> askOwner(const QByteArray &wish,
+                                                        std::chrono::milliseconds patience) const;
 
 Q_SIGNALS:
-    /// Another start of the program asks this one to show its window.
+    /// Another start of the program asks this one to show its window, or to make room.
     void raiseRequested();
+    /// Another start wants something else. When nobody listens to this, it gets no answer.
+    void wishReceived(FolderGuest *guest);
 
 private:
     void listen();
     void answerNextConnection();
+    void answer(QLocalSocket *socket);
+    [[nodiscard]] std::unique_ptr<QLocalSocket>
+    askOwnerFor(const QByteArray &line, std::chrono::milliseconds patience) const;
     [[nodiscard]] QString lockPath() const;
     [[nodiscard]] QString ownServerName() const;
     [[nodiscard]] QString ownersServerName() const;
@@ -62,6 +83,8 @@ private:
     // Under the mutex.
     FileLock m_lock;
     std::optional<Outcome> m_outcome;
+
+    bool m_makesRoom = false;
     /// Closed before the lock is freed: a next owner may listen under the same name.
     std::unique_ptr<QLocalServer> m_server;
 };

@@ -10,4 +10,7 @@ namespace veltrix
 /// lines; and writing to a pipe that nobody reads fails instead of ending the program.
 void secureStandardStreams();
 
+/// Whether somebody watches standard error on a terminal.
+bool isErrorOutputATerminal();
+
 } // namespace veltrix

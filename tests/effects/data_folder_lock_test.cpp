@@ -3,6 +3,7 @@
 #include "effects/data_folder_lock.h"
 #include "store/helper_process.h"
 #include "store/scratch_folder.h"
+#include "support/task_outcome.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -11,6 +12,7 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <thread>
 
 namespace veltrix
@@ -19,6 +21,7 @@ namespace
 {
 
 using Outcome = DataFolderLock::Outcome;
+using Answer = DataFolderLock::OwnersAnswer;
 using namespace std::chrono_literals;
 
 class DataFolder : public testing::Test
@@ -85,7 +88,7 @@ TEST_F(DataFolder, ThatIsMissingCannotBeHeld)
 {
     DataFolderLock lock(path("missing"));
     EXPECT_EQ(lock.acquire(), Outcome::Unavailable);
-    EXPECT_FALSE(lock.askOwnerToRaise(0ms));
+    EXPECT_EQ(lock.askOwnerToRaise(0ms), Answer::None);
 }
 
 TEST_F(DataFolder, ASecondProcessAsksTheFirstToShowItself)
@@ -95,7 +98,7 @@ TEST_F(DataFolder, ASecondProcessAsksTheFirstToShowItself)
     for (int start = 0; start < 3; ++start) {
         DataFolderLock second(folder->path());
         EXPECT_EQ(second.acquire(), Outcome::HeldByAnother);
-        EXPECT_TRUE(second.askOwnerToRaise(10s));
+        EXPECT_EQ(second.askOwnerToRaise(10s), Answer::Raised);
         EXPECT_EQ(first.readLine(), QStringLiteral("raise"));
     }
 }
@@ -107,7 +110,7 @@ TEST_F(DataFolder, ASecondStartWaitsForAFirstThatIsStillStarting)
     int raised = 0;
     QObject::connect(&first, &DataFolderLock::raiseRequested, [&] { ++raised; });
     // The first does not turn its event loop until the second has waited a while.
-    bool answered = false;
+    Answer answered = Answer::None;
     std::thread second([&] { answered = DataFolderLock(folder->path()).askOwnerToRaise(10s); });
     std::this_thread::sleep_for(100ms);
     QElapsedTimer timer;
@@ -116,7 +119,7 @@ TEST_F(DataFolder, ASecondStartWaitsForAFirstThatIsStillStarting)
         QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
     second.join();
     EXPECT_EQ(raised, 1);
-    EXPECT_TRUE(answered);
+    EXPECT_EQ(answered, Answer::Raised);
 }
 
 TEST_F(DataFolder, AFirstThatNeverAnswersDoesNotHoldUpASecondForLong)
@@ -125,9 +128,29 @@ TEST_F(DataFolder, AFirstThatNeverAnswersDoesNotHoldUpASecondForLong)
     ASSERT_EQ(first.acquire(), Outcome::Acquired);
     QElapsedTimer timer;
     timer.start();
-    EXPECT_FALSE(DataFolderLock(folder->path()).askOwnerToRaise(150ms));
+    EXPECT_EQ(DataFolderLock(folder->path()).askOwnerToRaise(150ms), Answer::None);
     EXPECT_GE(timer.elapsed(), 140);
     EXPECT_LT(timer.elapsed(), 5'000);
+}
+
+TEST_F(DataFolder, AFirstWithoutAWindowMakesRoom)
+{
+    auto first = std::make_unique<DataFolderLock>(folder->path());
+    ASSERT_EQ(first->acquire(), Outcome::Acquired);
+    first->makeRoomWhenAsked();
+    QObject::connect(
+        first.get(), &DataFolderLock::raiseRequested, first.get(), [&first] { first.reset(); },
+        Qt::QueuedConnection);
+    std::atomic<bool> isDone = false;
+    Answer answered = Answer::None;
+    std::thread second([&] {
+        answered = DataFolderLock(folder->path()).askOwnerToRaise(10s);
+        isDone = true;
+    });
+    waitFor([&] { return isDone && !first; });
+    second.join();
+    EXPECT_EQ(answered, Answer::MakesRoom);
+    EXPECT_EQ(DataFolderLock(folder->path()).acquire(), Outcome::Acquired);
 }
 
 TEST_F(DataFolder, ACrashLeavesNothingThatBlocksTheNextStart)
@@ -138,11 +161,11 @@ TEST_F(DataFolder, ACrashLeavesNothingThatBlocksTheNextStart)
         crashing.kill();
     }
     EXPECT_TRUE(QFile::exists(path(".veltrix.lock")));
-    EXPECT_FALSE(DataFolderLock(folder->path()).askOwnerToRaise(50ms));
+    EXPECT_EQ(DataFolderLock(folder->path()).askOwnerToRaise(50ms), Answer::None);
 
     HelperProcess next({QStringLiteral("hold-folder"), folder->path()});
     EXPECT_EQ(next.readLine(), QStringLiteral("acquired"));
-    EXPECT_TRUE(DataFolderLock(folder->path()).askOwnerToRaise(10s));
+    EXPECT_EQ(DataFolderLock(folder->path()).askOwnerToRaise(10s), Answer::Raised);
     EXPECT_EQ(next.readLine(), QStringLiteral("raise"));
 }
 

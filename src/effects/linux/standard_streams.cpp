@@ -21,4 +21,9 @@ void secureStandardStreams()
     std::signal(SIGPIPE, SIG_IGN);
 }
 
+bool isErrorOutputATerminal()
+{
+    return ::isatty(STDERR_FILENO) == 1;
+}
+
 } // namespace veltrix
