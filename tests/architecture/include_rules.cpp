@@ -23,14 +23,17 @@ const QMap<QString, QStringList> &floors()
         {QStringLiteral("store"),
          {QStringLiteral("model"), QStringLiteral("json"), QStringLiteral("effects"),
           QStringLiteral("scoring")}},
+        {QStringLiteral("headless"),
+         {QStringLiteral("model"), QStringLiteral("json"), QStringLiteral("effects"),
+          QStringLiteral("scoring"), QStringLiteral("store")}},
         {QStringLiteral("ui_kit"), {QStringLiteral("model"), QStringLiteral("effects")}},
         {QStringLiteral("ui"),
          {QStringLiteral("model"), QStringLiteral("effects"), QStringLiteral("scoring"),
           QStringLiteral("store"), QStringLiteral("ui_kit")}},
         {QStringLiteral("app"),
          {QStringLiteral("model"), QStringLiteral("effects"), QStringLiteral("clients"),
-          QStringLiteral("scoring"), QStringLiteral("store"), QStringLiteral("ui_kit"),
-          QStringLiteral("ui")}},
+          QStringLiteral("scoring"), QStringLiteral("store"), QStringLiteral("headless"),
+          QStringLiteral("json"), QStringLiteral("ui_kit"), QStringLiteral("ui")}},
     };
     return floors;
 }

@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What the program is started to do.
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <variant>
+
+namespace veltrix
+{
+
+/// Which keywords a command is about: all of them unless something is named.
+struct KeywordChoice {
+    /// Names or App Store ids of apps.
+    QStringList apps;
+    /// Two-letter codes.
+    QStringList storefronts;
+
+    bool operator==(const KeywordChoice &) const = default;
+};
+
+/// `veltrix --measure`: what has no measurement on the current UTC day yet.
+struct MeasureCommand {
+    KeywordChoice choice;
+    /// Also what was measured today.
+    bool all = false;
+    /// JSON objects, one a line, instead of text.
+    bool json = false;
+
+    bool operator==(const MeasureCommand &) const = default;
+};
+
+/// A text for standard output, and nothing else to do: `--help`, `--version`.
+struct PrintText {
+    QString text;
+
+    bool operator==(const PrintText &) const = default;
+};
+
+/// The options make no sense.
+struct WrongUse {
+    /// Says what is wrong, as a sentence.
+    QString message;
+
+    bool operator==(const WrongUse &) const = default;
+};
+
+using Command = std::variant<MeasureCommand, PrintText, WrongUse>;
+
+/// Whether the arguments, of which the first is the program, have an option of Veltrix's own.
+/// Otherwise they belong to the window and its toolkit, as "-platform" does.
+bool hasCommand(const QStringList &arguments);
+
+/// What the arguments ask for, which have one.
+Command commandOf(const QStringList &arguments, const QString &version);
+
+/// How the program ends.
+enum class ExitStatus {
+    /// All that was to be measured was.
+    Done = 0,
+    /// Something was not.
+    Incomplete = 1,
+    WrongUse = 2,
+    /// Another start has the data folder and does not answer.
+    Busy = 3,
+};
+
+} // namespace veltrix

@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Measuring for starts without a window, by the one that has the data.
+#pragma once
+
+#include "effects/task_scope.h"
+
+#include <QPointer>
+
+namespace veltrix
+{
+
+class ASOStore;
+class FolderGuest;
+
+/// Measures what other starts wish for, and tells them how it goes. A wish ends with whoever wished
+/// it; what was measured until then stays.
+class MeasureGuests
+{
+public:
+    /// `store` outlives this.
+    explicit MeasureGuests(ASOStore &store);
+
+    /// Takes the guest's wish, a MeasureWish as JSON. What is none ends the connection.
+    void serve(FolderGuest *guest);
+
+private:
+    Task<void> measureFor(QPointer<FolderGuest> guest, std::stop_token stop);
+
+    ASOStore &m_store;
+    TaskScope m_tasks;
+};
+
+} // namespace veltrix

@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "headless/command_line.h"
+
+#include "support/json_printers.h"
+
+#include <gtest/gtest.h>
+
+namespace veltrix
+{
+namespace
+{
+
+QStringList split(const char *line)
+{
+    return QString::fromUtf8(line).split(u' ');
+}
+
+Command command(const char *line)
+{
+    return commandOf(split(line), QStringLiteral("1.2"));
+}
+
+std::string wrong(const char *line)
+{
+    const Command made = command(line);
+    const auto *use = std::get_if<WrongUse>(&made);
+    return use ? use->message.toStdString() : "no wrong use";
+}
+
+TEST(CommandLine, OpensTheWindowWithoutAnOptionOfItsOwn)
+{
+    for (const char *line : {"veltrix", "veltrix -platform offscreen", "veltrix --measured",
+                             "veltrix photo.csv", "veltrix -geometry 800x600"})
+        EXPECT_FALSE(hasCommand(split(line))) << line;
+    for (const char *line : {"veltrix --measure", "veltrix -h", "veltrix --help", "veltrix --app=3",
+                             "veltrix x --json", "veltrix --version"})
+        EXPECT_TRUE(hasCommand(split(line))) << line;
+}
+
+TEST(CommandLine, MeasuresWhatIsChosen)
+{
+    EXPECT_TRUE(command("veltrix --measure") == Command(MeasureCommand{}));
+    MeasureCommand chosen;
+    chosen.choice.apps = {QStringLiteral("Lumen"), QStringLiteral("12")};
+    chosen.choice.storefronts = {QStringLiteral("us")};
+    chosen.all = true;
+    chosen.json = true;
+    EXPECT_EQ(command("veltrix --measure --app Lumen --json --app=12 --storefront us --all"),
+              Command(chosen));
+}
+
+TEST(CommandLine, SaysWhatIsWrong)
+{
+    EXPECT_EQ(wrong("veltrix --json"), "--json goes with --measure.");
+    EXPECT_EQ(wrong("veltrix --app 3"), "--app goes with --measure.");
+    EXPECT_EQ(wrong("veltrix --measure now"), "“now” is not an option.");
+    EXPECT_EQ(wrong("veltrix --measure --fast"), "Unknown option 'fast'.");
+    EXPECT_EQ(wrong("veltrix --measure --app"), "Missing value after '--app'.");
+    EXPECT_EQ(wrong("veltrix --measure --all=yes"), "Unexpected value after '--all'.");
+}
+
+TEST(CommandLine, HelpNamesEveryOptionAndStatus)
+{
+    const Command help = command("veltrix --help --measure");
+    const auto *print = std::get_if<PrintText>(&help);
+    ASSERT_TRUE(print);
+    for (const char *word : {"--measure", "--app", "--storefront", "--all", "--json", "--help",
+                             "--version", "0 all", "1 some", "2 wrong", "3 another"})
+        EXPECT_TRUE(print->text.contains(QString::fromUtf8(word))) << word;
+    for (const QString &line : print->text.split(u'\n'))
+        EXPECT_LE(line.size(), 90) << line.toStdString();
+    EXPECT_EQ(command("veltrix --version"), Command(PrintText{QStringLiteral("Veltrix 1.2\n")}));
+}
+
+} // namespace
+} // namespace veltrix

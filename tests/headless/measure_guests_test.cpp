@@ -1,0 +1,135 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Two starts on one data folder: one has it and measures for the other.
+#include "headless/measure_guests.h"
+
+#include "effects/atomic_file.h"
+#include "effects/data_folder_lock.h"
+#include "headless/measure_messages.h"
+#include "headless/measure_text.h"
+#include "json/json_reader.h"
+#include "json/json_writer.h"
+#include "store/store_fixture.h"
+
+#include <QLocalSocket>
+
+#include <atomic>
+#include <thread>
+
+namespace veltrix
+{
+namespace
+{
+
+using namespace std::chrono_literals;
+
+class Guests : public StoreTest
+{
+protected:
+    Guests()
+    {
+        addKeyword("moon");
+        addKeyword("tide");
+        EXPECT_EQ(m_owner.acquire(), DataFolderLock::Outcome::Acquired);
+        QObject::connect(&m_owner, &DataFolderLock::wishReceived,
+                         [this](FolderGuest *guest) { m_guests->serve(guest); });
+    }
+
+    /// Asks as another process would, while this one's event loop turns.
+    void ask(const QByteArray &wish)
+    {
+        auto socket = std::make_unique<QLocalSocket>();
+        socket->connectToServer(
+            QString::fromUtf8(readWholeFile(folder.filePath(text(".veltrix.lock")))));
+        socket->write(wish + '\n');
+        waitFor([&socket] { return socket->canReadLine(); });
+        EXPECT_EQ(socket->readLine(), QByteArray("taken\n"));
+        m_connection = std::make_unique<FolderOwner>(std::move(socket));
+        QObject::connect(m_connection.get(), &FolderOwner::answered,
+                         [this](const QByteArray &line) { take(fromJson<MeasureMessage>(line)); });
+        QObject::connect(m_connection.get(), &FolderOwner::ended, [this] { m_hasEnded = true; });
+        m_connection->listen();
+    }
+    void take(const MeasureMessage &message)
+    {
+        if (message.keyword)
+            m_told.append(turnText(*message.keyword));
+        if (message.summary)
+            m_told.append(summaryText(*message.summary));
+        if (message.wrongUse)
+            m_told.append(*message.wrongUse);
+    }
+
+    DataFolderLock m_owner{folder.path()};
+    std::unique_ptr<MeasureGuests> m_guests = std::make_unique<MeasureGuests>(*store);
+    std::unique_ptr<FolderOwner> m_connection;
+    QStringList m_told;
+    bool m_hasEnded = false;
+};
+
+TEST_F(Guests, AreToldEachKeywordAndTheEnd)
+{
+    ask(toJson(MeasureWish{}));
+    waitFor([this] { return m_hasEnded; });
+    EXPECT_EQ(m_told, (QStringList{text("moon · US · Tideline: rank 2, First observation"),
+                                   text("tide · US · Tideline: rank 2, First observation"),
+                                   text("2 keywords measured.")}));
+    EXPECT_EQ(stateOnDisk().snapshots.size(), 2U);
+}
+
+TEST_F(Guests, ThatNameNothingTrackedAreToldSo)
+{
+    ask(toJson(MeasureWish{{text("Nobody")}, {}, false}));
+    waitFor([this] { return m_hasEnded; });
+    EXPECT_EQ(m_told, QStringList{text("No app is called “Nobody”. There are “Tideline”.")});
+}
+
+TEST_F(Guests, ThatLeaveTakeTheirWishWithThem)
+{
+    client->holds = true;
+    ask(toJson(MeasureWish{}));
+    waitFor([this] { return !client->searches.isEmpty(); });
+    m_connection.reset();
+    waitFor([this] { return store->refreshProgress().isIdle(); });
+    client->release();
+    EXPECT_EQ(client->searches.size(), 1);
+    EXPECT_EQ(stateOnDisk().snapshots.size(), 0U);
+}
+
+TEST_F(Guests, AreLetGoWhenTheProgramEnds)
+{
+    client->holds = true;
+    ask(toJson(MeasureWish{}));
+    waitFor([this] { return !client->searches.isEmpty(); });
+    m_guests.reset();
+    store.reset();
+    m_connection.reset();
+}
+
+TEST_F(Guests, WithoutAWishAreSentAway)
+{
+    ask("{\"storefronts\":3}");
+    waitFor([this] { return m_hasEnded; });
+    EXPECT_EQ(m_told, QStringList());
+}
+
+TEST_F(Guests, AreTakenWhileSomebodyMeasuresAndElseGetNoAnswer)
+{
+    const auto isTaken = [this](std::chrono::milliseconds patience) {
+        std::atomic<bool> isDone = false;
+        bool taken = false;
+        std::thread second([&] {
+            taken =
+                DataFolderLock(folder.path()).askOwner(toJson(MeasureWish{}), patience) != nullptr;
+            isDone = true;
+        });
+        waitFor([&isDone] { return isDone.load(); });
+        second.join();
+        return taken;
+    };
+    EXPECT_TRUE(isTaken(10s));
+    QObject::disconnect(&m_owner, &DataFolderLock::wishReceived, nullptr, nullptr);
+    EXPECT_FALSE(isTaken(200ms));
+}
+
+} // namespace
+} // namespace veltrix
