@@ -2,6 +2,7 @@
 #include "app/veltrix_app.h"
 
 #include "app/desktop_color_scheme.h"
+#include "app/user_files.h"
 #include "effects/atomic_file.h"
 #include "effects/data_folder_lock.h"
 #include "effects/data_locations.h"
@@ -11,9 +12,11 @@
 #include "ui_kit/theme/theme_controller.h"
 
 #include <QApplication>
+#include <QDeadlineTimer>
 #include <QDesktopServices>
 #include <QSessionManager>
 #include <QSettings>
+#include <QThread>
 
 #include <cstdio>
 
@@ -25,20 +28,8 @@ namespace
 
 /// How long a first process may take to answer a second start.
 constexpr std::chrono::milliseconds raisePatience{3000};
-
-std::shared_ptr<QSettings> storedSettings()
-{
-    return std::make_shared<QSettings>(preferencesPath(), QSettings::IniFormat);
-}
-
-/// Clears what interrupted writes have left. Nobody else writes the data; an image or a package of
-/// another's that goes with it is loaded again.
-void clearLeftovers(const QString &dataFolder, const QString &cacheFolder)
-{
-    for (const QString &folder : {dataFolder, cacheFolder, cacheFolder + QStringLiteral("/artwork"),
-                                  cacheFolder + QStringLiteral("/updates")})
-        removeInterruptedWritesIn(folder);
-}
+/// How long one that makes room may take to finish saving.
+constexpr std::chrono::seconds roomPatience{30};
 
 void openInBrowser(const QUrl &url)
 {
@@ -48,6 +39,18 @@ void openInBrowser(const QUrl &url)
 void showInFileManager(const QString &path)
 {
     showInFolder(path, openInBrowser);
+}
+
+/// Takes the folder as soon as the other start has freed it.
+DataFolderLock::Outcome acquireInTime(DataFolderLock &lock, std::chrono::milliseconds patience)
+{
+    const QDeadlineTimer deadline(patience);
+    auto outcome = lock.acquire();
+    while (outcome == DataFolderLock::Outcome::HeldByAnother && !deadline.hasExpired()) {
+        QThread::msleep(20);
+        outcome = lock.acquire();
+    }
+    return outcome;
 }
 
 void raise(QWidget &window)
@@ -66,9 +69,9 @@ VeltrixApp::VeltrixApp(const Bundle &bundle, const QString &stateFolder, const Q
                        DataFolderLock *folderLock)
     : m_services(bundle, stateFolder, cacheFolder, settings, folderLock),
       m_settings(std::move(settings)), m_preferences(*m_settings),
-      m_files(readWholeFile, [](const QString &path, const QByteArray &content) {
-          writeFileAtomically(path, content);
-      })
+      m_files(readWholeFile, [](const QString &path,
+                                const QByteArray &content) { writeFileAtomically(path, content); }),
+      m_guests(m_services.store())
 {
     if (Updater *updater = m_services.updater())
         m_updater = std::make_unique<UpdaterAdapter>(*updater, openInBrowser, showInFileManager);
@@ -123,10 +126,15 @@ int VeltrixApp::run(QApplication &application)
     setUserLocale(QLocale());
     const QString folder = dataFolder();
     DataFolderLock lock(folder);
-    const auto outcome = lock.acquire();
+    auto outcome = lock.acquire();
     if (outcome == DataFolderLock::Outcome::HeldByAnother) {
-        if (lock.askOwnerToRaise(raisePatience))
+        const auto answer = lock.askOwnerToRaise(raisePatience);
+        if (answer == DataFolderLock::OwnersAnswer::Raised)
             return 0;
+        if (answer == DataFolderLock::OwnersAnswer::MakesRoom)
+            outcome = acquireInTime(lock, roomPatience);
+    }
+    if (outcome == DataFolderLock::Outcome::HeldByAnother) {
         std::fprintf(stderr, "Veltrix is already running on %s and does not answer.\n",
                      qUtf8Printable(folder));
         return 1;
@@ -143,6 +151,8 @@ int VeltrixApp::run(QApplication &application)
     app.followEnd(application);
     QObject::connect(&lock, &DataFolderLock::raiseRequested, &app.window(),
                      [&app] { raise(app.window()); });
+    QObject::connect(&lock, &DataFolderLock::wishReceived, &app.window(),
+                     [&app](FolderGuest *guest) { app.m_guests.serve(guest); });
     app.window().followApplicationState();
     app.window().show();
     return application.exec();

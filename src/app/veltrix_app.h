@@ -7,6 +7,7 @@
 #include "app/stored_preferences.h"
 #include "app/updater_adapter.h"
 #include "clients/network_return.h"
+#include "headless/measure_guests.h"
 #include "ui/shell/main_window.h"
 #include "ui_kit/theme/chosen_color_scheme.h"
 
@@ -48,6 +49,7 @@ private:
     FileDialogs m_files;
     std::unique_ptr<UpdaterAdapter> m_updater;
     std::unique_ptr<MainWindow> m_window;
+    MeasureGuests m_guests;
     NetworkReturn m_networkReturn;
 };
 

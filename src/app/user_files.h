@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The user's own files, as every way of starting takes them up.
+#pragma once
+
+#include <QString>
+
+#include <memory>
+
+class QSettings;
+
+namespace veltrix
+{
+
+/// The preferences.
+std::shared_ptr<QSettings> storedSettings();
+
+/// Clears what interrupted writes have left. To be called by whoever holds the data folder.
+void clearLeftovers(const QString &dataFolder, const QString &cacheFolder);
+
+} // namespace veltrix
