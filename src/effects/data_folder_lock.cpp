@@ -133,6 +133,8 @@ void DataFolderLock::answer(QLocalSocket *socket)
         isSignalConnected(QMetaMethod::fromSignal(&DataFolderLock::wishReceived));
     if (line == raiseRequest) {
         socket->write(m_makesRoom ? roomAnswer : raiseAnswer);
+        // Whoever hears of it may let the folder go, and with it the socket.
+        socket->flush();
         socket->disconnectFromServer();
         Q_EMIT raiseRequested();
     } else if (takesWishes && line.startsWith('{')) {

@@ -19,6 +19,8 @@ FolderGuest::FolderGuest(QLocalSocket *socket, QByteArray wish)
 void FolderGuest::answer(const QByteArray &line)
 {
     m_socket->write(line + '\n');
+    // The program may end before the event loop comes to it.
+    m_socket->flush();
 }
 
 void FolderGuest::end()
