@@ -152,6 +152,8 @@ TEST_F(RemovalsTest, AnAppThatCameAnewTakesItsKeywordsBackAndIsShown)
 TEST_F(RemovalsTest, UndoneIsUndoneAlsoWhileNothingCanBeSaved)
 {
     store->removeKeyword(moon.id);
+    // A save that runs would keep the folder from going.
+    store->waitUntilSaved();
     scratch->remove();
     removals->undo();
     EXPECT_TRUE(store->trackedKeyword(moon.id).has_value());
