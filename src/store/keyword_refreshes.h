@@ -62,8 +62,7 @@ public:
         /// When its newest measurement is historyStaleness old.
         After24Hours,
         /// When it has no measurement on the current UTC day. A refresh that starts a little
-        /// earlier
-        /// every day skips no day by it.
+        /// earlier every day skips no day by it.
         EachDay,
     };
     /// Which measurement of a keyword makes a new one needless, if it was made by the current
