@@ -13,8 +13,12 @@ ASOStore::ASOStore(Arguments arguments, QObject *parent)
 {
     adopt(m_saver.load());
     connect(&m_saver, &StateSaver::saved, this, &ASOStore::followSaver);
-    connect(&m_saver, &StateSaver::moved, this,
-            [this](const std::vector<SharedSnapshot> &moved) { m_snapshots.forget(moved); });
+    connect(&m_saver, &StateSaver::moved, this, [this](const std::vector<SharedSnapshot> &moved) {
+        m_snapshots.forget(moved);
+        m_rankDays->followMove(moved);
+    });
+    m_rankDays = std::make_unique<RankDaysKeeper>(m_keywords, m_snapshots, m_saver, m_clock);
+    connect(m_rankDays.get(), &RankDaysKeeper::changed, this, &ASOStore::rankDaysChanged);
 
     RefreshedKeywords &keywords = *this;
     m_refreshes =
@@ -85,6 +89,7 @@ void ASOStore::keepSnapshot(SharedSnapshot snapshot)
 {
     const QUuid keywordId = snapshot->trackedKeywordId;
     m_snapshots.store(std::move(snapshot));
+    m_rankDays->follow({keywordId});
     Q_EMIT keywordChanged(keywordId);
     save();
 }

@@ -14,6 +14,7 @@
 #include "store/keyword_admission.h"
 #include "store/keyword_list.h"
 #include "store/keyword_refreshes.h"
+#include "store/rank_days_keeper.h"
 #include "store/ranking_timeline.h"
 #include "store/removed_tracking.h"
 #include "store/snapshot_index.h"
@@ -137,6 +138,12 @@ public:
     /// The movement to the newest measurement that does not lie ahead; absent when there is none.
     [[nodiscard]] std::optional<RankMovement> latestMovement(QUuid keywordId) const;
 
+    /// What is known of the keyword's ranks over the last days and of its best rank; nothing is
+    /// read for it. Right before keywordChanged() and rankDaysChanged() are emitted.
+    [[nodiscard]] const RankDays &rankDays(QUuid keywordId) const;
+    /// Ends when rankDays() of all keywords are whole, or the history could not be read.
+    Task<void> rankDaysRead(std::stop_token stop);
+
     // Apps and competitors.
     /// Throws StoreError 422 "Missing trackId on selected result".
     AppProfile addApp(const ITunesAppResult &result, QString country);
@@ -201,6 +208,9 @@ Q_SIGNALS:
     /// A keyword has a new newest snapshot.
     void keywordChanged(QUuid id);
     void keywordRemoved(QUuid id);
+    /// rankDays() of these are others: after a check, when the UTC day has changed, and when the
+    /// history was read.
+    void rankDaysChanged(const QList<QUuid> &ids);
     void competitorsChanged();
     /// What a removal took; the last of its signals.
     void trackingRemoved(const RemovedTracking &removed);
@@ -265,6 +275,7 @@ private:
 
     bool m_isRetryingPersistence = false;
     // Last, so that what runs ends while everything else still lives.
+    std::unique_ptr<RankDaysKeeper> m_rankDays;
     std::unique_ptr<KeywordRefreshes> m_refreshes;
     TaskScope m_tasks;
 };

@@ -90,6 +90,17 @@ std::optional<RankMovement> ASOStore::latestMovement(QUuid keywordId) const
     return RankingTimeline(std::move(observations), now).latestMovement();
 }
 
+const RankDays &ASOStore::rankDays(QUuid keywordId) const
+{
+    return m_rankDays->of(keywordId);
+}
+
+Task<void> ASOStore::rankDaysRead(std::stop_token callersStop)
+{
+    const ScopedStop stop(m_tasks, callersStop);
+    co_await m_rankDays->read(stop);
+}
+
 Task<void> ASOStore::tidyHistory(std::stop_token stop)
 {
     if (!m_saver.needsTidying())

@@ -85,6 +85,7 @@ void ASOStore::retryPersistence()
         PersistedState state = m_saver.load();
         if (isStateRead()) {
             adopt(std::move(state));
+            m_rankDays->beginAnew();
             Q_EMIT appsChanged();
             Q_EMIT competitorsChanged();
             Q_EMIT stateRead();

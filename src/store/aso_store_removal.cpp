@@ -65,6 +65,7 @@ void ASOStore::takeKeywords(const QSet<QUuid> &ids, RemovedTracking &removed)
     for (const auto &[place, keyword] : removed.keywords) {
         std::ranges::move(m_snapshots.takeKeyword(keyword.id),
                           std::back_inserter(removed.snapshots));
+        m_rankDays->remove(keyword.id);
         rememberOwner(keyword.appId, removed);
         m_removals.removed.push_back(keyword.id);
     }
@@ -108,6 +109,10 @@ RestoredTracking ASOStore::restore(RemovedTracking removed)
     renumberApps();
     const QSet<QUuid> joined = restoreKeywords(std::move(removed.keywords),
                                                std::move(removed.snapshots), appIds, restored);
+    QList<QUuid> back;
+    for (const TrackedKeyword &keyword : std::as_const(restored.keywords))
+        back.append(keyword.id);
+    m_rankDays->follow(back);
     const bool hasCompetitors = restoreCompetitors(std::move(removed.competitors), appIds);
     if (!removed.apps.empty())
         Q_EMIT appsChanged();
@@ -121,6 +126,7 @@ RestoredTracking ASOStore::restore(RemovedTracking removed)
         Q_EMIT competitorsChanged();
     if (!removed.apps.empty() || !restored.keywords.isEmpty() || hasCompetitors)
         save();
+    m_rankDays->readAgain(joined);
     return restored;
 }
 

@@ -200,6 +200,20 @@ std::vector<RankingTimeline::Observation> HistoryDatabase::observations(const QU
     return result;
 }
 
+void HistoryDatabase::eachRank(
+    std::span<const QUuid> keywordIds,
+    const std::function<void(size_t place, Date date, std::optional<std::int64_t> position)> &use)
+{
+    SqliteStatement find = m_database.prepare(
+        "SELECT fetchedAt, position FROM observation WHERE keyword = (SELECT number FROM keyword "
+        "WHERE id = ?1) ORDER BY fetchedAt, id");
+    for (size_t place = 0; place < keywordIds.size(); ++place) {
+        find.bind(1, key(keywordIds[place]));
+        while (find.step())
+            use(place, dateFromReferenceSeconds(find.real(0)), find.optionalInteger(1));
+    }
+}
+
 std::vector<SharedSnapshot> HistoryDatabase::records(const QUuid &keywordId)
 {
     std::vector<SharedSnapshot> result;

@@ -36,6 +36,11 @@ public:
 
     /// The ranks of a keyword, oldest first.
     [[nodiscard]] std::vector<RankingTimeline::Observation> observations(const QUuid &keywordId);
+    /// Tells each rank of these keywords, with the keyword's place in the list; a keyword's oldest
+    /// first, in the order of the list.
+    void eachRank(std::span<const QUuid> keywordIds,
+                  const std::function<void(size_t place, Date date,
+                                           std::optional<std::int64_t> position)> &use);
     /// The whole measurements of a keyword, oldest first.
     [[nodiscard]] std::vector<SharedSnapshot> records(const QUuid &keywordId);
 

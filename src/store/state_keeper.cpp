@@ -231,6 +231,14 @@ std::vector<SharedSnapshot> StateKeeper::records(const QUuid &keywordId) const
     return history ? history->records(keywordId) : std::vector<SharedSnapshot>();
 }
 
+PastRanks StateKeeper::pastRanks(const PastRanks::Question &question) const
+{
+    auto history = HistoryDatabase::open(m_historyPath);
+    if (!history)
+        return {std::vector(question.keywords.size(), RankDays(utcDay(question.now))), {}};
+    return PastRanks::read(*history, question);
+}
+
 std::optional<PersistenceProblem> StateKeeper::problem() const
 {
     auto problem = m_file.problem();

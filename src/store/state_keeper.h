@@ -4,6 +4,7 @@
 
 #include "store/history_database.h"
 #include "store/history_move.h"
+#include "store/past_ranks.h"
 #include "store/state_file.h"
 
 #include <QSet>
@@ -72,6 +73,7 @@ public:
     [[nodiscard]] std::vector<RankingTimeline::Observation>
     observations(const QUuid &keywordId) const;
     [[nodiscard]] std::vector<SharedSnapshot> records(const QUuid &keywordId) const;
+    [[nodiscard]] PastRanks pastRanks(const PastRanks::Question &question) const;
 
     [[nodiscard]] std::optional<PersistenceProblem> problem() const;
     void dismissNotices();

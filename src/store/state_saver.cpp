@@ -118,8 +118,8 @@ void StateSaver::waitUntilFinished()
     takeNews();
 }
 
-template <class T>
-Task<T> StateSaver::ask(T (StateKeeper::*question)(const QUuid &) const, QUuid keywordId,
+template <class T, class About>
+Task<T> StateSaver::ask(T (StateKeeper::*question)(const About &) const, About about,
                         std::stop_token callersStop)
 {
     const ScopedStop stop(m_tasks, callersStop);
@@ -132,7 +132,7 @@ Task<T> StateSaver::ask(T (StateKeeper::*question)(const QUuid &) const, QUuid k
                 return [] {
                 };
             try {
-                return [result, found = (keeper.*question)(keywordId)]() mutable {
+                return [result, found = (keeper.*question)(about)]() mutable {
                     result.resolve(std::move(found));
                 };
             } catch (...) {
@@ -155,6 +155,11 @@ Task<std::vector<RankingTimeline::Observation>> StateSaver::observations(QUuid k
 Task<std::vector<SharedSnapshot>> StateSaver::records(QUuid keywordId, std::stop_token stop)
 {
     return ask(&StateKeeper::records, keywordId, std::move(stop));
+}
+
+Task<PastRanks> StateSaver::pastRanks(PastRanks::Question question, std::stop_token stop)
+{
+    return ask(&StateKeeper::pastRanks, std::move(question), std::move(stop));
 }
 
 StateSaver::Told StateSaver::look(std::uint64_t tried) const

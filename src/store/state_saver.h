@@ -63,6 +63,7 @@ public:
     Task<std::vector<RankingTimeline::Observation>> observations(QUuid keywordId,
                                                                  std::stop_token stop);
     Task<std::vector<SharedSnapshot>> records(QUuid keywordId, std::stop_token stop);
+    Task<PastRanks> pastRanks(PastRanks::Question question, std::stop_token stop);
 
     // As of what was told last.
     [[nodiscard]] const std::optional<PersistenceProblem> &problem() const
@@ -112,9 +113,8 @@ private:
     /// Runs on the saving thread.
     using Question = std::function<News(const StateKeeper &)>;
 
-    template <class T>
-    Task<T> ask(T (StateKeeper::*question)(const QUuid &) const, QUuid keywordId,
-                std::stop_token stop);
+    template <class T, class About>
+    Task<T> ask(T (StateKeeper::*question)(const About &) const, About about, std::stop_token stop);
     [[nodiscard]] Told look(std::uint64_t tried) const;
     /// The saving thread has nothing to do, and gets nothing but from here.
     [[nodiscard]] bool isIdle();
