@@ -83,10 +83,7 @@ public:
 class NoFiles final : public FileExchange
 {
 public:
-    void save(QWidget *, const Request &, const QByteArray &,
-              std::function<void(QString, std::optional<QString>)>) override
-    {
-    }
+    void choosePlace(QWidget *, const Request &, Chosen) override {}
     void open(QWidget *, const Request &, std::function<void(const OpenedFile &)>) override {}
     OpenedFile read(const QString &) override { return {}; }
 };

@@ -41,19 +41,13 @@ QFileDialog *makeDialog(QWidget *parent, const FileExchange::Request &request,
 
 } // namespace
 
-void FileDialogs::save(QWidget *parent, const Request &request, const QByteArray &content,
-                       std::function<void(QString, std::optional<QString>)> done)
+void FileDialogs::choosePlace(QWidget *parent, const Request &request, Chosen chosen)
 {
     QFileDialog *dialog = makeDialog(parent, request, QFileDialog::AcceptSave, m_folder);
     dialog->setDefaultSuffix(QStringLiteral("csv"));
     QObject::connect(dialog, &QFileDialog::fileSelected, parent,
-                     [write = m_write, content, done = std::move(done)](const QString &path) {
-                         try {
-                             write(path, content);
-                             done(path, std::nullopt);
-                         } catch (const Error &error) {
-                             done(path, error.description());
-                         }
+                     [create = m_create, chosen = std::move(chosen)](const QString &path) {
+                         chosen(path, create(path));
                      });
     dialog->open();
 }

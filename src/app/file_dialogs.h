@@ -13,21 +13,20 @@ namespace veltrix
 class FileDialogs final : public FileExchange
 {
 public:
-    /// Both throw an Error when they fail.
+    /// Throws an Error when it fails.
     using Read = std::function<QByteArray(const QString &path)>;
-    using Write = std::function<void(const QString &path, const QByteArray &content)>;
+    using Create = std::function<std::shared_ptr<FileOutput>(const QString &path)>;
 
-    FileDialogs(Read read, Write write) : m_read(std::move(read)), m_write(std::move(write)) {}
+    FileDialogs(Read read, Create create) : m_read(std::move(read)), m_create(std::move(create)) {}
 
-    void save(QWidget *parent, const Request &request, const QByteArray &content,
-              std::function<void(QString path, std::optional<QString> error)> done) override;
+    void choosePlace(QWidget *parent, const Request &request, Chosen chosen) override;
     void open(QWidget *parent, const Request &request,
               std::function<void(const OpenedFile &file)> done) override;
     OpenedFile read(const QString &path) override;
 
 private:
     Read m_read;
-    Write m_write;
+    Create m_create;
     /// The folder that was used last, where the next dialog starts.
     std::shared_ptr<QString> m_folder = std::make_shared<QString>();
 };

@@ -4,6 +4,7 @@
 #include "app/desktop_color_scheme.h"
 #include "app/user_files.h"
 #include "effects/atomic_file.h"
+#include "effects/background_file.h"
 #include "effects/data_folder_lock.h"
 #include "effects/data_locations.h"
 #include "effects/end_signals.h"
@@ -69,8 +70,8 @@ VeltrixApp::VeltrixApp(const Bundle &bundle, const QString &stateFolder, const Q
                        DataFolderLock *folderLock)
     : m_services(bundle, stateFolder, cacheFolder, settings, folderLock),
       m_settings(std::move(settings)), m_preferences(*m_settings),
-      m_files(readWholeFile, [](const QString &path,
-                                const QByteArray &content) { writeFileAtomically(path, content); }),
+      m_files(readWholeFile,
+              [](const QString &path) { return std::make_shared<BackgroundFile>(path); }),
       m_guests(m_services.store())
 {
     if (Updater *updater = m_services.updater())

@@ -54,7 +54,12 @@ bool holdsFormula(QStringView cell)
 
 QByteArray toCsvFile(const QList<QStringList> &rows)
 {
-    QString text(QChar::ByteOrderMark);
+    return QString(QChar::ByteOrderMark).toUtf8() + toCsvRows(rows);
+}
+
+QByteArray toCsvRows(const QList<QStringList> &rows)
+{
+    QString text;
     for (const QStringList &row : rows) {
         for (qsizetype i = 0; i < row.size(); ++i) {
             if (i > 0)

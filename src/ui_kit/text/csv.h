@@ -14,6 +14,8 @@ namespace veltrix
 /// writes them (cells that hold a separator, a quotation mark or a line end are quoted, lines end
 /// with CR LF), every cell guarded().
 QByteArray toCsvFile(const QList<QStringList> &rows);
+/// More rows for the end of such a file.
+QByteArray toCsvRows(const QList<QStringList> &rows);
 
 /// The cell with an apostrophe before it where a spreadsheet would calculate it: it begins with
 /// =, +, -, @, a tab or a line end. A plain number stays one.

@@ -2,10 +2,14 @@
 // Files that the user picks, behind a seam: screens hand over bytes and take bytes.
 #pragma once
 
+#include "effects/file_output.h"
+#include "effects/task_scope.h"
+
 #include <QByteArray>
 #include <QString>
 
 #include <functional>
+#include <memory>
 #include <optional>
 
 class QWidget;
@@ -40,15 +44,26 @@ public:
     FileExchange(const FileExchange &) = delete;
     FileExchange &operator=(const FileExchange &) = delete;
 
-    /// Asks where to save and writes there. `done` gets the file's path, or the error's text; it is
-    /// not called when the user cancels.
-    virtual void save(QWidget *parent, const Request &request, const QByteArray &content,
-                      std::function<void(QString path, std::optional<QString> error)> done) = 0;
+    /// Gets the file's path, and what went wrong, in words for the user.
+    using Saved = std::function<void(QString path, std::optional<QString> error)>;
+    /// Gets the path that was chosen and the file to write there.
+    using Chosen = std::function<void(QString path, std::shared_ptr<FileOutput> file)>;
+
+    /// Asks where to save. `chosen` is not called when the user cancels.
+    virtual void choosePlace(QWidget *parent, const Request &request, Chosen chosen) = 0;
+    /// Asks where to save and writes there. `done` is not called when the user cancels.
+    void save(QWidget *parent, const Request &request, const QByteArray &content, Saved done);
     /// Asks for a file and reads it. `done` is not called when the user cancels.
     virtual void open(QWidget *parent, const Request &request,
                       std::function<void(const OpenedFile &file)> done) = 0;
     /// Reads a file that the user has brought, as by dropping it.
     virtual OpenedFile read(const QString &path) = 0;
+
+private:
+    static Task<void> writeWhole(std::shared_ptr<FileOutput> file, QByteArray content, QString path,
+                                 Saved done, std::stop_token stop);
+
+    TaskScope m_tasks;
 };
 
 } // namespace veltrix

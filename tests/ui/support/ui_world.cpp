@@ -103,15 +103,48 @@ Task<QByteArray> FakeArtwork::load(Url url, std::stop_token stop)
     co_return gradientPng(url.text());
 }
 
-void FakeFiles::save(QWidget *, const Request &request, const QByteArray &content,
-                     std::function<void(QString, std::optional<QString>)> done)
+/// A file in memory.
+class FakeFiles::Output final : public FileOutput
+{
+public:
+    explicit Output(FakeFiles &files) : m_files(files) {}
+
+    Task<void> write(Piece piece, std::stop_token stop) override
+    {
+        throwIfStopped(stop);
+        m_content += piece();
+        if (!m_files.holds)
+            co_return;
+        const OneShot<Done> gate;
+        m_files.m_held.push_back(gate);
+        co_await gate.wait(stop);
+    }
+    Task<void> place(std::stop_token stop) override
+    {
+        throwIfStopped(stop);
+        if (m_files.error)
+            throw FileError(*m_files.error);
+        m_files.saved = m_content;
+        co_return;
+    }
+
+private:
+    FakeFiles &m_files;
+    QByteArray m_content;
+};
+
+void FakeFiles::choosePlace(QWidget *, const Request &request, Chosen chosen)
 {
     requests.append(request);
-    if (cancels)
-        return;
-    if (!error)
-        saved = content;
-    done(QStringLiteral("/home/user/") + request.suggestedName, error);
+    if (!cancels)
+        chosen(QStringLiteral("/home/user/") + request.suggestedName,
+               std::make_shared<Output>(*this));
+}
+
+void FakeFiles::release()
+{
+    for (const OneShot<Done> &gate : std::exchange(m_held, {}))
+        gate.resolve({});
 }
 
 void FakeFiles::open(QWidget *, const Request &request,

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "effects/artwork_loading.h"
+#include "effects/one_shot.h"
 #include "store/store_fixture.h"
 #include "ui/preferences/preferences.h"
 #include "ui/settings/updater_interface.h"
@@ -50,8 +51,7 @@ public:
 class FakeFiles final : public FileExchange
 {
 public:
-    void save(QWidget *parent, const Request &request, const QByteArray &content,
-              std::function<void(QString path, std::optional<QString> error)> done) override;
+    void choosePlace(QWidget *parent, const Request &request, Chosen chosen) override;
     void open(QWidget *parent, const Request &request,
               std::function<void(const OpenedFile &file)> done) override;
     OpenedFile read(const QString &path) override;
@@ -61,7 +61,15 @@ public:
     bool cancels = false;
     std::optional<QString> error;
     QList<Request> requests;
+    /// The last file that was put in place.
     QByteArray saved;
+    /// Pieces of a file wait for release().
+    bool holds = false;
+    void release();
+
+private:
+    class Output;
+    std::vector<OneShot<Done>> m_held;
 };
 
 class FakeUpdater final : public UpdaterInterface
