@@ -12,10 +12,11 @@ ASOStore::ASOStore(Arguments arguments, QObject *parent)
       m_saver(std::move(arguments.persistenceURL), arguments.folderLock, arguments.stateFileLimit)
 {
     adopt(m_saver.load());
+    m_wasRead = isStateRead();
     connect(&m_saver, &StateSaver::saved, this, &ASOStore::followSaver);
-    connect(&m_saver, &StateSaver::moved, this, [this](const std::vector<SharedSnapshot> &moved) {
-        m_snapshots.forget(moved);
-        m_rankDays->followMove(moved);
+    connect(&m_saver, &StateSaver::moved, this, [this](const MovedDays &moved) {
+        m_saver.free(m_snapshots.forget(moved.all));
+        m_rankDays->followMove(moved.snapshots);
     });
     m_rankDays = std::make_unique<RankDaysKeeper>(m_keywords, m_snapshots, m_saver, m_clock);
     connect(m_rankDays.get(), &RankDaysKeeper::changed, this, &ASOStore::rankDaysChanged);

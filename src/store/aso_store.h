@@ -14,6 +14,7 @@
 #include "store/keyword_admission.h"
 #include "store/keyword_list.h"
 #include "store/keyword_refreshes.h"
+#include "store/measurement_page.h"
 #include "store/rank_days_keeper.h"
 #include "store/ranking_timeline.h"
 #include "store/removed_tracking.h"
@@ -127,14 +128,17 @@ public:
     [[nodiscard]] DashboardKeywordRow dashboardRow(const TrackedKeyword &keyword) const;
     /// Those that the state file has, its newest two days among them; oldest first.
     [[nodiscard]] std::vector<SharedSnapshot> keywordSnapshots(QUuid keywordId) const;
-    /// All that were ever made, with those that are in the history; oldest first, one a UTC day.
-    /// Throws DatabaseError, or DecodingError when the history is damaged.
-    Task<std::vector<SharedSnapshot>> measurements(QUuid keywordId, std::stop_token stop);
+    /// A part of all that were ever made of a keyword, in the state file and in the history: from
+    /// page.firstDay on, oldest first, one a UTC day. However many there are, no more than a page
+    /// is in memory. Throws DatabaseError, or DecodingError when the history is damaged.
+    Task<MeasurementPage> measurements(QUuid keywordId, PageStart page, std::stop_token stop);
     /// The newest as of now: while a snapshot's date lies ahead by more than a clock may be wrong,
     /// it is not taken for one. Null when there is none.
     [[nodiscard]] SharedSnapshot newestSnapshot(QUuid keywordId) const override;
     /// From the first measurement on, without what lies ahead. Throws as measurements() does.
     Task<RankingTimeline> rankingTimeline(QUuid keywordId, std::stop_token stop);
+    /// The same of the state file alone: what there is to show of a history that cannot be read.
+    [[nodiscard]] RankingTimeline recentTimeline(QUuid keywordId) const;
     /// The movement to the newest measurement that does not lie ahead; absent when there is none.
     [[nodiscard]] std::optional<RankMovement> latestMovement(QUuid keywordId) const;
 
@@ -193,7 +197,7 @@ public:
     /// saved. Happens by itself every minute.
     void retryPersistence();
     /// Gives up a file that could not be reached: keeps it under another name, and starts with
-    /// nothing. When that fails, persistenceProblem() says why.
+    /// nothing. Then stateRead() is emitted; when that fails, persistenceProblem() says why.
     void beginAnew();
     /// How far the moving of the oldest days into the history has come; none while there is none.
     [[nodiscard]] std::optional<HistoryMove> historyMove() const;
@@ -232,6 +236,8 @@ private:
     Task<void> tidyHistory(std::stop_token stop);
     void followSaver();
     [[nodiscard]] std::vector<RankingTimeline::Observation> observationsOf(QUuid keywordId) const;
+    [[nodiscard]] RankingTimeline
+    timelineOf(QUuid keywordId, std::vector<RankingTimeline::Observation> observations) const;
     /// Throws StoreError 423 while the state has not been read.
     void requireStateRead() const;
     /// Announces a problem that has changed, and sees to it that it is tried again.
@@ -273,6 +279,8 @@ private:
     SnapshotIndex m_snapshots;
     QList<TrackedCompetitor> m_competitors;
 
+    /// As it was announced last.
+    bool m_wasRead = false;
     bool m_isRetryingPersistence = false;
     // Last, so that what runs ends while everything else still lives.
     std::unique_ptr<RankDaysKeeper> m_rankDays;

@@ -27,17 +27,28 @@ Date dateOf(const SharedSnapshot &snapshot)
     return snapshot->fetchedAt;
 }
 
-/// Both in one, oldest first; of a day that both have, what the state file has.
+/// Whether a list has one of the same day.
 template <class T>
-std::vector<T> joined(std::vector<T> history, std::vector<T> stateFile)
+class HasOneOf
 {
-    QSet<std::int64_t> days;
-    for (const T &one : stateFile)
-        days.insert(dayOf(one));
-    std::erase_if(history, [&](const T &one) { return days.contains(dayOf(one)); });
-    std::ranges::move(stateFile, std::back_inserter(history));
-    std::ranges::stable_sort(history, {}, [](const T &one) { return dateOf(one); });
-    return history;
+public:
+    explicit HasOneOf(const std::vector<T> &list)
+    {
+        for (const T &one : list)
+            m_days.insert(dayOf(one));
+    }
+    bool operator()(const T &other) const { return m_days.contains(dayOf(other)); }
+
+private:
+    QSet<std::int64_t> m_days;
+};
+
+template <class T>
+std::vector<T> sorted(std::vector<T> some, std::vector<T> others)
+{
+    std::ranges::move(others, std::back_inserter(some));
+    std::ranges::stable_sort(some, {}, [](const T &one) { return dateOf(one); });
+    return some;
 }
 
 } // namespace
@@ -47,14 +58,25 @@ std::vector<SharedSnapshot> ASOStore::keywordSnapshots(QUuid keywordId) const
     return m_snapshots.ofKeyword(keywordId);
 }
 
-Task<std::vector<SharedSnapshot>> ASOStore::measurements(QUuid keywordId,
-                                                         std::stop_token callersStop)
+Task<MeasurementPage> ASOStore::measurements(QUuid keywordId, PageStart page,
+                                             std::stop_token callersStop)
 {
     const ScopedStop stop(m_tasks, callersStop);
     std::vector<SharedSnapshot> history;
     if (m_saver.hasHistory())
-        history = co_await m_saver.records(keywordId, stop);
-    co_return joined(std::move(history), m_snapshots.ofKeyword(keywordId));
+        history = co_await m_saver.records(keywordId, page.firstDay, page.size, stop);
+    MeasurementPage result;
+    // Days move from one to the other between the pages; so each is whole for its own days.
+    if (history.size() == page.size)
+        result.nextDay = dayOf(history.back()) + 1;
+    std::vector<SharedSnapshot> stateFile = m_snapshots.ofKeyword(keywordId);
+    std::erase_if(history, HasOneOf(stateFile));
+    std::erase_if(stateFile, [&](const SharedSnapshot &snapshot) {
+        const std::int64_t day = dayOf(snapshot);
+        return day < page.firstDay || (result.nextDay && day >= *result.nextDay);
+    });
+    result.measurements = sorted(std::move(history), std::move(stateFile));
+    co_return result;
 }
 
 std::vector<RankingTimeline::Observation> ASOStore::observationsOf(QUuid keywordId) const
@@ -65,29 +87,37 @@ std::vector<RankingTimeline::Observation> ASOStore::observationsOf(QUuid keyword
     return observations;
 }
 
+RankingTimeline ASOStore::timelineOf(QUuid keywordId,
+                                     std::vector<RankingTimeline::Observation> observations) const
+{
+    const Date now = m_clock->now();
+    std::erase_if(observations, [=](const RankingTimeline::Observation &observation) {
+        return SnapshotIndex::liesAhead(observation.date, now);
+    });
+    const TrackedKeyword *keyword = m_keywords.find(keywordId);
+    return {std::move(observations), keyword ? keyword->createdAt : now};
+}
+
 Task<RankingTimeline> ASOStore::rankingTimeline(QUuid keywordId, std::stop_token callersStop)
 {
     const ScopedStop stop(m_tasks, callersStop);
     std::vector<RankingTimeline::Observation> history;
     if (m_saver.hasHistory())
         history = co_await m_saver.observations(keywordId, stop);
-    auto observations = joined(std::move(history), observationsOf(keywordId));
-    const Date now = m_clock->now();
-    std::erase_if(observations, [=](const RankingTimeline::Observation &observation) {
-        return SnapshotIndex::liesAhead(observation.date, now);
-    });
-    const TrackedKeyword *keyword = m_keywords.find(keywordId);
-    co_return RankingTimeline(std::move(observations), keyword ? keyword->createdAt : now);
+    // Of a day that both have, what the state file has counts.
+    auto stateFile = observationsOf(keywordId);
+    std::erase_if(history, HasOneOf(stateFile));
+    co_return timelineOf(keywordId, sorted(std::move(history), std::move(stateFile)));
+}
+
+RankingTimeline ASOStore::recentTimeline(QUuid keywordId) const
+{
+    return timelineOf(keywordId, observationsOf(keywordId));
 }
 
 std::optional<RankMovement> ASOStore::latestMovement(QUuid keywordId) const
 {
-    const Date now = m_clock->now();
-    auto observations = observationsOf(keywordId);
-    std::erase_if(observations, [=](const RankingTimeline::Observation &observation) {
-        return SnapshotIndex::liesAhead(observation.date, now);
-    });
-    return RankingTimeline(std::move(observations), now).latestMovement();
+    return recentTimeline(keywordId).latestMovement();
 }
 
 const RankDays &ASOStore::rankDays(QUuid keywordId) const

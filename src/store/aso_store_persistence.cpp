@@ -84,11 +84,13 @@ void ASOStore::retryPersistence()
     } else {
         PersistedState state = m_saver.load();
         if (isStateRead()) {
+            m_wasRead = true;
             adopt(std::move(state));
             m_rankDays->beginAnew();
             Q_EMIT appsChanged();
             Q_EMIT competitorsChanged();
             Q_EMIT stateRead();
+            m_tasks.own(tidyHistory(m_tasks.token()));
         }
     }
     followPersistence();
@@ -96,11 +98,8 @@ void ASOStore::retryPersistence()
 
 void ASOStore::beginAnew()
 {
-    const bool wasRead = isStateRead();
-    m_saver.beginAnew(m_clock->now());
-    if (!wasRead && isStateRead())
-        Q_EMIT stateRead();
-    followPersistence();
+    if (!isStateRead())
+        m_saver.beginAnew(m_clock->now());
 }
 
 void ASOStore::dismissPersistenceNotices()
@@ -111,6 +110,8 @@ void ASOStore::dismissPersistenceNotices()
 
 void ASOStore::followSaver()
 {
+    if (!std::exchange(m_wasRead, isStateRead()) && m_wasRead)
+        Q_EMIT stateRead();
     if (m_announcedMove != m_saver.progress()) {
         m_announcedMove = m_saver.progress();
         Q_EMIT historyMoveChanged();

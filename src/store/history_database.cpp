@@ -4,6 +4,7 @@
 #include "effects/atomic_file.h"
 
 #include <algorithm>
+#include <map>
 #include <set>
 
 namespace veltrix
@@ -30,12 +31,14 @@ constexpr const char *newDatabase = R"(
     CREATE TABLE removal (keyword BLOB PRIMARY KEY) WITHOUT ROWID;)";
 
 /// A backup that reads meanwhile is waited for. A commit outlasts a power cut, and so does the name
-/// of the journal that undoes half of one.
+/// of the journal that undoes half of one. A day of many keywords touches a page of each, and those
+/// of a step, some megabytes, are written once.
 constexpr const char *everyConnection = R"(
     PRAGMA busy_timeout = 2000;
     PRAGMA journal_mode = DELETE;
     PRAGMA synchronous = EXTRA;
-    PRAGMA temp_store = MEMORY;)";
+    PRAGMA temp_store = MEMORY;
+    PRAGMA cache_size = -16384;)";
 
 DatabaseError unusable(const QString &path, const QString &reason)
 {
@@ -143,36 +146,47 @@ std::int64_t HistoryDatabase::numberOf(const QUuid &keywordId)
 
 bool HistoryDatabase::contains(const KeywordSnapshot &snapshot)
 {
-    SqliteStatement find = m_database.prepare(
-        "SELECT 1 FROM detail WHERE keyword = (SELECT number FROM keyword WHERE id = ?1) AND "
-        "fetchedAt = ?2 AND id = ?3");
-    find.bind(1, key(snapshot.trackedKeywordId));
-    find.bind(2, referenceSeconds(snapshot.fetchedAt));
-    find.bind(3, key(snapshot.id));
-    return find.step();
+    if (!m_find) {
+        m_find = m_database.prepare(
+            "SELECT 1 FROM detail WHERE keyword = (SELECT number FROM keyword WHERE id = ?1) AND "
+            "fetchedAt = ?2 AND id = ?3");
+    }
+    m_find->bind(1, key(snapshot.trackedKeywordId));
+    m_find->bind(2, referenceSeconds(snapshot.fetchedAt));
+    m_find->bind(3, key(snapshot.id));
+    const bool isThere = m_find->step();
+    m_find->reset();
+    return isThere;
 }
 
 void HistoryDatabase::insert(std::span<const SharedSnapshot> snapshots)
 {
     SqliteTransaction transaction(m_database);
     QHash<QUuid, std::int64_t> numbers;
-    std::set<std::pair<std::int64_t, std::int64_t>> days;
+    // They come day by day and lie keyword by keyword: in that order each page has its turn once.
+    struct Row {
+        std::int64_t keyword;
+        Date date;
+        const KeywordSnapshot *snapshot;
+    };
+    std::vector<Row> rows;
     for (const SharedSnapshot &snapshot : snapshots) {
         const QUuid &keyword = snapshot->trackedKeywordId;
         if (!numbers.contains(keyword))
             numbers.insert(keyword, numberOf(keyword));
-        days.emplace(numbers.value(keyword), utcDay(snapshot->fetchedAt));
+        rows.push_back({numbers.value(keyword), snapshot->fetchedAt, snapshot.get()});
     }
+    std::ranges::sort(rows, {}, [](const Row &row) { return std::pair(row.keyword, row.date); });
     DayRemoval removal(m_database);
-    for (const auto &[keyword, day] : days)
-        removal.remove(keyword, day);
+    for (const Row &row : rows)
+        removal.remove(row.keyword, utcDay(row.date));
     SqliteStatement observation =
         m_database.prepare("INSERT INTO observation VALUES (?1, ?2, ?3, ?4)");
     SqliteStatement detail = m_database.prepare("INSERT INTO detail VALUES (?1, ?2, ?3, ?4)");
-    for (const SharedSnapshot &snapshot : snapshots) {
+    for (const auto &[keyword, date, snapshot] : rows) {
         for (SqliteStatement *statement : {&observation, &detail}) {
-            statement->bind(1, numbers.value(snapshot->trackedKeywordId));
-            statement->bind(2, referenceSeconds(snapshot->fetchedAt));
+            statement->bind(1, keyword);
+            statement->bind(2, referenceSeconds(date));
             statement->bind(3, key(snapshot->id));
         }
         if (snapshot->position)
@@ -214,13 +228,16 @@ void HistoryDatabase::eachRank(
     }
 }
 
-std::vector<SharedSnapshot> HistoryDatabase::records(const QUuid &keywordId)
+std::vector<SharedSnapshot> HistoryDatabase::records(const QUuid &keywordId, std::int64_t firstDay,
+                                                     size_t most)
 {
     std::vector<SharedSnapshot> result;
     SqliteStatement find = m_database.prepare(
-        "SELECT json FROM detail WHERE keyword = (SELECT number FROM keyword WHERE id = ?1) ORDER "
-        "BY fetchedAt, id");
+        "SELECT json FROM detail WHERE keyword = (SELECT number FROM keyword WHERE id = ?1) AND "
+        "fetchedAt >= ?2 ORDER BY fetchedAt, id LIMIT ?3");
     find.bind(1, key(keywordId));
+    find.bind(2, referenceSeconds(startOfUtcDay(firstDay)));
+    find.bind(3, std::int64_t(most));
     while (find.step()) {
         auto snapshot = std::make_shared<KeywordSnapshot>(m_records.unpack(find.bytes(0)));
         // It may have been measured for a keyword that has joined this one.

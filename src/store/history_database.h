@@ -8,6 +8,7 @@
 #include "store/ranking_timeline.h"
 
 #include <functional>
+#include <limits>
 #include <optional>
 #include <span>
 #include <vector>
@@ -23,6 +24,9 @@ namespace veltrix
 class HistoryDatabase
 {
 public:
+    static constexpr std::int64_t earliestDay = std::numeric_limits<std::int64_t>::min();
+    static constexpr size_t everything = std::numeric_limits<std::int64_t>::max();
+
     /// The database at the path; none when there is no file. One that is empty, cut off, something
     /// else or a later version's is left as it is and throws.
     static std::optional<HistoryDatabase> open(const QString &path);
@@ -41,8 +45,10 @@ public:
     void eachRank(std::span<const QUuid> keywordIds,
                   const std::function<void(size_t place, Date date,
                                            std::optional<std::int64_t> position)> &use);
-    /// The whole measurements of a keyword, oldest first.
-    [[nodiscard]] std::vector<SharedSnapshot> records(const QUuid &keywordId);
+    /// The whole measurements of a keyword from a UTC day on, oldest first, and no more than
+    /// `most`.
+    [[nodiscard]] std::vector<SharedSnapshot>
+    records(const QUuid &keywordId, std::int64_t firstDay = earliestDay, size_t most = everything);
 
     /// Notes that keywords are being removed: what they have here stays until remove().
     void noteRemoval(std::span<const QUuid> keywordIds);
@@ -62,6 +68,8 @@ private:
     [[nodiscard]] std::optional<std::int64_t> knownNumberOf(const QUuid &keywordId);
 
     SqliteDatabase m_database;
+    /// contains() is asked for thousands.
+    std::optional<SqliteStatement> m_find;
     HistoryRecords m_records;
 };
 

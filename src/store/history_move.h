@@ -4,6 +4,8 @@
 
 #include "model/keyword_snapshot.h"
 
+#include <QSet>
+
 #include <vector>
 
 namespace veltrix
@@ -16,6 +18,13 @@ struct HistoryMove {
     qsizetype total = 0;
 
     bool operator==(const HistoryMove &) const = default;
+};
+
+/// What has left the state file.
+struct MovedDays {
+    std::vector<SharedSnapshot> snapshots;
+    /// The same, to be looked up.
+    QSet<const KeywordSnapshot *> all;
 };
 
 /// What a move takes out.

@@ -74,7 +74,7 @@ void require(int code, int expected)
 
 [[noreturn]] void failOnDamage()
 {
-    throw DecodingError(QStringLiteral("A record of the history is damaged."));
+    throw DecodingError(QStringLiteral("A record of the history is damaged"));
 }
 
 } // namespace

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "store/snapshot_index.h"
 
-#include <QSet>
-
 #include <algorithm>
 
 namespace veltrix
@@ -103,23 +101,36 @@ void SnapshotIndex::fillSlots(std::vector<Slot> filled)
     m_slots = std::move(whole);
 }
 
-void SnapshotIndex::forget(const std::vector<SharedSnapshot> &snapshots)
+std::vector<SharedSnapshot> SnapshotIndex::forget(const QSet<const KeywordSnapshot *> &gone)
 {
-    QHash<QUuid, QSet<const KeywordSnapshot *>> gone;
-    for (const SharedSnapshot &snapshot : snapshots)
-        gone[snapshot->trackedKeywordId].insert(snapshot.get());
-    for (auto entry = gone.cbegin(); entry != gone.cend(); ++entry) {
-        const auto known = m_byKeyword.find(entry.key());
-        if (known == m_byKeyword.end())
-            continue;
-        std::erase_if(*known, [&](const Dated &dated) {
-            const bool isGone = entry->contains(dated.snapshot.get());
-            if (isGone)
-                emptySlot(dated.ticket);
-            return isGone;
-        });
+    std::vector<SharedSnapshot> dropped;
+    dropped.reserve(2 * size_t(gone.size()));
+    // The set is asked once for each, and nothing of a snapshot itself is touched.
+    const std::uint64_t first = m_slots.empty() ? 0 : m_slots.front().ticket;
+    std::vector<bool> isGone(size_t(m_nextTicket - first));
+    for (DatedList &list : m_byKeyword) {
+        for (const Dated &dated : list)
+            isGone[size_t(dated.ticket - first)] = gone.contains(dated.snapshot.get());
+        takeOut(list, isGone, first, dropped);
     }
-    dropEmptySlots();
+    takeOut(m_slots, isGone, first, dropped);
+    return dropped;
+}
+
+template <class Entry>
+void SnapshotIndex::takeOut(std::vector<Entry> &entries, const std::vector<bool> &isGone,
+                            std::uint64_t firstTicket, std::vector<SharedSnapshot> &dropped)
+{
+    auto kept = entries.begin();
+    for (Entry &entry : entries) {
+        if (isGone[size_t(entry.ticket - firstTicket)])
+            dropped.push_back(std::move(entry.snapshot));
+        else if (&*kept == &entry)
+            ++kept;
+        else
+            *kept++ = std::move(entry);
+    }
+    entries.erase(kept, entries.end());
 }
 
 SharedSnapshot SnapshotIndex::newest(const QUuid &keywordId, Date now) const

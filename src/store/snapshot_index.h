@@ -5,6 +5,7 @@
 #include "model/keyword_snapshot.h"
 
 #include <QHash>
+#include <QSet>
 
 #include <vector>
 
@@ -35,8 +36,9 @@ public:
     /// has others by now, the newer of each UTC day stays.
     void putBack(std::vector<FiledSnapshot> taken);
 
-    /// Takes out these very snapshots, those of them that are there.
-    void forget(const std::vector<SharedSnapshot> &snapshots);
+    /// Takes out these very snapshots, those of them that are there. Gives back its references to
+    /// them: to drop so many takes time, which another thread may have.
+    std::vector<SharedSnapshot> forget(const QSet<const KeywordSnapshot *> &gone);
 
     /// How far ahead of the clock a snapshot may be dated: clocks are set right now and then.
     static constexpr Seconds clockTolerance{300};
@@ -62,6 +64,10 @@ private:
     };
     using DatedList = std::vector<Dated>;
 
+    /// Those whose ticket is told to be gone; their references are added to `dropped`.
+    template <class Entry>
+    static void takeOut(std::vector<Entry> &entries, const std::vector<bool> &isGone,
+                        std::uint64_t firstTicket, std::vector<SharedSnapshot> &dropped);
     void emptySlot(std::uint64_t ticket);
     void fillSlots(std::vector<Slot> filled);
     /// Of each UTC day the last; the list is sorted.

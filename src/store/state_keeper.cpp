@@ -169,12 +169,14 @@ void StateKeeper::finishMove()
 {
     Move &move = *m_move;
     QSet<const KeywordSnapshot *> gone;
+    gone.reserve(qsizetype(move.picked.size()));
     for (const SharedSnapshot &snapshot : move.picked)
         gone.insert(snapshot.get());
     std::erase_if(move.state.snapshots,
                   [&](const SharedSnapshot &snapshot) { return gone.contains(snapshot.get()); });
     m_file.replace(move.state, move.now);
-    std::ranges::move(move.picked, std::back_inserter(m_moved));
+    std::ranges::move(move.picked, std::back_inserter(m_moved.snapshots));
+    m_moved.all.unite(gone);
     m_move.reset();
     m_copied.clear();
     m_patience = 0;
@@ -225,10 +227,11 @@ std::vector<RankingTimeline::Observation> StateKeeper::observations(const QUuid 
     return history ? history->observations(keywordId) : std::vector<RankingTimeline::Observation>();
 }
 
-std::vector<SharedSnapshot> StateKeeper::records(const QUuid &keywordId) const
+std::vector<SharedSnapshot> StateKeeper::records(const QUuid &keywordId, std::int64_t firstDay,
+                                                 size_t most) const
 {
     auto history = HistoryDatabase::open(m_historyPath);
-    return history ? history->records(keywordId) : std::vector<SharedSnapshot>();
+    return history ? history->records(keywordId, firstDay, most) : std::vector<SharedSnapshot>();
 }
 
 PastRanks StateKeeper::pastRanks(const PastRanks::Question &question) const

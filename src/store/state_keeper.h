@@ -66,13 +66,13 @@ public:
     void work();
     [[nodiscard]] std::optional<HistoryMove> progress() const;
     /// What has left the state file since the last call.
-    [[nodiscard]] std::vector<SharedSnapshot> takeMoved() { return std::exchange(m_moved, {}); }
+    [[nodiscard]] MovedDays takeMoved() { return std::exchange(m_moved, {}); }
 
-    // What the history has of a keyword, oldest first; nothing without a history. They throw
-    // DatabaseError or DecodingError.
+    // What the history has, as HistoryDatabase gives it; nothing without a history.
     [[nodiscard]] std::vector<RankingTimeline::Observation>
     observations(const QUuid &keywordId) const;
-    [[nodiscard]] std::vector<SharedSnapshot> records(const QUuid &keywordId) const;
+    [[nodiscard]] std::vector<SharedSnapshot> records(const QUuid &keywordId, std::int64_t firstDay,
+                                                      size_t most) const;
     [[nodiscard]] PastRanks pastRanks(const PastRanks::Question &question) const;
 
     [[nodiscard]] std::optional<PersistenceProblem> problem() const;
@@ -103,7 +103,7 @@ private:
     std::optional<Move> m_move;
     /// Copied by a move that has not ended, whatever states came meanwhile.
     QSet<QUuid> m_copied;
-    std::vector<SharedSnapshot> m_moved;
+    MovedDays m_moved;
     /// Saves that go by before the next attempt to move; more after each failure.
     int m_pause = 0;
     int m_patience = 0;

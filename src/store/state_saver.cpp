@@ -41,12 +41,13 @@ PersistedState StateSaver::load()
     return state;
 }
 
-bool StateSaver::beginAnew(Date now)
+void StateSaver::beginAnew(Date now)
 {
-    waitUntilFinished();
-    const bool hasBegun = m_keeper.file().beginAnew(now);
-    m_told = look(m_told.tried);
-    return hasBegun;
+    const std::uint64_t number = ++m_handedOver;
+    request([&](Requests &requests) {
+        requests.anew = now;
+        requests.number = number;
+    });
 }
 
 void StateSaver::tryFolderAgain()
@@ -118,9 +119,8 @@ void StateSaver::waitUntilFinished()
     takeNews();
 }
 
-template <class T, class About>
-Task<T> StateSaver::ask(T (StateKeeper::*question)(const About &) const, About about,
-                        std::stop_token callersStop)
+template <class T>
+Task<T> StateSaver::ask(std::function<T(const StateKeeper &)> question, std::stop_token callersStop)
 {
     const ScopedStop stop(m_tasks, callersStop);
     const OneShot<T> result;
@@ -132,7 +132,7 @@ Task<T> StateSaver::ask(T (StateKeeper::*question)(const About &) const, About a
                 return [] {
                 };
             try {
-                return [result, found = (keeper.*question)(about)]() mutable {
+                return [result, found = question(keeper)]() mutable {
                     result.resolve(std::move(found));
                 };
             } catch (...) {
@@ -149,17 +149,26 @@ Task<T> StateSaver::ask(T (StateKeeper::*question)(const About &) const, About a
 Task<std::vector<RankingTimeline::Observation>> StateSaver::observations(QUuid keywordId,
                                                                          std::stop_token stop)
 {
-    return ask(&StateKeeper::observations, keywordId, std::move(stop));
+    using Found = std::vector<RankingTimeline::Observation>;
+    return ask<Found>(
+        [keywordId](const StateKeeper &keeper) { return keeper.observations(keywordId); },
+        std::move(stop));
 }
 
-Task<std::vector<SharedSnapshot>> StateSaver::records(QUuid keywordId, std::stop_token stop)
+Task<std::vector<SharedSnapshot>> StateSaver::records(QUuid keywordId, std::int64_t firstDay,
+                                                      size_t most, std::stop_token stop)
 {
-    return ask(&StateKeeper::records, keywordId, std::move(stop));
+    using Found = std::vector<SharedSnapshot>;
+    return ask<Found>(
+        [=](const StateKeeper &keeper) { return keeper.records(keywordId, firstDay, most); },
+        std::move(stop));
 }
 
 Task<PastRanks> StateSaver::pastRanks(PastRanks::Question question, std::stop_token stop)
 {
-    return ask(&StateKeeper::pastRanks, std::move(question), std::move(stop));
+    return ask<PastRanks>([question = std::move(question)](
+                              const StateKeeper &keeper) { return keeper.pastRanks(question); },
+                          std::move(stop));
 }
 
 StateSaver::Told StateSaver::look(std::uint64_t tried) const
@@ -235,6 +244,8 @@ void StateSaver::fulfil(Requests requests)
 {
     if (requests.loaded)
         m_keeper.tidy(std::move(*requests.loaded));
+    if (requests.anew)
+        m_keeper.file().beginAnew(*requests.anew);
     if (requests.change)
         m_keeper.save(std::move(*requests.change));
     if (requests.dismisses)
@@ -286,12 +297,12 @@ void StateSaver::takeNews()
     }
 }
 
-void StateSaver::follow(Told told, std::vector<SharedSnapshot> gone)
+void StateSaver::follow(Told told, MovedDays gone)
 {
     m_told = std::move(told);
-    if (!gone.empty()) {
+    if (!gone.snapshots.empty()) {
         Q_EMIT moved(gone);
-        free(std::move(gone));
+        free(std::move(gone.snapshots));
     }
     const auto isOver = [this](const Waiting &waiting) {
         return waiting.number <= m_told.tried;

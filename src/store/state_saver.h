@@ -38,8 +38,8 @@ public:
 
     /// StateFile::load(), on the calling thread.
     PersistedState load();
-    /// StateFile::beginAnew(), on the calling thread.
-    bool beginAnew(Date now);
+    /// Hands StateFile::beginAnew() over; saved() follows.
+    void beginAnew(Date now);
     /// StateFile::tryFolderAgain(), on the calling thread, when nothing is being saved.
     void tryFolderAgain();
     /// StateKeeper::dismissNotices(), at once or after what is running.
@@ -57,13 +57,18 @@ public:
     /// The same without an event loop, for the end of the program. saved() is emitted within.
     void waitUntilFinished();
 
-    // What the history has of a keyword beside the state file, oldest first. Whoever asks is
-    // resumed between what was moved before and what is moved after, and does right away what is to
-    // be true of both together. Throws DatabaseError or DecodingError.
+    // What the history has of a keyword beside the state file, as HistoryDatabase gives it. Whoever
+    // asks is resumed between what was moved before and what is moved after, and does right away
+    // what is to be true of both together.
     Task<std::vector<RankingTimeline::Observation>> observations(QUuid keywordId,
                                                                  std::stop_token stop);
-    Task<std::vector<SharedSnapshot>> records(QUuid keywordId, std::stop_token stop);
+    Task<std::vector<SharedSnapshot>> records(QUuid keywordId, std::int64_t firstDay, size_t most,
+                                              std::stop_token stop);
     Task<PastRanks> pastRanks(PastRanks::Question question, std::stop_token stop);
+
+    /// Hands over the last references to measurements: to free many of them takes time, which the
+    /// saving thread has.
+    void free(std::vector<SharedSnapshot> snapshots);
 
     // As of what was told last.
     [[nodiscard]] const std::optional<PersistenceProblem> &problem() const
@@ -81,7 +86,7 @@ Q_SIGNALS:
     /// A save has ended, well or not, or a step of what comes last.
     void saved();
     /// These are in the history, and in the state file no longer.
-    void moved(const std::vector<veltrix::SharedSnapshot> &snapshots);
+    void moved(const veltrix::MovedDays &moved);
 
 private:
     /// What the files have to tell, by value.
@@ -102,6 +107,8 @@ private:
     /// What waits for the saving thread.
     struct Requests {
         std::optional<StateChange> loaded;
+        /// When it was asked to begin anew.
+        std::optional<Date> anew;
         std::optional<StateChange> change;
         std::uint64_t number = 0;
         std::vector<SharedSnapshot> dropped;
@@ -113,17 +120,14 @@ private:
     /// Runs on the saving thread.
     using Question = std::function<News(const StateKeeper &)>;
 
-    template <class T, class About>
-    Task<T> ask(T (StateKeeper::*question)(const About &) const, About about, std::stop_token stop);
+    template <class T>
+    Task<T> ask(std::function<T(const StateKeeper &)> question, std::stop_token stop);
     [[nodiscard]] Told look(std::uint64_t tried) const;
     /// The saving thread has nothing to do, and gets nothing but from here.
     [[nodiscard]] bool isIdle();
     template <class Add>
     void request(Add &&add);
     void wake();
-    /// Hands over the last references to measurements: to free many of them takes time, which the
-    /// saving thread has.
-    void free(std::vector<SharedSnapshot> snapshots);
     /// Asked by the saving thread, under the mutex.
     [[nodiscard]] bool hasWork() const;
     void run();
@@ -131,7 +135,7 @@ private:
     void tell(News news, std::uint64_t tried);
     void tellState(std::uint64_t tried);
     void takeNews();
-    void follow(Told told, std::vector<SharedSnapshot> gone);
+    void follow(Told told, MovedDays gone);
 
     StateKeeper m_keeper;
     Told m_told;

@@ -17,7 +17,8 @@ namespace veltrix
 
 KeywordActions::KeywordActions(ASOStore &store, KeywordTableModel &model, FileExchange &files,
                                MeasuringStatus &status, QObject *parent)
-    : QObject(parent), m_store(store), m_model(model), m_files(files), m_status(status)
+    : QObject(parent), m_store(store), m_model(model), m_files(files), m_status(status),
+      m_historyExport(store, files, status)
 {
 }
 
@@ -155,24 +156,8 @@ void KeywordActions::exportAllApps(QWidget *dialogParent)
 
 void KeywordActions::exportHistory(QWidget *dialogParent, QUuid appId, const QString &appName)
 {
-    m_tasks.own(loadHistoryAndExport(dialogParent, appId, appName, m_tasks.token()));
-}
-
-Task<void> KeywordActions::loadHistoryAndExport(QPointer<QWidget> dialogParent, QUuid appId,
-                                                QString appName, std::stop_token stop)
-{
-    QList<QStringList> table = keywordHistory({}, {});
-    try {
-        for (const TrackedKeyword &keyword : sortedKeywords(m_store, appId)) {
-            const auto measurements = co_await m_store.measurements(keyword.id, stop);
-            table += keywordHistory(keyword, measurements).mid(1);
-        }
-    } catch (const Error &error) {
-        throwIfStopped(stop);
-        sayProblem(error.description());
-        co_return;
-    }
-    saveCsv(dialogParent, tr("Export History"), suggestedFileName(appName, tr("history")), table);
+    m_historyExport.start(dialogParent, sortedKeywords(m_store, appId),
+                          suggestedFileName(appName, tr("history")));
 }
 
 void KeywordActions::saveCsv(QWidget *dialogParent, const QString &title, const QString &fileName,

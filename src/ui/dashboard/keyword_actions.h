@@ -5,10 +5,10 @@
 #include "effects/task_scope.h"
 #include "store/aso_store.h"
 #include "ui/dashboard/keyword_plan.h"
+#include "ui/dashboard/whole_history_export.h"
 #include "ui_kit/widgets/file_exchange.h"
 
 #include <QObject>
-#include <QPointer>
 
 #include <functional>
 
@@ -65,8 +65,6 @@ private:
     Task<void> refreshRows(QList<QUuid> ids, std::stop_token stop);
     /// Corrects what was said of added keywords, should they not be saved.
     Task<void> sayWhenUnsaved(AdmissionCount count, std::stop_token stop);
-    Task<void> loadHistoryAndExport(QPointer<QWidget> dialogParent, QUuid appId, QString appName,
-                                    std::stop_token stop);
     void saveCsv(QWidget *dialogParent, const QString &title, const QString &fileName,
                  const QList<QStringList> &table);
 
@@ -74,6 +72,7 @@ private:
     KeywordTableModel &m_model;
     FileExchange &m_files;
     MeasuringStatus &m_status;
+    WholeHistoryExport m_historyExport;
     TaskScope m_tasks;
 };
 

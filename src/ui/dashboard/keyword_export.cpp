@@ -197,13 +197,18 @@ QList<QStringList> keywordTableOfAllApps(const ASOStore &store)
     return keywordTable(store, ids);
 }
 
+QList<QStringList> keywordHistoryHeader()
+{
+    return tableOfText(historyColumns(), std::vector<Entry>());
+}
+
 QList<QStringList> keywordHistory(const TrackedKeyword &keyword,
                                   const std::vector<SharedSnapshot> &measurements)
 {
     std::vector<Entry> entries;
     for (const SharedSnapshot &snapshot : measurements)
         entries.push_back({keyword, snapshot});
-    return tableOfText(historyColumns(), entries);
+    return tableOfText(historyColumns(), entries).mid(1);
 }
 
 } // namespace veltrix

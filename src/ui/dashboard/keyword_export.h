@@ -19,7 +19,9 @@ QList<QStringList> keywordTableOfAllApps(const ASOStore &store);
 
 /// The keywords of an app in the order of an export.
 QList<TrackedKeyword> sortedKeywords(const ASOStore &store, QUuid appId);
-/// The measurements of a keyword, one line each, with a header line.
+/// The header line of keywordHistory().
+QList<QStringList> keywordHistoryHeader();
+/// Measurements of a keyword, one line each. May be called on any thread.
 QList<QStringList> keywordHistory(const TrackedKeyword &keyword,
                                   const std::vector<SharedSnapshot> &measurements);
 

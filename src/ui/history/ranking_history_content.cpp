@@ -46,7 +46,8 @@ RankingHistoryContent::RankingHistoryContent(QWidget *parent)
           new TextLabel(TextStyle::Secondary, TextLabel::Tone::Secondary,
                         tr("Lower rank is better") + QStringLiteral(" · ") + tr("Day (UTC)"))),
       m_markNote(new TextLabel(TextStyle::Secondary, TextLabel::Tone::Secondary,
-                               tr("A red × marks a check that did not find the app: not ranked.")))
+                               tr("A red × marks a check that did not find the app: not ranked."))),
+      m_incomplete(new TextLabel(TextStyle::Secondary, TextLabel::Tone::Red))
 {
     setObjectName(QStringLiteral("historyContent"));
     build();
@@ -77,6 +78,8 @@ void RankingHistoryContent::build()
                 tr("Show all days of the range"));
     m_markNote->setObjectName(QStringLiteral("historyMarkNote"));
     m_markNote->setWrapping(TextLabel::Wrapping::Wrapped);
+    m_incomplete->setObjectName(QStringLiteral("historyIncomplete"));
+    m_incomplete->setWrapping(TextLabel::Wrapping::Wrapped);
     m_latest->setObjectName(QStringLiteral("historyLatest"));
     m_inspection->setObjectName(QStringLiteral("historyInspection"));
     m_sample->setBadge({tr("SAMPLE"), Token::Orange});
@@ -133,6 +136,7 @@ void RankingHistoryContent::build()
     panel->setContentsMargins(0, 0, 0, 0);
     panel->setSpacing(spacing::m);
     panel->addLayout(top);
+    panel->addWidget(m_incomplete);
     auto *range = new QHBoxLayout;
     range->setSpacing(spacing::m);
     range->addWidget(m_range);
@@ -177,6 +181,11 @@ void RankingHistoryContent::updateHeadings()
     m_sample->setVisible(m_state.isSample);
     m_sampleNote->setVisible(m_state.isSample);
     const auto &checks = m_state.timeline.observations;
+    m_incomplete->setVisible(m_state.error && !checks.empty());
+    m_incomplete->setText(
+        tr("Older measurements couldn’t be read, so only the newest days are shown. %1")
+            .arg(m_state.error.value_or(QString())));
+    m_incomplete->setAccessibleName(m_incomplete->text());
     m_latestCaption->setText(checks.empty()
                                  ? tr("Latest saved check")
                                  : tr("Latest saved check · %1")
@@ -200,9 +209,10 @@ void RankingHistoryContent::updateChart()
     // Narrowed to days without a rank, the chart stays: it is the way back.
     const bool isRanked = !charted.isEmpty();
     m_chart->setData(std::move(charted));
-    if (m_state.error)
+    const bool hasChecks = !m_state.timeline.observations.empty();
+    if (m_state.error && !hasChecks)
         showEmpty(QStringLiteral("exclamationmark.triangle"), *m_state.error, QString());
-    else if (m_state.timeline.observations.empty())
+    else if (!hasChecks)
         showEmpty(chartSymbol, tr("No keyword data yet"), QString());
     else if (!isRanked)
         showEmpty(chartSymbol, tr("No ranked checks in this range"),

@@ -28,7 +28,8 @@ class RankingHistoryContent final : public QWidget
 public:
     struct State {
         RankingTimeline timeline;
-        /// Shown in place of the chart.
+        /// Why older measurements could not be read: what there is is charted, and without any it
+        /// stands in the chart's place.
         std::optional<QString> error;
         /// For previews: says that the data are not real.
         bool isSample = false;
@@ -79,6 +80,7 @@ private:
     TextLabel *m_inspection;
     TextLabel *m_axisNote;
     TextLabel *m_markNote;
+    TextLabel *m_incomplete;
 };
 
 } // namespace veltrix

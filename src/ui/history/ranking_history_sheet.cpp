@@ -77,7 +77,8 @@ void RankingHistorySheet::showTimeline()
     if (timeline.isUnderWay())
         return;
     const QString error = timeline.error();
-    m_content->setState({timeline.value() ? *timeline.value() : RankingTimeline(),
+    const bool isWhole = error.isEmpty() && timeline.value();
+    m_content->setState({isWhole ? *timeline.value() : m_store.recentTimeline(m_keyword.id),
                          error.isEmpty() ? std::nullopt : std::optional(error), false,
                          m_store.clock().now()});
 }

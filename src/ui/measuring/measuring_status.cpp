@@ -36,6 +36,8 @@ MeasuringStatus::Problem MeasuringStatus::problem() const
 
 std::optional<StatusBar::Work> MeasuringStatus::work() const
 {
+    if (m_otherWork)
+        return m_otherWork;
     const RefreshProgress &progress = m_refreshes.progress();
     if (progress.isIdle())
         return std::nullopt;
@@ -114,8 +116,18 @@ Task<void> MeasuringStatus::refreshAll(std::stop_token stop)
     Q_EMIT refreshEnded(*end);
 }
 
+void MeasuringStatus::showOtherWork(const std::optional<StatusBar::Work> &work)
+{
+    m_otherWork = work;
+    Q_EMIT changed();
+}
+
 void MeasuringStatus::stop()
 {
+    if (m_otherWork) {
+        Q_EMIT otherStopRequested();
+        return;
+    }
     Q_EMIT stopRequested();
     m_refreshes.stop();
     say(tr("Stopped. Refresh measures what is left."));

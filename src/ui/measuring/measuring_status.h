@@ -52,9 +52,13 @@ public:
     /// fails, and leaves its detail.
     void say(const AdmissionStatus &status);
 
+    /// Shows that something else is under way, such as an export, until it is told that nothing is.
+    /// "Stop" means that, and what is measured meanwhile goes on.
+    void showOtherWork(const std::optional<StatusBar::Work> &work);
+
     /// Measures what is stale; takes over a refresh that runs by itself.
     void refresh();
-    /// Ends everything that is being measured.
+    /// Ends what work() tells: what else is under way, or everything that is being measured.
     void stop();
 
 Q_SIGNALS:
@@ -65,6 +69,8 @@ Q_SIGNALS:
     void refreshEnded(const HistoryRefresh &end);
     /// The user wants nothing measured for now. Comes before anything is stopped.
     void stopRequested();
+    /// The user wants to end what showOtherWork() has shown.
+    void otherStopRequested();
 
 private:
     Task<void> refreshAll(std::stop_token stop);
@@ -78,6 +84,7 @@ private:
     bool m_isPromise = false;
     bool m_waitsForApp = false;
     bool m_isRefreshing = false;
+    std::optional<StatusBar::Work> m_otherWork;
     TaskScope m_tasks;
 };
 

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What the keywords page exports and imports.
+#include "effects/atomic_file.h"
 #include "ui/support/ui_test.h"
 
 #include <QClipboard>
@@ -102,6 +103,62 @@ TEST_F(DashboardFilesTest, ExportsTheWholeHistoryOneLineASnapshot)
     EXPECT_TRUE(lines[2].startsWith(QStringLiteral("bildbearbeitung,DE,2026-11-21 09:50:00,18,")));
 }
 
+TEST_F(DashboardFilesTest, AnExportOfTheHistoryTellsHowFarItIsAndStopsWithoutAFile)
+{
+    open();
+    world->files.holds = true;
+    page().exportHistory();
+    EXPECT_EQ(work(), QString()) << "the file is only begun";
+    world->files.release();
+    EXPECT_EQ(work(), QStringLiteral("Exporting the history · keyword 1 of 11"));
+    world->files.release();
+    EXPECT_EQ(work(), QStringLiteral("Exporting the history · keyword 2 of 11"));
+    // One at a time.
+    page().exportHistory();
+    EXPECT_EQ(status(), QStringLiteral("Another export is still being written."));
+    click("stopButton");
+    EXPECT_EQ(work(), QString());
+    EXPECT_EQ(status(), QStringLiteral("Export stopped. No file was written."));
+    world->files.release();
+    EXPECT_TRUE(world->files.saved.isEmpty());
+    world->files.holds = false;
+    page().exportHistory();
+    EXPECT_FALSE(world->files.saved.isEmpty());
+    EXPECT_EQ(work(), QString());
+}
+
+TEST_F(DashboardFilesTest, StopEndsTheExportAndNotWhatIsMeasuredMeanwhile)
+{
+    open();
+    world->client->holds = true;
+    store().queueKeywordRefreshes(store().trackedKeywords());
+    const QString measuring = work();
+    EXPECT_TRUE(measuring.startsWith(QStringLiteral("Measuring “"))) << qPrintable(measuring);
+    world->files.holds = true;
+    page().exportHistory();
+    world->files.release();
+    EXPECT_TRUE(work().startsWith(QStringLiteral("Exporting the history")));
+    click("stopButton");
+    EXPECT_EQ(work(), measuring);
+}
+
+TEST_F(DashboardFilesTest, AHistoryThatCannotBeReadIsToldAndTheRestIsExported)
+{
+    open();
+    const QString history = world->folder.filePath(QStringLiteral("history.sqlite"));
+    writeFileAtomically(history, "not a database");
+    reopen();
+    page().exportHistory();
+    waitFor([this] { return !status().isEmpty(); });
+    EXPECT_EQ(status(), QStringLiteral("Exported to Lumen Photo Editor history.csv without older "
+                                       "measurements. The database “%1” could not be used: file is "
+                                       "not a database.")
+                            .arg(history));
+    const QStringList lines = QString::fromUtf8(world->files.saved).split(QStringLiteral("\r\n"));
+    EXPECT_EQ(lines.size(), 1 + int(store().snapshots().size()) + 1);
+    EXPECT_EQ(readWholeFile(history), "not a database");
+}
+
 TEST_F(DashboardFilesTest, AFailedExportSaysWhyAndACancelledOneNothing)
 {
     open();
@@ -112,6 +169,9 @@ TEST_F(DashboardFilesTest, AFailedExportSaysWhyAndACancelledOneNothing)
     world->files.error = QStringLiteral("The disk is full.");
     page().exportTable();
     EXPECT_EQ(status(), QStringLiteral("The disk is full."));
+    page().exportHistory();
+    EXPECT_EQ(status(), QStringLiteral("The disk is full."));
+    EXPECT_EQ(work(), QString());
 }
 
 TEST_F(DashboardFilesTest, ImportsKeywordsWithTheirStorefronts)

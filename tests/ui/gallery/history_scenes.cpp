@@ -1,10 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/gallery/history_scenes.h"
 
+#include "effects/atomic_file.h"
+#include "support/task_outcome.h"
 #include "ui/gallery/research_stage.h"
 #include "ui/history/rank_chart.h"
+#include "ui/history/ranking_history_sheet.h"
 
 #include <QCoreApplication>
+#include <QLabel>
 #include <QMouseEvent>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -44,11 +48,35 @@ void openLow(ResearchStage &made)
     chartOf(made);
 }
 
+void spoilHistory(ResearchWorld &world)
+{
+    writeFileAtomically(world.folder.filePath(QStringLiteral("history.sqlite")), "not a database");
+    world.restartStore();
+}
+
+/// The whole history on its way into a file that takes its time.
+void exportHistory(ResearchStage &made)
+{
+    made.world->files.holds = true;
+    made.window->dashboard().exportHistory();
+    for (int i = 0; i < 5; ++i)
+        made.world->files.release();
+}
+
 } // namespace
 
 std::vector<Scene> narrowedHistoryScenes()
 {
     return {researchScene("history-choosing-days", nullptr, dragHalfWay),
+            researchScene(
+                "history-incomplete", spoilHistory,
+                [](ResearchStage &made) {
+                    openSheet(made.window.get(),
+                              new RankingHistorySheet(*made.world->store, made.world->files,
+                                                      made.world->row("collage maker")));
+                    waitFor([&] { return !made.find<QLabel>("historyIncomplete")->isHidden(); });
+                }),
+            researchScene("history-exporting", nullptr, exportHistory),
             researchScene("history-narrowed", nullptr,
                           [](ResearchStage &made) {
                               openLongHistory(made, 3650);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/history/ranking_history_sheet.h"
 
+#include "effects/atomic_file.h"
 #include "ui/history/history_export.h"
 #include "ui/history/range_control.h"
 #include "ui/history/rank_chart.h"
@@ -57,6 +58,28 @@ TEST_F(RankingHistorySheetTest, ShowsTheLatestCheckAndItsMovement)
     EXPECT_EQ(label("historyLatest"), text("# 9"));
     EXPECT_EQ(label("rankMovement"), text("↑ 2"));
     EXPECT_EQ(find<RankMovementLabel>("rankMovement")->token(), Token::Green);
+}
+
+TEST_F(RankingHistorySheetTest, AHistoryThatCannotBeReadIsToldAboveWhatThereIs)
+{
+    writeFileAtomically(world->folder.filePath(text("history.sqlite")), "not a database");
+    reopen();
+    QWidget *sheet = openFor("collage maker");
+    waitFor([this] { return isShown("historyIncomplete"); });
+    EXPECT_TRUE(label("historyIncomplete")
+                    .startsWith(text("Older measurements couldn’t be read, so only the newest days "
+                                     "are shown. The database “")))
+        << qPrintable(label("historyIncomplete"));
+    EXPECT_EQ(label("historyLatest"), text("# 9"));
+    EXPECT_EQ(drawn(chart()->data()), text("a31 a29 . a24 a26 x b22 b18 b19 b15 . b12 b11 b9"));
+    EXPECT_TRUE(find<QAbstractButton>("historyExport")->isEnabled());
+    EXPECT_TRUE(shows(sheet, text("Last 14 days")));
+}
+
+TEST_F(RankingHistorySheetTest, AHistoryThatCanBeReadSaysNothingOfTheKind)
+{
+    openFor("collage maker");
+    EXPECT_FALSE(isShown("historyIncomplete"));
 }
 
 TEST_F(RankingHistorySheetTest, OtherRangesReachFurtherBack)
