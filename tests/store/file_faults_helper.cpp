@@ -280,6 +280,7 @@ public:
         // Where there is no file, only the user can say that there never was one.
         if (!store->isStateRead() && !QFileInfo::exists(statePath()))
             store->beginAnew();
+        finishSaving();
         if (refused) {
             refused = false;
             add("harbour");

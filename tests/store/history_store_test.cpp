@@ -2,8 +2,7 @@
 // A store whose state file may not grow: whatever happens, it knows what one without a limit knows.
 #include "effects/atomic_file.h"
 #include "json/json_reader.h"
-#include "store/history_database.h"
-#include "store/store_fixture.h"
+#include "store/history_fixture.h"
 
 #include <QDir>
 
@@ -14,61 +13,6 @@ namespace veltrix
 {
 namespace
 {
-
-class HistoryStore : public StoreTest
-{
-protected:
-    HistoryStore() { restart(); }
-    ~HistoryStore() override { stop(); }
-
-    void restart()
-    {
-        stop();
-        ASOStore::Arguments changed = arguments();
-        changed.stateFileLimit = limit;
-        store = std::make_unique<ASOStore>(std::move(changed));
-        // What a run before has left.
-        clock->advance(ASOStore::historyTidyingDelay);
-    }
-    [[nodiscard]] QString historyPath() const { return folder.filePath(text("history.sqlite")); }
-    [[nodiscard]] bool hasHistory() const { return QFileInfo::exists(historyPath()); }
-    [[nodiscard]] std::optional<HistoryDatabase> history() const
-    {
-        return HistoryDatabase::open(historyPath());
-    }
-    /// Until nothing is on the way to the disk or from the file to the history.
-    void finishMoving()
-    {
-        store->waitUntilSaved();
-        waitFor([this] { return !store->historyMove(); });
-    }
-    template <class T>
-    static T resultOf(Task<T> task)
-    {
-        const Outcome<T> outcome(std::move(task));
-        waitFor([&] { return outcome.isDone(); });
-        return outcome.value();
-    }
-    std::vector<SharedSnapshot> allOf(const TrackedKeyword &keyword)
-    {
-        return resultOf(store->measurements(keyword.id, {}));
-    }
-    /// One measurement a day for so many days.
-    void measureDaily(const TrackedKeyword &keyword, int days)
-    {
-        for (int day = 0; day < days; ++day) {
-            clock->advance(Seconds(secondsPerDay));
-            measure(keyword);
-        }
-        finishMoving();
-    }
-    static QByteArray json(const std::vector<SharedSnapshot> &snapshots)
-    {
-        return toJson(snapshots);
-    }
-
-    qint64 limit = 20'000;
-};
 
 TEST_F(HistoryStore, BelowTheLimitThereIsNoHistoryAndTheFileHasTheSameBytes)
 {

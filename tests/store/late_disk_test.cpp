@@ -71,6 +71,13 @@ protected:
         printed = testing::internal::GetCapturedStdout();
     }
 
+    /// Gives up the file and waits for what becomes of it.
+    void beginAnew() const
+    {
+        store->beginAnew();
+        store->waitUntilSaved();
+    }
+
     QByteArray saved;
     std::string printed;
 };
@@ -162,7 +169,7 @@ TEST_F(LateDisk, BeginningAnewKeepsTheOldFile)
     ASSERT_EQ(mkfifo(qPrintable(path()), 0600), 0);
     openStore();
     EXPECT_EQ(remedy(), Remedy::TryAgainOrBeginAnew);
-    store->beginAnew();
+    beginAnew();
     EXPECT_TRUE(store->isStateRead());
     EXPECT_EQ(remedy(), Remedy::Dismiss);
     EXPECT_TRUE(
@@ -177,7 +184,7 @@ TEST_F(LateDisk, BeginningAnewKeepsTheOldFile)
 TEST_F(LateDisk, BeginningAnewMakesTheFolderThatIsMissing)
 {
     openStore();
-    store->beginAnew();
+    beginAnew();
     EXPECT_TRUE(store->isStateRead());
     EXPECT_EQ(names(), QStringList{text("state.json")});
 }

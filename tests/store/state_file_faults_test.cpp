@@ -202,6 +202,7 @@ TEST_F(StateFileFaults, AStatePathThatIsAFolderIsNeitherReadNorReplaced)
                                                           .toStdString());
     EXPECT_THROW(addApp(), StoreError);
     store->beginAnew();
+    store->waitUntilSaved();
     EXPECT_FALSE(store->isStateRead());
     EXPECT_TRUE(problem().contains(text("Beginning anew didn’t work."))) << qPrintable(problem());
     EXPECT_TRUE(QFileInfo(path() + text("/inside")).isDir());
@@ -227,6 +228,7 @@ TEST_F(StateFileFaults, APipeInPlaceOfTheFileDoesNotHoldUpTheStart)
     start();
     EXPECT_NE(testing::internal::GetCapturedStdout().find("It is not a file"), std::string::npos);
     store->beginAnew();
+    store->waitUntilSaved();
     EXPECT_EQ(printedByAdding("moon"), "");
     start();
     EXPECT_EQ(store->trackedKeywords().size(), 1);

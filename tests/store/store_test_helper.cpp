@@ -6,6 +6,7 @@
 #include "effects/system_clock.h"
 #include "json/json_reader.h"
 #include "store/aso_store.h"
+#include "store/history_database.h"
 #include "store/numbered_measurements.h"
 #include "store/numbered_state.h"
 
@@ -70,7 +71,7 @@ int measureForEver(const QString &statePath, const QString &progressPath)
     PersistedState state = saver.load();
     SnapshotIndex snapshots(state.snapshots);
     QObject::connect(&saver, &StateSaver::moved,
-                     [&](const std::vector<SharedSnapshot> &moved) { snapshots.forget(moved); });
+                     [&](const MovedDays &moved) { snapshots.forget(moved.all); });
     std::int64_t number = state.snapshots.empty() ? 0 : *state.snapshots.back()->position;
     if (saver.needsTidying())
         saver.tidy({.state = state, .now = numberedDate(number)});
@@ -143,13 +144,19 @@ void describe(const ASOStore &store)
     say(QStringLiteral("keywords in memory: %1").arg(store.trackedKeywords().size()));
 }
 
-/// Opens and changes a store as a user who may not write the folder.
-int changeWithoutRights(const QString &statePath)
+/// Becomes a user who may not write the folder; false when that is not possible.
+bool giveUpRights()
 {
     constexpr uid_t nobody = 65534;
-    if (::geteuid() == 0 &&
-        (::setgroups(0, nullptr) != 0 || ::setresgid(nobody, nobody, nobody) != 0 ||
-         ::setresuid(nobody, nobody, nobody) != 0))
+    return ::geteuid() != 0 ||
+           (::setgroups(0, nullptr) == 0 && ::setresgid(nobody, nobody, nobody) == 0 &&
+            ::setresuid(nobody, nobody, nobody) == 0);
+}
+
+/// Opens and changes a store as such a user.
+int changeWithoutRights(const QString &statePath)
+{
+    if (!giveUpRights())
         return cannot;
     const auto store = openStore(statePath);
     describe(*store);
@@ -161,6 +168,31 @@ int changeWithoutRights(const QString &statePath)
     }
     describe(*store);
     return 0;
+}
+
+/// Reads all that was measured of the first keyword as such a user.
+int readWithoutRights(const QString &statePath)
+{
+    if (!giveUpRights())
+        return cannot;
+    StateSaver saver(statePath, nullptr, ASOStore::usualStateFileLimit);
+    const PersistedState state = saver.load();
+    const auto ask = [](StateSaver *asked, const PersistedState *known) -> Task<void> {
+        QSet<std::int64_t> days;
+        for (const SharedSnapshot &snapshot : known->snapshots)
+            days.insert(utcDay(snapshot->fetchedAt));
+        const QUuid keyword = known->trackedKeywords.constFirst().id;
+        try {
+            for (const auto &one : co_await asked->observations(keyword, {}))
+                days.insert(utcDay(one.date));
+            say(QStringLiteral("days: %1").arg(days.size()));
+        } catch (const Error &error) {
+            say(error.description());
+        }
+        QCoreApplication::quit();
+    };
+    const Task<void> task = ask(&saver, &state);
+    return QCoreApplication::exec();
 }
 
 /// Gives this process a file system of a quarter megabyte that goes away with it.
@@ -196,6 +228,66 @@ int fillDisk(const QString &folder)
     return 0;
 }
 
+/// The distinct measurements of the numbered keyword 0, wherever they are.
+qsizetype measurementsIn(const QString &folder)
+{
+    QSet<QUuid> ids;
+    const auto state =
+        fromJson<PersistedState>(readWholeFile(folder + QStringLiteral("/state.json")));
+    for (const SharedSnapshot &snapshot : state.snapshots)
+        ids.insert(snapshot->id);
+    if (auto history = HistoryDatabase::open(folder + QStringLiteral("/history.sqlite"))) {
+        for (const SharedSnapshot &snapshot : history->records(numberedKeyword(0)))
+            ids.insert(snapshot->id);
+    }
+    return ids.size();
+}
+
+/// Measures on a small disk until no day can be moved any more, and goes on when there is room.
+int moveOnFullDisk(const QString &folder)
+{
+    if (!mountSmallDisk(folder))
+        return cannot;
+    constexpr qint64 limit = 24'000;
+    const QString filler = folder + QStringLiteral("/filler");
+    writeFileAtomically(filler, QByteArray(120'000, 'x'));
+    StateSaver saver(folder + QStringLiteral("/state.json"), nullptr, limit);
+    saver.load();
+    SnapshotIndex snapshots;
+    QObject::connect(&saver, &StateSaver::moved,
+                     [&](const MovedDays &moved) { snapshots.forget(moved.all); });
+    std::int64_t number = 0;
+    const auto measure = [&] {
+        auto one = std::make_shared<KeywordSnapshot>(*numberedMeasurement(number));
+        one->trackedKeywordId = numberedKeyword(0);
+        snapshots.store(std::move(one));
+        StateChange change{stateOfKeyword(numberedKeyword(0)), numberedDate(number)};
+        change.state.snapshots = snapshots.inFileOrder();
+        ++number;
+        saver.save(std::move(change));
+        saver.waitUntilFinished();
+        while (saver.progress())
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    };
+    // A state file of twice its length and its new version have room, and a history has not.
+    while (!saver.problem() && number < 2'000)
+        measure();
+    say(saver.problem() ? saver.problem()->text : QStringLiteral("no problem"));
+    for (int i = 0; i < 10; ++i)
+        measure();
+    say(QStringLiteral("all there: %1").arg(measurementsIn(folder) == number));
+    QFile::remove(filler);
+    for (int i = 0; i < 200; ++i)
+        measure();
+    say(QStringLiteral("with room, problem: %1, all there: %2, within the limit: %3")
+            .arg(saver.problem() ? saver.problem()->text : QString())
+            .arg(measurementsIn(folder) == number)
+            .arg(QFileInfo(folder + QStringLiteral("/state.json")).size() <= limit));
+    say(QStringLiteral("files: %1")
+            .arg(QDir(folder).entryList(QDir::Files | QDir::Hidden).join(u' ')));
+    return 0;
+}
+
 /// Holds the folder and says when it is asked to show its window.
 int holdFolder(const QString &folder)
 {
@@ -217,6 +309,10 @@ int run(const QStringList &arguments)
         return migrate(arguments.value(2), arguments.value(3));
     if (mode == u"change-without-rights")
         return changeWithoutRights(arguments.value(2));
+    if (mode == u"read-without-rights")
+        return readWithoutRights(arguments.value(2));
+    if (mode == u"move-on-full-disk")
+        return moveOnFullDisk(arguments.value(2));
     if (mode == u"fill-disk")
         return fillDisk(arguments.value(2));
     if (mode == u"hold-folder")
