@@ -9,7 +9,6 @@
 
 #include <QApplication>
 #include <QFile>
-#include <QSettings>
 
 int main(int argc, char **argv)
 {
@@ -27,8 +26,8 @@ int main(int argc, char **argv)
     ChosenColorScheme colorScheme(desktop, ThemeChoice::System);
     const ThemeController theme(colorScheme);
     VeltrixApp app(Bundle(QFile::decodeName(argv[1])), folder, folder + QStringLiteral("/cache"),
-                   std::make_shared<QSettings>(folder + QStringLiteral("/settings.conf"),
-                                               QSettings::IniFormat),
+                   std::make_shared<SettingsFile>(folder + QStringLiteral("/settings.conf"),
+                                                  std::make_shared<FileThread>()),
                    colorScheme);
     app.window().followApplicationState();
     app.window().show();

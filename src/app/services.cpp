@@ -11,7 +11,6 @@
 #include "scoring/quorvin_popularity_provider.h"
 
 #include <QDesktopServices>
-#include <QSettings>
 #include <QSysInfo>
 
 namespace veltrix
@@ -63,7 +62,7 @@ QString stateFilePath(const QString &stateFolder)
 }
 
 Services::Services(const Bundle &bundle, const QString &stateFolder, const QString &cacheFolder,
-                   std::shared_ptr<QSettings> preferences, DataFolderLock *folderLock)
+                   std::shared_ptr<SettingsFile> preferences, DataFolderLock *folderLock)
     : m_clock(std::make_shared<SystemClock>()), m_information(informationOf(bundle))
 {
     NetworkHttp::Options options;
@@ -137,7 +136,7 @@ void Services::buildStore(const Bundle &bundle, const QString &stateFolder,
 }
 
 void Services::buildUpdater(const Bundle &bundle, const QString &cacheFolder,
-                            std::shared_ptr<QSettings> preferences)
+                            std::shared_ptr<SettingsFile> preferences)
 {
     m_updater = std::make_unique<AppUpdater>(
         bundle.information(QStringLiteral("SUFeedURL")),

@@ -6,13 +6,12 @@
 #include "clients/artwork_loader.h"
 #include "clients/network_http.h"
 #include "clients/update/app_updater.h"
+#include "effects/settings_file.h"
 #include "effects/system_clock.h"
 #include "store/aso_store.h"
 #include "ui/settings/app_information.h"
 
 #include <memory>
-
-class QSettings;
 
 namespace veltrix
 {
@@ -33,7 +32,7 @@ public:
     /// `stateFolder` and `cacheFolder` are the user's; both exist or are created when written to.
     /// `folderLock` holds the first and outlives this; it may be null.
     Services(const Bundle &bundle, const QString &stateFolder, const QString &cacheFolder,
-             std::shared_ptr<QSettings> preferences, DataFolderLock *folderLock = nullptr);
+             std::shared_ptr<SettingsFile> preferences, DataFolderLock *folderLock = nullptr);
 
     [[nodiscard]] ASOStore &store() { return *m_store; }
     [[nodiscard]] ArtworkLoading &artwork() { return *m_artwork; }
@@ -46,9 +45,11 @@ public:
 private:
     void buildStore(const Bundle &bundle, const QString &stateFolder, DataFolderLock *folderLock);
     void buildUpdater(const Bundle &bundle, const QString &cacheFolder,
-                      std::shared_ptr<QSettings> preferences);
+                      std::shared_ptr<SettingsFile> preferences);
 
     std::shared_ptr<SystemClock> m_clock;
+    /// Ends last: what the others leave to be written is written then.
+    std::shared_ptr<FileThread> m_files = std::make_shared<FileThread>();
     std::unique_ptr<NetworkHttp> m_http;
     AppInformation m_information;
     QString m_appStoreUrl;

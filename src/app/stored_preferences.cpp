@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/stored_preferences.h"
 
+#include "effects/settings_file.h"
 #include "model/storefront_codes.h"
-
-#include <QSettings>
 
 #include <array>
 #include <utility>

@@ -4,17 +4,17 @@
 
 #include "ui/preferences/preferences.h"
 
-class QSettings;
-
 namespace veltrix
 {
 
-/// Preferences kept by QSettings.
+class SettingsFile;
+
+/// Preferences kept in a settings file.
 class StoredPreferences final : public Preferences
 {
 public:
     /// `settings` must outlive this object.
-    explicit StoredPreferences(QSettings &settings) : m_settings(settings) {}
+    explicit StoredPreferences(SettingsFile &settings) : m_settings(settings) {}
 
     [[nodiscard]] QString preferredStorefrontCountry() const override;
     void setPreferredStorefrontCountry(const QString &code) override;
@@ -26,7 +26,7 @@ public:
     void setTheme(ThemeChoice theme) override;
 
 private:
-    QSettings &m_settings;
+    SettingsFile &m_settings;
 };
 
 } // namespace veltrix

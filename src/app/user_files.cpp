@@ -3,15 +3,14 @@
 
 #include "effects/atomic_file.h"
 #include "effects/data_locations.h"
-
-#include <QSettings>
+#include "effects/settings_file.h"
 
 namespace veltrix
 {
 
-std::shared_ptr<QSettings> storedSettings()
+std::shared_ptr<SettingsFile> storedSettings()
 {
-    return std::make_shared<QSettings>(preferencesPath(), QSettings::IniFormat);
+    return std::make_shared<SettingsFile>(preferencesPath(), std::make_shared<FileThread>());
 }
 
 void clearLeftovers(const QString &dataFolder, const QString &cacheFolder)

@@ -6,13 +6,13 @@
 
 #include <memory>
 
-class QSettings;
-
 namespace veltrix
 {
 
+class SettingsFile;
+
 /// The preferences.
-std::shared_ptr<QSettings> storedSettings();
+std::shared_ptr<SettingsFile> storedSettings();
 
 /// Clears what interrupted writes have left. To be called by whoever holds the data folder.
 void clearLeftovers(const QString &dataFolder, const QString &cacheFolder);

@@ -16,7 +16,6 @@
 #include <QDeadlineTimer>
 #include <QDesktopServices>
 #include <QSessionManager>
-#include <QSettings>
 #include <QThread>
 
 #include <cstdio>
@@ -66,7 +65,7 @@ void raise(QWidget &window)
 } // namespace
 
 VeltrixApp::VeltrixApp(const Bundle &bundle, const QString &stateFolder, const QString &cacheFolder,
-                       std::shared_ptr<QSettings> settings, ChosenColorScheme &colorScheme,
+                       std::shared_ptr<SettingsFile> settings, ChosenColorScheme &colorScheme,
                        DataFolderLock *folderLock)
     : m_services(bundle, stateFolder, cacheFolder, settings, folderLock),
       m_settings(std::move(settings)), m_preferences(*m_settings),

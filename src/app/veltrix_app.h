@@ -29,7 +29,7 @@ public:
 
     /// `colorScheme` is what the program looks like; it outlives this and gets the user's choices.
     VeltrixApp(const Bundle &bundle, const QString &stateFolder, const QString &cacheFolder,
-               std::shared_ptr<QSettings> settings, ChosenColorScheme &colorScheme,
+               std::shared_ptr<SettingsFile> settings, ChosenColorScheme &colorScheme,
                DataFolderLock *folderLock = nullptr);
 
     [[nodiscard]] MainWindow &window() { return *m_window; }
@@ -44,7 +44,7 @@ private:
     void endSession(QSessionManager &session);
 
     Services m_services;
-    std::shared_ptr<QSettings> m_settings;
+    std::shared_ptr<SettingsFile> m_settings;
     StoredPreferences m_preferences;
     FileDialogs m_files;
     std::unique_ptr<UpdaterAdapter> m_updater;

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/stored_preferences.h"
 
+#include "effects/settings_file.h"
 #include "support/json_printers.h"
 
-#include <QSettings>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -22,7 +22,7 @@ protected:
 
 TEST_F(PreferencesTest, StartWithTheUnitedStatesAndNothingElse)
 {
-    QSettings settings(path, QSettings::IniFormat);
+    SettingsFile settings(path, std::make_shared<FileThread>());
     const StoredPreferences preferences(settings);
     EXPECT_EQ(preferences.preferredStorefrontCountry(), QStringLiteral("US"));
     EXPECT_TRUE(preferences.keywordTableColumns().isEmpty());
@@ -32,13 +32,13 @@ TEST_F(PreferencesTest, StartWithTheUnitedStatesAndNothingElse)
 TEST_F(PreferencesTest, ComeBackAtTheNextStartUnderTheirNames)
 {
     {
-        QSettings settings(path, QSettings::IniFormat);
+        SettingsFile settings(path, std::make_shared<FileThread>());
         StoredPreferences preferences(settings);
         preferences.setPreferredStorefrontCountry(QStringLiteral("JP"));
         preferences.setKeywordTableColumns(QStringLiteral("keyword 200 shown; sort x ascending"));
         preferences.setWindowGeometry("\x01\x02");
     }
-    QSettings settings(path, QSettings::IniFormat);
+    SettingsFile settings(path, std::make_shared<FileThread>());
     const StoredPreferences preferences(settings);
     EXPECT_EQ(preferences.preferredStorefrontCountry(), QStringLiteral("JP"));
     EXPECT_EQ(preferences.keywordTableColumns(),
@@ -50,7 +50,7 @@ TEST_F(PreferencesTest, ComeBackAtTheNextStartUnderTheirNames)
 
 TEST_F(PreferencesTest, AStorefrontThatDoesNotExistIsTheUnitedStates)
 {
-    QSettings settings(path, QSettings::IniFormat);
+    SettingsFile settings(path, std::make_shared<FileThread>());
     settings.setValue(QStringLiteral("preferredStorefrontCountry"), QStringLiteral("Moon"));
     EXPECT_EQ(StoredPreferences(settings).preferredStorefrontCountry(), QStringLiteral("US"));
     settings.setValue(QStringLiteral("preferredStorefrontCountry"), QStringLiteral("de"));
@@ -59,7 +59,7 @@ TEST_F(PreferencesTest, AStorefrontThatDoesNotExistIsTheUnitedStates)
 
 TEST_F(PreferencesTest, TheThemeIsTheDesktopsUntilOneIsChosenAndComesBack)
 {
-    QSettings settings(path, QSettings::IniFormat);
+    SettingsFile settings(path, std::make_shared<FileThread>());
     StoredPreferences preferences(settings);
     EXPECT_EQ(preferences.theme(), ThemeChoice::System);
     for (const ThemeChoice choice : {ThemeChoice::Dark, ThemeChoice::Light, ThemeChoice::System}) {

@@ -15,7 +15,7 @@ const QString groupKey = QStringLiteral("updateRolloutGroup");
 
 } // namespace
 
-StoredUpdateSettings::StoredUpdateSettings(std::shared_ptr<QSettings> preferences)
+StoredUpdateSettings::StoredUpdateSettings(std::shared_ptr<SettingsFile> preferences)
     : m_preferences(std::move(preferences))
 {
 }

@@ -3,8 +3,7 @@
 #pragma once
 
 #include "clients/update/update_settings.h"
-
-#include <QSettings>
+#include "effects/settings_file.h"
 
 #include <memory>
 
@@ -16,7 +15,7 @@ namespace veltrix
 class StoredUpdateSettings final : public UpdateSettings
 {
 public:
-    explicit StoredUpdateSettings(std::shared_ptr<QSettings> preferences);
+    explicit StoredUpdateSettings(std::shared_ptr<SettingsFile> preferences);
 
     [[nodiscard]] bool automaticallyChecksForUpdates() const override;
     void setAutomaticallyChecksForUpdates(bool isOn) override;
@@ -26,7 +25,7 @@ public:
     void setRolloutGroup(int group) override;
 
 private:
-    std::shared_ptr<QSettings> m_preferences;
+    std::shared_ptr<SettingsFile> m_preferences;
 };
 
 } // namespace veltrix

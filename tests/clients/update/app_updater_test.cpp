@@ -94,7 +94,7 @@ TEST(StoredUpdateSettingsTest, WhatIsSetIsThereAfterARestart)
     const QString path = folder.filePath(QStringLiteral("preferences.ini"));
     const Date checked = dateFromUnixSeconds(1795262400.25);
     const auto openFile = [&path] {
-        return std::make_shared<QSettings>(path, QSettings::IniFormat);
+        return std::make_shared<SettingsFile>(path, std::make_shared<FileThread>());
     };
     {
         StoredUpdateSettings fresh(openFile());
@@ -106,19 +106,21 @@ TEST(StoredUpdateSettingsTest, WhatIsSetIsThereAfterARestart)
         fresh.setRolloutGroup(6);
         EXPECT_TRUE(fresh.automaticallyChecksForUpdates());
     }
-    StoredUpdateSettings again(openFile());
+    const auto file = openFile();
+    StoredUpdateSettings again(file);
     EXPECT_TRUE(again.automaticallyChecksForUpdates());
     EXPECT_EQ(again.lastCheck(), checked);
     EXPECT_EQ(again.rolloutGroup(), 6);
     again.setAutomaticallyChecksForUpdates(false);
+    file->sync();
     EXPECT_FALSE(StoredUpdateSettings(openFile()).automaticallyChecksForUpdates());
 }
 
 TEST(StoredUpdateSettingsTest, ValuesThatCannotBeReadCountAsAbsent)
 {
     const QTemporaryDir folder;
-    const auto preferences = std::make_shared<QSettings>(
-        folder.filePath(QStringLiteral("preferences.ini")), QSettings::IniFormat);
+    const auto preferences = std::make_shared<SettingsFile>(
+        folder.filePath(QStringLiteral("preferences.ini")), std::make_shared<FileThread>());
     const StoredUpdateSettings settings(preferences);
     for (const char *text : {"", "maybe", "7", "-1", "2026-13-01T00:00:00.000Z"}) {
         for (const char *key :
