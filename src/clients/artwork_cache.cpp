@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "clients/artwork_cache.h"
 
+#include "clients/image_wholeness.h"
 #include "effects/atomic_file.h"
 
 #include <QCryptographicHash>
@@ -24,7 +25,8 @@ std::optional<QByteArray> ArtworkCache::find(const QString &url) const
     if (!file.open(QIODevice::ReadOnly))
         return std::nullopt;
     QByteArray image = file.readAll();
-    if (file.error() != QFileDevice::NoError || image.isEmpty())
+    // Nobody has waited until it was on the disk, so a power cut may have cut it off.
+    if (file.error() != QFileDevice::NoError || image.isEmpty() || !isWholeImage(image))
         return std::nullopt;
     // The modification time says when an image was last wanted.
     file.setFileTime(QDateTime::currentDateTimeUtc(), QFileDevice::FileModificationTime);
@@ -37,7 +39,7 @@ void ArtworkCache::store(const QString &url, const QByteArray &image)
         return;
     try {
         QDir().mkpath(m_folder);
-        writeFileAtomically(pathOf(url), image);
+        writeCacheFile(pathOf(url), image);
     } catch (const FileError &) {
         return;
     }

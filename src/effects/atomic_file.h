@@ -35,12 +35,18 @@ public:
     /// Flushes, renames the new version over the old one, and flushes the folder.
     void commit();
 
+    /// Renames the new version over the old one and leaves it to the system when it is on the disk.
+    /// A process that is killed loses nothing; after a power cut the file may be cut off.
+    void commitUnflushed();
+
     /// The new version, once it has taken the old one's place: also when commit() has failed after
     /// that, and it is only not certain to outlast a power cut.
     [[nodiscard]] const std::optional<FileIdentity> &placed() const { return m_placed; }
 
 private:
     void startWriteback();
+    void close();
+    void place();
     [[noreturn]] void fail() const;
 
     QString m_path;
@@ -51,13 +57,17 @@ private:
     int m_descriptor = -1;
     qint64 m_written = 0;
     qint64 m_handedToDisk = 0;
-    std::optional<FileIdentity> m_flushed;
+    /// The new version, once it is closed.
+    std::optional<FileIdentity> m_closed;
     std::optional<FileIdentity> m_placed;
 };
 
 /// Replaces the file at `path` by `content`, as an AtomicFileWriter does. Throws FileError when any
 /// step fails; the old file is then still in place and the temporary one is removed.
 void writeFileAtomically(const QString &path, QByteArrayView content);
+
+/// The same for what can be had again: it waits for no disk, as commitUnflushed() does not.
+void writeCacheFile(const QString &path, QByteArrayView content);
 
 /// Removes the temporary files that writes of this path left when the process or the machine
 /// stopped in the middle. Only for whoever alone writes the path; failures are ignored.

@@ -2,6 +2,7 @@
 #include "clients/artwork_loader.h"
 
 #include "clients/image_wholeness.h"
+#include "effects/atomic_file.h"
 #include "support/fake_http.h"
 #include "support/json_printers.h"
 #include "support/task_outcome.h"
@@ -186,6 +187,22 @@ TEST_F(ArtworkLoaderTest, HalfAnImageIsAFailureAndIsNotKept)
     m_http.answerWith(image(QByteArray("\x89PNG\r\n\x1a\n\0\0\0\x0dIHDR", 16)));
     EXPECT_EQ(load(1).failureText(), QStringLiteral("The server sent half of an image."));
     EXPECT_FALSE(QDir(m_folder.filePath(QStringLiteral("art"))).exists());
+}
+
+TEST_F(ArtworkLoaderTest, AnImageThatAPowerCutHasCutOffOnTheDiskIsLoadedAgain)
+{
+    EXPECT_EQ(load(1).value(), "image /1.png");
+    const QDir folder(m_folder.filePath(QStringLiteral("art")));
+    const QString file = folder.filePath(folder.entryList(QDir::Files).constFirst());
+    for (const QByteArray &rest :
+         {QByteArray(), QByteArray("\x89PNG\r\n\x1a\n\0\0\0\x0dIHDR", 16)}) {
+        writeFileAtomically(file, rest);
+        const auto outcome = load(1);
+        m_clock->runUntilIdle();
+        EXPECT_EQ(outcome.value(), "image /1.png");
+    }
+    EXPECT_EQ(load(1).value(), "image /1.png");
+    EXPECT_EQ(m_http.count(), 3);
 }
 
 TEST_F(ArtworkLoaderTest, OnlyWebAddressesAreAsked)

@@ -91,24 +91,41 @@ void AtomicFileWriter::startWriteback()
 
 void AtomicFileWriter::flush()
 {
-    if (m_flushed)
+    if (m_closed)
         return;
+    if (::fsync(m_descriptor) != 0)
+        fail();
+    close();
+}
+
+void AtomicFileWriter::close()
+{
     struct stat status {
     };
     // Closing may report a late write error, so it is a step like the others.
-    if (::fsync(m_descriptor) != 0 || ::fstat(m_descriptor, &status) != 0 ||
-        ::close(std::exchange(m_descriptor, -1)) != 0)
+    if (::fstat(m_descriptor, &status) != 0 || ::close(std::exchange(m_descriptor, -1)) != 0)
         fail();
-    m_flushed = identityOf(status);
+    m_closed = identityOf(status);
+}
+
+void AtomicFileWriter::place()
+{
+    if (::rename(m_temporary.constData(), QFile::encodeName(m_target).constData()) != 0)
+        fail();
+    m_placed = m_closed;
 }
 
 void AtomicFileWriter::commit()
 {
     flush();
-    if (::rename(m_temporary.constData(), QFile::encodeName(m_target).constData()) != 0)
-        fail();
-    m_placed = m_flushed;
+    place();
     flushFolder(QFileInfo(m_target).path(), m_target);
+}
+
+void AtomicFileWriter::commitUnflushed()
+{
+    close();
+    place();
 }
 
 void AtomicFileWriter::fail() const
@@ -121,6 +138,13 @@ void writeFileAtomically(const QString &path, QByteArrayView content)
     AtomicFileWriter writer(path);
     writer.write(content);
     writer.commit();
+}
+
+void writeCacheFile(const QString &path, QByteArrayView content)
+{
+    AtomicFileWriter writer(path);
+    writer.write(content);
+    writer.commitUnflushed();
 }
 
 void removeInterruptedWrites(const QString &path)
