@@ -93,7 +93,11 @@ void Services::buildStore(const Bundle &bundle, const QString &stateFolder,
         .traffic = std::make_shared<ITunesTrafficController>(m_clock),
     });
 
-    const QString rankedAppsPath = stateFolder + QStringLiteral("/ranked_apps_cache_v1.json");
+    const RankedAppsCache::Arguments rankedAppsCache{
+        .path = stateFolder + QStringLiteral("/ranked_apps_cache_v1.json"),
+        .files = m_files,
+        .lock = folderLock,
+    };
     std::shared_ptr<ITunesClientProtocol> keywordClient;
     std::shared_ptr<RankedAppsSaving> rankedApps;
     if (m_information.research.kind != ResearchServiceInformation::Kind::Direct) {
@@ -103,13 +107,13 @@ void Services::buildStore(const Bundle &bundle, const QString &stateFolder,
             .send = m_http->sender(),
             .clock = m_clock,
             .lookup = direct,
-            .cachePath = rankedAppsPath,
+            .cache = rankedAppsCache,
         });
         keywordClient = research;
         rankedApps = research;
     } else {
         const auto keeper = std::make_shared<RankedAppsKeeper>(
-            RankedAppsKeeper::Arguments{direct, m_clock, rankedAppsPath});
+            RankedAppsKeeper::Arguments{direct, m_clock, rankedAppsCache});
         keywordClient = keeper;
         rankedApps = keeper;
     }

@@ -1,36 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "clients/ranked_apps_cache.h"
 
-#include "effects/atomic_file.h"
-#include "json/json_reader.h"
-#include "json/json_writer.h"
-
-#include <QDir>
-#include <QFileInfo>
-
-#include <algorithm>
-#include <vector>
-
 namespace veltrix
 {
 
 namespace
 {
 
-/// Pointers to the entries that the file is to hold.
-std::vector<const RankedAppsCache::value_type *> newestEntries(const RankedAppsCache &cache)
+Task<std::optional<SavedResults>> atOnce(std::optional<SavedResults> found)
 {
-    std::vector<const RankedAppsCache::value_type *> entries;
-    entries.reserve(cache.size());
-    for (const auto &entry : cache)
-        entries.push_back(&entry);
-    if (entries.size() > size_t(mostSavedRankedApps)) {
-        std::stable_sort(entries.begin(), entries.end(), [](const auto *one, const auto *other) {
-            return one->second.fetchedAt > other->second.fetchedAt;
-        });
-        entries.resize(size_t(mostSavedRankedApps));
-    }
-    return entries;
+    co_return found;
 }
 
 } // namespace
@@ -40,33 +19,53 @@ QString rankedAppsKey(const QString &keyword, const QString &country)
     return country.toUpper() + u':' + keyword.trimmed().toLower();
 }
 
-RankedAppsCache loadRankedAppsCache(const QString &path, Date now)
+RankedAppsCache::RankedAppsCache(Arguments arguments, std::shared_ptr<Clock> clock)
+    : m_path(arguments.path), m_files(m_path.isEmpty() ? nullptr : std::move(arguments.files)),
+      m_clock(std::move(clock)),
+      m_archive(std::make_shared<RankedAppsArchive>(m_path, arguments.lock, arguments.limits))
 {
-    RankedAppsCache cache;
-    try {
-        cache = fromJson<RankedAppsCache>(readWholeFile(path));
-    } catch (const Error &) {
-        return {};
-    }
-    std::erase_if(cache, [now](const auto &entry) {
-        return !(now - entry.second.fetchedAt < rankedAppsLifetime);
-    });
-    return cache;
 }
 
-void saveRankedAppsCache(const QString &path, const RankedAppsCache &cache)
+RankedAppsCache::~RankedAppsCache()
 {
-    try {
-        JsonWriter writer;
-        writeJsonObject(
-            writer, newestEntries(cache),
-            [](const auto *entry) -> QStringView { return entry->first; },
-            [](const auto *entry) -> const SavedResults & { return entry->second; });
-        QDir().mkpath(QFileInfo(path).path());
-        writeFileAtomically(path, writer.take());
-    } catch (const Error &) {
-        // The cache in memory stays; the next success tries again.
+    if (m_files)
+        m_files->save(m_path, [archive = m_archive, now = m_clock->now()] {
+            archive->save(now);
+            archive->finish(now);
+        });
+}
+
+Task<std::optional<SavedResults>> RankedAppsCache::find(QString key, std::stop_token stop)
+{
+    const Date now = m_clock->now();
+    if (!m_files)
+        return atOnce(m_archive->find(key, now));
+    std::function<std::optional<SavedResults>()> work = [archive = m_archive, key, now] {
+        return archive->find(key, now);
+    };
+    auto found = m_files->run(std::move(work), std::move(stop));
+    // A file of an older version may hold more than it should.
+    save();
+    return found;
+}
+
+void RankedAppsCache::keep(const QString &key, const SavedResults &saved, Seconds remembered)
+{
+    const Date now = m_clock->now();
+    if (!m_files) {
+        m_archive->keep(key, saved, remembered, now);
+        m_archive->save(now);
+        return;
     }
+    m_files->start([archive = m_archive, key, saved, remembered, now] {
+        archive->keep(key, saved, remembered, now);
+    });
+    save();
+}
+
+void RankedAppsCache::save()
+{
+    m_files->save(m_path, [archive = m_archive, now = m_clock->now()] { archive->save(now); });
 }
 
 } // namespace veltrix

@@ -29,8 +29,7 @@ public:
     struct Arguments {
         std::shared_ptr<ITunesClientProtocol> client;
         std::shared_ptr<Clock> clock;
-        /// The cache file; empty means memory only. It is read once, at creation.
-        QString cachePath;
+        RankedAppsCache::Arguments cache = {};
     };
 
     explicit RankedAppsKeeper(Arguments arguments);
@@ -40,13 +39,12 @@ public:
     Task<std::optional<ITunesAppResult>> lookup(std::int64_t trackId, QString country,
                                                 std::stop_token stop) override;
 
-    [[nodiscard]] std::optional<SavedResults> savedResults(const QString &keyword,
-                                                           const QString &country) const override;
+    [[nodiscard]] Task<std::optional<SavedResults>>
+    savedResults(QString keyword, QString country, std::stop_token callersStop) override;
 
 private:
-    void keep(const QString &key, const QList<ITunesAppResult> &results);
-
-    Arguments m_use;
+    std::shared_ptr<ITunesClientProtocol> m_client;
+    std::shared_ptr<Clock> m_clock;
     RankedAppsCache m_cache;
     TaskScope m_tasks;
 };

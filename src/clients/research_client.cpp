@@ -2,7 +2,6 @@
 #include "clients/research_client.h"
 
 #include "clients/pending_wait.h"
-#include "clients/ranked_apps_cache.h"
 #include "clients/request_url.h"
 #include "clients/research_envelope.h"
 #include "clients/retry_after.h"
@@ -113,23 +112,22 @@ struct ResearchClient::State {
         Seconds delay;
     };
 
+    explicit State(Arguments arguments) : use(std::move(arguments)) {}
+
     Arguments use;
-    RankedAppsCache cache;
+    RankedAppsCache cache{use.cache, use.clock};
     /// By cache key.
     QHash<QString, RetryDate> retryDates;
     /// For the whole service.
     std::optional<RetryDate> serviceRetryDate;
 
-    /// What may be served without asking the service, or null.
-    [[nodiscard]] const SavedResults *freshResults(const QString &key) const
+    /// Whether they may be served without asking the service.
+    [[nodiscard]] bool areFresh(const SavedResults &saved) const
     {
-        const auto saved = cache.find(key);
-        if (saved == cache.end())
-            return nullptr;
         // The service's clock and this one may differ a little, but results that seem to be of next
         // year must not be served until then.
-        const Seconds age = use.clock->now() - saved->second.fetchedAt;
-        return age < freshness && age > -freshness ? &saved->second : nullptr;
+        const Seconds age = use.clock->now() - saved.fetchedAt;
+        return age < freshness && age > -freshness;
     }
 
     /// The moment before which a key must not be asked for, or nothing.
@@ -156,11 +154,8 @@ struct ResearchClient::State {
         // Without its date an answer cannot grow old, so it is not kept.
         const auto fetchedAt = parseInternetDateTime(envelope.fetchedAt.value_or(QString()),
                                                      FractionalSeconds::Required);
-        if (fetchedAt) {
-            cache.insert_or_assign(key, SavedResults{*fetchedAt, results});
-            if (!use.cachePath.isEmpty())
-                saveRankedAppsCache(use.cachePath, cache);
-        }
+        if (fetchedAt)
+            cache.keep(key, SavedResults{*fetchedAt, results});
         return results;
     }
 
@@ -176,11 +171,9 @@ struct ResearchClient::State {
     }
 };
 
-ResearchClient::ResearchClient(Arguments arguments) : m_state(std::make_unique<State>())
+ResearchClient::ResearchClient(Arguments arguments)
+    : m_state(std::make_unique<State>(std::move(arguments)))
 {
-    m_state->use = std::move(arguments);
-    if (!m_state->use.cachePath.isEmpty())
-        m_state->cache = loadRankedAppsCache(m_state->use.cachePath, m_state->use.clock->now());
 }
 
 ResearchClient::~ResearchClient() = default;
@@ -196,7 +189,8 @@ Task<QList<ITunesAppResult>> ResearchClient::search(QString term, QString countr
     if (length < 1 || length > longestKeyword)
         throw ResearchError(QStringLiteral("Enter a keyword between 1 and 100 characters."));
     const QString key = subject.key();
-    if (const SavedResults *saved = m_state->freshResults(key))
+    const std::optional<SavedResults> saved = co_await m_state->cache.find(key, stop);
+    if (saved && m_state->areFresh(*saved))
         co_return firstOf(saved->results, limit);
 
     const HttpRequest request = requestFor(configuration, subject);
@@ -227,13 +221,11 @@ Task<std::optional<ITunesAppResult>> ResearchClient::lookup(std::int64_t trackId
     return m_state->use.lookup->lookup(trackId, std::move(country), std::move(stop));
 }
 
-std::optional<SavedResults> ResearchClient::savedResults(const QString &keyword,
-                                                         const QString &country) const
+Task<std::optional<SavedResults>> ResearchClient::savedResults(QString keyword, QString country,
+                                                               std::stop_token callersStop)
 {
-    const auto saved = m_state->cache.find(rankedAppsKey(keyword, country));
-    if (saved == m_state->cache.end())
-        return std::nullopt;
-    return saved->second;
+    const ScopedStop stop(m_tasks, callersStop);
+    co_return co_await m_state->cache.find(rankedAppsKey(keyword, country), stop);
 }
 
 Task<void> ResearchClient::passGate(QString key, Date deadline, std::stop_token stop)

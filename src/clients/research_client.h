@@ -3,6 +3,7 @@
 #pragma once
 
 #include "clients/http.h"
+#include "clients/ranked_apps_cache.h"
 #include "clients/supabase_configuration.h"
 #include "effects/clock.h"
 #include "effects/itunes_client_protocol.h"
@@ -27,14 +28,14 @@ public:
 /// still working or that it is asked too often: a call waits and asks again, at most four times and
 /// never beginning a wait that ends 45 seconds or more after its start.
 ///
-/// Answers are kept for half an hour in memory and, the newest hundred of them, in a file. Dates
-/// before which the service must not be asked live in memory only and are shared by all calls; one
-/// that a clock set back has moved further away than it ever was is ignored.
+/// Answers are served again for half an hour, and kept for lists of ranked apps. Dates before which
+/// the service must not be asked live in memory only and are shared by all calls; one that a clock
+/// set back has moved further away than it ever was is ignored.
 class ResearchClient final : public ITunesClientProtocol, public RankedAppsSaving
 {
 public:
     /// How long an answer is served without asking again.
-    static constexpr Seconds freshness{1'800};
+    static constexpr Seconds freshness = rankedAppsFreshness;
     /// How long after its start a call may still begin to wait.
     static constexpr Seconds patience{45};
     static constexpr int mostAttempts = 4;
@@ -52,8 +53,7 @@ public:
         std::shared_ptr<Clock> clock;
         /// Answers `lookup`.
         std::shared_ptr<ITunesClientProtocol> lookup;
-        /// The cache file; empty means memory only. It is read once, at creation.
-        QString cachePath;
+        RankedAppsCache::Arguments cache = {};
     };
 
     explicit ResearchClient(Arguments arguments);
@@ -66,8 +66,8 @@ public:
     Task<std::optional<ITunesAppResult>> lookup(std::int64_t trackId, QString country,
                                                 std::stop_token stop) override;
 
-    [[nodiscard]] std::optional<SavedResults> savedResults(const QString &keyword,
-                                                           const QString &country) const override;
+    [[nodiscard]] Task<std::optional<SavedResults>>
+    savedResults(QString keyword, QString country, std::stop_token callersStop) override;
 
 private:
     struct State;

@@ -2,9 +2,11 @@
 // What keyword searches have left behind, without asking any service.
 #pragma once
 
+#include "effects/task.h"
 #include "model/saved_results.h"
 
 #include <optional>
+#include <stop_token>
 
 namespace veltrix
 {
@@ -20,9 +22,9 @@ public:
     RankedAppsSaving &operator=(const RankedAppsSaving &) = delete;
 
     /// What is kept for a keyword in a storefront, however old; both in any case. Nothing when it
-    /// was never searched for.
-    [[nodiscard]] virtual std::optional<SavedResults>
-    savedResults(const QString &keyword, const QString &country) const = 0;
+    /// was never searched for. Throws Cancelled only.
+    [[nodiscard]] virtual Task<std::optional<SavedResults>>
+    savedResults(QString keyword, QString country, std::stop_token stop) = 0;
 };
 
 } // namespace veltrix

@@ -16,8 +16,11 @@ namespace
 [[noreturn]] void failOn(sqlite3 *database, const QString &path)
 {
     const char *reason = database ? sqlite3_errmsg(database) : sqlite3_errstr(SQLITE_NOMEM);
+    const int code = database ? sqlite3_errcode(database) & 0xff : SQLITE_NOMEM;
+    const bool isDamaged = code == SQLITE_CORRUPT || code == SQLITE_NOTADB;
     throw DatabaseError(QStringLiteral("The database “%1” could not be used: %2.")
-                            .arg(path, QString::fromUtf8(reason)));
+                            .arg(path, QString::fromUtf8(reason)),
+                        isDamaged ? DatabaseError::Reason::Damaged : DatabaseError::Reason::Other);
 }
 
 } // namespace

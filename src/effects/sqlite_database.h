@@ -22,7 +22,20 @@ namespace veltrix
 class DatabaseError final : public Error
 {
 public:
-    using Error::Error;
+    enum class Reason {
+        /// The file is none, or part of it is not what it should be.
+        Damaged,
+        Other,
+    };
+
+    explicit DatabaseError(QString description, Reason reason = Reason::Other)
+        : Error(std::move(description)), m_reason(reason)
+    {
+    }
+    [[nodiscard]] bool isDamage() const { return m_reason == Reason::Damaged; }
+
+private:
+    Reason m_reason;
 };
 
 /// One statement of a database, prepared once and run as often as is needed. Parameters are counted

@@ -175,7 +175,10 @@ public:
                                                std::stop_token stop);
     /// The apps that rank for a keyword, best first.
     Task<QList<ITunesAppResult>> rankedApps(DashboardKeywordRow row, std::stop_token stop);
-    [[nodiscard]] std::optional<SavedResults> savedRankedApps(const DashboardKeywordRow &row) const;
+    /// What is kept of a keyword's search, however old; nothing without a cache. Throws Cancelled
+    /// only.
+    Task<std::optional<SavedResults>> savedRankedApps(DashboardKeywordRow row,
+                                                      std::stop_token callersStop);
 
     // The state file.
     /// What went wrong with the state file, in words for the user, and what can be done about it.

@@ -133,18 +133,20 @@ Task<QList<ITunesAppResult>> ASOStore::rankedApps(DashboardKeywordRow row,
                                                   std::stop_token callersStop)
 {
     const ScopedStop stop(m_tasks, callersStop);
-    if (const auto saved = savedRankedApps(row);
-        saved && saved->fetchedAt + rankedAppsReuse > m_clock->now())
+    const std::optional<SavedResults> saved = co_await savedRankedApps(row, stop);
+    if (saved && saved->fetchedAt + rankedAppsReuse > m_clock->now())
         co_return saved->results;
     co_return co_await m_discoveryClient->search(row.keyword, row.country, keywordSearchLimit,
                                                  stop);
 }
 
-std::optional<SavedResults> ASOStore::savedRankedApps(const DashboardKeywordRow &row) const
+Task<std::optional<SavedResults>> ASOStore::savedRankedApps(DashboardKeywordRow row,
+                                                            std::stop_token callersStop)
 {
+    const ScopedStop stop(m_tasks, callersStop);
     if (!m_rankedAppsCache)
-        return std::nullopt;
-    return m_rankedAppsCache->savedResults(row.keyword, row.country);
+        co_return std::nullopt;
+    co_return co_await m_rankedAppsCache->savedResults(row.keyword, row.country, stop);
 }
 
 } // namespace veltrix

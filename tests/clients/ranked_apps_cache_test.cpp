@@ -3,12 +3,12 @@
 
 #include "clients/research_client.h"
 #include "effects/atomic_file.h"
+#include "json/json_reader.h"
 #include "support/fake_http.h"
 #include "support/json_printers.h"
 #include "support/task_outcome.h"
 #include "support/virtual_clock.h"
 
-#include <QDir>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -20,113 +20,110 @@ namespace
 
 const Date now = dateFromUnixSeconds(1'795'262'400); // 2026-11-21T12:00:00Z
 
-SavedResults savedAt(Date date)
-{
-    ITunesAppResult app;
-    app.trackId = 42;
-    return {date, {app}};
-}
-
 class RankedAppsCacheTest : public testing::Test
 {
 protected:
     [[nodiscard]] QString path() const
     {
-        return m_folder.filePath(QStringLiteral("data/ranked_apps_cache_v1.json"));
+        return m_folder.filePath(QStringLiteral("ranked_apps_cache_v1.json"));
     }
-    void write(const QByteArray &content) const
+    [[nodiscard]] std::unique_ptr<RankedAppsCache> openCache()
     {
-        QDir().mkpath(m_folder.filePath(QStringLiteral("data")));
-        writeFileAtomically(path(), content);
+        return std::make_unique<RankedAppsCache>(RankedAppsCache::Arguments{path(), m_files},
+                                                 m_clock);
     }
-
-    QTemporaryDir m_folder;
-};
-
-TEST_F(RankedAppsCacheTest, IsAnObjectOfKeysWithDatesAsSecondsSince2001)
-{
-    saveRankedAppsCache(
-        path(), {{QStringLiteral("US:a \"b\""), savedAt(dateFromReferenceSeconds(100.25))}});
-    EXPECT_EQ(readWholeFile(path()),
-              R"({"US:a \"b\"":{"fetchedAt":100.25,"results":[{"trackId":42}]}})");
-}
-
-TEST_F(RankedAppsCacheTest, EntriesOfSevenDaysAndOlderAreDroppedOnLoading)
-{
-    saveRankedAppsCache(path(), {{QStringLiteral("US:kept"), savedAt(now - Seconds(604'799))},
-                                 {QStringLiteral("US:dropped"), savedAt(now - Seconds(604'800))},
-                                 {QStringLiteral("US:future"), savedAt(now + Seconds(10))}});
-    const RankedAppsCache loaded = loadRankedAppsCache(path(), now);
-    EXPECT_EQ(loaded.size(), 2U);
-    EXPECT_TRUE(loaded.contains(QStringLiteral("US:kept")));
-    EXPECT_TRUE(loaded.contains(QStringLiteral("US:future")));
-}
-
-TEST_F(RankedAppsCacheTest, AMissingOrBrokenFileIsAnEmptyCache)
-{
-    EXPECT_TRUE(loadRankedAppsCache(path(), now).empty());
-    for (const char *content : {"", "{", "[]", R"({"US:a":{}})", R"({"US:a":{"fetchedAt":1}})",
-                                R"({"US:a":{"fetchedAt":"x","results":[]}})"}) {
-        write(content);
-        EXPECT_TRUE(loadRankedAppsCache(path(), now).empty()) << content;
-    }
-}
-
-TEST_F(RankedAppsCacheTest, OnlyTheNewestHundredAreWritten)
-{
-    RankedAppsCache cache;
-    for (int i = 0; i < 130; ++i)
-        cache.insert({QString::number(i), savedAt(now - Seconds(i))});
-    saveRankedAppsCache(path(), cache);
-    const RankedAppsCache loaded = loadRankedAppsCache(path(), now);
-    EXPECT_EQ(loaded.size(), 100U);
-    EXPECT_TRUE(loaded.contains(QStringLiteral("99")));
-    EXPECT_FALSE(loaded.contains(QStringLiteral("100")));
-}
-
-TEST_F(RankedAppsCacheTest, AWriteThatFailsKeepsTheOldFile)
-{
-    saveRankedAppsCache(path(), {{QStringLiteral("US:a"), savedAt(now)}});
-    saveRankedAppsCache(
-        path(), {{QStringLiteral("US:b"),
-                  savedAt(dateFromReferenceSeconds(std::numeric_limits<double>::infinity()))}});
-    EXPECT_TRUE(loadRankedAppsCache(path(), now).contains(QStringLiteral("US:a")));
-    // A folder in the file's place.
-    saveRankedAppsCache(m_folder.path(), {{QStringLiteral("US:a"), savedAt(now)}});
-    EXPECT_EQ(
-        QDir(m_folder.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
-        QStringList{QStringLiteral("data")});
-}
-
-TEST_F(RankedAppsCacheTest, TheResearchClientCarriesItFromOneStartToTheNext)
-{
-    const auto clock = std::make_shared<VirtualClock>(now);
-    FakeHttp http(clock);
-    http.answerWith(FakeHttp::response(
-        200,
-        R"({"status":"ready","fetchedAt":"2026-11-21T11:59:59.500Z","results":[{"trackId":7}]})"));
-    const auto open = [&] {
+    std::unique_ptr<ResearchClient> openClient()
+    {
+        m_files->waitUntilFinished();
         return std::make_unique<ResearchClient>(ResearchClient::Arguments{
             [] {
                 return SupabaseConfiguration{QUrl(QStringLiteral("https://p.example")),
                                              QStringLiteral("sb_publishable_x")};
             },
-            http.sender(), clock, nullptr, path()});
-    };
-    const auto search = [](ResearchClient &client) {
-        return Outcome(client.search(QStringLiteral("Bear"), QStringLiteral("us"), 10, {}));
-    };
-    EXPECT_TRUE(search(*open()).hasValue());
+            m_http.sender(),
+            m_clock,
+            nullptr,
+            {path(), m_files}});
+    }
+    QList<ITunesAppResult> search(ResearchClient &client)
+    {
+        const Outcome outcome(client.search(QStringLiteral("Bear"), QStringLiteral("us"), 10, {}));
+        m_files->waitUntilFinished();
+        return outcome.value();
+    }
+    std::optional<SavedResults> saved(ResearchClient &client)
+    {
+        const Outcome outcome(
+            client.savedResults(QStringLiteral("bear"), QStringLiteral("US"), {}));
+        m_files->waitUntilFinished();
+        return outcome.value();
+    }
+
+    QTemporaryDir m_folder;
+    std::shared_ptr<FileThread> m_files = std::make_shared<FileThread>();
+    std::shared_ptr<VirtualClock> m_clock = std::make_shared<VirtualClock>(now);
+    FakeHttp m_http{m_clock};
+};
+
+TEST_F(RankedAppsCacheTest, TheResearchClientCarriesItFromOneStartToTheNext)
+{
+    m_http.answerWith(FakeHttp::response(
+        200,
+        R"({"status":"ready","fetchedAt":"2026-11-21T11:59:59.500Z","results":[{"trackId":7}]})"));
+    EXPECT_EQ(search(*openClient()).size(), 1);
+    m_files->waitUntilFinished();
     EXPECT_EQ(readWholeFile(path()),
               R"({"US:bear":{"fetchedAt":816955199.5,"results":[{"trackId":7}]}})");
-    auto second = open();
-    EXPECT_EQ(search(*second).value().front().trackId, 7);
-    EXPECT_EQ(http.count(), 1);
-    clock->advance(Seconds(604'798));
-    EXPECT_TRUE(open()->savedResults(QStringLiteral("bear"), QStringLiteral("US")));
-    clock->advance(Seconds(2));
-    EXPECT_FALSE(open()->savedResults(QStringLiteral("bear"), QStringLiteral("US")));
-    EXPECT_TRUE(second->savedResults(QStringLiteral("bear"), QStringLiteral("US")));
+    auto second = openClient();
+    EXPECT_EQ(search(*second).front().trackId, 7);
+    EXPECT_EQ(m_http.count(), 1);
+    m_clock->advance(Seconds(604'798));
+    EXPECT_TRUE(saved(*openClient()));
+    m_clock->advance(Seconds(2));
+    EXPECT_FALSE(saved(*openClient()));
+    EXPECT_TRUE(saved(*second));
+}
+
+TEST_F(RankedAppsCacheTest, WhatIsKeptIsThereForWhoeverAsksNextBeforeItIsOnTheDisk)
+{
+    const auto cache = openCache();
+    for (int i = 0; i < 200; ++i)
+        cache->keep(QString::number(i), {now, {}});
+    const Outcome found(cache->find(QStringLiteral("7"), {}));
+    m_files->waitUntilFinished();
+    EXPECT_TRUE(found.value());
+}
+
+TEST_F(RankedAppsCacheTest, NothingIsReadBeforeSomethingIsAsked)
+{
+    const auto cache = openCache();
+    m_files->waitUntilFinished();
+    writeFileAtomically(path(), R"({"US:a":{"fetchedAt":816955199.5,"results":[]}})");
+    const Outcome found(cache->find(QStringLiteral("US:a"), {}));
+    m_files->waitUntilFinished();
+    EXPECT_TRUE(found.value());
+}
+
+TEST_F(RankedAppsCacheTest, ItsEndLeavesTheFileUpToDate)
+{
+    auto cache = openCache();
+    for (int i = 0; i < 130; ++i)
+        cache->keep(QString::number(i), {now + Seconds(i), {}});
+    cache.reset();
+    m_files.reset();
+    const auto file = fromJson<std::map<QString, SavedResults>>(readWholeFile(path()));
+    EXPECT_EQ(file.size(), 100U);
+    EXPECT_TRUE(file.contains(QStringLiteral("129")));
+}
+
+TEST_F(RankedAppsCacheTest, AClientThatGoesWhileTheDiskIsAskedEndsTheSearch)
+{
+    auto client = openClient();
+    const Outcome outcome(client->search(QStringLiteral("bear"), QStringLiteral("us"), 10, {}));
+    client.reset();
+    EXPECT_TRUE(outcome.isCancelled());
+    m_files->waitUntilFinished();
+    EXPECT_EQ(m_http.count(), 0);
 }
 
 } // namespace

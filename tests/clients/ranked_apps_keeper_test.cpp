@@ -3,6 +3,7 @@
 
 #include "clients/research_client.h"
 #include "effects/atomic_file.h"
+#include "json/json_reader.h"
 #include "support/fake_http.h"
 #include "support/json_printers.h"
 #include "support/task_outcome.h"
@@ -75,8 +76,10 @@ protected:
 
     void open()
     {
+        keeper.reset();
+        files->waitUntilFinished();
         keeper = std::make_unique<RankedAppsKeeper>(
-            RankedAppsKeeper::Arguments{appStore, clock, path()});
+            RankedAppsKeeper::Arguments{appStore, clock, {path(), files}});
     }
     [[nodiscard]] QString path() const
     {
@@ -86,14 +89,19 @@ protected:
     {
         return Outcome(keeper->search(text(term), text("us"), limit, {}));
     }
-    std::optional<SavedResults> saved(const char *keyword)
+    std::optional<SavedResults> savedIn(RankedAppsSaving &saving, const char *keyword,
+                                        const char *country = "US")
     {
-        return keeper->savedResults(text(keyword), text("US"));
+        const Outcome outcome(saving.savedResults(text(keyword), text(country), {}));
+        files->waitUntilFinished();
+        return outcome.value();
     }
+    std::optional<SavedResults> saved(const char *keyword) { return savedIn(*keeper, keyword); }
 
     QTemporaryDir folder;
     std::shared_ptr<VirtualClock> clock = std::make_shared<VirtualClock>();
     std::shared_ptr<FakeStore> appStore = std::make_shared<FakeStore>();
+    std::shared_ptr<FileThread> files = std::make_shared<FileThread>();
     std::unique_ptr<RankedAppsKeeper> keeper;
 };
 
@@ -107,15 +115,18 @@ TEST_F(RankedAppsKeeperTest, WhatAKeywordFoundIsThereWithItsDateAfterARestart)
     EXPECT_EQ(saved("photo editor")->results.size(), 100);
     EXPECT_EQ(saved("photo editor")->results[2].trackName, text("App 3"));
     EXPECT_EQ(clock->now() - saved("photo editor")->fetchedAt, Seconds(7200));
-    EXPECT_EQ(keeper->savedResults(text("photo editor"), text("DE")), std::nullopt);
+    EXPECT_EQ(savedIn(*keeper, "photo editor", "DE"), std::nullopt);
 }
 
 TEST_F(RankedAppsKeeperTest, TheResearchClientReadsTheSameFile)
 {
     search("photo editor");
-    const ResearchClient research({[] { return SupabaseConfiguration(); }, FakeHttp(clock).sender(),
-                                   clock, appStore, path()});
-    EXPECT_EQ(research.savedResults(text("photo editor"), text("us")), saved("photo editor"));
+    ResearchClient research({[] { return SupabaseConfiguration(); },
+                             FakeHttp(clock).sender(),
+                             clock,
+                             appStore,
+                             {path(), files}});
+    EXPECT_EQ(savedIn(research, "photo editor", "us"), saved("photo editor"));
 }
 
 TEST_F(RankedAppsKeeperTest, TheCallerGetsTheWholeListingAndTheFileWhatAListShows)
@@ -163,17 +174,24 @@ TEST_F(RankedAppsKeeperTest, TheSameAnswerKeepsItsDateForHalfAnHour)
     EXPECT_EQ(saved("photo editor")->fetchedAt, clock->now());
 }
 
-TEST_F(RankedAppsKeeperTest, TheNewestHundredKeywordsAreKept)
+TEST_F(RankedAppsKeeperTest, TheFileHasTheNewestHundredKeywordsAndTheOthersAreThereToo)
 {
     appStore->count = 1;
     for (int i = 0; i < 130; ++i) {
         search(qPrintable(QString::number(i)));
         clock->advance(Seconds(1));
     }
-    EXPECT_EQ(saved("29"), std::nullopt);
-    EXPECT_TRUE(saved("30"));
+    keeper.reset();
+    files->waitUntilFinished();
+    const auto file = fromJson<std::map<QString, SavedResults>>(readWholeFile(path()));
+    EXPECT_EQ(file.size(), 100U);
+    EXPECT_FALSE(file.contains(text("US:29")));
+    EXPECT_TRUE(file.contains(text("US:30")));
+    open();
+    EXPECT_TRUE(saved("0"));
+    EXPECT_TRUE(saved("29"));
     EXPECT_TRUE(saved("129"));
-    EXPECT_EQ(loadRankedAppsCache(path(), clock->now()).size(), 100U);
+    EXPECT_EQ(saved("130"), std::nullopt);
 }
 
 TEST_F(RankedAppsKeeperTest, LooksUpThroughTheOtherClient)
@@ -185,7 +203,7 @@ TEST_F(RankedAppsKeeperTest, WithoutAFileItKeepsInMemory)
 {
     RankedAppsKeeper inMemory({appStore, clock, {}});
     EXPECT_EQ(Outcome(inMemory.search(text("collage"), text("us"), 100, {})).value().size(), 100);
-    EXPECT_TRUE(inMemory.savedResults(text("collage"), text("us")));
+    EXPECT_TRUE(savedIn(inMemory, "collage", "us"));
 }
 
 } // namespace

@@ -80,13 +80,17 @@ protected:
     void open()
     {
         m_client = std::make_unique<ResearchClient>(ResearchClient::Arguments{
-            [this] { return m_configuration(); }, m_http.sender(), m_clock, m_lookup, QString()});
+            [this] { return m_configuration(); }, m_http.sender(), m_clock, m_lookup, {}});
     }
     Outcome<Results> search(const char *term = "photo editor", const char *country = "us",
                             std::int64_t limit = 100)
     {
         return Outcome(m_client->search(QString::fromUtf8(term), QString::fromUtf8(country), limit,
                                         m_stop.get_token()));
+    }
+    std::optional<SavedResults> saved(const QString &keyword, const QString &country)
+    {
+        return Outcome(m_client->savedResults(keyword, country, {})).value();
     }
     /// Moments of the requests, in seconds from the start.
     [[nodiscard]] std::vector<double> times() const

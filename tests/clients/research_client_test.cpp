@@ -20,8 +20,8 @@ TEST_F(ResearchClientTest, PostsTheNormalisedKeywordAndKeepsTheAnswerUnderIt)
     EXPECT_EQ(request.body, R"({"keyword":"photo editor","country":"US"})");
     EXPECT_EQ(request.timeout, Seconds(15));
     EXPECT_EQ(request.bodyLimit, 32LL * 1024 * 1024);
-    EXPECT_TRUE(m_client->savedResults(QStringLiteral("PHOTO editor "), QStringLiteral("Us")));
-    EXPECT_FALSE(m_client->savedResults(QStringLiteral("photo"), QStringLiteral("US")));
+    EXPECT_TRUE(saved(QStringLiteral("PHOTO editor "), QStringLiteral("Us")));
+    EXPECT_FALSE(saved(QStringLiteral("photo"), QStringLiteral("US")));
     search("photo editor", "US");
     EXPECT_EQ(m_http.count(), 1);
 }
@@ -83,8 +83,7 @@ TEST_F(ResearchClientTest, AHundredResultsAreKeptAndEachCallGetsItsLimit)
     EXPECT_EQ(search("x", "us", 0).value().size(), 0);
     EXPECT_EQ(search("x", "us", -1).value().size(), 0);
     EXPECT_EQ(m_http.count(), 1);
-    EXPECT_EQ(m_client->savedResults(QStringLiteral("x"), QStringLiteral("US"))->results.size(),
-              100);
+    EXPECT_EQ(saved(QStringLiteral("x"), QStringLiteral("US"))->results.size(), 100);
 }
 
 TEST_F(ResearchClientTest, AnAnswerIsServedForHalfAnHourFromWhenItWasProduced)
@@ -98,7 +97,7 @@ TEST_F(ResearchClientTest, AnAnswerIsServedForHalfAnHourFromWhenItWasProduced)
     search();
     EXPECT_EQ(m_http.count(), 2);
     m_clock->advance(Seconds(86'400));
-    EXPECT_TRUE(m_client->savedResults(QStringLiteral("photo editor"), QStringLiteral("US")));
+    EXPECT_TRUE(saved(QStringLiteral("photo editor"), QStringLiteral("US")));
 }
 
 TEST_F(ResearchClientTest, AnAnswerWithoutAProperDateIsGivenButNotKept)

@@ -58,7 +58,10 @@ protected:
             {[project] {
                  return SupabaseConfiguration{project, QStringLiteral("sb_publishable_secret")};
              },
-             send, std::make_shared<SystemClock>(), nullptr, QString()});
+             send,
+             std::make_shared<SystemClock>(),
+             nullptr,
+             {}});
         Outcome outcome(
             client.search(QStringLiteral("private keyword"), QStringLiteral("us"), 10, {}));
         outcome.wait();

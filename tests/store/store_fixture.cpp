@@ -57,12 +57,12 @@ Task<PopularityAssessment> FakePopularity::assess(std::shared_ptr<const KeywordS
     co_return assessment;
 }
 
-std::optional<SavedResults> FakeRankedApps::savedResults(const QString &askedKeyword,
-                                                         const QString &askedCountry) const
+Task<std::optional<SavedResults>>
+FakeRankedApps::savedResults(QString askedKeyword, QString askedCountry, std::stop_token)
 {
     if (askedKeyword != keyword || askedCountry != country)
-        return std::nullopt;
-    return saved;
+        co_return std::nullopt;
+    co_return saved;
 }
 
 ITunesAppResult appResult(std::int64_t trackId, const char *name)

@@ -75,8 +75,8 @@ public:
 class FakeRankedApps final : public RankedAppsSaving
 {
 public:
-    [[nodiscard]] std::optional<SavedResults>
-    savedResults(const QString &askedKeyword, const QString &askedCountry) const override;
+    Task<std::optional<SavedResults>> savedResults(QString askedKeyword, QString askedCountry,
+                                                   std::stop_token stop) override;
 
     QString keyword;
     QString country;

@@ -36,6 +36,11 @@ protected:
             store->updateCompetitorSeller(store->competitors().constFirst().id, view.get_token())));
     }
 
+    std::optional<SavedResults> savedRankedApps(const DashboardKeywordRow &row)
+    {
+        return Outcome(store->savedRankedApps(row, {})).value();
+    }
+
     [[nodiscard]] std::optional<QString> seller() const
     {
         return store->competitors().constFirst().sellerName;
@@ -323,14 +328,14 @@ TEST_F(StoreTracking, RankedAppsAreTheSavedOnesForHalfAnHour)
     EXPECT_EQ(ranked(), QStringList{text("Fresh")});
     EXPECT_EQ(discovery->searches, QStringList{text("moon/DE/100")});
     // The search through the other client never replaces what the research saved.
-    EXPECT_EQ(store->savedRankedApps(moon)->results, rankedApps->saved.results);
+    EXPECT_EQ(savedRankedApps(moon)->results, rankedApps->saved.results);
     EXPECT_EQ(client->searches, QStringList());
 }
 
 TEST_F(StoreTracking, RankedAppsOfAnUnsavedKeywordAreSearched)
 {
     discovery->results = {appResult(3, "Fresh"), appResult(4, "Second")};
-    EXPECT_EQ(store->savedRankedApps(row()), std::nullopt);
+    EXPECT_EQ(savedRankedApps(row()), std::nullopt);
     EXPECT_EQ(
         names(Outcome<QList<ITunesAppResult>>(store->rankedApps(row(), view.get_token())).value()),
         (QStringList{text("Fresh"), text("Second")}));
@@ -345,7 +350,7 @@ TEST_F(StoreTracking, WithoutACacheThereAreNoSavedRankedApps)
 {
     rankedApps = nullptr;
     start();
-    EXPECT_EQ(store->savedRankedApps(row()), std::nullopt);
+    EXPECT_EQ(savedRankedApps(row()), std::nullopt);
 }
 
 TEST_F(StoreTracking, AppSearchAndDetailsGoThroughTheDiscoveryClient)

@@ -52,6 +52,8 @@ QString RankedAppsState::moreText() const
 RankedAppsLoading::RankedAppsLoading(Source source, QObject *parent)
     : QObject(parent), m_source(std::move(source))
 {
+    m_moment.setSingleShot(true);
+    connect(&m_moment, &QTimer::timeout, this, &RankedAppsLoading::changed);
     connect(&m_apps, &LoaderSignals::changed, this, &RankedAppsLoading::changed);
 }
 
@@ -62,11 +64,20 @@ RankedAppsState RankedAppsLoading::state() const
 
 void RankedAppsLoading::start()
 {
+    m_tasks.stop();
+    m_moment.start(m_source.moment);
+    m_tasks.own(begin(m_tasks.token()));
+}
+
+Task<void> RankedAppsLoading::begin(std::stop_token stop)
+{
+    const std::optional<SavedResults> saved = co_await m_source.saved(stop);
+    throwIfStopped(stop);
+    m_moment.stop();
     std::optional<RankedApps> meanwhile;
-    if (const std::optional<SavedResults> saved = m_source.saved();
-        saved && !saved->results.isEmpty())
+    if (saved && !saved->results.isEmpty())
         meanwhile = RankedApps{saved->results, saved->fetchedAt};
-    m_apps.refresh([load = m_source.load](std::stop_token stop) { return fresh(load, stop); },
+    m_apps.refresh([load = m_source.load](std::stop_token asked) { return fresh(load, asked); },
                    meanwhile);
 }
 

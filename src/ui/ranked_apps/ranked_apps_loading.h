@@ -8,6 +8,9 @@
 
 #include <QLocale>
 #include <QTimeZone>
+#include <QTimer>
+
+#include <chrono>
 
 namespace veltrix
 {
@@ -54,10 +57,13 @@ class RankedAppsLoading final : public QObject
 
 public:
     struct Source {
-        /// The saved results, if any.
-        std::function<std::optional<SavedResults>()> saved;
+        /// The saved results, if any, from wherever they are kept.
+        std::function<Task<std::optional<SavedResults>>(std::stop_token)> saved;
         /// The current results; may fail with an Error.
         Loader<QList<ITunesAppResult>>::Ask load;
+        /// Saved results that come within this are the first that is shown; then it is said that
+        /// they are waited for.
+        std::chrono::milliseconds moment{150};
     };
 
     explicit RankedAppsLoading(Source source, QObject *parent = nullptr);
@@ -73,12 +79,15 @@ Q_SIGNALS:
     void changed();
 
 private:
+    Task<void> begin(std::stop_token stop);
     static Task<RankedApps> fresh(Loader<QList<ITunesAppResult>>::Ask load, std::stop_token stop);
 
     Source m_source;
     qsizetype m_visibleCount = RankedAppsState::page;
     int m_attempt = 0;
+    QTimer m_moment;
     Loader<RankedApps> m_apps;
+    TaskScope m_tasks;
 };
 
 } // namespace veltrix

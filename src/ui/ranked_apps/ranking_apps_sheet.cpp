@@ -22,10 +22,12 @@ constexpr QSize preferredSize{700, 720};
 
 RankedAppsLoading::Source sourceOf(ASOStore &store, const DashboardKeywordRow &keyword)
 {
-    return {[&store, keyword] { return store.savedRankedApps(keyword); },
-            [&store, keyword](std::stop_token stop) {
-                return store.rankedApps(keyword, stop);
-            }};
+    return {.saved = [&store, keyword](
+                         std::stop_token stop) { return store.savedRankedApps(keyword, stop); },
+            .load =
+                [&store, keyword](std::stop_token stop) {
+                    return store.rankedApps(keyword, stop);
+                }};
 }
 
 } // namespace

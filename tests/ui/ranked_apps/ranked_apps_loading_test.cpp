@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/ranked_apps/ranked_apps_loading.h"
 
+#include "support/task_outcome.h"
 #include "ui/support/research_world.h"
 
 namespace veltrix
@@ -16,10 +17,18 @@ protected:
     void make()
     {
         loading = std::make_unique<RankedAppsLoading>(RankedAppsLoading::Source{
-            [this] { return saved; },
+            [this](std::stop_token stop) { return readSaved(stop); },
             [this](std::stop_token stop) {
                 return client.search(text("collage maker"), text("US"), 100, stop);
-            }});
+            },
+            std::chrono::milliseconds(0)});
+    }
+    /// Takes as long as the test says.
+    Task<std::optional<SavedResults>> readSaved(std::stop_token stop)
+    {
+        if (isDiskSlow)
+            co_await disk.wait(stop);
+        co_return saved;
     }
     RankedAppsState state() { return loading->state(); }
     void save(int count)
@@ -33,6 +42,8 @@ protected:
 
     FakeAppStore client;
     std::optional<SavedResults> saved;
+    bool isDiskSlow = false;
+    OneShot<Done> disk;
     std::unique_ptr<RankedAppsLoading> loading;
 };
 
@@ -44,6 +55,44 @@ TEST_F(RankedAppsLoadingTest, SavedResultsAreThereAtOnceWhileTheRefreshRuns)
     EXPECT_TRUE(state().apps.value());
     EXPECT_EQ(state().results().size(), 40);
     EXPECT_EQ(savedText(state()), text("Results from Nov 21, 2026, 9:41\u00A0AM · Refreshing…"));
+}
+
+TEST_F(RankedAppsLoadingTest, SavedResultsThatComeWithinAMomentAreTheFirstThatIsShown)
+{
+    save(40);
+    client.holds = true;
+    isDiskSlow = true;
+    int changes = 0;
+    QObject::connect(loading.get(), &RankedAppsLoading::changed, [&changes] { ++changes; });
+    loading->start();
+    EXPECT_EQ(changes, 0);
+    disk.resolve({});
+    EXPECT_EQ(changes, 1);
+    EXPECT_EQ(state().results().size(), 40);
+}
+
+TEST_F(RankedAppsLoadingTest, OnASlowDiskItIsSaidThatTheyAreWaitedFor)
+{
+    save(40);
+    client.holds = true;
+    isDiskSlow = true;
+    int changes = 0;
+    QObject::connect(loading.get(), &RankedAppsLoading::changed, [&changes] { ++changes; });
+    loading->start();
+    waitFor([&] { return changes == 1; });
+    EXPECT_FALSE(state().apps.value());
+    EXPECT_TRUE(client.searches.isEmpty());
+    disk.resolve({});
+    EXPECT_EQ(state().results().size(), 40);
+    EXPECT_EQ(client.searches.size(), 1);
+}
+
+TEST_F(RankedAppsLoadingTest, GoingAwayStopsTheWaitForTheDisk)
+{
+    isDiskSlow = true;
+    loading->start();
+    loading.reset();
+    EXPECT_FALSE(disk.isOpen());
 }
 
 TEST_F(RankedAppsLoadingTest, ASuccessReplacesTheListAndClearsTheSavedDate)
