@@ -124,6 +124,7 @@ void Services::buildStore(const Bundle &bundle, const QString &stateFolder,
         .persistencePath = stateFolder + QStringLiteral("/autocomplete_visibility_v2.json"),
         .hintsURL = address(bundle, QStringLiteral("VeltrixSearchHintsURL"),
                             AutocompleteClient::defaultHintsURL()),
+        .files = m_files,
     });
     const auto popularity = std::make_shared<AutocompletePopularityProvider>(
         std::make_shared<QuorvinPopularityProvider>(), autocomplete);

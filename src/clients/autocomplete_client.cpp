@@ -17,8 +17,10 @@ namespace veltrix
 
 struct AutocompleteClient::Core {
     Arguments use;
-    AutocompleteStateFile file{QString()};
+    /// The file thread's once something was saved.
+    std::shared_ptr<AutocompleteStateFile> file;
     State state;
+    bool isLoaded = false;
     /// The earliest moment of the next request.
     std::optional<Date> nextRequest;
     /// Requests in a row without an answer of the service's, and how long it is left alone for
@@ -26,7 +28,20 @@ struct AutocompleteClient::Core {
     int failuresInARow = 0;
     std::optional<Date> pausedUntil;
 
-    void save() { file.save(state, use.clock->now()); }
+    void load()
+    {
+        if (!std::exchange(isLoaded, true))
+            state = file->load();
+    }
+
+    void save()
+    {
+        if (use.persistencePath.isEmpty())
+            return;
+        use.files->save(use.persistencePath, [file = file, state = state, now = use.clock->now()] {
+            file->save(state, now);
+        });
+    }
 
     /// What is known for a prefix already, unless it is empty or too old.
     [[nodiscard]] std::optional<Hints> cached(const QString &key) const
@@ -90,6 +105,7 @@ struct AutocompleteClient::Core {
         QList<DailyScore> &days = state.history[key];
         days.removeIf([today](const DailyScore &entry) { return entry.day == today; });
         days.append({today, score, now});
+        dropUnreadScores(state.history, today);
         save();
     }
 };
@@ -134,14 +150,14 @@ QUrl AutocompleteClient::defaultHintsURL()
 AutocompleteClient::AutocompleteClient(Arguments arguments) : m_core(std::make_unique<Core>())
 {
     m_core->use = std::move(arguments);
-    m_core->file = AutocompleteStateFile(m_core->use.persistencePath);
-    m_core->state = m_core->file.load();
+    m_core->file = std::make_shared<AutocompleteStateFile>(m_core->use.persistencePath);
 }
 
 AutocompleteClient::~AutocompleteClient() = default;
 
-const AutocompleteClient::State &AutocompleteClient::state() const
+const AutocompleteClient::State &AutocompleteClient::state()
 {
+    m_core->load();
     return m_core->state;
 }
 
@@ -156,6 +172,7 @@ AutocompleteClient::observe(QString keyword, QString country, std::stop_token ca
     if (m_runs.runningTasks() > 0 || !store || prefixes.isEmpty())
         co_return std::nullopt;
     const ScopedStop stop(m_runs, callersStop);
+    m_core->load();
 
     AutocompleteEvidence evidence;
     evidence.keyword = keyword;

@@ -6,6 +6,7 @@
 #include "clients/http.h"
 #include "effects/autocomplete_observing.h"
 #include "effects/clock.h"
+#include "effects/file_thread.h"
 #include "effects/task_scope.h"
 #include "model/autocomplete_evidence.h"
 
@@ -20,7 +21,7 @@ inline constexpr QLatin1String autocompleteModelVersion{"autocomplete-visibility
 /// Asks Apple's search-hints service what it suggests for prefixes of a keyword. Requests are few,
 /// one after another and spaced, 200 a day at most; answers are kept for a day; when the service
 /// refuses or cannot be reached, it is left alone for a while. State is kept in a file, written
-/// after each request and score.
+/// after each request and score; what no rule reads any more is left out.
 ///
 /// Evidence is an extra: whatever goes wrong only makes it smaller.
 class AutocompleteClient final : public AutocompleteObserving
@@ -54,9 +55,11 @@ public:
     struct Arguments {
         HttpSend send;
         std::shared_ptr<Clock> clock;
-        /// The state file; empty means memory only. It is read once, at creation.
+        /// The state file; empty means memory only. It is read once, by the first run.
         QString persistencePath;
         QUrl hintsURL = defaultHintsURL();
+        /// Writes the file; needed where there is one.
+        std::shared_ptr<FileThread> files = {};
     };
 
     /// Where Apple's service is.
@@ -74,7 +77,7 @@ public:
     Task<std::optional<AutocompleteEvidence>> observe(QString keyword, QString country,
                                                       std::stop_token stop) override;
 
-    [[nodiscard]] const State &state() const;
+    [[nodiscard]] const State &state();
 
 private:
     struct Core;

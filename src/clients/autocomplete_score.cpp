@@ -19,6 +19,12 @@ namespace
 
 constexpr qsizetype shortestPrefix = 2;
 
+/// Whether the window of the median lies behind a day.
+bool isPast(const AutocompleteDailyScore &entry, std::int64_t today)
+{
+    return entry.day <= today - medianWindowDays;
+}
+
 /// The median of one or more values, the mean of the middle two rounded half away from zero.
 std::int64_t medianOf(std::vector<std::int64_t> values)
 {
@@ -96,7 +102,7 @@ VisibilityReport reportVisibility(const QList<AutocompleteDailyScore> &history, 
     std::vector<std::int64_t> window;
     std::optional<std::int64_t> todays;
     for (const AutocompleteDailyScore &entry : history) {
-        if (entry.day <= today - medianWindowDays || entry.day > today)
+        if (isPast(entry, today) || entry.day > today)
             continue;
         days.insert(entry.day);
         window.push_back(entry.score);
@@ -113,6 +119,15 @@ VisibilityReport reportVisibility(const QList<AutocompleteDailyScore> &history, 
     else
         report.score = medianOf(window);
     return report;
+}
+
+void dropUnreadScores(std::map<QString, QList<AutocompleteDailyScore>> &history, std::int64_t today)
+{
+    for (auto &[keyword, scores] : history) {
+        scores.removeIf(
+            [today](const AutocompleteDailyScore &score) { return isPast(score, today); });
+    }
+    std::erase_if(history, [](const auto &entry) { return entry.second.isEmpty(); });
 }
 
 } // namespace veltrix

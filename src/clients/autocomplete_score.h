@@ -48,4 +48,9 @@ struct VisibilityReport {
 /// What `history` says on `today`, a day as autocompleteDay() counts; later days play no part.
 VisibilityReport reportVisibility(const QList<AutocompleteDailyScore> &history, std::int64_t today);
 
+/// Drops the days that reportVisibility() reads neither on `today` nor later, and the keywords that
+/// have no other.
+void dropUnreadScores(std::map<QString, QList<AutocompleteDailyScore>> &history,
+                      std::int64_t today);
+
 } // namespace veltrix

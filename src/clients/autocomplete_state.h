@@ -70,7 +70,8 @@ inline constexpr auto fieldsOf<AutocompleteState> = std::tuple{
     field("blockedUntil", &AutocompleteState::blockedUntil),
 };
 
-/// The state's file. Nothing here throws; what goes wrong is a line on the error output.
+/// The state's file. Nothing here throws; what goes wrong is a line on the error output. It belongs
+/// to one thread at a time.
 class AutocompleteStateFile
 {
 public:
@@ -80,8 +81,9 @@ public:
     /// The file's content; a file that is missing or cannot be read is an empty state.
     AutocompleteState load();
 
-    /// Writes the file. A damaged one is first kept under a dated name; one that could not be
-    /// reached, so that nobody knows what it holds, is not replaced. A failure keeps the old file.
+    /// Writes the file, and flushes it to the disk. A damaged one is first kept under a dated name;
+    /// one that could not be reached, so that nobody knows what it holds, is not replaced. A
+    /// failure keeps the old file.
     void save(const AutocompleteState &state, Date now);
 
 private:

@@ -55,11 +55,13 @@ protected:
         open();
     }
 
-    void open()
+    void open() { openAt(path()); }
+    void openAt(const QString &path)
     {
-        m_client = std::make_unique<AutocompleteClient>(
-            AutocompleteClient::Arguments{m_http.sender(), m_clock, path(),
-                                          QUrl(QStringLiteral("https://hints.example/wa/hints"))});
+        m_files->waitUntilFinished();
+        m_client = std::make_unique<AutocompleteClient>(AutocompleteClient::Arguments{
+            m_http.sender(), m_clock, path, QUrl(QStringLiteral("https://hints.example/wa/hints")),
+            m_files});
     }
     [[nodiscard]] QString path() const
     {
@@ -78,6 +80,7 @@ protected:
     {
         const auto outcome = observe(keyword, country);
         m_clock->runUntilIdle();
+        m_files->waitUntilFinished();
         return outcome.value();
     }
     /// What was typed, in order.
@@ -94,6 +97,7 @@ protected:
     QTemporaryDir m_folder;
     std::shared_ptr<VirtualClock> m_clock = std::make_shared<VirtualClock>(noon);
     FakeHttp m_http{m_clock};
+    std::shared_ptr<FileThread> m_files = std::make_shared<FileThread>();
     std::unique_ptr<AutocompleteClient> m_client;
 };
 
@@ -452,6 +456,7 @@ TEST_F(AutocompleteClientTest, AStopEndsARunAtOnceAndFreesTheClient)
     }
     // The request that was stopped has been counted, also on disk.
     EXPECT_EQ(m_client->state().requests, 2);
+    m_files->waitUntilFinished();
     EXPECT_EQ(AutocompleteStateFile(path()).load().requests, 2);
     std::stop_source stopped;
     stopped.request_stop();
@@ -465,6 +470,7 @@ TEST_F(AutocompleteClientTest, ARunEndsWithTheClientAndItsRequestStaysCounted)
     m_client.reset();
     EXPECT_TRUE(outcome.isCancelled());
     EXPECT_EQ(m_http.inFlight(), 0);
+    m_files->waitUntilFinished();
     EXPECT_EQ(AutocompleteStateFile(path()).load().requests, 1);
 }
 
@@ -500,6 +506,33 @@ TEST_F(AutocompleteClientTest, OfManyObservedDaysTheLastSevenCountTodayIncluded)
     // Four days without a check, and the day of the next one.
     m_clock->jumpTo(noon + Seconds(86'500.0 * 14 + 10));
     EXPECT_EQ(observed()->observedDays, 3);
+}
+
+TEST_F(AutocompleteClientTest, ScoresThatNoDayReadsAnyMoreAreLeftOut)
+{
+    AutocompleteState state;
+    const AutocompleteDailyScore past{today - 7, 10, noon};
+    const AutocompleteDailyScore read{today - 6, 20, noon};
+    const AutocompleteDailyScore ahead{today + 1, 30, noon};
+    state.history = {{QStringLiteral("US:photos"), {past, read}},
+                     {QStringLiteral("US:not tracked any more"), {past}},
+                     {QStringLiteral("US:of a wrong clock"), {past, ahead}}};
+    writeState(state);
+    open();
+    EXPECT_EQ(observed()->observedDays, 2);
+    const auto history = AutocompleteStateFile(path()).load().history;
+    EXPECT_EQ(history.size(), 2U);
+    EXPECT_EQ(history.at(QStringLiteral("US:photos")).constFirst(), read);
+    EXPECT_EQ(history.at(QStringLiteral("US:of a wrong clock")), QList{ahead});
+}
+
+TEST_F(AutocompleteClientTest, NothingIsReadBeforeTheFirstRun)
+{
+    AutocompleteState state;
+    state.history = {{QStringLiteral("US:photos"), {{today - 1, 10, noon}}}};
+    open();
+    writeState(state);
+    EXPECT_EQ(observed()->observedDays, 2);
 }
 
 TEST_F(AutocompleteClientTest, ABlockedDayStillReportsTheMedianOfEarlierOnes)
@@ -567,18 +600,14 @@ TEST_F(AutocompleteClientTest, AHistoryThatCannotBeReachedIsNotReplaced)
 TEST_F(AutocompleteClientTest, AFolderThatIsNotThereIsNotMade)
 {
     const QString folder = QFileInfo(path()).path() + QStringLiteral("/unmounted");
-    m_client = std::make_unique<AutocompleteClient>(AutocompleteClient::Arguments{
-        m_http.sender(), m_clock, folder + QStringLiteral("/history.json"),
-        QUrl(QStringLiteral("https://hints.example"))});
+    openAt(folder + QStringLiteral("/history.json"));
     EXPECT_TRUE(observed().has_value());
     EXPECT_FALSE(QFileInfo::exists(folder));
 }
 
 TEST_F(AutocompleteClientTest, AFolderThatCannotBeWrittenHarmsNothing)
 {
-    m_client = std::make_unique<AutocompleteClient>(AutocompleteClient::Arguments{
-        m_http.sender(), m_clock, QStringLiteral("/proc/none/state.json"),
-        QUrl(QStringLiteral("https://hints.example"))});
+    openAt(QStringLiteral("/proc/none/state.json"));
     EXPECT_TRUE(observed().has_value());
 }
 
