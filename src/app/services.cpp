@@ -157,6 +157,7 @@ void Services::buildUpdater(const Bundle &bundle, const QString &cacheFolder,
                 bundle.information(QStringLiteral("CFBundleVersion")).value_or(QString()),
             .systemVersion = QSysInfo::kernelVersion(),
             .downloadFolder = cacheFolder + QStringLiteral("/updates"),
+            .files = m_files,
         });
 }
 

@@ -29,7 +29,8 @@ HttpRequest requestFor(const UpdatePackage &package)
     return request;
 }
 
-QString store(const QByteArray &content, const QString &folder, const QString &fileName)
+QString store(const QByteArray &content, const QString &folder, const QString &fileName,
+              const std::stop_token &stop)
 {
     QDir().mkpath(folder);
     // Removes itself, and what is in it, unless all goes well.
@@ -40,6 +41,7 @@ QString store(const QByteArray &content, const QString &folder, const QString &f
     }
     QString path = own.filePath(fileName);
     writeFileAtomically(path, content);
+    throwIfStopped(stop);
     own.setAutoRemove(false);
     return path;
 }
@@ -47,7 +49,8 @@ QString store(const QByteArray &content, const QString &folder, const QString &f
 } // namespace
 
 Task<QString> downloadUpdate(HttpDownload download, UpdatePackage package, UpdateKey key,
-                             ExpectedVersion version, QString folder, HttpProgress progress,
+                             ExpectedVersion version, QString folder,
+                             std::shared_ptr<FileThread> files, HttpProgress progress,
                              std::stop_token stop)
 {
     throwIfStopped(stop);
@@ -60,9 +63,12 @@ Task<QString> downloadUpdate(HttpDownload download, UpdatePackage package, Updat
                               .arg(package.url.host())
                               .arg(response.status));
     }
-    key.requireGenuine(response.body, package.length, package.signature);
-    requirePackageVersion(response.body, version);
-    co_return store(response.body, folder, package.fileName);
+    std::function<QString()> checkAndStore = [=, body = response.body] {
+        key.requireGenuine(body, package.length, package.signature);
+        requirePackageVersion(body, version);
+        return store(body, folder, package.fileName, stop);
+    };
+    co_return co_await files->run(std::move(checkAndStore), stop);
 }
 
 void removeDownloadedUpdates(const QString &folder)

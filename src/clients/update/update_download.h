@@ -5,6 +5,7 @@
 #include "clients/http.h"
 #include "clients/update/package_version.h"
 #include "clients/update/update_offer.h"
+#include "effects/file_thread.h"
 
 namespace veltrix
 {
@@ -15,10 +16,11 @@ namespace veltrix
 /// it.)
 ///
 /// The file has its own new folder inside `folder`, both for this user alone; the result is its
-/// path. Whatever fails or is stopped leaves nothing behind. Throws UpdateError, TransportError,
-/// BadUrlError, FileError or Cancelled.
+/// path. Checking and storing is `files`'s work. Whatever fails or is stopped leaves nothing
+/// behind. Throws UpdateError, TransportError, BadUrlError, FileError or Cancelled.
 Task<QString> downloadUpdate(HttpDownload download, UpdatePackage package, UpdateKey key,
-                             ExpectedVersion version, QString folder, HttpProgress progress,
+                             ExpectedVersion version, QString folder,
+                             std::shared_ptr<FileThread> files, HttpProgress progress,
                              std::stop_token stop);
 
 /// Removes the packages that downloadUpdate() stored in `folder`, and nothing else there. Failures

@@ -166,8 +166,9 @@ Task<void> Updater::download(UpdateOffer offer, std::stop_token stop)
     UpdateStatus outcome;
     try {
         const ExpectedVersion version{offer.version, m_environment.installedVersion};
-        const QString path = co_await veltrix::downloadUpdate(
-            m_environment.download, *offer.package, m_source.key, version, folder, progress, stop);
+        const QString path =
+            co_await veltrix::downloadUpdate(m_environment.download, *offer.package, m_source.key,
+                                             version, folder, m_environment.files, progress, stop);
         outcome = UpdateHandedOver{offer, path, m_environment.openPackage(path)};
     } catch (const Error &error) {
         outcome = UpdateFailed{error.description(), UpdateFailed::Stage::Download};

@@ -7,6 +7,7 @@
 #include "clients/update/update_settings.h"
 #include "clients/update/update_status.h"
 #include "effects/clock.h"
+#include "effects/file_thread.h"
 #include "effects/task_scope.h"
 
 #include <QObject>
@@ -39,8 +40,9 @@ struct UpdaterEnvironment {
     /// Version of the system's kernel, the one version that all distributions have in common; empty
     /// when not known.
     QString systemVersion;
-    /// Where packages are stored for the installer.
+    /// Where packages are stored for the installer, and on which thread.
     QString downloadFolder;
+    std::shared_ptr<FileThread> files;
 };
 
 /// Checks when asked to, and once a day by itself if the user wants that. It offers newer versions

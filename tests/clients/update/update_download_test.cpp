@@ -38,9 +38,11 @@ protected:
         const HttpProgress progress = [this](qint64 received, std::optional<qint64>) {
             m_progress.append(received);
         };
-        return Outcome(downloadUpdate(m_http.downloader(), m_package,
-                                      UpdateKey::fromBase64(m_signer.publicKey()).value(),
-                                      m_versions, folder(), progress, std::move(stop)));
+        const Outcome outcome(downloadUpdate(
+            m_http.downloader(), m_package, UpdateKey::fromBase64(m_signer.publicKey()).value(),
+            m_versions, folder(), m_files, progress, std::move(stop)));
+        m_files->waitUntilFinished();
+        return outcome;
     }
 
     [[nodiscard]] QString folder() const { return m_root.filePath(QStringLiteral("a/updates")); }
@@ -60,6 +62,7 @@ protected:
     ExpectedVersion m_versions{QStringLiteral("2.0"), QStringLiteral("1.5")};
     UpdatePackage m_package;
     FakeDownload m_http;
+    std::shared_ptr<FileThread> m_files = std::make_shared<FileThread>();
     QList<qint64> m_progress;
 };
 
@@ -94,6 +97,7 @@ TEST_F(UpdateDownloadTest, ProgressIsPassedOn)
     EXPECT_EQ(m_progress, (QList<qint64>{3, 7}));
     EXPECT_FALSE(outcome.isDone());
     m_http.release();
+    m_files->waitUntilFinished();
     EXPECT_TRUE(outcome.hasValue());
 }
 

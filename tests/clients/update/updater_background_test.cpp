@@ -270,6 +270,7 @@ TEST_F(UpdaterTest, ABackgroundCheckWaitsForADownloadAndDoesNotDisturbIt)
     EXPECT_EQ(m_http.count(), 1);
     EXPECT_EQ(takeHistory(), QStringList());
     m_download.release();
+    m_files->waitUntilFinished();
     m_clock->advance(Updater::clockReadingInterval);
     EXPECT_EQ(m_http.count(), 2);
 }

@@ -62,6 +62,7 @@ UpdaterEnvironment UpdaterTest::environment()
     made.installedVersion = QStringLiteral("1.5");
     made.systemVersion = QStringLiteral("6.1.0-18-amd64");
     made.downloadFolder = m_folder.filePath(QStringLiteral("updates"));
+    made.files = m_files;
     return made;
 }
 
@@ -99,6 +100,7 @@ void UpdaterTest::checkAndDownload()
 {
     m_updater->checkForUpdates();
     m_updater->downloadUpdate();
+    m_files->waitUntilFinished();
 }
 
 void UpdaterTest::turnEventLoop()
@@ -108,6 +110,7 @@ void UpdaterTest::turnEventLoop()
 
 QStringList UpdaterTest::takeHistory()
 {
+    m_files->waitUntilFinished();
     return std::exchange(m_history, {});
 }
 

@@ -48,6 +48,7 @@ protected:
     const TestSigner m_signer;
     QByteArray m_package = packageOf("2.0");
     QTemporaryDir m_folder;
+    std::shared_ptr<FileThread> m_files = std::make_shared<FileThread>();
     std::shared_ptr<VirtualClock> m_clock = std::make_shared<VirtualClock>();
     const Date m_start = m_clock->now();
     FakeHttp m_http{m_clock};

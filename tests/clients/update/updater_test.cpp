@@ -106,6 +106,7 @@ TEST_F(UpdaterTest, ACheckMayStartUnlessACheckOrADownloadIsUnderWay)
     EXPECT_EQ(m_http.count(), 1);
     EXPECT_EQ(m_download.requests().size(), 1U);
     m_download.release();
+    m_files->waitUntilFinished();
     EXPECT_TRUE(m_updater->canCheckForUpdates());
     EXPECT_EQ(m_canCheck, (QList{false, true, false, true}));
 }
