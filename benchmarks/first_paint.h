@@ -2,6 +2,7 @@
 // Ends a process when its first window is painted.
 #pragma once
 
+#include "memory_use.h"
 #include "ratio.h"
 
 #include <QCoreApplication>
@@ -15,7 +16,8 @@ namespace veltrix
 {
 
 /// Waits for the first window to be painted and on its way to the screen; then prints the processor
-/// time of the process since its very start and ends it without any tidying up.
+/// time of the process since its very start and its memory in bytes, and ends it without any
+/// tidying up.
 class FirstPaint final : public QObject
 {
 public:
@@ -29,7 +31,7 @@ public:
             m_isSeen = true;
             // The event loop comes round when the whole window has been painted and flushed.
             QTimer::singleShot(0, this, [] {
-                std::printf("%.6f\n", clockSeconds(TimeOf::Processor));
+                std::printf("%.6f %.0f\n", clockSeconds(TimeOf::Processor), residentBytes());
                 std::fflush(stdout);
                 ::_exit(0);
             });

@@ -157,7 +157,7 @@ void startUp(const QTemporaryDir &folder, const PersistedState &state)
         waited.push_back(secondsOf(
             [&] {
                 processor =
-                    numbersFrom(programs + u'/' + QLatin1String(program), arguments, size_t(1))[0];
+                    numbersFrom(programs + u'/' + QLatin1String(program), arguments, size_t(2))[0];
             },
             TimeOf::Wall));
         return processor;
