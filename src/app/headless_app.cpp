@@ -7,12 +7,16 @@
 #include "effects/data_locations.h"
 #include "effects/end_signals.h"
 #include "effects/standard_streams.h"
+#include "headless/measure_guests.h"
 #include "headless/measure_output.h"
 #include "headless/measure_run.h"
 #include "json/json_reader.h"
 #include "json/json_writer.h"
 
+#include <QDeadlineTimer>
 #include <QEventLoop>
+
+#include <algorithm>
 
 namespace veltrix
 {
@@ -22,12 +26,27 @@ namespace
 
 /// How long the process that has the folder may take to take a wish.
 constexpr std::chrono::milliseconds ownersPatience{5000};
+/// How long one that ends may take to finish saving.
+constexpr std::chrono::seconds endPatience{30};
 
-/// Measuring by this process, which has the folder, until it is done or asked to end.
+/// Measuring by this process, which has the folder, until it is done or asked to end. Meanwhile it
+/// measures what other starts wish for, too.
 class OwnMeasuring
 {
 public:
-    OwnMeasuring(ASOStore &store, MeasureOutput &output) : m_store(store), m_output(output) {}
+    OwnMeasuring(ASOStore &store, DataFolderLock &lock, MeasureOutput &output)
+        : m_store(store), m_output(output), m_guests(store)
+    {
+        const auto stopNow = [this] {
+            m_stop.request_stop();
+        };
+        QObject::connect(&m_ends, &EndSignals::endRequested, &m_loop, stopNow);
+        // The window goes first.
+        lock.makeRoomWhenAsked();
+        QObject::connect(&lock, &DataFolderLock::raiseRequested, &m_loop, stopNow);
+        QObject::connect(&lock, &DataFolderLock::wishReceived, &m_loop,
+                         [this](FolderGuest *guest) { m_guests.serve(guest); });
+    }
 
     void run(MeasureWish wish)
     {
@@ -35,8 +54,6 @@ public:
         if (!m_isDone)
             m_loop.exec();
     }
-    /// What was measured until now is saved; the rest is told as left.
-    void stop() { m_stop.request_stop(); }
 
 private:
     Task<void> measure(MeasureWish wish)
@@ -44,8 +61,11 @@ private:
         MeasureRun run(m_store, [this](const MeasureMessage &message) { m_output.print(message); });
         try {
             co_await run.run(std::move(wish), m_stop.get_token());
+            co_await m_guests.allServed(m_stop.get_token());
         } catch (const Error &) {
             // Printed already.
+        } catch (const Cancelled &) {
+            // Whoever is not served goes on by itself.
         }
         m_isDone = true;
         m_loop.quit();
@@ -53,9 +73,11 @@ private:
 
     ASOStore &m_store;
     MeasureOutput &m_output;
+    EndSignals m_ends;
     QEventLoop m_loop;
     bool m_isDone = false;
     std::stop_source m_stop;
+    MeasureGuests m_guests;
     TaskScope m_tasks;
 };
 
@@ -64,21 +86,18 @@ void measureHere(const MeasureWish &wish, const Bundle &bundle, const QString &f
 {
     clearLeftovers(folder, cacheFolder());
     Services services(bundle, folder, cacheFolder(), storedSettings(), &lock);
-    OwnMeasuring measuring(services.store(), output);
-    const EndSignals ends;
-    const auto stop = [&measuring] {
-        measuring.stop();
-    };
-    QObject::connect(&ends, &EndSignals::endRequested, &ends, stop);
-    // The window goes first.
-    lock.makeRoomWhenAsked();
-    QObject::connect(&lock, &DataFolderLock::raiseRequested, &ends, stop);
-    measuring.run(wish);
+    OwnMeasuring(services.store(), lock, output).run(wish);
 }
 
-/// Prints what the owner of the folder tells, until it ends or this process is asked to. The owner
-/// then ends the wish by itself.
-void measureThere(FolderOwner &owner, MeasureOutput &output)
+enum class OwnersEnd {
+    /// All was told, or this process is to end: the owner then ends the wish by itself.
+    Told,
+    /// The owner has ended before it was done.
+    Left,
+};
+
+/// Prints what the owner of the folder tells.
+OwnersEnd measureThere(FolderOwner &owner, MeasureOutput &output)
 {
     QEventLoop loop;
     QObject::connect(&owner, &FolderOwner::answered, &loop, [&output](const QByteArray &line) {
@@ -88,11 +107,60 @@ void measureThere(FolderOwner &owner, MeasureOutput &output)
             std::fprintf(stderr, "veltrix: %s\n", qUtf8Printable(error.description()));
         }
     });
-    QObject::connect(&owner, &FolderOwner::ended, &loop, &QEventLoop::quit, Qt::QueuedConnection);
+    OwnersEnd end = OwnersEnd::Told;
+    const auto left = [&] {
+        if (!output.status())
+            end = OwnersEnd::Left;
+        loop.quit();
+    };
+    QObject::connect(&owner, &FolderOwner::ended, &loop, left, Qt::QueuedConnection);
     const EndSignals ends;
     QObject::connect(&ends, &EndSignals::endRequested, &loop, &QEventLoop::quit);
     owner.listen();
     loop.exec();
+    return end;
+}
+
+/// The process that has the folder, when this one cannot have it within `patience`. Null when this
+/// one has it, or when that one does not answer.
+std::unique_ptr<FolderOwner> ownerOf(DataFolderLock &lock, const MeasureWish &wish,
+                                     std::chrono::milliseconds patience)
+{
+    constexpr std::chrono::milliseconds look{500};
+    const QDeadlineTimer deadline(patience);
+    std::unique_ptr<FolderOwner> owner;
+    do {
+        if (lock.acquireWithin(std::min(patience, look)) != DataFolderLock::Outcome::HeldByAnother)
+            return nullptr;
+        owner = lock.askOwner(toJson(wish), ownersPatience);
+    } while (!owner && !deadline.hasExpired());
+    return owner;
+}
+
+/// Measures by whoever has the folder: this process, or the one that does. When that one ends
+/// before it was done, its successor goes on, which may be this process.
+ExitStatus measure(const MeasureWish &wish, const Bundle &bundle, MeasureOutput &output)
+{
+    const QString folder = dataFolder();
+    DataFolderLock lock(folder);
+    std::chrono::milliseconds patience{0};
+    while (const auto owner = ownerOf(lock, wish, patience)) {
+        if (measureThere(*owner, output) == OwnersEnd::Told)
+            return output.status().value_or(ExitStatus::Incomplete);
+        if (wish.all) {
+            // Nobody knows any more what of the day is from before.
+            output.sayProblem(QStringLiteral("Veltrix was closed before all was measured."));
+            return ExitStatus::Incomplete;
+        }
+        patience = endPatience;
+    }
+    if (lock.isHeldByAnother()) {
+        output.sayProblem(QStringLiteral("Veltrix is already running on “") + folder +
+                          QStringLiteral("” and does not answer."));
+        return ExitStatus::Busy;
+    }
+    measureHere(wish, bundle, folder, lock, output);
+    return output.status().value_or(ExitStatus::Incomplete);
 }
 
 } // namespace
@@ -101,19 +169,8 @@ ExitStatus runHeadless(const MeasureCommand &command, const Bundle &bundle)
 {
     const MeasureWish wish{command.choice.apps, command.choice.storefronts, command.all};
     MeasureOutput output(command.json ? MeasureOutput::Form::Json : MeasureOutput::Form::Text,
-                         {stdout, stderr, isErrorOutputATerminal()});
-    const QString folder = dataFolder();
-    DataFolderLock lock(folder);
-    if (lock.acquire() != DataFolderLock::Outcome::HeldByAnother) {
-        measureHere(wish, bundle, folder, lock, output);
-    } else if (const auto owner = lock.askOwner(toJson(wish), ownersPatience)) {
-        measureThere(*owner, output);
-    } else {
-        std::fprintf(stderr, "veltrix: Veltrix is already running on %s and does not answer.\n",
-                     qUtf8Printable(folder));
-        return ExitStatus::Busy;
-    }
-    return output.status().value_or(ExitStatus::Incomplete);
+                         {takeStandardOutput(), stderr, isErrorOutputATerminal()});
+    return measure(wish, bundle, output);
 }
 
 } // namespace veltrix

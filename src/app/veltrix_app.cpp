@@ -13,10 +13,8 @@
 #include "ui_kit/theme/theme_controller.h"
 
 #include <QApplication>
-#include <QDeadlineTimer>
 #include <QDesktopServices>
 #include <QSessionManager>
-#include <QThread>
 
 #include <cstdio>
 
@@ -39,18 +37,6 @@ void openInBrowser(const QUrl &url)
 void showInFileManager(const QString &path)
 {
     showInFolder(path, openInBrowser);
-}
-
-/// Takes the folder as soon as the other start has freed it.
-DataFolderLock::Outcome acquireInTime(DataFolderLock &lock, std::chrono::milliseconds patience)
-{
-    const QDeadlineTimer deadline(patience);
-    auto outcome = lock.acquire();
-    while (outcome == DataFolderLock::Outcome::HeldByAnother && !deadline.hasExpired()) {
-        QThread::msleep(20);
-        outcome = lock.acquire();
-    }
-    return outcome;
 }
 
 void raise(QWidget &window)
@@ -132,7 +118,7 @@ int VeltrixApp::run(QApplication &application)
         if (answer == DataFolderLock::OwnersAnswer::Raised)
             return 0;
         if (answer == DataFolderLock::OwnersAnswer::MakesRoom)
-            outcome = acquireInTime(lock, roomPatience);
+            outcome = lock.acquireWithin(roomPatience);
     }
     if (outcome == DataFolderLock::Outcome::HeldByAnother) {
         std::fprintf(stderr, "Veltrix is already running on %s and does not answer.\n",

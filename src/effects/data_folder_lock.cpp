@@ -61,6 +61,17 @@ DataFolderLock::Outcome DataFolderLock::acquire()
     return outcome;
 }
 
+DataFolderLock::Outcome DataFolderLock::acquireWithin(std::chrono::milliseconds patience)
+{
+    const QDeadlineTimer deadline(patience);
+    Outcome outcome = acquire();
+    while (outcome == Outcome::HeldByAnother && !deadline.hasExpired()) {
+        QThread::msleep(20);
+        outcome = acquire();
+    }
+    return outcome;
+}
+
 std::optional<DataFolderLock::Outcome> DataFolderLock::outcome() const
 {
     const std::scoped_lock locked(m_mutex);
@@ -70,6 +81,11 @@ std::optional<DataFolderLock::Outcome> DataFolderLock::outcome() const
 bool DataFolderLock::isHeld() const
 {
     return outcome() == Outcome::Acquired;
+}
+
+bool DataFolderLock::isHeldByAnother() const
+{
+    return outcome() == Outcome::HeldByAnother;
 }
 
 std::optional<QString> DataFolderLock::warning() const

@@ -35,9 +35,14 @@ public:
     /// whether the lock still stands in it: its file may have been removed and the folder moved,
     /// and then it is taken again. To be called before each save.
     Outcome acquire();
+    /// The same, as soon as another start has freed the folder. Waits at most `patience`, without
+    /// an event loop.
+    Outcome acquireWithin(std::chrono::milliseconds patience);
 
     /// Whether the folder was this process's at the last look.
     [[nodiscard]] bool isHeld() const;
+    /// Whether it was another's.
+    [[nodiscard]] bool isHeldByAnother() const;
     /// That a second start cannot be noticed, and why, in words for the user; empty when it can.
     [[nodiscard]] std::optional<QString> warning() const;
 

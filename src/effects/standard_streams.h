@@ -2,6 +2,8 @@
 // A program that outlives whoever reads what it prints.
 #pragma once
 
+#include <cstdio>
+
 namespace veltrix
 {
 
@@ -9,6 +11,10 @@ namespace veltrix
 /// are opened on the null device, so that no file of the program gets their numbers and their
 /// lines; and writing to a pipe that nobody reads fails instead of ending the program.
 void secureStandardStreams();
+
+/// The one stream that leads to standard output from here on: whatever else is printed there goes
+/// to standard error. For a program whose output others read.
+std::FILE *takeStandardOutput();
 
 /// Whether somebody watches standard error on a terminal.
 bool isErrorOutputATerminal();

@@ -19,12 +19,14 @@ void MeasureGuests::serve(FolderGuest *guest)
 
 Task<void> MeasureGuests::measureFor(QPointer<FolderGuest> guest, std::stop_token stop)
 {
+    ++m_serving;
     std::stop_source ending;
     const std::stop_callback withThis(stop, [&ending] { ending.request_stop(); });
     QObject::connect(guest, &FolderGuest::left, guest,
                      [ending]() mutable { ending.request_stop(); });
-    MeasureRun::Tell tell = [guest](const MeasureMessage &message) {
-        if (guest)
+    MeasureRun::Tell tell = [guest, stop](const MeasureMessage &message) {
+        // A summary would be the end of the wish; without one the guest goes on by itself.
+        if (guest && !stop.stop_requested())
             guest->answer(toJson(message));
     };
     try {
@@ -37,6 +39,19 @@ Task<void> MeasureGuests::measureFor(QPointer<FolderGuest> guest, std::stop_toke
     throwIfStopped(stop);
     if (guest)
         guest->end();
+    if (--m_serving > 0)
+        co_return;
+    for (const OneShot<Done> &waiting : std::exchange(m_waitingForAll, {}))
+        waiting.resolve({});
+}
+
+Task<void> MeasureGuests::allServed(std::stop_token callersStop)
+{
+    const ScopedStop stop(m_tasks, callersStop);
+    if (m_serving == 0)
+        co_return;
+    const OneShot<Done> all = m_waitingForAll.emplace_back();
+    co_await all.wait(stop);
 }
 
 } // namespace veltrix

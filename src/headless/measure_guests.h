@@ -2,9 +2,12 @@
 // Measuring for starts without a window, by the one that has the data.
 #pragma once
 
+#include "effects/one_shot.h"
 #include "effects/task_scope.h"
 
 #include <QPointer>
+
+#include <vector>
 
 namespace veltrix
 {
@@ -22,11 +25,15 @@ public:
 
     /// Takes the guest's wish, a MeasureWish as JSON. What is none ends the connection.
     void serve(FolderGuest *guest);
+    /// Ends when no wish is left.
+    Task<void> allServed(std::stop_token stop);
 
 private:
     Task<void> measureFor(QPointer<FolderGuest> guest, std::stop_token stop);
 
     ASOStore &m_store;
+    int m_serving = 0;
+    std::vector<OneShot<Done>> m_waitingForAll;
     TaskScope m_tasks;
 };
 

@@ -16,8 +16,7 @@ void MeasureOutput::print(const MeasureMessage &message)
         return;
     }
     if (message.wrongUse) {
-        showProgress(QString());
-        std::fprintf(m_streams.error, "veltrix: %s\n", qUtf8Printable(*message.wrongUse));
+        sayProblem(*message.wrongUse);
         m_status = ExitStatus::WrongUse;
         return;
     }
@@ -29,6 +28,12 @@ void MeasureOutput::print(const MeasureMessage &message)
         printLine(turnText(*message.keyword).toUtf8());
     else if (message.summary)
         printLine(summaryText(*message.summary).toUtf8());
+}
+
+void MeasureOutput::sayProblem(const QString &problem)
+{
+    showProgress(QString());
+    std::fprintf(m_streams.error, "veltrix: %s\n", qUtf8Printable(problem));
 }
 
 void MeasureOutput::printLine(const QByteArray &line)

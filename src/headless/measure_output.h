@@ -28,6 +28,8 @@ public:
     MeasureOutput(Form form, Streams streams);
 
     void print(const MeasureMessage &message);
+    /// What went wrong beside measuring, on standard error.
+    void sayProblem(const QString &problem);
     /// What the last message means for the program's end; none before it has come.
     [[nodiscard]] std::optional<ExitStatus> status() const { return m_status; }
 

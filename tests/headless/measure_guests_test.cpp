@@ -102,7 +102,24 @@ TEST_F(Guests, AreLetGoWhenTheProgramEnds)
     waitFor([this] { return !client->searches.isEmpty(); });
     m_guests.reset();
     store.reset();
+    EXPECT_EQ(m_told, QStringList()) << "a sum would be the end of the wish";
     m_connection.reset();
+}
+
+TEST_F(Guests, AreWaitedForByOneThatHasDoneItsOwn)
+{
+    const Outcome<Done> nobody(finished(m_guests->allServed(view.get_token())));
+    EXPECT_TRUE(nobody.hasValue());
+    client->holds = true;
+    ask(toJson(MeasureWish{}));
+    waitFor([this] { return !client->searches.isEmpty(); });
+    Outcome<Done> all(finished(m_guests->allServed(view.get_token())));
+    EXPECT_FALSE(all.isDone());
+    client->release();
+    client->release();
+    EXPECT_TRUE(all.wait().hasValue());
+    waitFor([this] { return m_hasEnded; });
+    EXPECT_EQ(m_told.constLast(), text("2 keywords measured."));
 }
 
 TEST_F(Guests, WithoutAWishAreSentAway)

@@ -21,6 +21,16 @@ void secureStandardStreams()
     std::signal(SIGPIPE, SIG_IGN);
 }
 
+std::FILE *takeStandardOutput()
+{
+    std::fflush(stdout);
+    const int kept = ::dup(STDOUT_FILENO);
+    std::FILE *const output = kept == -1 ? nullptr : ::fdopen(kept, "w");
+    if (!output || ::dup2(STDERR_FILENO, STDOUT_FILENO) == -1)
+        return stdout;
+    return output;
+}
+
 bool isErrorOutputATerminal()
 {
     return ::isatty(STDERR_FILENO) == 1;
