@@ -19,42 +19,84 @@ const QString jsonOption = QStringLiteral("json");
 const QString helpOption = QStringLiteral("help");
 const QString versionOption = QStringLiteral("version");
 
+struct Option {
+    QString name;
+    /// Empty for one without a value.
+    QString value;
+    /// The commands that it goes with; empty for one that stands alone.
+    QStringList commands;
+    /// What it does, in lines as long as a terminal has room for.
+    QStringList help;
+};
+
+/// All of them, as the help lists them.
+const QList<Option> &options()
+{
+    static const QList<Option> all{
+        {measureOption,
+         {},
+         {},
+         {QStringLiteral("Measure what has no measurement today (UTC), without a"),
+          QStringLiteral("window. When the window is open, it measures them.")}},
+        {appOption,
+         QStringLiteral("APP"),
+         {measureOption},
+         {QStringLiteral("Only keywords of this app: its name, or its App Store id."),
+          QStringLiteral("May be given several times.")}},
+        {storefrontOption,
+         QStringLiteral("CODE"),
+         {measureOption},
+         {QStringLiteral("Only keywords of this storefront: its two-letter code."),
+          QStringLiteral("May be given several times.")}},
+        {allOption,
+         {},
+         {measureOption},
+         {QStringLiteral("Measure again what was measured today.")}},
+        {jsonOption, {}, {measureOption}, {QStringLiteral("Print JSON objects, one a line.")}},
+        {helpOption, {}, {}, {QStringLiteral("Print this.")}},
+        {versionOption, {}, {}, {QStringLiteral("Print the version.")}},
+    };
+    return all;
+}
+
+QString dashed(const QString &option)
+{
+    return QStringLiteral("--") + option;
+}
+
 QString helpText()
 {
-    return QStringLiteral(
+    QString text = QStringLiteral(
         "Usage: veltrix\n"
         "       veltrix --measure [--app APP]... [--storefront CODE]... [--all] [--json]\n"
         "\n"
         "Without options Veltrix opens its window.\n"
-        "\n"
-        "  --measure          Measure the keywords that have no measurement today (UTC), without "
-        "a\n"
-        "                     window. When the window is open, it measures them.\n"
-        "  --app APP          Only keywords of this app: its name, or its App Store id.\n"
-        "  --storefront CODE  Only keywords of this storefront, by its two-letter code.\n"
-        "  --all              Measure again what was measured today.\n"
-        "  --json             Print JSON objects, one a line.\n"
-        "  --help             Print this.\n"
-        "  --version          Print the version.\n"
-        "\n"
-        "--app and --storefront may be given several times.\n"
-        "\n"
-        "Exit status: 0 all were measured, 1 some were not, 2 wrong use, 3 another Veltrix has "
-        "the\n"
-        "data and does not answer.\n");
+        "\n");
+    for (const Option &option : options()) {
+        constexpr int column = 21;
+        QString start =
+            QStringLiteral("  ") + (dashed(option.name) + u' ' + option.value).trimmed();
+        for (const QString &line : option.help) {
+            text += start.leftJustified(column) + line + u'\n';
+            start.clear();
+        }
+    }
+    return text + QStringLiteral("\n"
+                                 "Exit status:\n"
+                                 "  0  all were measured\n"
+                                 "  1  some were not\n"
+                                 "  2  wrong use\n"
+                                 "  3  another Veltrix has the data and does not answer\n");
 }
 
 void describe(QCommandLineParser &parser)
 {
-    parser.addOptions({
-        {measureOption, QString()},
-        {appOption, QString(), QStringLiteral("APP")},
-        {storefrontOption, QString(), QStringLiteral("CODE")},
-        {allOption, QString()},
-        {jsonOption, QString()},
-        {{QStringLiteral("h"), helpOption}, QString()},
-        {versionOption, QString()},
-    });
+    for (const Option &option : options()) {
+        QStringList names{option.name};
+        if (option.name == helpOption)
+            names.prepend(QStringLiteral("h"));
+        parser.addOption({names, QString(), option.value});
+    }
 }
 
 /// Whether an argument is one of ours, as "--app", "--app=3" or "-h".
@@ -64,9 +106,9 @@ bool isOurs(const QString &argument)
         return true;
     if (!argument.startsWith(QStringLiteral("--")))
         return false;
-    static const QStringList ours{measureOption, appOption,  storefrontOption, allOption,
-                                  jsonOption,    helpOption, versionOption};
-    return ours.contains(argument.mid(2).section(u'=', 0, 0));
+    const QString name = argument.mid(2).section(u'=', 0, 0);
+    return std::any_of(options().begin(), options().end(),
+                       [&](const Option &option) { return option.name == name; });
 }
 
 std::optional<QString> wrongIn(const QCommandLineParser &parser)
@@ -75,11 +117,18 @@ std::optional<QString> wrongIn(const QCommandLineParser &parser)
         return QStringLiteral("“%1” is not an option.")
             .arg(parser.positionalArguments().constFirst());
     }
-    if (parser.isSet(measureOption))
-        return std::nullopt;
-    for (const QString &option : {appOption, storefrontOption, allOption, jsonOption}) {
-        if (parser.isSet(option))
-            return QStringLiteral("--%1 goes with --measure.").arg(option);
+    const auto isSet = [&parser](const QString &name) {
+        return parser.isSet(name);
+    };
+    for (const Option &option : options()) {
+        if (!isSet(option.name) || option.commands.isEmpty() ||
+            std::any_of(option.commands.begin(), option.commands.end(), isSet))
+            continue;
+        QStringList commands;
+        for (const QString &command : option.commands)
+            commands.append(dashed(command));
+        return dashed(option.name) + QStringLiteral(" goes with ") +
+               commands.join(QStringLiteral(" or ")) + u'.';
     }
     return std::nullopt;
 }

@@ -3,6 +3,13 @@
 
 #include "support/json_printers.h"
 
+#include "effects/atomic_file.h"
+
+#include <QProcess>
+#include <QRegularExpression>
+#include <QSet>
+#include <QStandardPaths>
+
 #include <gtest/gtest.h>
 
 namespace veltrix
@@ -65,11 +72,50 @@ TEST(CommandLine, HelpNamesEveryOptionAndStatus)
     const auto *print = std::get_if<PrintText>(&help);
     ASSERT_TRUE(print);
     for (const char *word : {"--measure", "--app", "--storefront", "--all", "--json", "--help",
-                             "--version", "0 all", "1 some", "2 wrong", "3 another"})
+                             "--version", "0  all", "1  some", "2  wrong", "3  another"})
         EXPECT_TRUE(print->text.contains(QString::fromUtf8(word))) << word;
     for (const QString &line : print->text.split(u'\n'))
-        EXPECT_LE(line.size(), 90) << line.toStdString();
+        EXPECT_LE(line.size(), 80) << line.toStdString();
     EXPECT_EQ(command("veltrix --version"), Command(PrintText{QStringLiteral("Veltrix 1.2\n")}));
+}
+
+/// "--app", "--json" … in a text.
+QStringList optionsIn(const QString &text)
+{
+    static const QRegularExpression option(QStringLiteral("--[a-z]+"));
+    QSet<QString> found;
+    for (auto match = option.globalMatch(text); match.hasNext();)
+        found.insert(match.next().captured());
+    QStringList sorted(found.begin(), found.end());
+    sorted.sort();
+    return sorted;
+}
+
+TEST(CommandLine, HelpAndManualHaveTheSameOptionsAndStatuses)
+{
+    QString manual = QString::fromUtf8(readWholeFile(QStringLiteral(VELTRIX_MANUAL)));
+    manual.remove(u'\\'); // Every dash of an option is escaped.
+    const Command help = command("veltrix --help");
+    const QString text = std::get<PrintText>(help).text;
+    EXPECT_EQ(optionsIn(manual), optionsIn(text));
+    for (const int status : {0, 1, 2, 3}) {
+        EXPECT_TRUE(manual.contains(QStringLiteral("\n.B %1\n").arg(status))) << status;
+        EXPECT_TRUE(text.contains(QStringLiteral("\n  %1  ").arg(status))) << status;
+    }
+}
+
+TEST(CommandLine, ManualIsUnderstoodByTheFormatter)
+{
+    const QString formatter = QStandardPaths::findExecutable(QStringLiteral("groff"));
+    if (formatter.isEmpty())
+        GTEST_SKIP() << "groff is not installed";
+    QProcess process;
+    process.start(formatter,
+                  {QStringLiteral("-man"), QStringLiteral("-Tutf8"), QStringLiteral("-ww"),
+                   QStringLiteral("-z"), QStringLiteral(VELTRIX_MANUAL)});
+    process.waitForFinished();
+    EXPECT_EQ(process.exitCode(), 0);
+    EXPECT_EQ(process.readAllStandardError(), "");
 }
 
 } // namespace
