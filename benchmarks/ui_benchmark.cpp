@@ -6,6 +6,7 @@
 #include "app/file_dialogs.h"
 #include "effects/artwork_loading.h"
 #include "effects/atomic_file.h"
+#include "effects/daily_timer.h"
 #include "effects/system_clock.h"
 #include "generated_state.h"
 #include "json/json_writer.h"
@@ -45,6 +46,17 @@ public:
     Task<QByteArray> load(Url, std::stop_token) override { throw Error(QStringLiteral("none")); }
 };
 
+class NoTiming final : public DailyTiming
+{
+public:
+    [[nodiscard]] Task<DailyTimerState> state(std::stop_token) override
+    {
+        co_return DailyTimerState();
+    }
+    Task<void> turnOn(DailyPlan, std::stop_token) override { co_return; }
+    Task<void> turnOff(std::stop_token) override { co_return; }
+};
+
 class NoPreferences final : public Preferences
 {
 public:
@@ -59,6 +71,8 @@ public:
     void setWindowGeometry(const QByteArray &) override {}
     [[nodiscard]] ThemeChoice theme() const override { return ThemeChoice::System; }
     void setTheme(ThemeChoice) override {}
+    [[nodiscard]] DigestChoice digestChoice() const override { return {}; }
+    void setDigestChoice(const DigestChoice &) override {}
 };
 
 class NoServices final : public ITunesClientProtocol, public PopularityProviding
@@ -102,14 +116,15 @@ struct Program {
     NoArtwork artwork;
     NoPreferences preferences;
     NoFiles files;
+    NoTiming timing;
     std::unique_ptr<MainWindow> window;
 
     explicit Program(const QString &path)
     {
         store = std::make_unique<ASOStore>(ASOStore::Arguments{
             path, services, KeywordPipeline{services, services, clock}, services, clock, nullptr});
-        window = std::make_unique<MainWindow>(
-            MainWindow::Collaborators{*store, artwork, preferences, files, {}, nullptr, {}, {}});
+        window = std::make_unique<MainWindow>(MainWindow::Collaborators{
+            *store, artwork, preferences, files, {}, timing, nullptr, {}, {}});
     }
 };
 

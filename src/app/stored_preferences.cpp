@@ -4,6 +4,7 @@
 #include "effects/settings_file.h"
 #include "model/storefront_codes.h"
 
+#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -17,6 +18,11 @@ const QString storefrontKey = QStringLiteral("preferredStorefrontCountry");
 const QString columnsKey = QStringLiteral("keywordTableColumns");
 const QString geometryKey = QStringLiteral("windowGeometry");
 const QString themeKey = QStringLiteral("theme");
+const QString tellsMovementsKey = QStringLiteral("tell/movements");
+const QString leastPlacesKey = QStringLiteral("tell/leastPlaces");
+const QString tellsTopTenKey = QStringLiteral("tell/topTen");
+const QString tellsResultsKey = QStringLiteral("tell/results");
+const QString tellsBestsKey = QStringLiteral("tell/bests");
 
 const std::array<std::pair<ThemeChoice, QString>, 3> themeNames{
     {{ThemeChoice::System, QStringLiteral("system")},
@@ -73,6 +79,26 @@ void StoredPreferences::setTheme(ThemeChoice theme)
         if (choice == theme)
             m_settings.setValue(themeKey, name);
     }
+}
+
+DigestChoice StoredPreferences::digestChoice() const
+{
+    DigestChoice choice;
+    choice.movements = m_settings.value(tellsMovementsKey, choice.movements).toBool();
+    choice.leastPlaces = std::max(1, m_settings.value(leastPlacesKey, choice.leastPlaces).toInt());
+    choice.topTen = m_settings.value(tellsTopTenKey, choice.topTen).toBool();
+    choice.results = m_settings.value(tellsResultsKey, choice.results).toBool();
+    choice.bests = m_settings.value(tellsBestsKey, choice.bests).toBool();
+    return choice;
+}
+
+void StoredPreferences::setDigestChoice(const DigestChoice &choice)
+{
+    m_settings.setValue(tellsMovementsKey, choice.movements);
+    m_settings.setValue(leastPlacesKey, choice.leastPlaces);
+    m_settings.setValue(tellsTopTenKey, choice.topTen);
+    m_settings.setValue(tellsResultsKey, choice.results);
+    m_settings.setValue(tellsBestsKey, choice.bests);
 }
 
 } // namespace veltrix

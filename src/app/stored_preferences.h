@@ -24,6 +24,8 @@ public:
     void setWindowGeometry(const QByteArray &geometry) override;
     [[nodiscard]] ThemeChoice theme() const override;
     void setTheme(ThemeChoice theme) override;
+    [[nodiscard]] DigestChoice digestChoice() const override;
+    void setDigestChoice(const DigestChoice &choice) override;
 
 private:
     SettingsFile &m_settings;

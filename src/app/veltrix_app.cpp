@@ -67,6 +67,7 @@ VeltrixApp::VeltrixApp(const Bundle &bundle, const QString &stateFolder, const Q
         .preferences = m_preferences,
         .files = m_files,
         .information = m_services.information(),
+        .timing = m_timing,
         .updater = m_updater.get(),
         .openUrl = openInBrowser,
         .appStoreUrl = QUrl(m_services.appStoreUrl()),

@@ -7,6 +7,7 @@
 #include "app/stored_preferences.h"
 #include "app/updater_adapter.h"
 #include "clients/network_return.h"
+#include "effects/daily_timer.h"
 #include "headless/measure_guests.h"
 #include "ui/shell/main_window.h"
 #include "ui_kit/theme/chosen_color_scheme.h"
@@ -47,6 +48,7 @@ private:
     std::shared_ptr<SettingsFile> m_settings;
     StoredPreferences m_preferences;
     FileDialogs m_files;
+    DailyTimer m_timing{DailyTimer::ofThisProgram()};
     std::unique_ptr<UpdaterAdapter> m_updater;
     std::unique_ptr<MainWindow> m_window;
     MeasureGuests m_guests;

@@ -37,8 +37,12 @@ struct DailyPlan {
 struct DailyTimerState {
     /// Why there can be no timer, in words for the user.
     std::optional<QString> unavailable;
-    /// Absent while the timer is off.
+    bool isOn = false;
+    /// What it runs by; absent while it is off, and when its unit does not say it as this program
+    /// writes it.
     std::optional<DailyPlan> plan;
+    /// Somebody else has written or changed the unit, or added to it.
+    bool isChangedByHand = false;
     /// Absent while it is not known.
     std::optional<Date> nextRun;
     std::optional<Date> lastRun;

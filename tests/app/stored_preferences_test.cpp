@@ -70,5 +70,17 @@ TEST_F(PreferencesTest, TheThemeIsTheDesktopsUntilOneIsChosenAndComesBack)
     EXPECT_EQ(preferences.theme(), ThemeChoice::System) << "a file edited by hand";
 }
 
+TEST_F(PreferencesTest, RememberWhatIsTold)
+{
+    QSettings settings(path, QSettings::IniFormat);
+    StoredPreferences preferences(settings);
+    EXPECT_EQ(preferences.digestChoice(), DigestChoice());
+    const DigestChoice chosen{false, 10, true, false, false};
+    preferences.setDigestChoice(chosen);
+    EXPECT_EQ(StoredPreferences(settings).digestChoice(), chosen);
+    settings.setValue(QStringLiteral("tell/leastPlaces"), QStringLiteral("many"));
+    EXPECT_EQ(preferences.digestChoice().leastPlaces, 1) << "a file edited by hand";
+}
+
 } // namespace
 } // namespace veltrix

@@ -28,11 +28,11 @@ protected:
     DailyTimerTest() { managerDoes("exit 0"); }
 
     /// The stand-in: writes down how it was called, then does this.
-    void managerDoes(const char *script)
+    void managerDoes(const QByteArray &script)
     {
         const QString path = folder.filePath(QStringLiteral("manager"));
         writeFileAtomically(path, "#!/bin/sh\necho \"$*\" >> \"$(dirname \"$0\")/calls\"\n" +
-                                      QByteArray(script) + '\n');
+                                      script + '\n');
         QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     }
     DailyTimer &timer()
@@ -67,7 +67,7 @@ protected:
         return lines;
     }
     [[nodiscard]] QString units() const { return folder.filePath(QStringLiteral("systemd/user")); }
-    [[nodiscard]] QString unit(const char *name) const
+    [[nodiscard]] QString unitPath(const char *name) const
     {
         return units() + QStringLiteral("/veltrix-measure.") + QString::fromLatin1(name);
     }
@@ -85,11 +85,11 @@ TEST_F(DailyTimerTest, IsTurnedOnWithItsUnitsInPlace)
     EXPECT_EQ(calls(), (QStringList{QStringLiteral("--user daemon-reload"),
                                     QStringLiteral("--user enable veltrix-measure.timer"),
                                     QStringLiteral("--user restart veltrix-measure.timer")}));
-    const QString timerUnit = QString::fromUtf8(readWholeFile(unit("timer")));
+    const QString timerUnit = QString::fromUtf8(readWholeFile(unitPath("timer")));
     EXPECT_TRUE(timerUnit.contains(QStringLiteral("\nOnCalendar=*-*-* 21:05:00\n")));
     EXPECT_TRUE(timerUnit.contains(QStringLiteral("\nPersistent=true\n")));
     EXPECT_TRUE(
-        QString::fromUtf8(readWholeFile(unit("service")))
+        QString::fromUtf8(readWholeFile(unitPath("service")))
             .contains(QStringLiteral("\nExecStart=\"/opt/veltrix/bin/veltrix\" --measure\n")));
 }
 
@@ -116,11 +116,37 @@ TEST_F(DailyTimerTest, TellsWhenItRunsNextAndHowTheLastRunEnded)
                 " echo NextElapseUSecRealtime=@1795262400; echo LastTriggerUSec=@1795176000;;"
                 " *) echo ExecMainStatus=1; echo Result=success;; esac");
     DailyTimerState expected;
+    expected.isOn = true;
     expected.plan = evening;
     expected.nextRun = dateFromUnixSeconds(1'795'262'400);
     expected.lastRun = dateFromUnixSeconds(1'795'176'000);
     expected.hasLastRunFailed = true;
     EXPECT_EQ(state(), expected);
+}
+
+TEST_F(DailyTimerTest, TellsThatSomebodyElseHasChangedIt)
+{
+    turnOn();
+    const auto isOn = [this](const char *dropIns) {
+        managerDoes(QByteArray("echo UnitFileState=enabled; echo ActiveState=active; "
+                               "echo DropInPaths=") +
+                    dropIns);
+    };
+    isOn("");
+    EXPECT_FALSE(state().isChangedByHand);
+    isOn("/home/ana/.config/systemd/user/veltrix-measure.timer.d/override.conf");
+    EXPECT_TRUE(state().isChangedByHand);
+    isOn("");
+    const QByteArray unit = readWholeFile(unitPath("timer"));
+    writeFileAtomically(unitPath("timer"), unit + "WakeSystem=true\n");
+    EXPECT_TRUE(state().isChangedByHand);
+    EXPECT_EQ(state().plan, evening);
+    writeFileAtomically(unitPath("timer"), "[Timer]\nOnCalendar=hourly\n");
+    EXPECT_TRUE(state().isOn && state().isChangedByHand);
+    EXPECT_EQ(state().plan, std::nullopt);
+    turnOn();
+    isOn("");
+    EXPECT_FALSE(state().isChangedByHand) << "written anew";
 }
 
 TEST_F(DailyTimerTest, ThatNeverRanHasNotFailed)
@@ -157,7 +183,7 @@ TEST_F(DailyTimerTest, AChangeThatFailsLeavesTheOldPlan)
     turnOn();
     managerDoes("case \"$*\" in *restart*) echo 'Unit is masked.' >&2; exit 1;; esac");
     EXPECT_TRUE(turnOn({QTime(6, 0), std::chrono::minutes(5)}).holds<DailyTimerError>());
-    EXPECT_EQ(planOfTimerUnit(QString::fromUtf8(readWholeFile(unit("timer")))), evening);
+    EXPECT_EQ(planOfTimerUnit(QString::fromUtf8(readWholeFile(unitPath("timer")))), evening);
 }
 
 TEST_F(DailyTimerTest, AStopEndsTheWaitForAManagerThatDoesNotAnswer)

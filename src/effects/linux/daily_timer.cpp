@@ -163,7 +163,7 @@ Task<DailyTimerState> DailyTimer::state(std::stop_token callersStop)
     const ScopedStop stop(m_tasks, callersStop);
     DailyTimerState result;
     QStringList question{QStringLiteral("show"), timerName, QStringLiteral("--timestamp=unix"),
-                         QStringLiteral("--property=UnitFileState,ActiveState,"
+                         QStringLiteral("--property=UnitFileState,ActiveState,DropInPaths,"
                                         "NextElapseUSecRealtime,LastTriggerUSec")};
     const Answer timer = co_await ask(std::move(question), stop);
     if (timer.status != 0) {
@@ -171,16 +171,16 @@ Task<DailyTimerState> DailyTimer::state(std::stop_token callersStop)
         co_return result;
     }
     auto known = properties(timer.output);
-    const bool isOn = known[QStringLiteral("UnitFileState")] == QStringLiteral("enabled") &&
-                      known[QStringLiteral("ActiveState")] == QStringLiteral("active");
-    if (!isOn)
+    result.isOn = known[QStringLiteral("UnitFileState")] == QStringLiteral("enabled") &&
+                  known[QStringLiteral("ActiveState")] == QStringLiteral("active");
+    if (!result.isOn)
         co_return result;
-    QFile unit(timerPath());
-    if (unit.open(QIODevice::ReadOnly))
-        result.plan = planOfTimerUnit(QString::fromUtf8(unit.readAll()));
-    // Somebody's own plan is one all the same.
-    if (!result.plan)
-        result.plan = DailyPlan();
+    QString unit;
+    if (QFile file(timerPath()); file.open(QIODevice::ReadOnly))
+        unit = QString::fromUtf8(file.readAll());
+    result.plan = planOfTimerUnit(unit);
+    result.isChangedByHand = !result.plan || unit != measureTimerUnit(*result.plan) ||
+                             !known[QStringLiteral("DropInPaths")].isEmpty();
     result.nextRun = timeOf(known[QStringLiteral("NextElapseUSecRealtime")]);
     result.lastRun = timeOf(known[QStringLiteral("LastTriggerUSec")]);
 

@@ -8,7 +8,8 @@ namespace veltrix
 {
 
 AutomaticRefresh::AutomaticRefresh(ASOStore &store, MeasuringStatus &measuring, QObject *parent)
-    : QObject(parent), m_loop(store.clock(), [&store](std::stop_token stop) {
+    : QObject(parent), m_refreshes(store.refreshes()),
+      m_loop(store.clock(), [&store](std::stop_token stop) {
           return store.refreshes().refreshStale(std::nullopt, std::move(stop));
       })
 {
@@ -17,6 +18,15 @@ AutomaticRefresh::AutomaticRefresh(ASOStore &store, MeasuringStatus &measuring, 
             [this](const HistoryRefresh &end) { m_loop.refreshEnded(end); });
     connect(&measuring, &MeasuringStatus::stopRequested, this, [this] { m_loop.stopRefresh(); });
     connect(&store, &ASOStore::stateRead, this, &AutomaticRefresh::startOver);
+}
+
+void AutomaticRefresh::setDue(KeywordRefreshes::Due rule)
+{
+    if (rule == m_due)
+        return;
+    m_due = rule;
+    m_refreshes.setDue(rule);
+    startOver();
 }
 
 void AutomaticRefresh::startOver()

@@ -2,6 +2,7 @@
 // The refresh that goes with the window's activity.
 #pragma once
 
+#include "store/keyword_refreshes.h"
 #include "store/refresh_loop.h"
 
 #include <QObject>
@@ -26,10 +27,14 @@ public:
     void setActive(bool active) { m_loop.setActive(active); }
     /// What made refreshes fail may be over: the network has returned.
     void retrySoon() { m_loop.retrySoon(); }
+    /// By which rule a ranking is due. What is due by another than before is measured at once.
+    void setDue(KeywordRefreshes::Due rule);
 
 private:
     void startOver();
 
+    KeywordRefreshes &m_refreshes;
+    KeywordRefreshes::Due m_due = KeywordRefreshes::Due::After24Hours;
     RefreshLoop m_loop;
 };
 

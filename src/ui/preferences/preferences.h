@@ -2,6 +2,7 @@
 // What the program remembers about the user's choices.
 #pragma once
 
+#include "model/digest_choice.h"
 #include "ui_kit/theme/theme_choice.h"
 
 #include <QByteArray>
@@ -34,6 +35,10 @@ public:
     /// ThemeChoice::System until the user chooses another.
     [[nodiscard]] virtual ThemeChoice theme() const = 0;
     virtual void setTheme(ThemeChoice theme) = 0;
+
+    /// What a notification tells after a daily run.
+    [[nodiscard]] virtual DigestChoice digestChoice() const = 0;
+    virtual void setDigestChoice(const DigestChoice &choice) = 0;
 };
 
 } // namespace veltrix

@@ -23,7 +23,7 @@ SettingsSection::SettingsSection(const QString &title, QWidget *parent)
     layout->addWidget(m_card);
 }
 
-void SettingsSection::addRow(const QString &label, QWidget *control)
+QWidget *SettingsSection::addRow(const QString &label, QWidget *control)
 {
     auto *parts = new QWidget;
     auto *layout = makeRow(spacing::m, parts);
@@ -33,6 +33,7 @@ void SettingsSection::addRow(const QString &label, QWidget *control)
     layout->addStretch(1);
     layout->addWidget(control);
     addRow(parts);
+    return parts;
 }
 
 void SettingsSection::addRow(QWidget *control)

@@ -20,8 +20,9 @@ class SettingsSection final : public QWidget
 public:
     explicit SettingsSection(const QString &title, QWidget *parent = nullptr);
 
-    /// A row with a label at one end and a control at the other; hairlines part the rows.
-    void addRow(const QString &label, QWidget *control);
+    /// A row with a label at one end and a control at the other; hairlines part the rows. Returns
+    /// all of the row, for one that comes and goes.
+    QWidget *addRow(const QString &label, QWidget *control);
     /// A row that is one control.
     void addRow(QWidget *control);
     /// A row of links beside each other.

@@ -2,6 +2,7 @@
 #include "ui/settings/settings_sheet.h"
 
 #include "ui/preferences/preferences.h"
+#include "ui/settings/daily_measuring_view.h"
 #include "ui/settings/settings_section.h"
 #include "ui/settings/updater_settings_view.h"
 #include "ui_kit/accessibility/accessibility.h"
@@ -11,6 +12,11 @@
 #include "ui_kit/widgets/storefront_picker.h"
 #include "ui_kit/widgets/text_label.h"
 
+#include <QCheckBox>
+
+#include <algorithm>
+#include <array>
+
 namespace veltrix
 {
 
@@ -19,10 +25,14 @@ namespace
 
 constexpr int sheetWidth = 560;
 
+/// From how many places on a movement may be told.
+constexpr std::array leastPlaces{1, 3, 5, 10};
+
 } // namespace
 
 SettingsSheet::SettingsSheet(Preferences &preferences, const AppInformation &information,
-                             UpdaterInterface *updater, Outside outside, QWidget *parent)
+                             DailyMeasuring &daily, UpdaterInterface *updater, Outside outside,
+                             QWidget *parent)
     : SheetFrame(QStringLiteral("settingsSheet"), tr("Settings"), Body::Scrolled, {sheetWidth, 0},
                  parent),
       m_outside(std::move(outside))
@@ -32,6 +42,8 @@ SettingsSheet::SettingsSheet(Preferences &preferences, const AppInformation &inf
     body()->setContentsMargins(spacing::xl, spacing::m, spacing::xl, spacing::l);
     body()->addWidget(appearanceSection(preferences));
     body()->addWidget(researchSection(preferences, information.research));
+    body()->addWidget(dailySection(daily));
+    body()->addWidget(notificationsSection(preferences));
     body()->addWidget(updatesSection(updater));
     body()->addWidget(helpSection(information));
     body()->addWidget(aboutSection(information));
@@ -106,6 +118,63 @@ QWidget *SettingsSheet::researchSection(Preferences &preferences,
     value->setObjectName(QStringLiteral("researchService"));
     section->addRow(tr("Keyword searches"), value);
     section->addNote(note, QStringLiteral("researchServiceNote"));
+    return section;
+}
+
+QWidget *SettingsSheet::dailySection(DailyMeasuring &daily)
+{
+    auto *section = new SettingsSection(tr("Every Day"));
+    new DailyMeasuringView(daily, *section);
+    return section;
+}
+
+QWidget *SettingsSheet::notificationsSection(Preferences &preferences)
+{
+    auto *section = new SettingsSection(tr("Notifications"));
+    const DigestChoice chosen = preferences.digestChoice();
+    QCheckBox *movements = nullptr;
+    const auto addKind = [&](const QString &objectName, const QString &text,
+                             bool DigestChoice::*kind) {
+        auto *box = new QCheckBox(text);
+        nameControl(box, objectName, text);
+        box->setChecked(chosen.*kind);
+        connect(box, &QCheckBox::toggled, this, [&preferences, kind](bool on) {
+            DigestChoice choice = preferences.digestChoice();
+            choice.*kind = on;
+            preferences.setDigestChoice(choice);
+        });
+        section->addRow(box);
+        return box;
+    };
+    movements = addKind(QStringLiteral("tellMovements"), tr("Keywords that rose or fell"),
+                        &DigestChoice::movements);
+
+    QList<SegmentedControl::Choice> choices;
+    for (const int count : leastPlaces)
+        choices.append(
+            {QString::number(count), count == 1 ? tr("1 place") : tr("%L1 places").arg(count)});
+    auto *places = new SegmentedControl(QStringLiteral("tellLeastPlaces"), tr("By at least"),
+                                        QStringLiteral("tellLeastPlaces"), choices);
+    // A file edited by hand may hold another number.
+    const auto *const found =
+        std::lower_bound(leastPlaces.begin(), leastPlaces.end() - 1, chosen.leastPlaces);
+    places->choose(int(found - leastPlaces.begin()));
+    places->setEnabled(chosen.movements);
+    connect(places, &SegmentedControl::changed, this, [&preferences](int index) {
+        DigestChoice choice = preferences.digestChoice();
+        choice.leastPlaces = leastPlaces[size_t(index)];
+        preferences.setDigestChoice(choice);
+    });
+    connect(movements, &QCheckBox::toggled, places, &QWidget::setEnabled);
+    section->addRow(tr("By at least so many places"), places);
+
+    addKind(QStringLiteral("tellTopTen"), tr("Keywords that entered or left the top 10"),
+            &DigestChoice::topTen);
+    addKind(QStringLiteral("tellResults"), tr("Keywords that entered or left the results"),
+            &DigestChoice::results);
+    addKind(QStringLiteral("tellBests"), tr("New best ranks"), &DigestChoice::bests);
+    section->addNote(tr("Told in one desktop notification after a daily run that has measured "
+                        "everything, when something of it happened."));
     return section;
 }
 

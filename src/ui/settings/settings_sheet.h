@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The settings: appearance, research, updates, help, about.
+// The settings: appearance, research, measuring every day, notifications, updates, help, about.
 #pragma once
 
 #include "ui/settings/app_information.h"
@@ -12,6 +12,7 @@
 namespace veltrix
 {
 
+class DailyMeasuring;
 class Preferences;
 class UpdaterInterface;
 
@@ -31,7 +32,8 @@ public:
 
     /// `updater` is null in builds that cannot update.
     SettingsSheet(Preferences &preferences, const AppInformation &information,
-                  UpdaterInterface *updater, Outside outside, QWidget *parent = nullptr);
+                  DailyMeasuring &daily, UpdaterInterface *updater, Outside outside,
+                  QWidget *parent = nullptr);
 
     [[nodiscard]] QSize sizeHint() const override;
 
@@ -43,6 +45,8 @@ private:
     [[nodiscard]] QWidget *appearanceSection(Preferences &preferences);
     [[nodiscard]] QWidget *researchSection(Preferences &preferences,
                                            const ResearchServiceInformation &research);
+    [[nodiscard]] static QWidget *dailySection(DailyMeasuring &daily);
+    [[nodiscard]] QWidget *notificationsSection(Preferences &preferences);
     [[nodiscard]] QWidget *updatesSection(UpdaterInterface *updater);
     [[nodiscard]] QWidget *helpSection(const AppInformation &information);
     [[nodiscard]] QWidget *aboutSection(const AppInformation &information);

@@ -7,6 +7,7 @@
 #include "ui/measuring/automatic_refresh.h"
 #include "ui/measuring/measuring_bars.h"
 #include "ui/preferences/preferences.h"
+#include "ui/settings/daily_measuring.h"
 #include "ui/settings/update_banner.h"
 #include "ui/settings/updater_interface.h"
 #include "ui/shell/app_selector.h"
@@ -48,6 +49,7 @@ MainWindow::MainWindow(Collaborators collaborators, QWidget *parent)
           new CompetitorsView({m_with.store, *m_images, m_with.openUrl, m_with.appStoreUrl})),
       m_pages(new QStackedWidget), m_selection(new AppSelection(m_with.store, this)),
       m_refresh(new AutomaticRefresh(m_with.store, *m_measuring, this)),
+      m_daily(new DailyMeasuring(m_with.timing, this)),
       m_removals(new Removals(m_with.store, this)),
       m_keeper(new FocusKeeper(this, [this] { takeFocusHome(); }))
 {
@@ -71,6 +73,7 @@ MainWindow::MainWindow(Collaborators collaborators, QWidget *parent)
     connectPages();
     connectSheets();
     connectRemovals();
+    connectDaily();
     connect(m_selection, &AppSelection::changed, this, &MainWindow::showApp);
     showApp(m_selection->id());
 }
@@ -119,6 +122,16 @@ void MainWindow::connectPages()
             &CompetitorsView::setCountry);
     connect(m_competitors, &CompetitorsView::countryPicked, &filter,
             &KeywordFilter::setSearchStorefront);
+}
+
+void MainWindow::connectDaily()
+{
+    // By 24 hours the window would take the turn of the daily run, later each day, and skip one.
+    connect(m_daily, &DailyMeasuring::changed, this, [this] {
+        if (!m_daily->isBusy())
+            m_refresh->setDue(m_daily->isOn() ? KeywordRefreshes::Due::EachDay
+                                              : KeywordRefreshes::Due::After24Hours);
+    });
 }
 
 void MainWindow::connectRemovals()
@@ -182,6 +195,7 @@ void MainWindow::followApplicationState()
     if (m_followsApplication)
         return;
     m_followsApplication = true;
+    m_daily->look();
     connect(qApp, &QGuiApplication::applicationStateChanged, this, &MainWindow::updateActivity);
     updateActivity();
 }

@@ -25,6 +25,8 @@ class ArtworkImages;
 class ArtworkLoading;
 class AutomaticRefresh;
 class CompetitorsView;
+class DailyMeasuring;
+class DailyTiming;
 class DashboardPage;
 class FileExchange;
 class FocusKeeper;
@@ -46,6 +48,8 @@ public:
         Preferences &preferences;
         FileExchange &files;
         AppInformation information;
+        /// Starts the program every day to measure.
+        DailyTiming &timing;
         /// Null in builds that cannot update.
         UpdaterInterface *updater = nullptr;
         /// Opens an address with the system's default handler.
@@ -113,6 +117,7 @@ private:
     void askToDeleteApp(QUuid id);
     void askToQuitWithoutSaving();
     void connectRemovals();
+    void connectDaily();
     void updateActivity();
 
     Collaborators m_with;
@@ -126,6 +131,7 @@ private:
     // After those that show the store, so that they follow its signals first.
     AppSelection *m_selection;
     AutomaticRefresh *m_refresh;
+    DailyMeasuring *m_daily;
     Removals *m_removals;
     StatusBar *m_statusBar = nullptr;
     Workspace m_workspace = Workspace::Keywords;

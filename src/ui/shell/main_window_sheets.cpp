@@ -49,8 +49,8 @@ void MainWindow::openAppSearch()
 
 void MainWindow::openSettings()
 {
-    auto *sheet = new SettingsSheet(m_with.preferences, m_with.information, m_with.updater,
-                                    {m_with.openUrl, m_with.showDataFolder});
+    auto *sheet = new SettingsSheet(m_with.preferences, m_with.information, *m_daily,
+                                    m_with.updater, {m_with.openUrl, m_with.showDataFolder});
     connect(sheet, &SettingsSheet::themeChanged, this, m_with.applyTheme);
     connect(sheet, &SettingsSheet::preferredStorefrontChanged, &m_dashboard->filter(),
             &KeywordFilter::setSearchStorefront);

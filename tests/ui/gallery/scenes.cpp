@@ -7,6 +7,7 @@
 #include "ui/dashboard/keyword_table_model.h"
 #include "ui/dashboard/keyword_table_view.h"
 #include "ui/gallery/keyword_scenes.h"
+#include "ui/gallery/settings_scenes.h"
 #include "ui/gallery/sheet_scenes.h"
 #include "ui/gallery/shell_scenes.h"
 #include "ui/gallery/table_scenes.h"
@@ -353,9 +354,9 @@ std::vector<Scene> shellScenes()
 std::vector<Scene> galleryScenes()
 {
     std::vector<Scene> scenes;
-    for (const auto &part :
-         {dashboardScenes(), persistenceScenes(), searchScenes(), shellScenes(), sheetScenes(),
-          competitorScenes(), trackingScenes(), keywordScenes(), tableScenes(), shellRoomScenes()})
+    for (const auto &part : {dashboardScenes(), persistenceScenes(), searchScenes(), shellScenes(),
+                             sheetScenes(), competitorScenes(), trackingScenes(), keywordScenes(),
+                             tableScenes(), shellRoomScenes(), settingsScenes()})
         scenes.insert(scenes.end(), part.begin(), part.end());
     return scenes;
 }

@@ -36,6 +36,7 @@ TEST_F(SettingsTest, HasItsSectionsInOrder)
     for (const auto *section : window->findChildren<SettingsSection *>())
         titles << section->accessibleName();
     EXPECT_EQ(titles, (QStringList{QStringLiteral("Appearance"), QStringLiteral("Research"),
+                                   QStringLiteral("Every Day"), QStringLiteral("Notifications"),
                                    QStringLiteral("Updates"), QStringLiteral("Help"),
                                    QStringLiteral("About")}));
 }

@@ -103,6 +103,34 @@ Task<QByteArray> FakeArtwork::load(Url url, std::stop_token stop)
     co_return gradientPng(url.text());
 }
 
+Task<DailyTimerState> FakeTiming::state(std::stop_token stop)
+{
+    throwIfStopped(stop);
+    if (holds)
+        co_await m_held.wait(stop);
+    co_return known;
+}
+
+Task<void> FakeTiming::turnOn(DailyPlan plan, std::stop_token stop)
+{
+    throwIfStopped(stop);
+    if (!refusal.isEmpty())
+        throw DailyTimerError(refusal);
+    known = DailyTimerState();
+    known.isOn = true;
+    known.plan = plan;
+    co_return;
+}
+
+Task<void> FakeTiming::turnOff(std::stop_token stop)
+{
+    throwIfStopped(stop);
+    if (!refusal.isEmpty())
+        throw DailyTimerError(refusal);
+    known = DailyTimerState();
+    co_return;
+}
+
 /// A file in memory.
 class FakeFiles::Output final : public FileOutput
 {
@@ -253,6 +281,7 @@ MainWindow::Collaborators UiWorld::collaborators()
             preferences,
             files,
             information,
+            timing,
             hasUpdater ? &updater : nullptr,
             [this](const QUrl &url) { openedUrls.append(url); },
             QUrl(QStringLiteral("https://apps.apple.com")),

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "effects/artwork_loading.h"
+#include "effects/daily_timer.h"
 #include "effects/one_shot.h"
 #include "store/store_fixture.h"
 #include "ui/preferences/preferences.h"
@@ -40,11 +41,33 @@ public:
     void setWindowGeometry(const QByteArray &bytes) override { geometry = bytes; }
     [[nodiscard]] ThemeChoice theme() const override { return chosenTheme; }
     void setTheme(ThemeChoice theme) override { chosenTheme = theme; }
+    [[nodiscard]] DigestChoice digestChoice() const override { return digest; }
+    void setDigestChoice(const DigestChoice &choice) override { digest = choice; }
 
     QString storefront = QStringLiteral("US");
     QString columns;
     QByteArray geometry;
     ThemeChoice chosenTheme = ThemeChoice::System;
+    DigestChoice digest;
+};
+
+/// A service manager in memory.
+class FakeTiming final : public DailyTiming
+{
+public:
+    [[nodiscard]] Task<DailyTimerState> state(std::stop_token stop) override;
+    Task<void> turnOn(DailyPlan plan, std::stop_token stop) override;
+    Task<void> turnOff(std::stop_token stop) override;
+
+    DailyTimerState known;
+    /// What it says to any change.
+    QString refusal;
+    /// Does not answer until it is let.
+    bool holds = false;
+    void release() { m_held.resolve({}); }
+
+private:
+    OneShot<Done> m_held;
 };
 
 /// Dialogs that are answered before they are asked.
@@ -159,6 +182,7 @@ public:
     FakeArtwork artwork;
     FakePreferences preferences;
     FakeFiles files;
+    FakeTiming timing;
     FakeUpdater updater;
     bool hasUpdater = false;
     AppInformation information;
