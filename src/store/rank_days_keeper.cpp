@@ -256,6 +256,8 @@ Task<void> RankDaysKeeper::readHistory(std::stop_token stop)
             const PastRanks answer = co_await m_saver.pastRanks(question, stop);
             if (!m_hasForgotten)
                 take(question, answer);
+            // What lay ahead when it was asked may have come.
+            followClock();
         }
     } catch (const Error &) {
         // Asked for again with the next look at the clock; until then nothing is said to be whole.
