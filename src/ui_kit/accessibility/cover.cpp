@@ -28,7 +28,12 @@ public:
     }
     [[nodiscard]] QString text(QAccessible::Text) const override { return {}; }
     [[nodiscard]] int childCount() const override { return 0; }
-    [[nodiscard]] QAccessibleInterface *child(int) const override { return nullptr; }
+    // A list goes on telling of its rows, as when another becomes the current one. There is no row
+    // to be had, and the toolkit warns where it gets none: what happens in it happens to it.
+    [[nodiscard]] QAccessibleInterface *child(int) const override
+    {
+        return QAccessible::queryAccessibleInterface(widget());
+    }
     int indexOfChild(const QAccessibleInterface *) const override { return -1; }
     [[nodiscard]] QAccessibleInterface *childAt(int, int) const override { return nullptr; }
     // Neither pressed nor written to nor selected in.
