@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/history/rank_history.h"
 
-#include "ui_kit/text/figures.h"
 
 #include <QCoreApplication>
-#include <QDateTime>
 
 #include <algorithm>
 
@@ -153,30 +151,9 @@ RankAxis rankAxis(std::int64_t worstRank, std::int64_t most)
     return axis;
 }
 
-QDate calendarDay(Date day)
-{
-    return QDateTime::fromMSecsSinceEpoch(qint64(unixSeconds(day) * 1000), Qt::UTC).date();
-}
-
 bool needsYears(const std::vector<RankingTimeline::Day> &days)
 {
     return days.size() > daysOfYear;
-}
-
-QString dayText(Date day, DayFormat format, const QLocale &locale)
-{
-    const auto pattern = [&] {
-        switch (format) {
-        case DayFormat::Day:
-            return QStringLiteral("MMM d");
-        case DayFormat::DayAndYear:
-            return QStringLiteral("MMM d, yyyy");
-        case DayFormat::Year:
-            return QStringLiteral("yyyy");
-        }
-        Q_UNREACHABLE();
-    };
-    return withPlainDigits(locale.toString(calendarDay(day), pattern()));
 }
 
 QString dayLabel(Date day, const std::vector<RankingTimeline::Day> &days, const QLocale &locale)

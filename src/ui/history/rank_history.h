@@ -3,9 +3,8 @@
 #pragma once
 
 #include "store/ranking_timeline.h"
-#include "ui_kit/text/figures.h"
+#include "ui_kit/text/date_texts.h"
 
-#include <QDate>
 #include <QLocale>
 #include <QString>
 
@@ -96,23 +95,8 @@ inline constexpr std::int64_t mostRankSteps = 5;
 /// (but one at least, and never more than mostRankSteps).
 RankAxis rankAxis(std::int64_t worstRank, std::int64_t most = mostRankSteps);
 
-/// The calendar day of a UTC day; invalid for a date of no calendar.
-QDate calendarDay(Date day);
-
 /// True for a range so long that a day and a month may name two of its days.
 bool needsYears(const std::vector<RankingTimeline::Day> &days);
-
-enum class DayFormat {
-    /// "Nov 21"
-    Day,
-    /// "Nov 21, 2026"
-    DayAndYear,
-    /// "2026"
-    Year,
-};
-
-/// A UTC day in the language of the locale.
-QString dayText(Date day, DayFormat format, const QLocale &locale = wordLocale());
 
 /// A UTC day as one of `days`: with its year where needsYears() says so.
 QString dayLabel(Date day, const std::vector<RankingTimeline::Day> &days,

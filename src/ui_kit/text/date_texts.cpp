@@ -46,4 +46,25 @@ QString dateText(Date date, const QLocale &locale, const QTimeZone &zone)
                      date, zone);
 }
 
+QDate calendarDay(Date day)
+{
+    return QDateTime::fromMSecsSinceEpoch(qint64(unixSeconds(day) * 1000), Qt::UTC).date();
+}
+
+QString dayText(Date day, DayFormat format, const QLocale &locale)
+{
+    const auto pattern = [&] {
+        switch (format) {
+        case DayFormat::Day:
+            return QStringLiteral("MMM d");
+        case DayFormat::DayAndYear:
+            return QStringLiteral("MMM d, yyyy");
+        case DayFormat::Year:
+            return QStringLiteral("yyyy");
+        }
+        Q_UNREACHABLE();
+    };
+    return withPlainDigits(locale.toString(calendarDay(day), pattern()));
+}
+
 } // namespace veltrix

@@ -5,6 +5,7 @@
 #include "model/date.h"
 #include "ui_kit/text/figures.h"
 
+#include <QDate>
 #include <QLocale>
 #include <QString>
 #include <QTimeZone>
@@ -20,5 +21,20 @@ QString dateTimeText(Date date, const QLocale &locale = wordLocale(),
 /// An abbreviated date: "Nov 21, 2026".
 QString dateText(Date date, const QLocale &locale = wordLocale(),
                  const QTimeZone &zone = QTimeZone::systemTimeZone());
+
+/// The calendar day of a UTC day; invalid for a date of no calendar.
+QDate calendarDay(Date day);
+
+enum class DayFormat {
+    /// "Nov 21"
+    Day,
+    /// "Nov 21, 2026"
+    DayAndYear,
+    /// "2026"
+    Year,
+};
+
+/// A UTC day in the language of the locale.
+QString dayText(Date day, DayFormat format, const QLocale &locale = wordLocale());
 
 } // namespace veltrix
