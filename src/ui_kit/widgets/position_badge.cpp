@@ -79,20 +79,27 @@ QString movementSentence(const RankMovement &movement)
 }
 
 PositionGeometry layoutPosition(const QRectF &rect, const QFontMetricsF &rank,
-                                const PositionBadge &badge)
+                                const PositionBadge &badge, const QFontMetricsF &moved,
+                                qreal movement)
 {
     PositionGeometry geometry;
-    const qreal baseline = std::round(rect.center().y() + (rank.ascent() - rank.descent()) / 2);
-    qreal x = rect.x();
-    if (badge.hasTrophy()) {
-        const qreal size = std::round(rank.height());
-        geometry.trophy = QRectF(x, std::round(rect.center().y() - size / 2), size, size);
-        x += size + trophyGap;
-    }
-    geometry.baseline = QPointF(x, baseline);
-    x += tabularWidth(rank, badge.text()) + spacing::s;
-    geometry.movementBaseline = QPointF(x, baseline);
-    geometry.movementWidth = std::max(0.0, rect.right() - x);
+    const qreal trophy = badge.hasTrophy() ? std::round(rank.height()) : 0;
+    const qreal start = rect.x() + (trophy > 0 ? trophy + trophyGap : 0);
+    const qreal beside = start + tabularWidth(rank, badge.text()) + spacing::s;
+    const qreal bothLines = std::ceil(rank.height()) + std::ceil(moved.height());
+    const bool goesBelow =
+        movement > std::max(0.0, rect.right() - beside) && bothLines <= rect.height();
+    const QRectF line(rect.x(), rect.center().y() - (goesBelow ? bothLines : rect.height()) / 2,
+                      rect.width(), goesBelow ? std::ceil(rank.height()) : rect.height());
+    const qreal baseline = std::round(line.center().y() + (rank.ascent() - rank.descent()) / 2);
+    if (trophy > 0)
+        geometry.trophy =
+            QRectF(rect.x(), std::round(line.center().y() - trophy / 2), trophy, trophy);
+    geometry.baseline = QPointF(start, baseline);
+    geometry.movementBaseline = goesBelow
+                                    ? QPointF(rect.x(), std::round(line.bottom() + moved.ascent()))
+                                    : QPointF(beside, baseline);
+    geometry.movementWidth = std::max(0.0, rect.right() - geometry.movementBaseline.x());
     return geometry;
 }
 
@@ -103,7 +110,9 @@ void paintPosition(QPainter &painter, const QRectF &rect, const PositionBadge &b
     const QFont rank = fontFor(rankStyle(badge), base);
     const QFont moved = fontFor(TextStyle::SecondaryMedium, base);
     const QFontMetricsF movedMetrics(moved);
-    const PositionGeometry geometry = layoutPosition(rect, QFontMetricsF(rank), badge);
+    const QString label = movement ? movement->label() : QString();
+    const PositionGeometry geometry = layoutPosition(rect, QFontMetricsF(rank), badge, movedMetrics,
+                                                     movedMetrics.horizontalAdvance(label));
     painter.save();
     if (badge.hasTrophy())
         drawSymbol(painter, geometry.trophy, QStringLiteral("trophy.fill"), tokens[Token::Yellow]);
@@ -113,9 +122,8 @@ void paintPosition(QPainter &painter, const QRectF &rect, const PositionBadge &b
     if (movement) {
         painter.setFont(moved);
         painter.setPen(tokens[movementToken(*movement)]);
-        painter.drawText(
-            geometry.movementBaseline,
-            movedMetrics.elidedText(movement->label(), Qt::ElideRight, geometry.movementWidth));
+        painter.drawText(geometry.movementBaseline,
+                         movedMetrics.elidedText(label, Qt::ElideRight, geometry.movementWidth));
     }
     painter.restore();
 }

@@ -39,15 +39,17 @@ struct PositionGeometry {
     /// Empty without a trophy.
     QRectF trophy;
     QPointF baseline;
-    /// Where the movement label starts; its width is what is left of the rectangle.
+    /// Where the movement label starts; its width is what there is room for.
     QPointF movementBaseline;
     qreal movementWidth = 0;
 };
 
-/// The badge at the leading end of `rect` and a movement label after it on the same baseline.
-/// `rank` are the metrics of the rank's font.
+/// The badge at the leading end of `rect` and a movement label that is `movement` wide after it on
+/// the same baseline, or below it where it does not fit beside it and there is room for two lines.
+/// `rank` and `moved` are the metrics of their fonts.
 PositionGeometry layoutPosition(const QRectF &rect, const QFontMetricsF &rank,
-                                const PositionBadge &badge);
+                                const PositionBadge &badge, const QFontMetricsF &moved,
+                                qreal movement);
 /// `base` is the body font.
 void paintPosition(QPainter &painter, const QRectF &rect, const PositionBadge &badge,
                    const std::optional<RankMovement> &movement, const Tokens &tokens,

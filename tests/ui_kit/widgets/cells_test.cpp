@@ -192,15 +192,36 @@ TEST(MovementLabel, IsSpokenWithoutArrows)
 TEST(PositionGeometry, TrophyRankAndMovementFollowEachOther)
 {
     const QFontMetricsF rank(fontFor(TextStyle::BodySemibold, body()));
-    const PositionGeometry medal = layoutPosition(cell, rank, {2});
+    const QFontMetricsF moved(fontFor(TextStyle::SecondaryMedium, body()));
+    const PositionGeometry medal = layoutPosition(cell, rank, {2}, moved, 20);
     EXPECT_DOUBLE_EQ(medal.trophy.left(), cell.left());
     EXPECT_GT(medal.baseline.x(), medal.trophy.right());
     EXPECT_GT(medal.movementBaseline.x(), medal.baseline.x());
     EXPECT_DOUBLE_EQ(medal.movementBaseline.y(), medal.baseline.y());
-    const PositionGeometry plain = layoutPosition(cell, rank, {21});
+    const PositionGeometry plain = layoutPosition(cell, rank, {21}, moved, 20);
     EXPECT_TRUE(plain.trophy.isNull());
     EXPECT_DOUBLE_EQ(plain.baseline.x(), cell.left());
-    EXPECT_GE(layoutPosition(QRectF(0, 0, 10, 52), rank, {21}).movementWidth, 0);
+    EXPECT_GE(layoutPosition(QRectF(0, 0, 10, 52), rank, {21}, moved, 20).movementWidth, 0);
+}
+
+TEST(PositionGeometry, AMovementWithoutRoomBesideTheRankGoesBelowIt)
+{
+    const QFontMetricsF rank(fontFor(TextStyle::BodySemibold, body()));
+    const QFontMetricsF moved(fontFor(TextStyle::SecondaryMedium, body()));
+    const qreal words = moved.horizontalAdvance(QStringLiteral("Entered results"));
+    const QRectF narrow(100, 50, words + 10, 52);
+    const PositionGeometry below = layoutPosition(narrow, rank, {2}, moved, words);
+    EXPECT_DOUBLE_EQ(below.movementBaseline.x(), narrow.left());
+    EXPECT_GT(below.movementBaseline.y() - moved.ascent(), below.baseline.y());
+    EXPECT_GE(below.trophy.top(), narrow.top());
+    EXPECT_LE(below.movementBaseline.y() + moved.descent(), narrow.bottom());
+    EXPECT_GE(below.movementWidth, words);
+    const PositionGeometry none = layoutPosition(narrow, rank, {2}, moved, 0);
+    EXPECT_NEAR(none.trophy.center().y(), narrow.center().y(), 1) << "nothing to make room for";
+    const QRectF low(100, 50, words + 10, 20);
+    EXPECT_DOUBLE_EQ(layoutPosition(low, rank, {2}, moved, words).movementBaseline.y(),
+                     layoutPosition(low, rank, {2}, moved, words).baseline.y())
+        << "no room for a second line";
 }
 
 TEST(OverlappingIcons, AreAtMostFiveEachOverTheOneBefore)
