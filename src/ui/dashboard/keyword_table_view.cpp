@@ -32,12 +32,13 @@ KeywordTableView::KeywordTableView(KeywordTableModel &model, ArtworkImages &imag
     header().setAccessibleName(tr("Columns"));
     header().setContextMenuPolicy(Qt::CustomContextMenu);
     setSelectionMode(ExtendedSelection);
+    holdColumn(int(KeywordColumn::Keyword));
     m_rowActions->hide();
     connectHeader();
     connectRowActions();
     connect(this, &QTableView::doubleClicked, this, [this](const QModelIndex &index) {
         // The first click on the icons has opened the ranked apps already.
-        if (!isAppsCell(visualRect(index).center()))
+        if (!isAppsCell(index))
             Q_EMIT opened(index.row());
     });
     // The current row has its buttons while the table has the focus.
@@ -200,9 +201,8 @@ void KeywordTableView::resizeEvent(QResizeEvent *event)
     rowsPlaced();
 }
 
-bool KeywordTableView::isAppsCell(const QPoint &position) const
+bool KeywordTableView::isAppsCell(const QModelIndex &index) const
 {
-    const QModelIndex index = indexAt(position);
     return index.isValid() && index.column() == int(KeywordColumn::Apps) &&
            !m_model.entryAt(index.row()).row.appsInRanking.isEmpty();
 }
@@ -211,7 +211,8 @@ bool KeywordTableView::viewportEvent(QEvent *event)
 {
     if (event->type() == QEvent::MouseMove) {
         m_pointer = static_cast<QMouseEvent *>(event)->position().toPoint();
-        viewport()->setCursor(isAppsCell(m_pointer) ? Qt::PointingHandCursor : Qt::ArrowCursor);
+        viewport()->setCursor(isAppsCell(indexAt(m_pointer)) ? Qt::PointingHandCursor
+                                                             : Qt::ArrowCursor);
     }
     const bool isHandled = RowTable::viewportEvent(event);
     // Buttons that had to wait for the pointer to leave their place.
@@ -280,7 +281,7 @@ void KeywordTableView::rowsPlaced()
 void KeywordTableView::mousePressEvent(QMouseEvent *event)
 {
     const QPoint position = event->position().toPoint();
-    m_pressedApps = event->button() == Qt::LeftButton && isAppsCell(position)
+    m_pressedApps = event->button() == Qt::LeftButton && isAppsCell(indexAt(position))
                         ? QPersistentModelIndex(indexAt(position))
                         : QPersistentModelIndex();
     RowTable::mousePressEvent(event);

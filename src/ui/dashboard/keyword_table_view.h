@@ -66,7 +66,7 @@ private:
     [[nodiscard]] QRect placeActions(int row);
     [[nodiscard]] int scaledLength(int atStandard) const;
     [[nodiscard]] int toStandardFont(int pixels) const;
-    [[nodiscard]] bool isAppsCell(const QPoint &position) const;
+    [[nodiscard]] bool isAppsCell(const QModelIndex &index) const;
 
     KeywordTableModel &m_model;
     RowActions *m_rowActions;

@@ -186,19 +186,94 @@ Token RowTable::fillOf(int row) const
     return row == m_hoveredRow && isPointable(row) ? Token::Hover : Token::Surface;
 }
 
-void RowTable::paintRows(const QRect &area)
+void RowTable::paintRows(QPainter &painter, const QRect &area)
 {
     const Tokens tokens = Tokens::of(this);
-    QPainter painter(viewport());
     for (int row = std::max(0, rowAt(area.top())); row < m_model.rowCount(); ++row) {
-        const QRect rect = rowRect(row);
+        QRect rect = rowRect(row);
         if (rect.top() > area.bottom())
             break;
+        rect.setLeft(area.left());
+        rect.setRight(area.right());
         const Token fill = fillOf(row);
         if (fill != Token::Surface)
             painter.fillRect(rect, tokens[fill]);
-        drawHorizontalHairline(painter, 0, rect.width(), rect.bottom(), tokens[Token::Hairline]);
+        drawHorizontalHairline(painter, rect.left(), rect.right() + 1, rect.bottom(),
+                               tokens[Token::Hairline]);
     }
+}
+
+void RowTable::holdColumn(int column)
+{
+    m_header->holdSection(column);
+    connect(m_header, &TableHeader::ownPlaceWanted, horizontalScrollBar(), &QScrollBar::setValue);
+    connect(m_header, &TableHeader::sectionResized, viewport(), qOverload<>(&QWidget::update));
+}
+
+QRect RowTable::heldArea() const
+{
+    QRect area = m_header->heldRect();
+    area.setHeight(area.isEmpty() ? 0 : viewport()->height());
+    return area;
+}
+
+void RowTable::paintHeldColumn(const QRect &area)
+{
+    const QRect held = heldArea();
+    const QRect part = held.intersected(area);
+    if (part.isEmpty())
+        return;
+    QPainter painter(viewport());
+    painter.fillRect(held, Tokens::of(this)[Token::Surface]);
+    paintRows(painter, QRect(held.left(), part.top(), held.width(), part.height()));
+    QStyleOptionViewItem option;
+    initViewItemOption(&option);
+    for (int row = std::max(0, rowAt(part.top())); row < m_model.rowCount(); ++row) {
+        const QModelIndex index = m_model.index(row, m_header->heldSection());
+        option.rect = visualRect(index);
+        if (option.rect.top() > part.bottom())
+            break;
+        itemDelegate()->paint(&painter, option, index);
+    }
+    m_header->paintHeldEdge(painter, held);
+}
+
+QModelIndex RowTable::indexAt(const QPoint &position) const
+{
+    const QRect held = heldArea();
+    if (held.isEmpty() || position.x() < held.left() || position.x() > held.right())
+        return QTableView::indexAt(position);
+    const int row = rowAt(position.y());
+    return row < 0 ? QModelIndex() : m_model.index(row, m_header->heldSection());
+}
+
+QRect RowTable::visualRect(const QModelIndex &index) const
+{
+    QRect rect = QTableView::visualRect(index);
+    const QRect held = heldArea();
+    if (!held.isEmpty() && index.column() == m_header->heldSection())
+        rect.moveLeft(held.left());
+    return rect;
+}
+
+void RowTable::scrollTo(const QModelIndex &index, ScrollHint hint)
+{
+    const QRect before = heldArea();
+    const int offset = horizontalScrollBar()->value();
+    QTableView::scrollTo(index, hint);
+    if (!before.isEmpty() && index.column() == m_header->heldSection()) {
+        // It is in view already.
+        horizontalScrollBar()->setValue(offset);
+        return;
+    }
+    const QRect held = heldArea();
+    if (held.isEmpty())
+        return;
+    const QRect cell = QTableView::visualRect(index);
+    const int covered =
+        isRightToLeft() ? cell.right() - held.left() + 1 : held.right() - cell.left() + 1;
+    if (covered > 0)
+        horizontalScrollBar()->setValue(horizontalScrollBar()->value() - covered);
 }
 
 void RowTable::paintFocus()
@@ -218,8 +293,12 @@ void RowTable::paintFocus()
 
 void RowTable::paintEvent(QPaintEvent *event)
 {
-    paintRows(event->rect());
+    {
+        QPainter painter(viewport());
+        paintRows(painter, {0, event->rect().top(), viewport()->width(), event->rect().height()});
+    }
     QTableView::paintEvent(event);
+    paintHeldColumn(event->rect());
     paintFocus();
 }
 
@@ -272,8 +351,11 @@ void RowTable::scrollContentsBy(int dx, int dy)
     if (underMouse())
         hoverUnderPointer();
     rowsPlaced();
-    // Rows are filled over the whole width, so scrolled pixels cannot be reused as they are.
+    // Rows are filled over the whole width, so scrolled pixels cannot be reused as they are; nor
+    // can those of a header with a held column.
     viewport()->update();
+    if (dx != 0)
+        m_header->viewport()->update();
 }
 
 void RowTable::currentChanged(const QModelIndex &current, const QModelIndex &previous)

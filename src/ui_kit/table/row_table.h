@@ -35,6 +35,10 @@ public:
     /// which none can be selected.
     void copy() const;
 
+    [[nodiscard]] QModelIndex indexAt(const QPoint &position) const override;
+    [[nodiscard]] QRect visualRect(const QModelIndex &index) const override;
+    void scrollTo(const QModelIndex &index, ScrollHint hint = EnsureVisible) override;
+
 protected:
     void paintEvent(QPaintEvent *event) override;
     void changeEvent(QEvent *event) override;
@@ -58,6 +62,8 @@ protected:
     [[nodiscard]] TableHeader &header() const { return *m_header; }
     /// Columns shown, in their order on screen.
     [[nodiscard]] std::vector<int> shownSections() const;
+    /// Keeps a column in view at the leading edge while the others scroll sideways beneath it.
+    void holdColumn(int column);
     /// Gives a column what the others leave of the table's width and `excess` pixels more, at least
     /// its minimum.
     void fillWidth(int column, int excess = 0);
@@ -79,7 +85,11 @@ private:
     void applyRowHeight();
     void hoverUnderPointer();
     [[nodiscard]] Token fillOf(int row) const;
-    void paintRows(const QRect &area);
+    /// Where the held column lies over others; else empty.
+    [[nodiscard]] QRect heldArea() const;
+    /// The ground of the rows in `area`, from its left to its right end.
+    void paintRows(QPainter &painter, const QRect &area);
+    void paintHeldColumn(const QRect &area);
     void paintFocus();
     void rememberSeenRows();
     void keepSeenRows();

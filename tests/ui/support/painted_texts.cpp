@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/support/painted_texts.h"
 
+#include "ui_kit/table/table_header.h"
+
 #include <QApplication>
 #include <QHeaderView>
 #include <QHelpEvent>
@@ -8,7 +10,9 @@
 #include <QScrollBar>
 #include <QToolTip>
 
+#include <algorithm>
 #include <functional>
+#include <numeric>
 
 namespace veltrix
 {
@@ -23,7 +27,10 @@ constexpr qreal tolerance = 2;
 class RecordingEngine final : public QPaintEngine
 {
 public:
-    RecordingEngine() : QPaintEngine(AllFeatures) {}
+    explicit RecordingEngine(QSize device)
+        : QPaintEngine(AllFeatures), m_device(QPointF(0, 0), device)
+    {
+    }
 
     bool begin(QPaintDevice *) override { return true; }
     bool end() override { return true; }
@@ -32,19 +39,34 @@ public:
     {
         if (changed.state() & DirtyTransform)
             m_transform = changed.transform();
+        if (changed.state() & DirtyBrush)
+            m_brush = changed.brush();
     }
     void drawTextItem(const QPointF &baseline, const QTextItem &item) override
     {
         const QRectF box(baseline.x(), baseline.y() - item.ascent(), item.width(),
                          item.ascent() + item.descent());
-        if (!item.text().trimmed().isEmpty())
-            texts.push_back({item.text(), m_transform.mapRect(box)});
+        const QRectF place = m_transform.mapRect(box);
+        if (!item.text().trimmed().isEmpty() && place.intersects(m_device))
+            texts.push_back({item.text(), place});
     }
     void drawPath(const QPainterPath &) override {}
     void drawPolygon(const QPointF *, int, PolygonDrawMode) override {}
     void drawPolygon(const QPoint *, int, PolygonDrawMode) override {}
-    void drawRects(const QRectF *, int) override {}
-    void drawRects(const QRect *, int) override {}
+    void drawRects(const QRectF *rects, int count) override
+    {
+        if (!m_brush.isOpaque())
+            return;
+        for (int i = 0; i < count; ++i)
+            coverTexts(m_transform.mapRect(rects[i]));
+    }
+    void drawRects(const QRect *rects, int count) override
+    {
+        for (int i = 0; i < count; ++i) {
+            const QRectF rect = rects[i];
+            drawRects(&rect, 1);
+        }
+    }
     void drawLines(const QLineF *, int) override {}
     void drawLines(const QLine *, int) override {}
     void drawPoints(const QPointF *, int) override {}
@@ -61,13 +83,34 @@ public:
     std::vector<PaintedText> texts;
 
 private:
+    /// What is painted over is not seen: what a table holds in place lies over what scrolls.
+    void coverTexts(const QRectF &cover)
+    {
+        const auto cut = [&](QRectF &rect) {
+            const QRectF seen = rect.intersected(m_device);
+            if (seen.isEmpty() || seen.top() < cover.top() || seen.bottom() > cover.bottom())
+                return;
+            if (seen.left() >= cover.left())
+                rect.setLeft(std::clamp(cover.right(), seen.left(), rect.right()));
+            else if (seen.right() <= cover.right())
+                rect.setRight(std::clamp(cover.left(), rect.left(), seen.right()));
+        };
+        for (PaintedText &painted : texts)
+            cut(painted.rect);
+        texts.erase(std::remove_if(texts.begin(), texts.end(),
+                                   [](const auto &painted) { return painted.rect.width() <= 0; }),
+                    texts.end());
+    }
+
+    QRectF m_device;
     QTransform m_transform;
+    QBrush m_brush;
 };
 
 class RecordingDevice final : public QPaintDevice
 {
 public:
-    explicit RecordingDevice(QSize size) : m_size(size) {}
+    explicit RecordingDevice(QSize size) : m_size(size), m_engine(size) {}
 
     [[nodiscard]] QPaintEngine *paintEngine() const override { return &m_engine; }
     [[nodiscard]] const std::vector<PaintedText> &texts() const { return m_engine.texts; }
@@ -131,14 +174,28 @@ QStringList problemsIn(const QRect &cell, const std::vector<PaintedText> &texts,
     return problems;
 }
 
-std::vector<PaintedText> textsIn(const QRect &cell, const std::vector<PaintedText> &texts)
+/// Takes the texts of a cell out of those that no cell has had yet.
+std::vector<PaintedText> takeTextsIn(const QRect &cell, std::vector<PaintedText> &texts)
 {
-    std::vector<PaintedText> inside;
-    for (const PaintedText &text : texts) {
-        if (cell.contains(QPoint(int(text.rect.left()) + 1, int(text.rect.center().y()))))
-            inside.push_back(text);
-    }
+    const auto rest = std::stable_partition(texts.begin(), texts.end(), [&](const auto &text) {
+        return !cell.contains(QPoint(int(text.rect.left()) + 1, int(text.rect.center().y())));
+    });
+    std::vector<PaintedText> inside(rest, texts.end());
+    texts.erase(rest, texts.end());
     return inside;
+}
+
+/// The columns of a table, the one that it holds over others first.
+std::vector<int> columnsFromTop(const QAbstractItemView &view)
+{
+    std::vector<int> columns(size_t(view.model()->columnCount()));
+    std::iota(columns.begin(), columns.end(), 0);
+    const auto *table = qobject_cast<const QTableView *>(&view);
+    const auto *header =
+        table ? qobject_cast<const TableHeader *>(table->horizontalHeader()) : nullptr;
+    if (header && header->heldSection() >= 0)
+        std::swap(columns[0], columns[size_t(header->heldSection())]);
+    return columns;
 }
 
 QStringList beyondCells(size_t count)
@@ -159,7 +216,7 @@ std::vector<PaintedText> paintedTexts(QWidget *widget)
 
 QStringList paintedTextProblems(QAbstractItemView *view)
 {
-    const std::vector<PaintedText> texts = paintedTexts(view->viewport());
+    std::vector<PaintedText> texts = paintedTexts(view->viewport());
     std::vector<QRect> covers;
     for (const QWidget *child :
          view->viewport()->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly)) {
@@ -167,34 +224,33 @@ QStringList paintedTextProblems(QAbstractItemView *view)
             covers.push_back(child->geometry());
     }
     QStringList problems;
-    size_t seen = 0;
     for (int row = 0; row < view->model()->rowCount(); ++row) {
-        for (int column = 0; column < view->model()->columnCount(); ++column) {
+        for (const int column : columnsFromTop(*view)) {
             const QModelIndex index = view->model()->index(row, column);
             const QRect cell = view->visualRect(index);
             if (cell.isEmpty() || !view->viewport()->rect().intersects(cell))
                 continue;
-            const std::vector<PaintedText> inside = textsIn(cell, texts);
-            seen += inside.size();
+            const std::vector<PaintedText> inside = takeTextsIn(cell, texts);
             problems +=
                 problemsIn(cell, inside, covers, index.data(Qt::AccessibleTextRole).toString(),
                            [&] { return index.data(Qt::ToolTipRole).toString(); });
         }
     }
-    return problems + beyondCells(texts.size() - seen);
+    return problems + beyondCells(texts.size());
 }
 
 QStringList paintedHeaderProblems(QTableView *table)
 {
     QHeaderView *header = table->horizontalHeader();
-    const std::vector<PaintedText> texts = paintedTexts(header->viewport());
+    std::vector<PaintedText> texts = paintedTexts(header->viewport());
+    const auto *holding = qobject_cast<TableHeader *>(header);
     QStringList problems;
-    size_t seen = 0;
-    for (int section = 0; section < header->count(); ++section) {
+    for (const int section : columnsFromTop(*table)) {
         if (header->isSectionHidden(section))
             continue;
-        const QRect cell(header->sectionViewportPosition(section), 0, header->sectionSize(section),
-                         header->height());
+        const QRect cell = holding ? holding->sectionRect(section)
+                                   : QRect(header->sectionViewportPosition(section), 0,
+                                           header->sectionSize(section), header->height());
         const QPoint centre = cell.center();
         const auto toolTip = [&] {
             QToolTip::hideText();
@@ -202,11 +258,10 @@ QStringList paintedHeaderProblems(QTableView *table)
             QCoreApplication::sendEvent(header->viewport(), &event);
             return QToolTip::text();
         };
-        const std::vector<PaintedText> inside = textsIn(cell, texts);
-        seen += inside.size();
+        const std::vector<PaintedText> inside = takeTextsIn(cell, texts);
         problems += problemsIn(cell, inside, {}, QString(), toolTip);
     }
-    return problems + beyondCells(texts.size() - seen);
+    return problems + beyondCells(texts.size());
 }
 
 } // namespace veltrix
