@@ -102,10 +102,6 @@ TEST_P(Audit, TextsAreWholeInTheSmallestWindow)
 
 TEST_P(Audit, TextsAreWholeInTheSmallestWindowAtOneAndAHalfTimesTheFont)
 {
-    if (GetParam().name.contains(QStringLiteral("large-font")))
-        GTEST_SKIP() << "has that font by itself, and would have it twice";
-    if (GetParam().name == QStringLiteral("import-refused"))
-        GTEST_SKIP() << "the reasons of the refusals need more room than there is yet";
     QFont large = QApplication::font();
     large.setPixelSize(qRound(large.pixelSize() * 1.5));
     QApplication::setFont(large);

@@ -17,6 +17,7 @@ const QString shown = QStringLiteral("shown");
 const QString hidden = QStringLiteral("hidden");
 const QString sortWord = QStringLiteral("sort");
 const QString excessWord = QStringLiteral("excess");
+const QString filterWord = QStringLiteral("filter");
 const QString ascending = QStringLiteral("ascending");
 const QString descending = QStringLiteral("descending");
 
@@ -73,6 +74,11 @@ void readSorting(ColumnLayout &layout, const QStringList &words)
     layout.sortOrder = words.value(2) == descending ? Qt::DescendingOrder : Qt::AscendingOrder;
 }
 
+void readFilter(ColumnLayout &layout, const QStringList &words)
+{
+    layout.quickFilter = quickFilterOf(words.value(1)).value_or(QuickFilter::All);
+}
+
 } // namespace
 
 ColumnLayout ColumnLayout::standard()
@@ -94,6 +100,8 @@ QString ColumnLayout::toText() const
                    (sortOrder == Qt::AscendingOrder ? ascending : descending));
     if (excess != 0)
         entries.append(excessWord + u' ' + QString::number(excess));
+    if (quickFilter != QuickFilter::All)
+        entries.append(filterWord + u' ' + QLatin1String(quickFilterId(quickFilter)));
     return entries.join(QStringLiteral("; "));
 }
 
@@ -106,6 +114,8 @@ ColumnLayout ColumnLayout::fromText(const QString &text)
             readSorting(layout, words);
         else if (words.value(0) == excessWord)
             readExcess(layout, words);
+        else if (words.value(0) == filterWord)
+            readFilter(layout, words);
         else
             readColumn(layout, words);
     }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "ui/dashboard/keyword_column.h"
+#include "ui/dashboard/quick_filter.h"
 
 #include <QString>
 
@@ -11,8 +12,8 @@
 namespace veltrix
 {
 
-/// Order, width and visibility of every column, and what the rows are sorted by. Widths are pixels
-/// at the standard font.
+/// Order, width and visibility of every column, what the rows are sorted by, and which of them are
+/// shown. Widths are pixels at the standard font.
 struct ColumnLayout {
     struct Column {
         KeywordColumn column = KeywordColumn::Keyword;
@@ -27,6 +28,7 @@ struct ColumnLayout {
     Qt::SortOrder sortOrder = Qt::AscendingOrder;
     /// How much wider than the table the user has made all columns together; negative: narrower.
     int excess = 0;
+    QuickFilter quickFilter = QuickFilter::All;
 
     /// All columns shown in their defined order with their default widths, sorted by keyword.
     static ColumnLayout standard();

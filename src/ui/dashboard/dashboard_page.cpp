@@ -8,12 +8,15 @@
 #include "ui/dashboard/keyword_filter.h"
 #include "ui/dashboard/keyword_table_model.h"
 #include "ui/dashboard/keyword_table_view.h"
+#include "ui/dashboard/quick_filter_bar.h"
 #include "ui/measuring/measuring_status.h"
 #include "ui/preferences/preferences.h"
 #include "ui_kit/widgets/artwork_images.h"
 #include "ui_kit/widgets/banner.h"
 #include "ui_kit/widgets/page_toolbar.h"
 
+#include <QApplication>
+#include <QKeyEvent>
 #include <QMenu>
 #include <QPointer>
 #include <QStackedWidget>
@@ -41,7 +44,7 @@ DashboardPage::DashboardPage(ASOStore &store, ArtworkImages &images, Preferences
       m_notices(new DashboardNotices(store, this)), m_model(new KeywordTableModel(store, this)),
       m_actions(new KeywordActions(store, *m_model, files, measuring, this)),
       m_toolbar(new PageToolbar(tr("Keywords"))),
-      m_controls(new KeywordControls(*m_toolbar, *m_filter)),
+      m_controls(new KeywordControls(*m_toolbar, *m_filter)), m_quickFilters(new QuickFilterBar),
       m_table(new KeywordTableView(*m_model, images, this)),
       m_importBanner(new Banner(QStringLiteral("importBanner"),
                                 QStringLiteral("exclamationmark.triangle"), tr("Copy refused"))),
@@ -51,8 +54,10 @@ DashboardPage::DashboardPage(ASOStore &store, ArtworkImages &images, Preferences
 {
     setObjectName(QStringLiteral("dashboardPage"));
     layOut();
-    m_table->setColumnLayout(ColumnLayout::fromText(preferences.keywordTableColumns()));
+    const auto layout = ColumnLayout::fromText(preferences.keywordTableColumns());
+    m_table->setColumnLayout(layout);
     connectControls();
+    connectQuickFilters(layout.quickFilter);
     connectTable();
     connectNotices();
     connect(&m_store, &ASOStore::refreshProgressChanged, this, &DashboardPage::measuringEnded);
@@ -86,6 +91,7 @@ void DashboardPage::layOut()
     layout->addWidget(m_toolbar);
     layout->addWidget(m_importBanner);
     layout->addWidget(m_orphansBanner);
+    layout->addWidget(m_quickFilters);
     layout->addWidget(m_stack, 1);
 }
 
@@ -98,6 +104,20 @@ void DashboardPage::connectControls()
     connect(m_filter, &KeywordFilter::changed, this, [this] {
         m_model->setSearch(m_filter->search());
         m_model->setStorefront(m_filter->storefront());
+        m_model->setQuickFilter(m_filter->quick());
+        updateContent();
+    });
+}
+
+void DashboardPage::connectQuickFilters(QuickFilter saved)
+{
+    connect(m_quickFilters, &QuickFilterBar::changed, m_filter, &KeywordFilter::setQuick);
+    connect(m_filter, &KeywordFilter::changed, this,
+            [this] { m_quickFilters->choose(m_filter->quick()); });
+    m_filter->setQuick(saved);
+    connect(m_quickFilters, &QuickFilterBar::changed, this, &DashboardPage::columnsChanged);
+    connect(m_model, &KeywordTableModel::quickFilterCountsChanged, this, [this] {
+        m_quickFilters->setCounts(m_model->quickFilterCounts());
         updateContent();
     });
 }
@@ -170,8 +190,10 @@ void DashboardPage::updateCount()
 
 std::optional<DashboardPlaceholder> DashboardPage::placeholder() const
 {
-    return dashboardPlaceholder(
-        {m_store.isStateRead(), app().has_value(), m_model->keywordCount(), m_model->rowCount()});
+    const QuickFilterCounts &counts = m_model->quickFilterCounts();
+    return dashboardPlaceholder({m_store.isStateRead(), app().has_value(), m_model->keywordCount(),
+                                 m_model->rowCount(), m_filter->quick(),
+                                 counts[size_t(QuickFilter::All)]});
 }
 
 void DashboardPage::updateContent()
@@ -179,6 +201,8 @@ void DashboardPage::updateContent()
     const auto instead = placeholder();
     if (instead)
         m_empty->setContent(instead->content);
+    // Where there is no keyword at all, there is none to choose from.
+    m_quickFilters->setVisible(m_model->keywordCount() > 0);
     m_stack->setCurrentWidget(instead ? static_cast<QWidget *>(m_empty) : m_table);
 }
 
@@ -196,17 +220,35 @@ void DashboardPage::goOn()
         openAddKeywords();
         break;
     case WayOn::ShowAllKeywords:
-        m_controls->clearFilter();
+        showOnly(QuickFilter::All);
         break;
     }
+}
+
+void DashboardPage::showOnly(QuickFilter filter)
+{
+    m_controls->showOnly(filter);
+}
+
+void DashboardPage::keyPressEvent(QKeyEvent *event)
+{
+    const QWidget *focused = QApplication::focusWidget();
+    const bool isAmongKeywords =
+        focused && (m_stack->isAncestorOf(focused) || m_quickFilters->isAncestorOf(focused));
+    if (event->key() == Qt::Key_Escape && isAmongKeywords && m_filter->quick() != QuickFilter::All)
+        m_filter->setQuick(QuickFilter::All);
+    else
+        QWidget::keyPressEvent(event);
 }
 
 void DashboardPage::measuringEnded()
 {
     // While measuring goes on, every row changes where it stands; with the new figures each goes to
     // its place at once. Selection and scroll position stay.
-    if (m_store.refreshProgress().isIdle())
-        m_model->resort();
+    if (!m_store.refreshProgress().isIdle())
+        return;
+    m_model->resort();
+    updateContent();
 }
 
 void DashboardPage::columnsChanged()
@@ -224,7 +266,9 @@ Task<void> DashboardPage::saveColumnsSoon(std::stop_token stop)
 void DashboardPage::saveColumns()
 {
     m_hasChangedColumns = false;
-    m_preferences.setKeywordTableColumns(m_table->columnLayout().toText());
+    ColumnLayout layout = m_table->columnLayout();
+    layout.quickFilter = m_filter->quick();
+    m_preferences.setKeywordTableColumns(layout.toText());
 }
 
 void DashboardPage::focusSearch()

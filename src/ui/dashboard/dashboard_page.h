@@ -28,6 +28,7 @@ class KeywordTableView;
 class MeasuringStatus;
 class PageToolbar;
 class Preferences;
+class QuickFilterBar;
 
 class DashboardPage final : public QWidget
 {
@@ -47,6 +48,8 @@ public:
     [[nodiscard]] KeywordTableView &table() { return *m_table; }
     [[nodiscard]] KeywordActions &actions() { return *m_actions; }
 
+    /// Shows the keywords that pass the quick filter, whatever was searched or filtered before.
+    void showOnly(QuickFilter filter);
     void focusSearch();
     /// The table, or the search field when there is none.
     void focusContent();
@@ -69,9 +72,13 @@ Q_SIGNALS:
     void historyRequested(const DashboardKeywordRow &row);
     void keywordCountChanged(int count);
 
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+
 private:
     void layOut();
     void connectControls();
+    void connectQuickFilters(QuickFilter saved);
     void connectTable();
     void connectNotices();
     void askToRemove(const QList<QUuid> &ids);
@@ -98,6 +105,7 @@ private:
     KeywordActions *m_actions;
     PageToolbar *m_toolbar;
     KeywordControls *m_controls;
+    QuickFilterBar *m_quickFilters;
     KeywordTableView *m_table;
     Banner *m_importBanner;
     Banner *m_orphansBanner;

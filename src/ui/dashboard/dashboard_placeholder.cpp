@@ -38,6 +38,15 @@ std::optional<DashboardPlaceholder> dashboardPlaceholder(const DashboardState &s
                   Texts::tr("Add keywords")},
                  WayOn::AddKeywords}};
     }
+    if (state.shown == 0 && state.found > 0 && state.quickFilter != QuickFilter::All) {
+        // Which of the filters it was that left nothing.
+        QString text = nothingPassedText(state.quickFilter);
+        if (state.found < state.tracked)
+            text += u' ' + Texts::tr("Search and storefront filter count, too.");
+        return {
+            {{search, nothingPassedTitle(state.quickFilter), text, Texts::tr("Show all keywords")},
+             WayOn::ShowAllKeywords}};
+    }
     if (state.shown == 0) {
         return {{{search, Texts::tr("No matching keywords"),
                   Texts::tr("No tracked keyword matches the search and the storefront filter."),

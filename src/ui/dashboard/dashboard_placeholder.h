@@ -2,6 +2,7 @@
 // What stands in place of the keyword table.
 #pragma once
 
+#include "ui/dashboard/quick_filter.h"
 #include "ui_kit/widgets/empty_state.h"
 
 #include <optional>
@@ -17,6 +18,9 @@ struct DashboardState {
     /// Keywords of the app, and those of them that the filter leaves.
     int tracked = 0;
     int shown = 0;
+    QuickFilter quickFilter = QuickFilter::All;
+    /// Keywords that pass search and storefront filter, whatever the quick filter.
+    int found = 0;
 };
 
 /// Words for an empty table, and where its button leads.

@@ -70,11 +70,11 @@ void KeywordControls::focusSearch()
     m_search->selectAll();
 }
 
-void KeywordControls::clearFilter()
+void KeywordControls::showOnly(QuickFilter filter)
 {
     m_search->clear();
     m_storefront->setCode(std::nullopt);
-    m_filter.clear();
+    m_filter.showOnly(filter);
 }
 
 void KeywordControls::setRefreshEnabled(bool isEnabled)

@@ -2,6 +2,8 @@
 // The controls over the keyword table: search, storefront, refresh, add.
 #pragma once
 
+#include "ui/dashboard/quick_filter.h"
+
 #include <QObject>
 
 class QWidget;
@@ -25,8 +27,8 @@ public:
     KeywordControls(PageToolbar &toolbar, KeywordFilter &filter);
 
     void focusSearch();
-    /// Shows all keywords again.
-    void clearFilter();
+    /// Clears search and storefront filter, so that the quick filter alone counts.
+    void showOnly(QuickFilter filter);
     void setRefreshEnabled(bool isEnabled);
     /// What asks for keywords opens at this button.
     [[nodiscard]] QWidget *addButton() const;

@@ -5,6 +5,7 @@
 #include "effects/clock.h"
 #include "model/dashboard_keyword_row.h"
 #include "model/rank_movement.h"
+#include "ui/dashboard/quick_filter.h"
 #include "ui_kit/text/relative_time.h"
 
 #include <QCollatorSortKey>
@@ -32,6 +33,8 @@ struct KeywordEntry {
     QString unmeasurable;
     /// What the newest measurement says about popularity; may be empty.
     QString popularityStatus;
+    /// The quick filters that show the keyword.
+    QuickFilterMatches matches;
     /// A refresh of this one keyword is running.
     bool isRefreshing = false;
     /// The keyword as searches compare it.

@@ -11,22 +11,32 @@ KeywordFilter::KeywordFilter(const QString &searchStorefront, QObject *parent)
 
 void KeywordFilter::setSearch(const QString &text)
 {
-    set(text, m_storefront, m_searchStorefront);
+    set(text, m_storefront, m_quick, m_searchStorefront);
 }
 
 void KeywordFilter::setStorefront(const std::optional<QString> &country)
 {
-    set(m_search, country, m_searchStorefront);
+    set(m_search, country, m_quick, m_searchStorefront);
+}
+
+void KeywordFilter::setQuick(QuickFilter filter)
+{
+    set(m_search, m_storefront, filter, m_searchStorefront);
 }
 
 void KeywordFilter::clear()
 {
-    set(QString(), std::nullopt, m_searchStorefront);
+    showOnly(QuickFilter::All);
+}
+
+void KeywordFilter::showOnly(QuickFilter filter)
+{
+    set(QString(), std::nullopt, filter, m_searchStorefront);
 }
 
 void KeywordFilter::setSearchStorefront(const QString &country)
 {
-    set(m_search, m_storefront, country);
+    set(m_search, m_storefront, m_quick, country);
 }
 
 QString KeywordFilter::storefrontOfNewKeywords() const
@@ -35,12 +45,13 @@ QString KeywordFilter::storefrontOfNewKeywords() const
 }
 
 void KeywordFilter::set(const QString &search, const std::optional<QString> &storefront,
-                        const QString &searchStorefront)
+                        QuickFilter quick, const QString &searchStorefront)
 {
-    const bool isOther = search != m_search || storefront != m_storefront;
+    const bool isOther = search != m_search || storefront != m_storefront || quick != m_quick;
     const QString before = storefrontOfNewKeywords();
     m_search = search;
     m_storefront = storefront;
+    m_quick = quick;
     m_searchStorefront = searchStorefront;
     if (isOther)
         Q_EMIT changed();

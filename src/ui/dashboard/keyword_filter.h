@@ -2,6 +2,8 @@
 // Which keywords of an app are shown, and where new ones go.
 #pragma once
 
+#include "ui/dashboard/quick_filter.h"
+
 #include <QObject>
 
 #include <optional>
@@ -9,8 +11,8 @@
 namespace veltrix
 {
 
-/// The search, the storefront filter, and the storefront of app searches, which stands in for the
-/// filter when keywords are added.
+/// The search, the storefront filter, the quick filter, and the storefront of app searches, which
+/// stands in for the filter when keywords are added.
 class KeywordFilter final : public QObject
 {
     Q_OBJECT
@@ -23,8 +25,12 @@ public:
     /// Nothing for all storefronts.
     [[nodiscard]] const std::optional<QString> &storefront() const { return m_storefront; }
     void setStorefront(const std::optional<QString> &country);
+    [[nodiscard]] QuickFilter quick() const { return m_quick; }
+    void setQuick(QuickFilter filter);
     /// Shows all keywords again.
     void clear();
+    /// Shows what passes the quick filter, and nothing else has a say in it.
+    void showOnly(QuickFilter filter);
 
     [[nodiscard]] const QString &searchStorefront() const { return m_searchStorefront; }
     void setSearchStorefront(const QString &country);
@@ -36,12 +42,13 @@ Q_SIGNALS:
     void storefrontOfNewKeywordsChanged(const QString &country);
 
 private:
-    /// Sets all three, and tells what is another now.
-    void set(const QString &search, const std::optional<QString> &storefront,
+    /// Sets all of them, and tells what is another now.
+    void set(const QString &search, const std::optional<QString> &storefront, QuickFilter quick,
              const QString &searchStorefront);
 
     QString m_search;
     std::optional<QString> m_storefront;
+    QuickFilter m_quick = QuickFilter::All;
     QString m_searchStorefront;
 };
 

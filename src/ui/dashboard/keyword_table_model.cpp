@@ -10,7 +10,8 @@ namespace veltrix
 
 KeywordTableModel::KeywordTableModel(ASOStore &store, QObject *parent)
     : EntryModel(keywordColumns(), parent),
-      m_store(store), m_surroundings{store.clock(), RelativeTime()}
+      m_store(store), m_surroundings{store.clock(), RelativeTime()},
+      m_today(utcDay(store.clock().now()))
 {
     setSorting(int(KeywordColumn::Keyword), Qt::AscendingOrder);
     connect(&m_store, &ASOStore::keywordAdded, this, &KeywordTableModel::follow);
@@ -33,10 +34,16 @@ KeywordEntry KeywordTableModel::makeEntry(const TrackedKeyword &keyword) const
     entry.folded = foldedForSearch(keyword.keyword);
     entry.order = collationKey(keyword.keyword);
     entry.surroundings = &m_surroundings;
+    entry.matches = quickFilterMatches(entry, m_today);
     return entry;
 }
 
 bool KeywordTableModel::isShown(const KeywordEntry &entry) const
+{
+    return entry.matches.test(size_t(m_quickFilter)) && isFound(entry);
+}
+
+bool KeywordTableModel::isFound(const KeywordEntry &entry) const
 {
     return (!m_country || entry.row.country == *m_country) &&
            (m_search.isEmpty() || entry.folded.contains(m_search));
@@ -66,6 +73,7 @@ void KeywordTableModel::setApp(std::optional<QUuid> appId)
     m_byId.clear();
     remember(reset(std::move(entries)));
     countStorefronts();
+    countAll();
     Q_EMIT keywordCountChanged();
 }
 
@@ -82,6 +90,7 @@ void KeywordTableModel::setStorefront(const std::optional<QString> &country)
     m_country = country;
     refilter();
     countStorefronts();
+    countAll();
 }
 
 void KeywordTableModel::setSearch(const QString &text)
@@ -91,6 +100,40 @@ void KeywordTableModel::setSearch(const QString &text)
         return;
     m_search = folded;
     refilter();
+    countAll();
+}
+
+void KeywordTableModel::setQuickFilter(QuickFilter filter)
+{
+    if (m_quickFilter == filter)
+        return;
+    m_quickFilter = filter;
+    refilter();
+}
+
+void KeywordTableModel::countAll()
+{
+    const QuickFilterCounts before = std::exchange(m_counts, {});
+    for (const auto &kept : entries()) {
+        if (!isFound(kept->entry))
+            continue;
+        for (size_t place = 0; place < m_counts.size(); ++place)
+            m_counts[place] += int(kept->entry.matches[place]);
+    }
+    if (m_counts != before)
+        Q_EMIT quickFilterCountsChanged();
+}
+
+void KeywordTableModel::count(const KeywordEntry &entry, QuickFilterMatches before)
+{
+    if (entry.matches == before || !isFound(entry))
+        return;
+    for (size_t place = 0; place < m_counts.size(); ++place)
+        m_counts[place] += int(entry.matches[place]) - int(before[place]);
+    // Nothing moves under the user's hand; a table without rows has nothing to be moved.
+    if (rowCount() == 0 && isShown(entry))
+        refilter();
+    Q_EMIT quickFilterCountsChanged();
 }
 
 void KeywordTableModel::countStorefronts()
@@ -101,7 +144,7 @@ void KeywordTableModel::countStorefronts()
     const bool areSeveral =
         !m_country && std::any_of(entries().begin(), entries().end(), isElsewhere);
     if (std::exchange(m_surroundings.hasSeveralStorefronts, areSeveral) != areSeveral)
-        timeHasPassed();
+        announceTexts();
 }
 
 void KeywordTableModel::follow(QUuid id)
@@ -132,6 +175,7 @@ void KeywordTableModel::applyPending()
     if (!added.empty())
         remember(add(std::move(added)));
     countStorefronts();
+    countAll();
     Q_EMIT keywordCountChanged();
 }
 
@@ -142,9 +186,11 @@ void KeywordTableModel::change(QUuid id)
     if (!known || !keyword)
         return;
     const bool isRefreshing = known->entry.isRefreshing;
+    const QuickFilterMatches before = known->entry.matches;
     known->entry = makeEntry(*keyword);
     known->entry.isRefreshing = isRefreshing;
     announceChange(*known, KeywordColumn::Keyword, lastColumn());
+    count(known->entry, before);
 }
 
 void KeywordTableModel::setRefreshing(QUuid id, bool isRefreshing)
@@ -163,6 +209,18 @@ int KeywordTableModel::rowOf(QUuid id) const
 }
 
 void KeywordTableModel::timeHasPassed()
+{
+    const std::int64_t today = utcDay(m_store.clock().now());
+    if (std::exchange(m_today, today) != today) {
+        for (const auto &kept : entries())
+            kept->entry.matches = quickFilterMatches(kept->entry, m_today);
+        refilter();
+        countAll();
+    }
+    announceTexts();
+}
+
+void KeywordTableModel::announceTexts()
 {
     const int keyword = int(KeywordColumn::Keyword);
     if (rowCount() > 0)

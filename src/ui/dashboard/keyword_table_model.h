@@ -28,20 +28,25 @@ public:
     void setStorefront(const std::optional<QString> &country);
     /// Only keywords that contain the text, ignoring case and diacritics.
     void setSearch(const QString &text);
+    void setQuickFilter(QuickFilter filter);
     void setRefreshing(QUuid id, bool isRefreshing);
 
     [[nodiscard]] KeywordColumn sortedBy() const { return KeywordColumn(sortColumn()); }
 
     /// Keywords of the app, whatever the filters hide.
     [[nodiscard]] int keywordCount() const { return entryCount(); }
+    /// Of the keywords that pass search and storefront filter, those that pass each quick filter.
+    [[nodiscard]] const QuickFilterCounts &quickFilterCounts() const { return m_counts; }
     /// -1 for a keyword that is not shown.
     [[nodiscard]] int rowOf(QUuid id) const;
-    /// Says that the texts that depend on the time have changed.
+    /// Says that the texts that depend on the time have changed. On another UTC day nothing has
+    /// been measured yet.
     void timeHasPassed();
 
 Q_SIGNALS:
     /// The number of keywords of the app has changed, shown or not.
     void keywordCountChanged();
+    void quickFilterCountsChanged();
 
 protected:
     [[nodiscard]] bool isShown(const KeywordEntry &entry) const override;
@@ -56,12 +61,23 @@ private:
     void change(QUuid id);
     void remember(const std::vector<Kept *> &added);
     void countStorefronts();
+    /// What the texts in the rows say of the time and of their storefronts is another.
+    void announceTexts();
+    /// Whether search and storefront filter leave it.
+    [[nodiscard]] bool isFound(const KeywordEntry &entry) const;
+    void countAll();
+    /// Of one keyword that has passed other filters before.
+    void count(const KeywordEntry &entry, QuickFilterMatches before);
 
     ASOStore &m_store;
     KeywordSurroundings m_surroundings;
     std::optional<QUuid> m_appId;
     std::optional<QString> m_country;
     QString m_search;
+    QuickFilter m_quickFilter = QuickFilter::All;
+    QuickFilterCounts m_counts{};
+    /// The UTC day that the quick filters take for today.
+    std::int64_t m_today = 0;
     QHash<QUuid, Kept *> m_byId;
     /// Keywords that came or went since the event loop last ran.
     QSet<QUuid> m_pending;

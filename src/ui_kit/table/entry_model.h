@@ -61,11 +61,19 @@ public:
         setSorting(column, order);
         resort();
     }
-    /// Puts the rows in order again.
+    /// Puts the rows in order again; what passes the filters now comes, what does not goes.
     void resort()
     {
         putInOrder();
-        arrange(shown());
+        const Rows wanted = shown();
+        const auto isShownAlready = [](const Row *row) {
+            return row->place >= 0;
+        };
+        if (wanted.size() == rows().size() &&
+            std::all_of(wanted.begin(), wanted.end(), isShownAlready))
+            arrange(wanted);
+        else
+            show(wanted);
     }
 
 protected:

@@ -103,5 +103,14 @@ TEST(ColumnLayout, TheWidthBeyondTheTableComesBack)
     EXPECT_EQ(ColumnLayout::fromText(QStringLiteral("excess wide")), ColumnLayout::standard());
 }
 
+TEST(ColumnLayout, TheQuickFilterComesBack)
+{
+    ColumnLayout layout = ColumnLayout::standard();
+    EXPECT_FALSE(layout.toText().contains(QStringLiteral("filter")));
+    layout.quickFilter = QuickFilter::NotMeasuredToday;
+    EXPECT_EQ(ColumnLayout::fromText(layout.toText()), layout);
+    EXPECT_EQ(ColumnLayout::fromText(QStringLiteral("filter tagged")), ColumnLayout::standard());
+}
+
 } // namespace
 } // namespace veltrix

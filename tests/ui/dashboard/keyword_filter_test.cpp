@@ -52,11 +52,13 @@ TEST_F(KeywordFilterTest, ClearingShowsAllKeywordsAgain)
 {
     filter.setSearch(QStringLiteral("moon"));
     filter.setStorefront(germany);
+    filter.setQuick(QuickFilter::Risen);
     changed.clear();
     filter.clear();
     EXPECT_EQ(changed.count(), 1);
     EXPECT_EQ(filter.search(), QString());
     EXPECT_EQ(filter.storefront(), std::nullopt);
+    EXPECT_EQ(filter.quick(), QuickFilter::All);
     EXPECT_EQ(filter.storefrontOfNewKeywords(), QStringLiteral("US"));
 }
 

@@ -2,12 +2,14 @@
 #include "ui/gallery/table_scenes.h"
 
 #include "ui/dashboard/dashboard_page.h"
+#include "ui/dashboard/keyword_filter.h"
 #include "ui/dashboard/keyword_table_view.h"
 #include "ui/shell/app_selector.h"
 #include "ui/support/ui_world.h"
 
 #include <QApplication>
 #include <QHeaderView>
+#include <QScrollBar>
 #include <QTest>
 
 namespace veltrix
@@ -16,14 +18,15 @@ namespace veltrix
 namespace
 {
 
-/// A font of another size for as long as the scene lives.
+/// The font at least this many times as large as usual, for as long as the scene lives.
 class LargerFont
 {
 public:
     explicit LargerFont(double factor) : m_before(QApplication::font())
     {
+        constexpr int usual = 13;
         QFont font = m_before;
-        font.setPixelSize(qRound(font.pixelSize() * factor));
+        font.setPixelSize(std::max(font.pixelSize(), qRound(usual * factor)));
         QApplication::setFont(font);
     }
     ~LargerFont() { QApplication::setFont(m_before); }
@@ -87,10 +90,31 @@ void point(MainWindow &window, int row, KeywordColumn column)
                      table.visualRect(table.model()->index(row, int(column))).center());
 }
 
+/// Gives some columns more room than the window has.
+void widen(MainWindow &window)
+{
+    QHeaderView *header = window.dashboard().table().horizontalHeader();
+    for (const KeywordColumn column :
+         {KeywordColumn::Target, KeywordColumn::Popularity, KeywordColumn::Position})
+        header->resizeSection(int(column), header->sectionSize(int(column)) + 120);
+    header->resizeSection(int(KeywordColumn::Keyword), 220);
+}
+
 } // namespace
 
 std::vector<Scene> tableScenes()
 {
+    const auto filtered = [](QuickFilter filter) {
+        return [filter](MainWindow &window, UiWorld &) {
+            window.dashboard().filter().setQuick(filter);
+        };
+    };
+    const auto scrolled = [](MainWindow &window, UiWorld &) {
+        widen(window);
+        window.dashboard().table().QTableView::selectRow(2);
+        window.dashboard().table().horizontalScrollBar()->setValue(200);
+        point(window, 4, KeywordColumn::Popularity);
+    };
     const auto nothing = [](MainWindow &, UiWorld &) {
     };
     const auto remove = [](MainWindow &window, UiWorld &world) {
@@ -116,6 +140,21 @@ std::vector<Scene> tableScenes()
         tableScene(
             "table-large-font-narrow", {1024, 700},
             [](MainWindow &window, UiWorld &) { point(window, 1, KeywordColumn::Target); }, 1.5),
+        tableScene("quick-filter-top-10", {1280, 800}, filtered(QuickFilter::Top10)),
+        tableScene("quick-filter-risen", {1280, 800}, filtered(QuickFilter::Risen)),
+        tableScene("quick-filter-fallen", {1280, 800}, filtered(QuickFilter::Fallen)),
+        tableScene("quick-filter-not-ranked", {1280, 800}, filtered(QuickFilter::NotRanked)),
+        tableScene("quick-filter-not-measured", {1280, 800},
+                   filtered(QuickFilter::NotMeasuredToday)),
+        tableScene("quick-filter-empty", {1280, 800},
+                   [](MainWindow &window, UiWorld &) {
+                       window.dashboard().filter().setStorefront(QStringLiteral("DE"));
+                       window.dashboard().filter().setQuick(QuickFilter::Fallen);
+                   }),
+        tableScene("quick-filter-narrow", {800, 500}, filtered(QuickFilter::NotMeasuredToday)),
+        tableScene("quick-filter-large-font", {1024, 700}, filtered(QuickFilter::Risen), 1.5),
+        tableScene("table-held", {1024, 700}, scrolled),
+        tableScene("table-held-small", {800, 500}, scrolled),
         tableScene("table-removed", {1280, 800}, remove),
         tableScene("table-removed-narrow", {800, 500}, remove),
     };
