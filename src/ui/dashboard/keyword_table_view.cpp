@@ -18,8 +18,8 @@ namespace
 {
 
 constexpr int standardControlHeight = 30;
-/// Rows that are in view however low the window is.
-constexpr int leastRows = 3;
+/// Rows that are in view however low the window is and whatever is to be said above them.
+constexpr int leastRows = 1;
 
 } // namespace
 
