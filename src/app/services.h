@@ -23,8 +23,7 @@ namespace veltrix
 ///
 /// - App searches and look-ups go directly to the App Store's search service.
 /// - Keyword searches go to the research service when the bundle has "SupabaseDevelopment.plist" (a
-/// wrong
-///   file shows its error), and directly to the App Store when it has none.
+///   wrong file shows its error), and directly to the App Store when it has none.
 /// - All of it shares one traffic controller and one HTTP session.
 class Services
 {
@@ -38,6 +37,8 @@ public:
     [[nodiscard]] ArtworkLoading &artwork() { return *m_artwork; }
     /// Null when this copy cannot be updated.
     [[nodiscard]] Updater *updater() const { return m_updater->updater(); }
+    /// What waits for a disk goes to it.
+    [[nodiscard]] const std::shared_ptr<FileThread> &files() const { return m_files; }
     [[nodiscard]] AppInformation information() const { return m_information; }
     /// Web address of App Store pages, without a trailing slash.
     [[nodiscard]] QString appStoreUrl() const { return m_appStoreUrl; }

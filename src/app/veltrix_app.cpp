@@ -56,7 +56,9 @@ VeltrixApp::VeltrixApp(const Bundle &bundle, const QString &stateFolder, const Q
     : m_services(bundle, stateFolder, cacheFolder, settings, folderLock),
       m_settings(std::move(settings)), m_preferences(*m_settings),
       m_files(readWholeFile,
-              [](const QString &path) { return std::make_shared<BackgroundFile>(path); }),
+              [files = m_services.files()](const QString &path) {
+                  return std::make_shared<BackgroundFile>(path, files);
+              }),
       m_guests(m_services.store())
 {
     if (Updater *updater = m_services.updater())

@@ -2,10 +2,6 @@
 #include "effects/background_file.h"
 
 #include "effects/atomic_file.h"
-#include "effects/one_shot.h"
-
-#include <QCoreApplication>
-#include <QThreadPool>
 
 #include <optional>
 
@@ -24,7 +20,8 @@ struct BackgroundFile::Writer {
     }
 };
 
-BackgroundFile::BackgroundFile(QString path) : m_writer(std::make_shared<Writer>())
+BackgroundFile::BackgroundFile(QString path, std::shared_ptr<FileThread> files)
+    : m_files(std::move(files)), m_writer(std::make_shared<Writer>())
 {
     m_writer->path = std::move(path);
 }
@@ -32,57 +29,34 @@ BackgroundFile::BackgroundFile(QString path) : m_writer(std::make_shared<Writer>
 BackgroundFile::~BackgroundFile()
 {
     // To give up a large file takes time as well.
-    QThreadPool::globalInstance()->start([writer = std::move(m_writer)] {});
+    m_files->start([writer = std::move(m_writer)] {});
 }
 
-template <class Work>
-Task<void> BackgroundFile::run(Work work, std::stop_token callersStop)
+Task<void> BackgroundFile::write(Piece piece, std::stop_token callersStop)
 {
     const ScopedStop stop(m_tasks, callersStop);
+    throwIfStopped(stop);
+    std::function<Done()> work = [writer = m_writer, piece = std::move(piece)]() mutable {
+        // Freed before anybody hears of it.
+        const Piece own = std::move(piece);
+        writer->opened().write(own());
+        return Done();
+    };
+    co_await m_files->run(std::move(work), stop);
+}
+
+Task<void> BackgroundFile::place(std::stop_token callersStop)
+{
+    const ScopedStop stop(m_tasks, callersStop);
+    throwIfStopped(stop);
     const std::stop_token token = stop;
-    throwIfStopped(token);
-    const OneShot<Done> done;
-    QThreadPool::globalInstance()->start(
-        [done, token, writer = m_writer, work = std::move(work)]() mutable {
-            std::exception_ptr failure;
-            try {
-                throwIfStopped(token);
-                // Freed here, with all that it holds.
-                Work own = std::move(work);
-                own(*writer, token);
-            } catch (...) {
-                failure = std::current_exception();
-            }
-            writer.reset();
-            QMetaObject::invokeMethod(
-                QCoreApplication::instance(),
-                [done, failure] {
-                    if (failure)
-                        done.fail(failure);
-                    else
-                        done.resolve({});
-                },
-                Qt::QueuedConnection);
-        });
-    co_await done.wait(stop);
-}
-
-Task<void> BackgroundFile::write(Piece piece, std::stop_token stop)
-{
-    return run([piece = std::move(piece)](
-                   Writer &writer, const std::stop_token &) { writer.opened().write(piece()); },
-               std::move(stop));
-}
-
-Task<void> BackgroundFile::place(std::stop_token stop)
-{
-    return run(
-        [](Writer &writer, const std::stop_token &token) {
-            writer.opened().flush();
-            throwIfStopped(token);
-            writer.opened().commit();
-        },
-        std::move(stop));
+    std::function<Done()> work = [writer = m_writer, token] {
+        writer->opened().flush();
+        throwIfStopped(token);
+        writer->opened().commit();
+        return Done();
+    };
+    co_await m_files->run(std::move(work), stop);
 }
 
 } // namespace veltrix

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Files that are written on a thread of their own.
+// Files of the user's that are written on the thread for files.
 #pragma once
 
 #include "effects/file_output.h"
+#include "effects/file_thread.h"
 #include "effects/task_scope.h"
 
 #include <QString>
@@ -12,12 +13,12 @@
 namespace veltrix
 {
 
-/// An AtomicFileWriter that works on another thread: the main thread neither writes nor flushes,
-/// however slow the disk is. The application must be there for as long as a task is awaited.
+/// An AtomicFileWriter that works on the thread for files: the main thread neither writes nor
+/// flushes, however slow the disk is.
 class BackgroundFile final : public FileOutput
 {
 public:
-    explicit BackgroundFile(QString path);
+    BackgroundFile(QString path, std::shared_ptr<FileThread> files);
     /// Waits for nothing: what is being written is given up there.
     ~BackgroundFile() override;
 
@@ -26,11 +27,10 @@ public:
     Task<void> place(std::stop_token stop) override;
 
 private:
-    /// The file, which one thread at a time has.
+    /// The file, which the thread for files has while it works on it.
     struct Writer;
-    template <class Work>
-    Task<void> run(Work work, std::stop_token stop);
 
+    std::shared_ptr<FileThread> m_files;
     std::shared_ptr<Writer> m_writer;
     TaskScope m_tasks;
 };

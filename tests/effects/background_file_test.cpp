@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Files that are written on another thread: whole at the end, or not there.
+// Files that are written on the thread for files: whole at the end, or not there.
 #include "effects/background_file.h"
 
 #include "effects/atomic_file.h"
@@ -7,7 +7,6 @@
 
 #include <QDir>
 #include <QTemporaryDir>
-#include <QThreadPool>
 
 #include <future>
 #include <thread>
@@ -30,9 +29,10 @@ protected:
         Outcome<Done> outcome(finished(std::move(task)));
         EXPECT_TRUE(outcome.wait().hasValue());
     }
-    static void waitForOtherThreads() { QThreadPool::globalInstance()->waitForDone(); }
+    void waitForOtherThreads() { m_files->waitUntilFinished(); }
 
     QTemporaryDir m_folder;
+    std::shared_ptr<FileThread> m_files = std::make_shared<FileThread>();
 };
 
 FileOutput::Piece textPiece(const char *text)
@@ -45,7 +45,7 @@ FileOutput::Piece textPiece(const char *text)
 TEST_F(BackgroundFileTest, IsThereWithAllPiecesWhenItIsPlacedAndNotBefore)
 {
     writeFileAtomically(path(), "old");
-    BackgroundFile file(path());
+    BackgroundFile file(path(), m_files);
     Outcome<Done> first(finished(file.write(textPiece("one "), {})));
     EXPECT_FALSE(first.isDone()) << "nothing is waited for";
     EXPECT_TRUE(first.wait().hasValue());
@@ -64,7 +64,7 @@ TEST_F(BackgroundFileTest, MakesAndFreesItsPiecesOnAnotherThread)
         freedBy = std::this_thread::get_id();
         delete number;
     });
-    BackgroundFile file(path());
+    BackgroundFile file(path(), m_files);
     FileOutput::Piece piece = [&madeBy, held = std::move(held)] {
         madeBy = std::this_thread::get_id();
         return QByteArray("x");
@@ -76,7 +76,7 @@ TEST_F(BackgroundFileTest, MakesAndFreesItsPiecesOnAnotherThread)
 
 TEST_F(BackgroundFileTest, OneThatGoesUnplacedLeavesNothing)
 {
-    auto file = std::make_unique<BackgroundFile>(path());
+    auto file = std::make_unique<BackgroundFile>(path(), m_files);
     succeed(file->write(textPiece("half"), {}));
     EXPECT_EQ(names().size(), 1);
     file.reset();
@@ -88,7 +88,7 @@ TEST_F(BackgroundFileTest, OneThatGoesWhileAPieceIsMadeIsNotWaitedFor)
 {
     std::promise<void> begun;
     std::promise<void> released;
-    auto file = std::make_unique<BackgroundFile>(path());
+    auto file = std::make_unique<BackgroundFile>(path(), m_files);
     const Outcome<Done> write(finished(file->write(
         [&] {
             begun.set_value();
@@ -108,7 +108,7 @@ TEST_F(BackgroundFileTest, OneThatGoesWhileAPieceIsMadeIsNotWaitedFor)
 TEST_F(BackgroundFileTest, OneThatIsStoppedIsNotPlaced)
 {
     std::stop_source stop;
-    BackgroundFile file(path());
+    BackgroundFile file(path(), m_files);
     succeed(file.write(textPiece("all"), stop.get_token()));
     stop.request_stop();
     const Outcome<Done> placed(finished(file.place(stop.get_token())));
@@ -119,12 +119,12 @@ TEST_F(BackgroundFileTest, OneThatIsStoppedIsNotPlaced)
 
 TEST_F(BackgroundFileTest, WhatGoesWrongIsTheErrorOfThatStep)
 {
-    BackgroundFile file(m_folder.filePath(QStringLiteral("missing/table.csv")));
+    BackgroundFile file(m_folder.filePath(QStringLiteral("missing/table.csv")), m_files);
     Outcome<Done> write(finished(file.write(textPiece("x"), {})));
     EXPECT_EQ(write.wait().failureText(),
               QStringLiteral("The file “%1” could not be written: No such file or directory.")
                   .arg(m_folder.filePath(QStringLiteral("missing/table.csv"))));
-    BackgroundFile other(path());
+    BackgroundFile other(path(), m_files);
     const auto failing = []() -> QByteArray {
         throw FileError(QStringLiteral("no piece"));
     };
