@@ -31,7 +31,7 @@ struct MovedDays {
 struct OldestDays {
     /// Day by day, the oldest first.
     std::vector<SharedSnapshot> snapshots;
-    /// Of their JSON in the state file.
+    /// Of their JSON in the state file; of thousands, by samples.
     qint64 bytes = 0;
 };
 

@@ -65,6 +65,27 @@ TEST_F(HistoryStore, AKeywordsNewestTwoDaysStayForItsRowAndItsMovement)
     EXPECT_EQ(store->latestMovement(keyword.id), RankMovement::between(2, 3));
 }
 
+TEST_F(HistoryStore, PagesAreWholeThoughDaysMoveBetweenThem)
+{
+    const TrackedKeyword keyword = addKeyword("moon");
+    measureDaily(keyword, 40);
+    const size_t inFile = store->snapshots().size();
+    std::vector<SharedSnapshot> found;
+    std::optional<std::int64_t> next = std::numeric_limits<std::int64_t>::min();
+    int pages = 0;
+    for (; next; ++pages) {
+        MeasurementPage page =
+            resultOf(store->measurements(keyword.id, {.firstDay = *next, .size = 5}, {}));
+        std::ranges::move(page.measurements, std::back_inserter(found));
+        next = page.nextDay;
+        if (next)
+            measureDaily(keyword, 3);
+    }
+    EXPECT_GT(pages, 5);
+    EXPECT_LT(store->snapshots().size(), inFile + 3U * size_t(pages)) << "nothing has moved";
+    EXPECT_EQ(json(found), json(allOf(keyword)));
+}
+
 TEST_F(HistoryStore, ADayThatIsMeasuredAgainAfterItHasMovedIsTheNewOne)
 {
     const TrackedKeyword keyword = addKeyword("moon");

@@ -55,6 +55,30 @@ TEST(SnapshotIndex, AnEarlierMomentOfTheSameDayReplacesToo)
     EXPECT_EQ(index.inFileOrder(), std::vector{earlier});
 }
 
+TEST(SnapshotIndex, WhatIsForgottenIsGoneFromBothOrdersAndGivenBackToBeFreed)
+{
+    const SharedSnapshot first = snapshot(1, 100);
+    const SharedSnapshot other = snapshot(2, 200);
+    const SharedSnapshot second = snapshot(1, 200'000);
+    const SharedSnapshot removed = snapshot(3, 300);
+    SharedSnapshot third = snapshot(1, 400'000);
+    SnapshotIndex index({removed, first, other, second, third});
+    std::vector<FiledSnapshot> taken = index.takeKeyword(keywordId(3));
+    // One that is not there is none of its business.
+    const std::vector<SharedSnapshot> dropped =
+        index.forget({first.get(), third.get(), removed.get()});
+    EXPECT_EQ(dropped.size(), 4U) << "a reference of each order";
+    EXPECT_EQ(index.inFileOrder(), (std::vector{other, second}));
+    EXPECT_EQ(index.ofKeyword(keywordId(1)), std::vector{second});
+    EXPECT_EQ(index.size(), 2U);
+    index.putBack(std::move(taken));
+    EXPECT_EQ(index.inFileOrder(), (std::vector{removed, other, second}));
+    index.store(third);
+    EXPECT_EQ(index.newest(keywordId(1), afterAll), third);
+    EXPECT_TRUE(index.forget({third.get(), second.get(), other.get(), removed.get()}).size() == 8);
+    EXPECT_TRUE(index.inFileOrder().empty());
+}
+
 TEST(SnapshotIndex, AFileInAnyOrderIsReadByDate)
 {
     const SharedSnapshot first = snapshot(1, 100);

@@ -169,6 +169,7 @@ TEST_F(PersistenceTest, BeginningAnewAsksFirst)
     EXPECT_FALSE(store().isStateRead());
     click("persistenceBeginAnew");
     click("confirmAccept");
+    settle();
     EXPECT_TRUE(store().isStateRead());
     EXPECT_FALSE(isShown("persistenceTryAgain"));
     EXPECT_EQ(find("appSelector")->accessibleName(), text("Choose app, currently none"));
