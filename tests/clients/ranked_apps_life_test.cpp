@@ -196,7 +196,7 @@ TEST_F(RankedAppsLife, AKillAtAnyMomentLeavesACacheThatCanBeRead)
         const auto file = fromJson<std::map<QString, SavedResults>>(readWholeFile(path()));
         EXPECT_EQ(file.size(), 20U);
         auto archive = open();
-        for (int i = 0; i < keywords; ++i)
+        for (int i = trial % 10; i < keywords; i += 10)
             ASSERT_TRUE(archive->find(key(i), start)) << "trial " << trial << ", keyword " << i;
     }
     requireTheRestUntouched();
