@@ -10,7 +10,7 @@
 #include "effects/atomic_file.h"
 #include "effects/settings_file.h"
 #include "support/fake_http.h"
-#include "support/flush_count.h"
+#include "support/flush_watch.h"
 #include "support/task_outcome.h"
 #include "support/virtual_clock.h"
 
@@ -58,18 +58,20 @@ protected:
 
 TEST_F(WaitsForNoDisk, AndTheCountSeesWhoeverDoes)
 {
-    const FlushCount flushes;
+    beginFlushWatch();
     writeFileAtomically(path("file"), "x");
-    EXPECT_EQ(flushes.here(), 2) << "the file and its folder";
+    EXPECT_EQ(endFlushWatch().onWatchedThread, 2) << "the file and its folder";
+    beginFlushWatch();
     m_files->start([this] { writeFileAtomically(path("file"), "y"); });
     m_files->waitUntilFinished();
-    EXPECT_EQ(flushes.here(), 2);
-    EXPECT_EQ(flushes.elsewhere(), 2);
+    const Flushes flushes = endFlushWatch();
+    EXPECT_EQ(flushes.onWatchedThread, 0);
+    EXPECT_EQ(flushes.elsewhere, 2);
 }
 
 TEST_F(WaitsForNoDisk, KeepingRankedAppsInTheFileAndInTheDatabase)
 {
-    const FlushCount flushes;
+    beginFlushWatch();
     {
         RankedAppsKeeper keeper(
             {std::make_shared<OneApp>(), m_clock, {path("ranked.json"), m_files}});
@@ -84,7 +86,7 @@ TEST_F(WaitsForNoDisk, KeepingRankedAppsInTheFileAndInTheDatabase)
     }
     m_files.reset();
     EXPECT_TRUE(QFileInfo::exists(path("caches.sqlite")));
-    EXPECT_EQ(flushes.here(), 0);
+    EXPECT_EQ(endFlushWatch().onWatchedThread, 0);
 }
 
 TEST_F(WaitsForNoDisk, SearchSuggestions)
@@ -94,15 +96,16 @@ TEST_F(WaitsForNoDisk, SearchSuggestions)
              "</dict></array></dict></plist>"));
     // It is kept under another name before it is replaced.
     writeFileAtomically(path("hints.json"), "damaged");
-    const FlushCount flushes;
+    beginFlushWatch();
     AutocompleteClient client({m_http.sender(), m_clock, path("hints.json"),
                                QUrl(QStringLiteral("https://hints.example")), m_files});
     const Outcome outcome(client.observe(QStringLiteral("photos"), QStringLiteral("US"), {}));
     m_clock->runUntilIdle();
     EXPECT_TRUE(outcome.value());
     m_files->waitUntilFinished();
-    EXPECT_EQ(flushes.here(), 0);
-    EXPECT_GT(flushes.elsewhere(), 0);
+    const Flushes flushes = endFlushWatch();
+    EXPECT_EQ(flushes.onWatchedThread, 0);
+    EXPECT_GT(flushes.elsewhere, 0);
 }
 
 TEST_F(WaitsForNoDisk, Images)
@@ -111,13 +114,14 @@ TEST_F(WaitsForNoDisk, Images)
     QBuffer buffer(&image);
     QImage(8, 8, QImage::Format_RGB32).save(&buffer, "PNG");
     m_http.answerWith(FakeHttp::response(200, image));
-    const FlushCount flushes;
+    beginFlushWatch();
     ArtworkLoader loader({m_http.sender(), m_clock, path("artwork")});
     const Outcome outcome(loader.load(Url(QStringLiteral("https://icons.example/1.png")), {}));
     m_clock->runUntilIdle();
     EXPECT_EQ(outcome.value(), image);
     EXPECT_EQ(QDir(path("artwork")).entryList(QDir::Files).size(), 1);
-    EXPECT_EQ(flushes.here() + flushes.elsewhere(), 0) << "they can be had again";
+    const Flushes flushes = endFlushWatch();
+    EXPECT_EQ(flushes.onWatchedThread + flushes.elsewhere, 0) << "they can be had again";
 }
 
 TEST_F(WaitsForNoDisk, UpdatesThatAreStored)
@@ -131,27 +135,29 @@ TEST_F(WaitsForNoDisk, UpdatesThatAreStored)
     package.length = content.size();
     package.signature = UpdateSignature::fromBase64(signer.sign(content)).value();
     package.fileName = QStringLiteral("veltrix.deb");
-    const FlushCount flushes;
+    beginFlushWatch();
     Outcome outcome(downloadUpdate(http.downloader(), package,
                                    UpdateKey::fromBase64(signer.publicKey()).value(),
                                    {QStringLiteral("2.0"), QStringLiteral("1.5")}, path("updates"),
                                    m_files, [](qint64, std::optional<qint64>) {}, {}));
     EXPECT_EQ(readWholeFile(outcome.wait().value()), content);
-    EXPECT_EQ(flushes.here(), 0);
-    EXPECT_GT(flushes.elsewhere(), 0);
+    const Flushes flushes = endFlushWatch();
+    EXPECT_EQ(flushes.onWatchedThread, 0);
+    EXPECT_GT(flushes.elsewhere, 0);
 }
 
 TEST_F(WaitsForNoDisk, Settings)
 {
-    const FlushCount flushes;
+    beginFlushWatch();
     SettingsFile settings(path("veltrix.conf"), m_files);
     settings.setValue(QStringLiteral("theme"), QStringLiteral("dark"));
     QCoreApplication::processEvents();
     m_files->waitUntilFinished();
     const SettingsFile next(path("veltrix.conf"), m_files);
     EXPECT_EQ(next.value(QStringLiteral("theme")), QStringLiteral("dark"));
-    EXPECT_EQ(flushes.here(), 0);
-    EXPECT_GT(flushes.elsewhere(), 0);
+    const Flushes flushes = endFlushWatch();
+    EXPECT_EQ(flushes.onWatchedThread, 0);
+    EXPECT_GT(flushes.elsewhere, 0);
 }
 
 } // namespace
