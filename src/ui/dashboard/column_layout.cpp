@@ -23,7 +23,7 @@ const QString descending = QStringLiteral("descending");
 
 ColumnLayout::Column standardColumn(const KeywordColumnInfo &info)
 {
-    return {info.column, info.defaultWidth, true};
+    return {info.column, info.defaultWidth, info.isShownAtFirst};
 }
 
 bool contains(const ColumnLayout &layout, KeywordColumn column)

@@ -30,14 +30,15 @@ struct ColumnLayout {
     int excess = 0;
     QuickFilter quickFilter = QuickFilter::All;
 
-    /// All columns shown in their defined order with their default widths, sorted by keyword.
+    /// All columns in their defined order with their default widths, those shown that are at first,
+    /// sorted by keyword.
     static ColumnLayout standard();
 
     /// One line of text with the columns' ids, so that it can be read by other versions.
     [[nodiscard]] QString toText() const;
     /// Reads what this or another version wrote: ids that are unknown here are skipped, and columns
-    /// that the text lacks come in at their defined place, shown. The keyword column is never
-    /// hidden. Anything unreadable falls back to the standard.
+    /// that the text lacks come in at their defined place, as they are at first. The keyword column
+    /// is never hidden. Anything unreadable falls back to the standard.
     static ColumnLayout fromText(const QString &text);
 
     bool operator==(const ColumnLayout &) const = default;

@@ -51,6 +51,7 @@ QString rowSentence(const Entry &entry)
         if (info.isInSentence && !entry.row.awaitingMetrics)
             parts << info.accessibleText(entry);
     }
+    parts << changeSentences(entry.changes);
     return parts.join(QStringLiteral(", "));
 }
 
@@ -137,6 +138,24 @@ QString appsText(const Entry &entry)
         addresses.append(url.text());
     return addresses.join(u' ');
 }
+
+QString changeHelp(int days)
+{
+    return Texts::tr("Places won or lost since the check %1 days ago, or else the last one of the "
+                     "week before it.")
+        .arg(days);
+}
+
+ColumnSortKey bestKey(const Entry &entry)
+{
+    const auto &best = entry.changes.best;
+    return ColumnSortKey::of(best ? best->rank : std::nullopt);
+}
+
+constexpr TextColumn<Entry> bestOn{[] { return Texts::tr("Best on"); },
+                                   [](const Entry &entry) {
+                                       return bestDateValue(entry.changes);
+                                   }};
 
 constexpr TextColumn<Entry> storefront{[] { return Texts::tr("Storefront"); },
                                        [](const Entry &entry) {
@@ -236,6 +255,58 @@ constexpr std::array columns{
             },
         .paint = [](const CellPainting &cell,
                     const Entry &entry) { paintRankingCell(cell, entry, positionText(entry)); },
+    },
+    KeywordColumnInfo{
+        .column = KeywordColumn::In7Days,
+        .id = "change7",
+        .title = [] { return Texts::tr("7 days"); },
+        .help = [] { return changeHelp(7); },
+        .defaultWidth = 84,
+        .minimumWidth = 76,
+        .isShownAtFirst = false,
+        .sortKey = [](const Entry &entry) { return changeKey(entry.changes.in7Days); },
+        .text = [](const Entry &entry) { return changeValue(entry.changes.in7Days); },
+        .accessibleText =
+            [](const Entry &entry) { return changeSentence(entry.changes.in7Days, 7); },
+        .accessibleHint = [](const Entry &entry) { return changeHint(entry.changes); },
+        .isInSentence = false,
+        .paint = [](const CellPainting &cell,
+                    const Entry &entry) { paintChangeCell(cell, entry.changes.in7Days); },
+    },
+    KeywordColumnInfo{
+        .column = KeywordColumn::In30Days,
+        .id = "change30",
+        .title = [] { return Texts::tr("30 days"); },
+        .help = [] { return changeHelp(30); },
+        .defaultWidth = 84,
+        .minimumWidth = 76,
+        .isShownAtFirst = false,
+        .sortKey = [](const Entry &entry) { return changeKey(entry.changes.in30Days); },
+        .text = [](const Entry &entry) { return changeValue(entry.changes.in30Days); },
+        .accessibleText =
+            [](const Entry &entry) { return changeSentence(entry.changes.in30Days, 30); },
+        .accessibleHint = [](const Entry &entry) { return changeHint(entry.changes); },
+        .isInSentence = false,
+        .paint = [](const CellPainting &cell,
+                    const Entry &entry) { paintChangeCell(cell, entry.changes.in30Days); },
+    },
+    KeywordColumnInfo{
+        .column = KeywordColumn::Best,
+        .id = "best",
+        .title = [] { return Texts::tr("Best"); },
+        .help =
+            [] { return Texts::tr("The best rank of all checks, and the first day that had it."); },
+        .defaultWidth = 96,
+        .minimumWidth = 84,
+        .isShownAtFirst = false,
+        .sortKey = [](const Entry &entry) { return bestKey(entry); },
+        .text = [](const Entry &entry) { return bestValue(entry.changes); },
+        .exportedAlong = bestOn,
+        .accessibleText = [](const Entry &entry) { return bestSentence(entry.changes); },
+        .accessibleHint = [](const Entry &entry) { return changeHint(entry.changes); },
+        .isInSentence = false,
+        .paint = [](const CellPainting &cell,
+                    const Entry &entry) { paintBestCell(cell, entry.changes); },
     },
     KeywordColumnInfo{
         .column = KeywordColumn::Apps,

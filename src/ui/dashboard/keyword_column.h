@@ -9,7 +9,17 @@
 namespace veltrix
 {
 
-enum class KeywordColumn { Keyword, Target, Popularity, Difficulty, Position, Apps };
+enum class KeywordColumn {
+    Keyword,
+    Target,
+    Popularity,
+    Difficulty,
+    Position,
+    In7Days,
+    In30Days,
+    Best,
+    Apps,
+};
 
 using KeywordColumnInfo = Column<KeywordEntry, KeywordColumn>;
 

@@ -6,6 +6,7 @@
 #include "model/dashboard_keyword_row.h"
 #include "model/rank_movement.h"
 #include "ui/dashboard/quick_filter.h"
+#include "ui/dashboard/rank_change.h"
 #include "ui_kit/text/relative_time.h"
 
 #include <QCollatorSortKey>
@@ -29,6 +30,7 @@ struct KeywordEntry {
     DashboardKeywordRow row;
     /// The latest movement, without the first observation, which is none.
     std::optional<RankMovement> movement;
+    RankChanges changes;
     /// Why the keyword can never be measured, as a clause; empty for one that can.
     QString unmeasurable;
     /// What the newest measurement says about popularity; may be empty.

@@ -2,6 +2,7 @@
 #include "ui/dashboard/keyword_export.h"
 
 #include "ui/dashboard/keyword_column.h"
+#include "ui/dashboard/rank_change.h"
 #include "ui_kit/widgets/position_badge.h"
 
 #include <QCoreApplication>
@@ -25,6 +26,7 @@ struct Entry {
     /// Of the newest snapshot; empty in a history.
     QString appName = {};
     std::optional<RankMovement> movement = std::nullopt;
+    RankChanges changes = {};
 };
 
 using EntryColumn = TextColumn<Entry>;
@@ -132,6 +134,16 @@ std::vector<EntryColumn> keywordTableColumns()
         {[] { return Texts::tr("Competition"); }, competitionText},
         {[] { return Texts::tr("Opportunity"); }, opportunityText},
         columnOf(KeywordColumn::Target, targetText),
+        // At the end: who reads the columns by their places goes on finding them.
+        columnOf(KeywordColumn::In7Days,
+                 [](const Entry &entry) { return changeValue(entry.changes.in7Days); }),
+        columnOf(KeywordColumn::In30Days,
+                 [](const Entry &entry) { return changeValue(entry.changes.in30Days); }),
+        columnOf(KeywordColumn::Best, [](const Entry &entry) { return bestValue(entry.changes); }),
+        {keywordColumnInfo(KeywordColumn::Best).exportedAlong.title,
+         [](const Entry &entry) {
+             return bestDateValue(entry.changes);
+         }},
     };
 }
 
@@ -182,7 +194,7 @@ QList<QStringList> keywordTable(const ASOStore &store, const QList<QUuid> &ids)
             continue;
         const auto app = store.app(keyword->appId);
         entries.push_back({*keyword, store.newestSnapshot(id), app ? app->appName : QString(),
-                           store.latestMovement(id)});
+                           store.latestMovement(id), RankChanges::of(store.rankDays(id))});
     }
     return tableOfText(keywordTableColumns(), entries);
 }

@@ -16,6 +16,7 @@ KeywordTableModel::KeywordTableModel(ASOStore &store, QObject *parent)
     setSorting(int(KeywordColumn::Keyword), Qt::AscendingOrder);
     connect(&m_store, &ASOStore::keywordAdded, this, &KeywordTableModel::follow);
     connect(&m_store, &ASOStore::keywordChanged, this, &KeywordTableModel::change);
+    connect(&m_store, &ASOStore::rankDaysChanged, this, &KeywordTableModel::changePast);
     connect(&m_store, &ASOStore::keywordRemoved, this, &KeywordTableModel::follow);
 }
 
@@ -28,6 +29,7 @@ KeywordEntry KeywordTableModel::makeEntry(const TrackedKeyword &keyword) const
     const auto movement = m_store.latestMovement(keyword.id);
     if (movement && movement->kind() != RankMovement::Kind::First)
         entry.movement = movement;
+    entry.changes = RankChanges::of(m_store.rankDays(keyword.id));
     entry.unmeasurable = m_store.unmeasurableReason(keyword).value_or(QString());
     if (const SharedSnapshot newest = m_store.newestSnapshot(keyword.id))
         entry.popularityStatus = newest->popularityStatus.value_or(QString()).trimmed();
@@ -191,6 +193,31 @@ void KeywordTableModel::change(QUuid id)
     known->entry.isRefreshing = isRefreshing;
     announceChange(*known, KeywordColumn::Keyword, lastColumn());
     count(known->entry, before);
+}
+
+void KeywordTableModel::changePast(const QList<QUuid> &ids)
+{
+    int first = rowCount();
+    int last = -1;
+    for (const QUuid &id : ids) {
+        Kept *known = m_byId.value(id);
+        if (!known)
+            continue;
+        known->entry.changes = RankChanges::of(m_store.rankDays(id));
+        if (known->place >= 0) {
+            first = std::min(first, known->place);
+            last = std::max(last, known->place);
+        }
+    }
+    if (last < 0)
+        return;
+    // The history comes for many keywords together.
+    Q_EMIT dataChanged(index(first, int(KeywordColumn::Keyword)),
+                       index(last, int(KeywordColumn::Best)));
+    const auto column = sortedBy();
+    if (column >= KeywordColumn::In7Days && column <= KeywordColumn::Best &&
+        m_store.refreshProgress().isIdle())
+        resort();
 }
 
 void KeywordTableModel::setRefreshing(QUuid id, bool isRefreshing)

@@ -59,6 +59,8 @@ private:
     void follow(QUuid id);
     void applyPending();
     void change(QUuid id);
+    /// What is known of their past is another.
+    void changePast(const QList<QUuid> &ids);
     void remember(const std::vector<Kept *> &added);
     void countStorefronts();
     /// What the texts in the rows say of the time and of their storefronts is another.

@@ -55,6 +55,8 @@ struct Column {
     /// Pixels.
     int defaultWidth = 0;
     int minimumWidth = 0;
+    /// Whether the user sees it without having asked for it.
+    bool isShownAtFirst = true;
     Qt::Alignment alignment = Qt::AlignLeading | Qt::AlignVCenter;
 
     ColumnSortKey (*sortKey)(const Entry &entry) = nullptr;

@@ -20,7 +20,7 @@ QString picture(const ColumnLayout &layout)
     return columns.join(u' ');
 }
 
-TEST(KeywordColumns, AreTheSixInTheirDefinedOrder)
+TEST(KeywordColumns, AreTheNineInTheirDefinedOrder)
 {
     QStringList headers;
     QStringList ids;
@@ -31,8 +31,9 @@ TEST(KeywordColumns, AreTheSixInTheirDefinedOrder)
         EXPECT_EQ(keywordColumnOf(QLatin1String(info.id)), info.column);
     }
     EXPECT_EQ(headers.join(u'|'), QStringLiteral("Keyword|Target|Popularity (est.)|Difficulty "
-                                                 "(est.)|Ranking|Apps"));
-    EXPECT_EQ(ids.join(u'|'), QStringLiteral("keyword|target|popularity|difficulty|position|apps"));
+                                                 "(est.)|Ranking|7 days|30 days|Best|Apps"));
+    EXPECT_EQ(ids.join(u'|'), QStringLiteral("keyword|target|popularity|difficulty|position|"
+                                             "change7|change30|best|apps"));
     EXPECT_EQ(keywordColumnInfo(KeywordColumn::Popularity).helpText(),
               QStringLiteral("Estimated search popularity from the Quorvin model, not official "
                              "Apple data. Its calibration used US data; unavailable does not mean "
@@ -59,25 +60,44 @@ TEST(ColumnLayout, NothingSavedIsTheStandard)
 
 TEST(ColumnLayout, AnUnknownColumnIsSkipped)
 {
-    EXPECT_EQ(picture(ColumnLayout::fromText(QStringLiteral(
-                  "keyword 200 shown; trend 90 shown; apps 100 hidden; target 120 shown; "
-                  "popularity 100 shown; difficulty 100 shown; position 100 shown"))),
-              QStringLiteral("keyword apps- target popularity difficulty position"));
+    EXPECT_EQ(
+        picture(ColumnLayout::fromText(
+            QStringLiteral("keyword 200 shown; trend 90 shown; apps 100 hidden; target 120 shown; "
+                           "popularity 100 shown; difficulty 100 shown; position 100 shown"))),
+        QStringLiteral("keyword apps- target popularity difficulty position change7- change30- "
+                       "best-"));
+}
+
+TEST(ColumnLayout, ALayoutFromBeforeTheChangesComesBackWithThemHiddenBesideTheRanking)
+{
+    // As a version without them has written it, word for word.
+    const ColumnLayout layout = ColumnLayout::fromText(QStringLiteral(
+        "keyword 300 shown; position 160 shown; target 175 hidden; popularity 134 shown; "
+        "difficulty 134 shown; apps 134 shown; sort popularity descending; excess 12"));
+    EXPECT_EQ(picture(layout), QStringLiteral("keyword position change7- change30- best- target- "
+                                              "popularity difficulty apps"));
+    EXPECT_EQ(layout.sortedBy, KeywordColumn::Popularity);
+    EXPECT_EQ(layout.sortOrder, Qt::DescendingOrder);
+    EXPECT_EQ(layout.columns.front().width, 300);
+    EXPECT_EQ(layout.excess, 12);
+    EXPECT_EQ(layout.quickFilter, QuickFilter::All);
 }
 
 TEST(ColumnLayout, AColumnThatIsNewComesInAtItsPlaceAndIsShown)
 {
     // Written by a version that knew neither popularity nor position.
-    EXPECT_EQ(picture(ColumnLayout::fromText(QStringLiteral(
-                  "apps 100 shown; keyword 200 shown; target 120 hidden; difficulty 100 shown"))),
-              QStringLiteral("apps keyword target- popularity difficulty position"));
+    EXPECT_EQ(
+        picture(ColumnLayout::fromText(QStringLiteral(
+            "apps 100 shown; keyword 200 shown; target 120 hidden; difficulty 100 shown"))),
+        QStringLiteral("apps keyword target- popularity difficulty position change7- change30- "
+                       "best-"));
 }
 
 TEST(ColumnLayout, AColumnThatIsNamedTwiceIsThereOnce)
 {
     EXPECT_EQ(ColumnLayout::fromText(QStringLiteral("target 120 shown; target 130 hidden"))
                   .columns.size(),
-              6U);
+              9U);
 }
 
 TEST(ColumnLayout, WidthsStayWithinReason)

@@ -64,16 +64,42 @@ PersistedState stateOfSeveralStorefronts()
     return state;
 }
 
+/// The same with checks of weeks ago: of most keywords, some of them without a rank.
+PersistedState stateWithPast()
+{
+    PersistedState state = stateOfSeveralStorefronts();
+    const Date now = VirtualClock().now();
+    for (size_t i = 0, count = state.snapshots.size(); i < count; ++i) {
+        const KeywordSnapshot &newest = *state.snapshots[i];
+        if (utcDay(newest.fetchedAt) != utcDay(now) || i % 7 == 0)
+            continue;
+        for (const int daysAgo : {7, 18, 30, 200}) {
+            auto older = std::make_shared<KeywordSnapshot>(newest);
+            older->id = QUuid::createUuidV5(newest.id, QByteArray::number(daysAgo));
+            older->fetchedAt = newest.fetchedAt - Seconds(daysAgo * secondsPerDay);
+            const std::int64_t before =
+                newest.position.value_or(40) + std::int64_t(i * size_t(daysAgo)) % 23 - 6;
+            older->position = std::max<std::int64_t>(before, 1);
+            if (daysAgo == 30 && i % 3 == 0)
+                older->position.reset();
+            if (daysAgo == 7 && i % 5 == 0)
+                older->position = newest.position;
+            state.snapshots.push_back(std::move(older));
+        }
+    }
+    return state;
+}
+
 struct TableWorld : UiWorld {
     TableWorld(const PersistedState &state, double fontFactor) : UiWorld(state), font(fontFactor) {}
     LargerFont font;
 };
 
 Scene tableScene(const char *name, QSize size, std::function<void(MainWindow &, UiWorld &)> act,
-                 double fontFactor = 1)
+                 double fontFactor = 1, PersistedState (*state)() = stateOfSeveralStorefronts)
 {
-    return {QString::fromLatin1(name), [size, act = std::move(act), fontFactor] {
-                auto world = std::make_shared<TableWorld>(stateOfSeveralStorefronts(), fontFactor);
+    return {QString::fromLatin1(name), [size, act = std::move(act), fontFactor, state] {
+                auto world = std::make_shared<TableWorld>(state(), fontFactor);
                 auto window = std::make_unique<MainWindow>(world->collaborators());
                 window->resize(size);
                 window->show();
@@ -117,6 +143,22 @@ std::vector<Scene> tableScenes()
     };
     const auto nothing = [](MainWindow &, UiWorld &) {
     };
+    const auto changing = [](MainWindow &window, UiWorld &) {
+        KeywordTableView &table = window.dashboard().table();
+        table.setColumnVisible(KeywordColumn::Apps, false);
+        for (const KeywordColumn column :
+             {KeywordColumn::In7Days, KeywordColumn::In30Days, KeywordColumn::Best})
+            table.setColumnVisible(column, true);
+        QHeaderView *header = table.horizontalHeader();
+        header->resizeSection(int(KeywordColumn::Position), 110);
+        table.QTableView::selectRow(3);
+    };
+    const auto changingScrolled = [changing](MainWindow &window, UiWorld &world) {
+        changing(window, world);
+        QCoreApplication::processEvents();
+        QScrollBar *sideways = window.dashboard().table().horizontalScrollBar();
+        sideways->setValue(sideways->maximum());
+    };
     const auto remove = [](MainWindow &window, UiWorld &world) {
         window.dashboard().table().QTableView::selectRow(4);
         QList<QUuid> ids;
@@ -155,6 +197,10 @@ std::vector<Scene> tableScenes()
         tableScene("quick-filter-large-font", {1024, 700}, filtered(QuickFilter::Risen), 1.5),
         tableScene("table-held", {1024, 700}, scrolled),
         tableScene("table-held-small", {800, 500}, scrolled),
+        tableScene("table-change", {1280, 800}, changing, 1, stateWithPast),
+        tableScene("table-change-narrow", {1024, 700}, changingScrolled, 1, stateWithPast),
+        tableScene("table-change-small", {800, 500}, changingScrolled, 1, stateWithPast),
+        tableScene("table-change-large-font", {1280, 800}, changingScrolled, 1.5, stateWithPast),
         tableScene("table-removed", {1280, 800}, remove),
         tableScene("table-removed-narrow", {800, 500}, remove),
     };
