@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/headless_app.h"
 
+#include "app/desktop_notification.h"
 #include "app/services.h"
+#include "app/stored_preferences.h"
 #include "app/user_files.h"
 #include "effects/data_folder_lock.h"
 #include "effects/data_locations.h"
@@ -10,11 +12,15 @@
 #include "headless/measure_guests.h"
 #include "headless/measure_output.h"
 #include "headless/measure_run.h"
+#include "headless/rank_telling.h"
 #include "json/json_reader.h"
 #include "json/json_writer.h"
 
+#include <QCoreApplication>
 #include <QDeadlineTimer>
 #include <QEventLoop>
+#include <QProcess>
+#include <QTimer>
 
 #include <algorithm>
 
@@ -34,8 +40,8 @@ constexpr std::chrono::seconds endPatience{30};
 class OwnMeasuring
 {
 public:
-    OwnMeasuring(ASOStore &store, DataFolderLock &lock, MeasureOutput &output)
-        : m_store(store), m_output(output), m_guests(store)
+    OwnMeasuring(ASOStore &store, RankTelling &telling, DataFolderLock &lock, MeasureOutput &output)
+        : m_store(store), m_telling(telling), m_output(output), m_guests(store, telling)
     {
         const auto stopNow = [this] {
             m_stop.request_stop();
@@ -58,7 +64,8 @@ public:
 private:
     Task<void> measure(MeasureWish wish)
     {
-        MeasureRun run(m_store, [this](const MeasureMessage &message) { m_output.print(message); });
+        MeasureRun run(m_store, m_telling,
+                       [this](const MeasureMessage &message) { m_output.print(message); });
         try {
             co_await run.run(std::move(wish), m_stop.get_token());
             co_await m_guests.allServed(m_stop.get_token());
@@ -72,6 +79,7 @@ private:
     }
 
     ASOStore &m_store;
+    RankTelling &m_telling;
     MeasureOutput &m_output;
     EndSignals m_ends;
     QEventLoop m_loop;
@@ -85,8 +93,11 @@ void measureHere(const MeasureWish &wish, const Bundle &bundle, const QString &f
                  DataFolderLock &lock, MeasureOutput &output)
 {
     clearLeftovers(folder, cacheFolder());
-    Services services(bundle, folder, cacheFolder(), storedSettings(), &lock);
-    OwnMeasuring(services.store(), lock, output).run(wish);
+    const auto settings = storedSettings();
+    Services services(bundle, folder, cacheFolder(), settings, &lock);
+    RankTelling telling(services.store(), RankTelling::pathIn(folder),
+                        [settings] { return StoredPreferences(*settings).digestChoice(); });
+    OwnMeasuring(services.store(), telling, lock, output).run(wish);
 }
 
 enum class OwnersEnd {
@@ -163,14 +174,49 @@ ExitStatus measure(const MeasureWish &wish, const Bundle &bundle, MeasureOutput 
     return output.status().value_or(ExitStatus::Incomplete);
 }
 
+void openWindow(const QString &activationToken)
+{
+    QProcess window;
+    window.setProgram(QCoreApplication::applicationFilePath());
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    if (!activationToken.isEmpty())
+        environment.insert(QStringLiteral("XDG_ACTIVATION_TOKEN"), activationToken);
+    window.setProcessEnvironment(environment);
+    window.startDetached();
+}
+
+/// Until the user has seen it: only who is there hears of the click. The data is free meanwhile.
+void showNotice(const RankNotice &notice)
+{
+    constexpr std::chrono::hours patience{12};
+    QEventLoop loop;
+    DesktopNotification notification;
+    QObject::connect(&notification, &DesktopNotification::opened, &loop,
+                     [&loop](const QString &activationToken) {
+                         openWindow(activationToken);
+                         loop.quit();
+                     });
+    QObject::connect(&notification, &DesktopNotification::closed, &loop, &QEventLoop::quit,
+                     Qt::QueuedConnection);
+    const EndSignals ends;
+    QObject::connect(&ends, &EndSignals::endRequested, &loop, &QEventLoop::quit);
+    QTimer::singleShot(patience, &loop, &QEventLoop::quit);
+    notification.show(notice.title, notice.text);
+    loop.exec();
+}
+
 } // namespace
 
 ExitStatus runHeadless(const MeasureCommand &command, const Bundle &bundle)
 {
-    const MeasureWish wish{command.choice.apps, command.choice.storefronts, command.all};
+    const MeasureWish wish{command.choice.apps, command.choice.storefronts, command.all,
+                           command.notify};
     MeasureOutput output(command.json ? MeasureOutput::Form::Json : MeasureOutput::Form::Text,
                          {takeStandardOutput(), stderr, isErrorOutputATerminal()});
-    return measure(wish, bundle, output);
+    const ExitStatus status = measure(wish, bundle, output);
+    if (const auto &notice = output.notice())
+        showNotice(*notice);
+    return status;
 }
 
 } // namespace veltrix

@@ -59,7 +59,9 @@ VeltrixApp::VeltrixApp(const Bundle &bundle, const QString &stateFolder, const Q
               [files = m_services.files()](const QString &path) {
                   return std::make_shared<BackgroundFile>(path, files);
               }),
-      m_guests(m_services.store())
+      m_telling(m_services.store(), RankTelling::pathIn(stateFolder),
+                [this] { return m_preferences.digestChoice(); }),
+      m_guests(m_services.store(), m_telling)
 {
     if (Updater *updater = m_services.updater())
         m_updater = std::make_unique<UpdaterAdapter>(*updater, openInBrowser, showInFileManager);

@@ -9,6 +9,7 @@
 #include "clients/network_return.h"
 #include "effects/daily_timer.h"
 #include "headless/measure_guests.h"
+#include "headless/rank_telling.h"
 #include "ui/shell/main_window.h"
 #include "ui_kit/theme/chosen_color_scheme.h"
 
@@ -51,6 +52,7 @@ private:
     DailyTimer m_timing{DailyTimer::ofThisProgram()};
     std::unique_ptr<UpdaterAdapter> m_updater;
     std::unique_ptr<MainWindow> m_window;
+    RankTelling m_telling;
     MeasureGuests m_guests;
     NetworkReturn m_networkReturn;
 };

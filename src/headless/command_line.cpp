@@ -16,6 +16,7 @@ const QString appOption = QStringLiteral("app");
 const QString storefrontOption = QStringLiteral("storefront");
 const QString allOption = QStringLiteral("all");
 const QString jsonOption = QStringLiteral("json");
+const QString notifyOption = QStringLiteral("notify");
 const QString helpOption = QStringLiteral("help");
 const QString versionOption = QStringLiteral("version");
 
@@ -53,6 +54,11 @@ const QList<Option> &options()
          {measureOption},
          {QStringLiteral("Measure again what was measured today.")}},
         {jsonOption, {}, {measureOption}, {QStringLiteral("Print JSON objects, one a line.")}},
+        {notifyOption,
+         {},
+         {measureOption},
+         {QStringLiteral("Tell in a desktop notification what changed, and wait for a"),
+          QStringLiteral("click on it, which opens Veltrix.")}},
         {helpOption, {}, {}, {QStringLiteral("Print this.")}},
         {versionOption, {}, {}, {QStringLiteral("Print the version.")}},
     };
@@ -69,6 +75,7 @@ QString helpText()
     QString text = QStringLiteral(
         "Usage: veltrix\n"
         "       veltrix --measure [--app APP]... [--storefront CODE]... [--all] [--json]\n"
+        "                         [--notify]\n"
         "\n"
         "Without options Veltrix opens its window.\n"
         "\n");
@@ -154,7 +161,8 @@ Command commandOf(const QStringList &arguments, const QString &version)
         return WrongUse{*wrong};
     return MeasureCommand{{parser.values(appOption), parser.values(storefrontOption)},
                           parser.isSet(allOption),
-                          parser.isSet(jsonOption)};
+                          parser.isSet(jsonOption),
+                          parser.isSet(notifyOption)};
 }
 
 } // namespace veltrix

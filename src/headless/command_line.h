@@ -27,6 +27,8 @@ struct MeasureCommand {
     bool all = false;
     /// JSON objects, one a line, instead of text.
     bool json = false;
+    /// Tell in a desktop notification what changed.
+    bool notify = false;
 
     bool operator==(const MeasureCommand &) const = default;
 };

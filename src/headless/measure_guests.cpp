@@ -10,7 +10,10 @@
 namespace veltrix
 {
 
-MeasureGuests::MeasureGuests(ASOStore &store) : m_store(store) {}
+MeasureGuests::MeasureGuests(ASOStore &store, RankTelling &telling)
+    : m_store(store), m_telling(telling)
+{
+}
 
 void MeasureGuests::serve(FolderGuest *guest)
 {
@@ -31,7 +34,7 @@ Task<void> MeasureGuests::measureFor(QPointer<FolderGuest> guest, std::stop_toke
     };
     try {
         MeasureWish wish = fromJson<MeasureWish>(guest->wish());
-        MeasureRun run(m_store, std::move(tell));
+        MeasureRun run(m_store, m_telling, std::move(tell));
         co_await run.run(std::move(wish), ending.get_token());
     } catch (const Error &) {
         // Told, or not a wish at all: either way there is nothing more to say.

@@ -14,14 +14,15 @@ namespace veltrix
 
 class ASOStore;
 class FolderGuest;
+class RankTelling;
 
 /// Measures what other starts wish for, and tells them how it goes. A wish ends with whoever wished
 /// it; what was measured until then stays.
 class MeasureGuests
 {
 public:
-    /// `store` outlives this.
-    explicit MeasureGuests(ASOStore &store);
+    /// Both outlive this.
+    MeasureGuests(ASOStore &store, RankTelling &telling);
 
     /// Takes the guest's wish, a MeasureWish as JSON. What is none ends the connection.
     void serve(FolderGuest *guest);
@@ -32,6 +33,7 @@ private:
     Task<void> measureFor(QPointer<FolderGuest> guest, std::stop_token stop);
 
     ASOStore &m_store;
+    RankTelling &m_telling;
     int m_serving = 0;
     std::vector<OneShot<Done>> m_waitingForAll;
     TaskScope m_tasks;

@@ -2,6 +2,7 @@
 // What is told of measuring without a window: between two starts of the program, and to scripts.
 #pragma once
 
+#include "headless/rank_notice.h"
 #include "model/field_list.h"
 
 #include <QString>
@@ -23,6 +24,8 @@ struct MeasureWish {
     QStringList storefronts;
     /// Also what was measured today.
     bool all = false;
+    /// What changed is to be summed up for a notification.
+    bool notify = false;
 
     bool operator==(const MeasureWish &) const = default;
 };
@@ -32,6 +35,7 @@ inline constexpr auto fieldsOf<MeasureWish> = std::tuple{
     field("apps", &MeasureWish::apps),
     field("storefronts", &MeasureWish::storefronts),
     field("all", &MeasureWish::all),
+    field("notify", &MeasureWish::notify, Presence::Lenient),
 };
 
 /// The keyword whose turn it is.
@@ -93,6 +97,8 @@ struct MeasureSummary {
     std::int64_t measuredBefore = 0;
     /// What is wrong beside single keywords, in words: nothing could be read, or not all be saved.
     std::optional<QString> problem;
+    /// What a notification is to tell.
+    std::optional<RankNotice> notice;
 
     [[nodiscard]] bool isComplete() const { return notMeasured == 0 && left == 0 && !problem; }
     bool operator==(const MeasureSummary &) const = default;
@@ -105,6 +111,7 @@ inline constexpr auto fieldsOf<MeasureSummary> = std::tuple{
     field("left", &MeasureSummary::left),
     field("measuredBefore", &MeasureSummary::measuredBefore),
     field("problem", &MeasureSummary::problem),
+    field("notice", &MeasureSummary::notice),
 };
 
 /// One line; exactly one of its fields is there.

@@ -20,8 +20,10 @@ void MeasureOutput::print(const MeasureMessage &message)
         m_status = ExitStatus::WrongUse;
         return;
     }
-    if (message.summary)
+    if (message.summary) {
         m_status = message.summary->isComplete() ? ExitStatus::Done : ExitStatus::Incomplete;
+        m_notice = message.summary->notice;
+    }
     if (m_form == Form::Json)
         printLine(toJson(message));
     else if (message.keyword)

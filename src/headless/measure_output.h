@@ -32,6 +32,8 @@ public:
     void sayProblem(const QString &problem);
     /// What the last message means for the program's end; none before it has come.
     [[nodiscard]] std::optional<ExitStatus> status() const { return m_status; }
+    /// What it wants to be told in a notification.
+    [[nodiscard]] const std::optional<RankNotice> &notice() const { return m_notice; }
 
 private:
     void printLine(const QByteArray &line);
@@ -41,6 +43,7 @@ private:
     Streams m_streams;
     bool m_progressStands = false;
     std::optional<ExitStatus> m_status;
+    std::optional<RankNotice> m_notice;
 };
 
 } // namespace veltrix

@@ -2,6 +2,7 @@
 #include "headless/measure_run.h"
 
 #include "headless/keyword_choice.h"
+#include "headless/rank_telling.h"
 #include "store/aso_store.h"
 
 #include <QSet>
@@ -24,7 +25,10 @@ struct Following {
 
 } // namespace
 
-MeasureRun::MeasureRun(ASOStore &store, Tell tell) : m_store(store), m_tell(std::move(tell)) {}
+MeasureRun::MeasureRun(ASOStore &store, RankTelling &telling, Tell tell)
+    : m_store(store), m_telling(telling), m_tell(std::move(tell))
+{
+}
 
 Task<MeasureSummary> MeasureRun::run(MeasureWish wish, std::stop_token callersStop)
 {
@@ -41,14 +45,29 @@ Task<MeasureSummary> MeasureRun::run(MeasureWish wish, std::stop_token callersSt
             m_tell(MeasureMessage::ofWrongUse(wrong.description()));
             throw;
         }
-        summary = co_await measure(std::move(chosen), wish.all, stop);
+        summary = co_await measure(chosen, wish.all, stop);
         co_await allSaved(stop);
         const auto problem = m_store.persistenceProblem();
         if (m_store.hasUnsavedChange() && problem)
             summary.problem = problem->text;
+        if (wish.notify && summary.isComplete() && summary.measured > 0)
+            summary.notice = co_await notice(std::move(chosen), stop);
     }
     m_tell(MeasureMessage(summary));
     co_return summary;
+}
+
+/// What is to be told of a run that has measured everything.
+Task<std::optional<RankNotice>> MeasureRun::notice(QList<TrackedKeyword> measured,
+                                                   std::stop_token stop)
+{
+    try {
+        co_return co_await m_telling.tell(std::move(measured), stop);
+    } catch (const Cancelled &) {
+        throwIfStopped(m_tasks.token());
+    }
+    // The next run tells it.
+    co_return std::nullopt;
 }
 
 /// What was measured until now is on disk, or could not be saved.

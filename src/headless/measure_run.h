@@ -13,6 +13,7 @@ namespace veltrix
 {
 
 class ASOStore;
+class RankTelling;
 
 /// Measures what a wish is about, one keyword after another, by the store's own way and pace: what
 /// has no measurement on the current UTC day, or all of it. Keywords that fail do not end it, but
@@ -25,8 +26,9 @@ public:
 
     using Tell = std::function<void(const MeasureMessage &message)>;
 
-    /// `store` outlives this. `tell` is called for every message, the last one included.
-    MeasureRun(ASOStore &store, Tell tell);
+    /// `store` and `telling` outlive this. `tell` is called for every message, the last one
+    /// included.
+    MeasureRun(ASOStore &store, RankTelling &telling, Tell tell);
 
     /// When stopped, it ends with what was measured until then and tells the rest as left: what was
     /// measured is saved.
@@ -38,9 +40,11 @@ private:
     [[nodiscard]] MeasuredKeyword turnOf(const TrackedKeyword &keyword,
                                          const std::optional<QString> &problem) const;
     Task<MeasureSummary> measure(QList<TrackedKeyword> chosen, bool all, std::stop_token stop);
+    Task<std::optional<RankNotice>> notice(QList<TrackedKeyword> measured, std::stop_token stop);
     Task<void> allSaved(std::stop_token stop);
 
     ASOStore &m_store;
+    RankTelling &m_telling;
     Tell m_tell;
     TaskScope m_tasks;
 };

@@ -7,15 +7,6 @@ namespace veltrix
 namespace
 {
 
-/// Without what would move a terminal's cursor or turn its text around.
-QString printable(QString text)
-{
-    text.removeIf([](QChar c) {
-        return c.category() == QChar::Other_Control || c.category() == QChar::Other_Format;
-    });
-    return text;
-}
-
 QString keywords(std::int64_t count)
 {
     return count == 1 ? QStringLiteral("1 keyword")
@@ -37,6 +28,14 @@ QString outcomeText(const MeasuredKeyword &turn)
 }
 
 } // namespace
+
+QString printable(QString text)
+{
+    text.removeIf([](QChar c) {
+        return c.category() == QChar::Other_Control || c.category() == QChar::Other_Format;
+    });
+    return text;
+}
 
 QString turnText(const MeasuredKeyword &turn)
 {

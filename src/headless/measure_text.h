@@ -7,6 +7,9 @@
 namespace veltrix
 {
 
+/// The text without what would move a terminal's cursor or turn its text around.
+QString printable(QString text);
+
 /// "photo editor · US · Lumen Photo Editor: rank 12, ↑ 3", or why there is none. Without control
 /// characters, whatever the App Store calls an app: it is written to terminals.
 QString turnText(const MeasuredKeyword &turn);

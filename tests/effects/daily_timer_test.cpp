@@ -90,7 +90,7 @@ TEST_F(DailyTimerTest, IsTurnedOnWithItsUnitsInPlace)
     EXPECT_TRUE(timerUnit.contains(QStringLiteral("\nPersistent=true\n")));
     EXPECT_TRUE(
         QString::fromUtf8(readWholeFile(unitPath("service")))
-            .contains(QStringLiteral("\nExecStart=\"/opt/veltrix/bin/veltrix\" --measure\n")));
+            .contains(QStringLiteral("\nExecStart=\"/opt/veltrix/bin/veltrix\" --measure --notify\n")));
 }
 
 TEST_F(DailyTimerTest, IsTurnedOffAndLeavesNothing)

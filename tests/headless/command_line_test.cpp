@@ -52,8 +52,10 @@ TEST(CommandLine, MeasuresWhatIsChosen)
     chosen.choice.storefronts = {QStringLiteral("us")};
     chosen.all = true;
     chosen.json = true;
-    EXPECT_EQ(command("veltrix --measure --app Lumen --json --app=12 --storefront us --all"),
-              Command(chosen));
+    chosen.notify = true;
+    EXPECT_EQ(
+        command("veltrix --measure --app Lumen --json --app=12 --storefront us --all --notify"),
+        Command(chosen));
 }
 
 TEST(CommandLine, SaysWhatIsWrong)

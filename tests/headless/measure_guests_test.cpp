@@ -6,6 +6,7 @@
 #include "effects/data_folder_lock.h"
 #include "headless/measure_messages.h"
 #include "headless/measure_text.h"
+#include "headless/rank_telling.h"
 #include "json/json_reader.h"
 #include "json/json_writer.h"
 #include "store/store_fixture.h"
@@ -60,7 +61,10 @@ protected:
     }
 
     DataFolderLock m_owner{folder.path()};
-    std::unique_ptr<MeasureGuests> m_guests = std::make_unique<MeasureGuests>(*store);
+    RankTelling m_telling{*store, folder.filePath(text("told.json")), [] {
+                              return DigestChoice();
+                          }};
+    std::unique_ptr<MeasureGuests> m_guests = std::make_unique<MeasureGuests>(*store, m_telling);
     std::unique_ptr<FolderOwner> m_connection;
     QStringList m_told;
     bool m_hasEnded = false;
@@ -78,7 +82,7 @@ TEST_F(Guests, AreToldEachKeywordAndTheEnd)
 
 TEST_F(Guests, ThatNameNothingTrackedAreToldSo)
 {
-    ask(toJson(MeasureWish{{text("Nobody")}, {}, false}));
+    ask(toJson(MeasureWish{{text("Nobody")}, {}, false, false}));
     waitFor([this] { return m_hasEnded; });
     EXPECT_EQ(m_told, QStringList{text("No app is called “Nobody”. There are “Tideline”.")});
 }

@@ -3,6 +3,7 @@
 
 #include "headless/keyword_choice.h"
 #include "headless/measure_text.h"
+#include "headless/rank_telling.h"
 #include "store/store_fixture.h"
 
 #include <QDir>
@@ -25,7 +26,7 @@ MeasureSummary sum(int measured, int notMeasured = 0, int left = 0)
 
 MeasureWish wish(const QStringList &storefronts, bool all = false)
 {
-    return {{}, storefronts, all};
+    return {{}, storefronts, all, false};
 }
 
 class MeasuringWithoutWindow : public StoreTest
@@ -70,7 +71,10 @@ protected:
     }
 
     QStringList told;
-    MeasureRun measuring{*store, [this](const MeasureMessage &message) {
+    RankTelling telling{*store, folder.filePath(text("told.json")), [] {
+                            return DigestChoice();
+                        }};
+    MeasureRun measuring{*store, telling, [this](const MeasureMessage &message) {
                              tell(message);
                          }};
 };
@@ -145,7 +149,7 @@ TEST_F(MeasuringWithoutWindow, TellsWhatCanNeverBeMeasured)
     writeState(state);
     start();
     QStringList second;
-    MeasureRun again(*store, [&second](const MeasureMessage &message) {
+    MeasureRun again(*store, telling, [&second](const MeasureMessage &message) {
         if (message.keyword)
             second.append(turnText(*message.keyword));
     });
@@ -210,7 +214,7 @@ TEST_F(MeasuringWithoutWindow, AStateThatCouldNotBeReadIsAProblemAndNotNothingTr
     QDir().mkpath(statePath());
     start();
     QStringList said;
-    MeasureRun over(*store, [&said](const MeasureMessage &message) {
+    MeasureRun over(*store, telling, [&said](const MeasureMessage &message) {
         if (message.summary)
             said.append(summaryText(*message.summary));
     });

@@ -50,8 +50,10 @@ QString measureServiceUnit(const QString &program)
                           "[Service]\n"
                           "Type=oneshot\n"
                           "ExecStart=") +
-           commandWord(program) + QStringLiteral(" --measure\n") + environmentLines() +
+           commandWord(program) + QStringLiteral(" --measure --notify\n") + environmentLines() +
            QStringLiteral("Nice=10\n"
+                          // A click on its notification opens a window, which stays.
+                          "KillMode=process\n"
                           // Some keywords that could not be measured are no failure of the program,
                           // and one that has the data is measuring by itself.
                           "SuccessExitStatus=1 3\n");
