@@ -18,11 +18,16 @@ namespace
 
 constexpr int standardControlHeight = 30;
 
+int columnsIn(int width, int leastWidth, int gap)
+{
+    return std::max(1, (width + gap) / (leastWidth + gap));
+}
+
 } // namespace
 
 std::vector<QRect> layoutCards(int width, int count, int leastWidth, int height, int gap)
 {
-    const int columns = std::max(1, (width + gap) / (leastWidth + gap));
+    const int columns = columnsIn(width, leastWidth, gap);
     const int cardWidth = std::max(0, (width - (columns - 1) * gap) / columns);
     std::vector<QRect> places;
     for (int card = 0; card < count; ++card)
@@ -66,10 +71,20 @@ void CardGrid::followInTabOrder()
     putInTabOrder(*this, m_cards);
 }
 
+int CardGrid::leastWidth() const
+{
+    return m_leastWidth * controlHeight(font()) / standardControlHeight;
+}
+
+int CardGrid::columns() const
+{
+    return columnsIn(width(), leastWidth(), spacing::m);
+}
+
 std::vector<QRect> CardGrid::places(int width) const
 {
     const int count = int(m_cards.size());
-    int least = m_leastWidth * controlHeight(font()) / standardControlHeight;
+    int least = leastWidth();
     if (m_width == Width::OfTheCards && count > 0)
         least = std::max(least, (width - (count - 1) * spacing::m) / count);
     const auto layOut = [&](int height) {

@@ -35,6 +35,9 @@ public:
     /// again.
     void followInTabOrder();
 
+    /// How many cards of leastWidth stand abreast.
+    [[nodiscard]] int columns() const;
+
     [[nodiscard]] bool hasHeightForWidth() const override { return true; }
     [[nodiscard]] int heightForWidth(int width) const override;
     [[nodiscard]] QSize sizeHint() const override;
@@ -44,6 +47,7 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
 
 private:
+    [[nodiscard]] int leastWidth() const;
     [[nodiscard]] std::vector<QRect> places(int width) const;
     void place();
 
