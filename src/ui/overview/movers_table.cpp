@@ -1,0 +1,84 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/overview/movers_table.h"
+
+#include "ui_kit/accessibility/accessibility.h"
+#include "ui_kit/table/table_header.h"
+#include "ui_kit/theme/typography.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+
+#include <algorithm>
+#include <numeric>
+
+namespace veltrix
+{
+
+MoversTable::MoversTable(MoversModel &model, ArtworkImages &images, QWidget *parent)
+    : TallTable(model, RowHeight::OneLine, &images, parent), m_model(model)
+{
+    nameControl(this, QStringLiteral("movers"), tr("Movers"));
+    nameControl(&header(), QStringLiteral("moversHeader"), tr("Columns"));
+    header().setSortIndicator(m_model.sortColumn(), m_model.sortOrder());
+    setSortingEnabled(true);
+    setSelectionMode(ExtendedSelection);
+}
+
+void MoversTable::fitColumns()
+{
+    const int count = m_model.columnCount();
+    std::vector<int> widths;
+    for (int column = 0; column < count; ++column)
+        widths.push_back(scaledToFont(m_model.defaultWidth(column), font()));
+    const int room = viewport()->width();
+    const auto excess = [&] {
+        return std::accumulate(widths.begin(), widths.end(), 0) - room;
+    };
+    // What is given up first where there is no room.
+    for (const MoverColumn column : {MoverColumn::Line, MoverColumn::Before}) {
+        const bool isGivenUp = excess() > 0;
+        if (isGivenUp)
+            widths[size_t(column)] = 0;
+        setColumnHidden(int(column), isGivenUp);
+    }
+    for (int column = count - 1; column > 0; --column) {
+        int &width = widths[size_t(column)];
+        if (width > 0)
+            width = std::max(minimumWidth(column), width - std::max(0, excess()));
+        if (width > 0)
+            header().resizeSection(column, width);
+    }
+    fillWidth(int(MoverColumn::Keyword));
+}
+
+void MoversTable::open(const QModelIndex &index)
+{
+    if (index.isValid())
+        Q_EMIT opened(m_model.entryAt(index.row()).id);
+}
+
+void MoversTable::keyPressEvent(QKeyEvent *event)
+{
+    const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (isEnter && !event->isAutoRepeat())
+        open(currentIndex());
+    else if (!isEnter)
+        TallTable::keyPressEvent(event);
+}
+
+void MoversTable::mouseDoubleClickEvent(QMouseEvent *event)
+{
+    if (event->button() == Qt::LeftButton)
+        open(indexAt(event->position().toPoint()));
+}
+
+void MoversTable::focusInEvent(QFocusEvent *event)
+{
+    TallTable::focusInEvent(event);
+    // Who comes by keyboard sees where he is.
+    if (event->reason() != Qt::MouseFocusReason && !currentIndex().isValid() &&
+        m_model.rowCount() > 0)
+        setCurrentIndex(m_model.index(0, 0));
+}
+
+} // namespace veltrix
