@@ -4,8 +4,10 @@
 #include "ui/competitors/competitors_view.h"
 #include "ui/dashboard/dashboard_page.h"
 #include "ui/dashboard/keyword_filter.h"
+#include "ui/dashboard/quick_filter.h"
 #include "ui/measuring/automatic_refresh.h"
 #include "ui/measuring/measuring_bars.h"
+#include "ui/overview/overview_page.h"
 #include "ui/preferences/preferences.h"
 #include "ui/settings/daily_measuring.h"
 #include "ui/settings/update_banner.h"
@@ -43,6 +45,7 @@ MainWindow::MainWindow(Collaborators collaborators, QWidget *parent)
       m_images(new ArtworkImages(m_with.artwork, this)),
       m_measuring(new MeasuringStatus(m_with.store.refreshes(), this)),
       m_sidebar(new Sidebar(m_with.store, *m_images)),
+      m_overview(new OverviewPage(m_with.store, *m_images, *m_measuring)),
       m_dashboard(new DashboardPage(m_with.store, *m_images, m_with.preferences, m_with.files,
                                     *m_measuring)),
       m_competitors(
@@ -67,10 +70,12 @@ MainWindow::MainWindow(Collaborators collaborators, QWidget *parent)
     connect(&m_geometryTimer, &QTimer::timeout, this, &MainWindow::rememberGeometry);
     layOut();
     buildActions();
+    addShellControls(m_overview->toolbar());
     addShellControls(m_dashboard->toolbar());
     addShellControls(m_competitors->toolbar());
     connectSidebar();
     connectPages();
+    connectOverview();
     connectSheets();
     connectRemovals();
     connectDaily();
@@ -82,8 +87,10 @@ MainWindow::~MainWindow() = default;
 
 void MainWindow::layOut()
 {
-    m_pages->addWidget(m_dashboard);
-    m_pages->addWidget(m_competitors);
+    for (const Workspace workspace :
+         {Workspace::Overview, Workspace::Keywords, Workspace::Competitors})
+        m_pages->addWidget(pageOf(workspace));
+    m_pages->setCurrentWidget(pageOf(m_workspace));
     auto *workspace = new QVBoxLayout;
     workspace->setSpacing(0);
     workspace->addWidget(new PersistenceBanner(m_with.store));
@@ -110,6 +117,19 @@ void MainWindow::connectSidebar()
     connect(&selector, &AppSelector::deleteAppRequested, this, &MainWindow::askToDeleteApp);
     connect(m_dashboard, &DashboardPage::keywordCountChanged, this, &MainWindow::updateCounts);
     connect(&m_with.store, &ASOStore::competitorsChanged, this, &MainWindow::updateCounts);
+    connect(&m_with.store, &ASOStore::appsChanged, this, &MainWindow::updateCounts);
+}
+
+void MainWindow::connectOverview()
+{
+    connect(m_overview, &OverviewPage::addAppRequested, this, &MainWindow::openAppSearch);
+    connect(m_overview, &OverviewPage::refreshRequested, m_dashboard, &DashboardPage::refreshAll);
+    connect(m_overview, &OverviewPage::keywordsRequested, this,
+            [this](QUuid appId, QuickFilter filter) {
+                selectApp(appId);
+                m_dashboard->showOnly(filter);
+                showWorkspace(Workspace::Keywords);
+            });
 }
 
 void MainWindow::connectPages()
@@ -161,7 +181,7 @@ void MainWindow::showApp(std::optional<QUuid> id)
 void MainWindow::updateCounts()
 {
     const AppSelection::Counts counts = m_selection->counts();
-    m_sidebar->setCounts(counts.keywords, counts.competitors);
+    m_sidebar->setCounts(int(m_with.store.apps().size()), counts.keywords, counts.competitors);
 }
 
 QString MainWindow::searchStorefront() const
@@ -180,14 +200,34 @@ void MainWindow::showWorkspace(Workspace workspace)
     const bool losesFocus = workspace != m_workspace && focused && m_pages->isAncestorOf(focused);
     m_workspace = workspace;
     m_sidebar->setWorkspace(workspace);
-    m_pages->setCurrentWidget(workspace == Workspace::Keywords ? static_cast<QWidget *>(m_dashboard)
-                                                               : m_competitors);
-    if (!losesFocus)
-        return;
-    if (workspace == Workspace::Keywords)
-        m_dashboard->focusContent();
-    else
-        m_competitors->focusContent();
+    m_pages->setCurrentWidget(pageOf(workspace));
+    if (losesFocus)
+        focusContentOf(workspace);
+}
+
+QWidget *MainWindow::pageOf(Workspace workspace) const
+{
+    switch (workspace) {
+    case Workspace::Overview:
+        return m_overview;
+    case Workspace::Keywords:
+        return m_dashboard;
+    case Workspace::Competitors:
+        return m_competitors;
+    }
+    Q_UNREACHABLE();
+}
+
+void MainWindow::focusContentOf(Workspace workspace)
+{
+    switch (workspace) {
+    case Workspace::Overview:
+        return m_overview->focusContent();
+    case Workspace::Keywords:
+        return m_dashboard->focusContent();
+    case Workspace::Competitors:
+        return m_competitors->focusContent();
+    }
 }
 
 void MainWindow::followApplicationState()
@@ -241,12 +281,11 @@ bool MainWindow::focusNextPrevChild(bool next)
 void MainWindow::takeFocusHome()
 {
     // A researched app has nothing but what can be pressed.
-    if (m_workspace == Workspace::Keywords)
-        m_dashboard->focusContent();
-    else if (QWidget *page = m_competitors->research())
-        page->setFocus(Qt::OtherFocusReason);
+    QWidget *research = m_competitors->research();
+    if (m_workspace == Workspace::Competitors && research)
+        research->setFocus(Qt::OtherFocusReason);
     else
-        m_competitors->focusContent();
+        focusContentOf(m_workspace);
 }
 
 void MainWindow::rememberGeometry()

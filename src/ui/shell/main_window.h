@@ -31,6 +31,7 @@ class DashboardPage;
 class FileExchange;
 class FocusKeeper;
 class MeasuringStatus;
+class OverviewPage;
 class PageToolbar;
 class Preferences;
 class Removals;
@@ -82,6 +83,7 @@ public:
     /// Remembers size and place for the next start, as happens by itself when they have changed.
     void rememberGeometry();
 
+    [[nodiscard]] OverviewPage &overview() { return *m_overview; }
     [[nodiscard]] DashboardPage &dashboard() { return *m_dashboard; }
     [[nodiscard]] CompetitorsView &competitors() { return *m_competitors; }
     [[nodiscard]] ArtworkImages &images() { return *m_images; }
@@ -111,6 +113,9 @@ private:
     void fillMoreMenu(QMenu *menu);
     void connectSidebar();
     void connectPages();
+    void connectOverview();
+    [[nodiscard]] QWidget *pageOf(Workspace workspace) const;
+    void focusContentOf(Workspace workspace);
     void connectSheets();
     void showApp(std::optional<QUuid> id);
     void updateCounts();
@@ -125,6 +130,7 @@ private:
     ArtworkImages *m_images;
     MeasuringStatus *m_measuring;
     Sidebar *m_sidebar;
+    OverviewPage *m_overview;
     DashboardPage *m_dashboard;
     CompetitorsView *m_competitors;
     QStackedWidget *m_pages;

@@ -4,6 +4,7 @@
 
 #include "ui/competitors/competitors_view.h"
 #include "ui/dashboard/dashboard_page.h"
+#include "ui/overview/overview_page.h"
 #include "ui/settings/updater_interface.h"
 #include "ui/shell/app_selector.h"
 #include "ui/shell/removals.h"
@@ -40,15 +41,21 @@ void MainWindow::buildKeys()
 {
     addKey(tr("Refresh"), Qt::Key_F5, [this] { m_dashboard->refreshAll(); });
     addKey(tr("Search"), QKeySequence::Find, [this] {
-        if (m_workspace == Workspace::Keywords)
-            m_dashboard->focusSearch();
-        else
-            m_competitors->focusSearch();
+        switch (m_workspace) {
+        case Workspace::Overview:
+            return m_overview->focusSearch();
+        case Workspace::Keywords:
+            return m_dashboard->focusSearch();
+        case Workspace::Competitors:
+            return m_competitors->focusSearch();
+        }
     });
     addKey(tr("Add keywords"), QKeySequence(Qt::CTRL | Qt::Key_N), [this] {
         showWorkspace(Workspace::Keywords);
         m_dashboard->openAddKeywords();
     });
+    addKey(tr("Overview"), QKeySequence(Qt::CTRL | Qt::Key_0),
+           [this] { showWorkspace(Workspace::Overview); });
     addKey(tr("Keywords"), QKeySequence(Qt::CTRL | Qt::Key_1),
            [this] { showWorkspace(Workspace::Keywords); });
     addKey(tr("Competitors"), QKeySequence(Qt::CTRL | Qt::Key_2),

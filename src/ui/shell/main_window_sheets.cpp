@@ -8,6 +8,7 @@
 #include "ui/dashboard/keyword_filter.h"
 #include "ui/history/ranking_history_sheet.h"
 #include "ui/measuring/measuring_status.h"
+#include "ui/overview/overview_page.h"
 #include "ui/ranked_apps/ranking_apps_sheet.h"
 #include "ui/settings/settings_sheet.h"
 #include "ui_kit/text/shown_text.h"
@@ -22,10 +23,11 @@ void MainWindow::connectSheets()
             [this](const DashboardKeywordRow &keyword) {
                 openSheet(this, new KeywordAnalysisSheet(m_with.store, keyword));
             });
-    connect(m_dashboard, &DashboardPage::historyRequested, this,
-            [this](const DashboardKeywordRow &keyword) {
-                openSheet(this, new RankingHistorySheet(m_with.store, m_with.files, keyword));
-            });
+    const auto openHistory = [this](const DashboardKeywordRow &keyword) {
+        openSheet(this, new RankingHistorySheet(m_with.store, m_with.files, keyword));
+    };
+    connect(m_dashboard, &DashboardPage::historyRequested, this, openHistory);
+    connect(m_overview, &OverviewPage::historyRequested, this, openHistory);
     connect(m_dashboard, &DashboardPage::rankedAppsRequested, this,
             [this](const DashboardKeywordRow &keyword) {
                 const ResearchContext research{m_with.store, *m_images, m_with.openUrl,

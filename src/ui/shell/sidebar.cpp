@@ -88,6 +88,8 @@ void WorkspaceButton::paintEvent(QPaintEvent *)
 
 Sidebar::Sidebar(ASOStore &store, ArtworkImages &images, QWidget *parent)
     : QWidget(parent), m_selector(new AppSelector(store, images)),
+      m_overview(new WorkspaceButton(QStringLiteral("workspaceOverview"),
+                                     QStringLiteral("chart.bar"), tr("Overview"))),
       m_keywords(new WorkspaceButton(QStringLiteral("workspaceKeywords"),
                                      QStringLiteral("magnifyingglass"), tr("Keywords"))),
       m_competitors(new WorkspaceButton(QStringLiteral("workspaceCompetitors"),
@@ -96,6 +98,7 @@ Sidebar::Sidebar(ASOStore &store, ArtworkImages &images, QWidget *parent)
     setObjectName(QStringLiteral("sidebar"));
     setFixedWidth(sidebarWidth);
     auto *group = new QButtonGroup(this);
+    group->addButton(m_overview);
     group->addButton(m_keywords);
     group->addButton(m_competitors);
     auto *layout = new QVBoxLayout(this);
@@ -103,6 +106,7 @@ Sidebar::Sidebar(ASOStore &store, ArtworkImages &images, QWidget *parent)
     layout->setSpacing(0);
     layout->addWidget(m_selector);
     layout->addSpacing(spacing::m);
+    layout->addWidget(m_overview);
     layout->addWidget(m_keywords);
     layout->addWidget(m_competitors);
     layout->addStretch(1);
@@ -113,18 +117,34 @@ Sidebar::Sidebar(ASOStore &store, ArtworkImages &images, QWidget *parent)
                 Q_EMIT workspaceChosen(workspace);
         });
     };
+    connectChoice(m_overview, Workspace::Overview);
     connectChoice(m_keywords, Workspace::Keywords);
     connectChoice(m_competitors, Workspace::Competitors);
     setWorkspace(Workspace::Keywords);
 }
 
-void Sidebar::setWorkspace(Workspace workspace)
+WorkspaceButton *Sidebar::buttonOf(Workspace workspace) const
 {
-    (workspace == Workspace::Keywords ? m_keywords : m_competitors)->setChecked(true);
+    switch (workspace) {
+    case Workspace::Overview:
+        return m_overview;
+    case Workspace::Keywords:
+        return m_keywords;
+    case Workspace::Competitors:
+        return m_competitors;
+    }
+    Q_UNREACHABLE();
 }
 
-void Sidebar::setCounts(std::optional<int> keywords, std::optional<int> competitors)
+void Sidebar::setWorkspace(Workspace workspace)
 {
+    buttonOf(workspace)->setChecked(true);
+}
+
+void Sidebar::setCounts(std::optional<int> apps, std::optional<int> keywords,
+                        std::optional<int> competitors)
+{
+    m_overview->setCount(apps);
     m_keywords->setCount(keywords);
     m_competitors->setCount(competitors);
 }

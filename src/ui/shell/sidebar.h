@@ -12,7 +12,7 @@ namespace veltrix
 class AppSelector;
 class ArtworkImages;
 
-enum class Workspace { Keywords, Competitors };
+enum class Workspace { Overview, Keywords, Competitors };
 
 /// One workspace in the sidebar: its symbol, its name, and how many things are in it.
 class WorkspaceButton final : public QAbstractButton
@@ -45,7 +45,8 @@ public:
 
     [[nodiscard]] AppSelector &appSelector() { return *m_selector; }
     void setWorkspace(Workspace workspace);
-    void setCounts(std::optional<int> keywords, std::optional<int> competitors);
+    void setCounts(std::optional<int> apps, std::optional<int> keywords,
+                   std::optional<int> competitors);
 
 Q_SIGNALS:
     void workspaceChosen(veltrix::Workspace workspace);
@@ -54,7 +55,10 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    [[nodiscard]] WorkspaceButton *buttonOf(Workspace workspace) const;
+
     AppSelector *m_selector;
+    WorkspaceButton *m_overview;
     WorkspaceButton *m_keywords;
     WorkspaceButton *m_competitors;
 };

@@ -7,6 +7,7 @@
 #include "ui/dashboard/keyword_table_model.h"
 #include "ui/dashboard/keyword_table_view.h"
 #include "ui/gallery/keyword_scenes.h"
+#include "ui/gallery/overview_scenes.h"
 #include "ui/gallery/settings_scenes.h"
 #include "ui/gallery/sheet_scenes.h"
 #include "ui/gallery/shell_scenes.h"
@@ -356,7 +357,7 @@ std::vector<Scene> galleryScenes()
     std::vector<Scene> scenes;
     for (const auto &part : {dashboardScenes(), persistenceScenes(), searchScenes(), shellScenes(),
                              sheetScenes(), competitorScenes(), trackingScenes(), keywordScenes(),
-                             tableScenes(), shellRoomScenes(), settingsScenes()})
+                             tableScenes(), shellRoomScenes(), settingsScenes(), overviewScenes()})
         scenes.insert(scenes.end(), part.begin(), part.end());
     return scenes;
 }
