@@ -72,7 +72,7 @@ TEST_F(PreferencesTest, TheThemeIsTheDesktopsUntilOneIsChosenAndComesBack)
 
 TEST_F(PreferencesTest, RememberWhatIsTold)
 {
-    QSettings settings(path, QSettings::IniFormat);
+    SettingsFile settings(path, std::make_shared<FileThread>());
     StoredPreferences preferences(settings);
     EXPECT_EQ(preferences.digestChoice(), DigestChoice());
     const DigestChoice chosen{false, 10, true, false, false};

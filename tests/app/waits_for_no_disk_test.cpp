@@ -116,7 +116,8 @@ TEST_F(WaitsForNoDisk, Images)
     m_http.answerWith(FakeHttp::response(200, image));
     beginFlushWatch();
     ArtworkLoader loader({m_http.sender(), m_clock, path("artwork")});
-    const Outcome outcome(loader.load(Url(QStringLiteral("https://icons.example/1.png")), {}));
+    const Outcome outcome(
+        loader.load(*Url::fromText(QStringLiteral("https://icons.example/1.png")), {}));
     m_clock->runUntilIdle();
     EXPECT_EQ(outcome.value(), image);
     EXPECT_EQ(QDir(path("artwork")).entryList(QDir::Files).size(), 1);
