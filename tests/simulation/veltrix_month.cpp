@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Prints how many days of a month each keyword is observed, for faults of several kinds:
-// veltrix-month [number of seeds].
+// veltrix-month [number of seeds]. What a month of daily runs without a window measures and tells:
+// veltrix-month --daily.
+#include "simulation/daily_month.h"
 #include "simulation/measuring_month.h"
 
 #include <QCoreApplication>
@@ -63,11 +65,43 @@ void printRow(const Row &row, double faults, int seeds)
     std::fflush(stdout);
 }
 
+void printDailyMonth()
+{
+    const DailyMonthOptions options;
+    const DailyMonth month = simulateDailyMonth(options);
+    std::printf("%d keywords, %zu runs in %d days; planned for 09:30 with up to 15 minutes' delay "
+                "(UTC).\nDay 12: the machine is off. Days 20 and 21: the service fails, on the "
+                "second after 90 searches.\n\n",
+                options.keywords, month.runs.size(), options.days);
+    std::printf("| day | run at   | measured | not | left | before | told\n"
+                "|-----|----------|----------|-----|------|--------|-----\n");
+    for (const DailyRun &run : month.runs) {
+        const MeasureSummary &summary = run.summary;
+        QString told = QStringLiteral("—");
+        if (summary.notice) {
+            told = summary.notice->title + QStringLiteral(" · ") +
+                   QString(summary.notice->text).replace(u'\n', QStringLiteral(" · "));
+        }
+        std::printf("| %3d | %s%s | %8d | %3d | %4d | %6d | %s\n", run.day,
+                    qUtf8Printable(formatInternetDateTime(run.at).mid(11, 5)),
+                    run.isCaughtUp ? " up" : "   ", int(summary.measured), int(summary.notMeasured),
+                    int(summary.left), int(summary.measuredBefore), qUtf8Printable(told));
+    }
+    std::printf("\nDays with a measurement: %d to %d of %d. By a rule of 24 hours the same runs "
+                "would have made it %d to %d.\n",
+                month.fewestDays, month.mostDays, options.days, month.fewestDaysByAge,
+                month.mostDaysByAge);
+}
+
 } // namespace
 
 int main(int argc, char **argv)
 {
     const QCoreApplication application(argc, argv);
+    if (application.arguments().contains(QStringLiteral("--daily"))) {
+        printDailyMonth();
+        return 0;
+    }
     const int seeds = std::max(1, argc > 1 ? std::atoi(argv[1]) : 10);
     std::printf("31 days, 200 keywords, window open 8 hours a day, %d seeds.\n"
                 "Days observed: of the worst keyword in the worst and in the best seed, then the "
