@@ -30,14 +30,14 @@ ToldByKeyword read(const QString &path)
 }
 
 /// Of keywords that are gone there is nothing to tell any more.
-void write(const QString &path, const ToldByKeyword &told, const ASOStore &store)
+QByteArray encoded(const ToldByKeyword &told, const ASOStore &store)
 {
     ToldRanks all;
     for (const TrackedKeyword &keyword : store.trackedKeywords()) {
         if (const auto found = told.constFind(keyword.id); found != told.cend())
             all.ranks.append(*found);
     }
-    writeFileAtomically(path, toJson(all));
+    return toJson(all);
 }
 
 /// None when there is nothing to compare with.
@@ -81,7 +81,10 @@ Task<std::optional<RankNotice>> RankTelling::tell(QList<TrackedKeyword> keywords
 {
     const ScopedStop stop(m_tasks, callersStop);
     co_await m_store.rankDaysRead(stop);
-    ToldByKeyword told = read(m_path);
+    std::function<ToldByKeyword()> reading = [path = m_path] {
+        return read(path);
+    };
+    ToldByKeyword told = co_await m_files.run(std::move(reading), stop);
     QList<RankChange> changes;
     for (const TrackedKeyword &keyword : keywords) {
         const RankDays &days = m_store.rankDays(keyword.id);
@@ -99,8 +102,12 @@ Task<std::optional<RankNotice>> RankTelling::tell(QList<TrackedKeyword> keywords
         }
         told.insert(keyword.id, {keyword.id, days.latest()->day, days.latest()->rank});
     }
+    std::function<Done()> writing = [path = m_path, content = encoded(told, m_store)] {
+        writeFileAtomically(path, content);
+        return Done();
+    };
     try {
-        write(m_path, told, m_store);
+        co_await m_files.run(std::move(writing), stop);
     } catch (const FileError &) {
         co_return std::nullopt;
     }

@@ -2,6 +2,7 @@
 // What the user is told after a run without a window, and was told before.
 #pragma once
 
+#include "effects/file_thread.h"
 #include "effects/task_scope.h"
 #include "headless/rank_notice.h"
 #include "model/tracked_keyword.h"
@@ -66,6 +67,7 @@ private:
     ASOStore &m_store;
     QString m_path;
     std::function<DigestChoice()> m_choice;
+    FileThread m_files;
     TaskScope m_tasks;
 };
 
