@@ -18,13 +18,10 @@ constexpr qsizetype mostNamed = 3;
 constexpr qsizetype longestKeyword = 40;
 constexpr qsizetype longestApp = 30;
 constexpr std::int64_t topTen = 10;
+/// The lowest rank that has not left it yet.
+constexpr std::int64_t stillTopTen = 12;
 /// Where a keyword without a rank counts as being, for the order of those that moved most.
 constexpr std::int64_t belowAll = 101;
-
-bool isIn(std::optional<std::int64_t> rank, std::int64_t places)
-{
-    return rank && *rank <= places;
-}
 
 /// Places gained; negative when places were lost.
 std::int64_t gained(const RankChange &change)
@@ -40,8 +37,7 @@ bool hasMoved(const RankChange &change, const DigestChoice &choice)
 
 bool isTold(const RankChange &change, const DigestChoice &choice)
 {
-    return hasMoved(change, choice) ||
-           (choice.topTen && isIn(change.before, topTen) != isIn(change.now, topTen)) ||
+    return hasMoved(change, choice) || (choice.topTen && change.wasInTopTen != change.isInTopTen) ||
            (choice.results && change.before.has_value() != change.now.has_value()) ||
            (choice.bests && change.isNewBest);
 }
@@ -81,7 +77,7 @@ QStringList sums(const QList<RankChange> &changes, const DigestChoice &choice)
     if (choice.topTen) {
         const auto crossed = [&](bool before) {
             return count([before](const auto &c) {
-                return isIn(c.before, topTen) == before && isIn(c.now, topTen) != before;
+                return c.wasInTopTen == before && c.isInTopTen != before;
             });
         };
         lines.append(line(crossed(false), "entered", crossed(true), "left", "the top 10", "it"));
@@ -135,6 +131,11 @@ QString named(const RankChange &change)
 }
 
 } // namespace
+
+bool isInTopTen(std::optional<std::int64_t> rank, bool wasInTopTen)
+{
+    return rank && *rank <= (wasInTopTen ? stillTopTen : topTen);
+}
 
 std::optional<RankNotice> noticeOf(const QList<RankChange> &changes, const DigestChoice &choice)
 {

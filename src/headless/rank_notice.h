@@ -26,9 +26,17 @@ struct RankChange {
     std::optional<std::int64_t> now;
     /// It never ranked higher.
     bool isNewBest = false;
+    /// Whether it counts as being in the top 10, before and now; see isInTopTen().
+    bool wasInTopTen = false;
+    bool isInTopTen = false;
 
     bool operator==(const RankChange &) const = default;
 };
+
+/// Whether a rank counts as being in the top 10. One that was in it has left it only when it ranks
+/// some places lower: otherwise a keyword that goes to and fro between 10 and 11 would be told
+/// every day.
+bool isInTopTen(std::optional<std::int64_t> rank, bool wasInTopTen);
 
 /// Plain text without control characters; the text's lines are parted by line feeds.
 struct RankNotice {

@@ -48,6 +48,8 @@ std::optional<RankChange> changeOf(const RankDays &days, const std::optional<Tol
     change.now = now->rank;
     if (told && now->day - told->day <= RankTelling::longestMemory) {
         change.before = told->rank;
+        change.wasInTopTen = told->isInTopTen;
+        change.isInTopTen = isInTopTen(change.now, change.wasInTopTen);
         const auto best = days.best();
         // One that a run had found which told nothing is new all the same.
         const bool isStillBest =
@@ -60,6 +62,8 @@ std::optional<RankChange> changeOf(const RankDays &days, const std::optional<Tol
     if (!before)
         return std::nullopt;
     change.before = before->rank;
+    change.wasInTopTen = isInTopTen(change.before, false);
+    change.isInTopTen = isInTopTen(change.now, change.wasInTopTen);
     change.isNewBest = days.isNewBest();
     return change;
 }
@@ -93,14 +97,17 @@ Task<std::optional<RankNotice>> RankTelling::tell(QList<TrackedKeyword> keywords
         std::optional<ToldRank> last;
         if (const auto found = told.constFind(keyword.id); found != told.cend())
             last = *found;
-        if (auto change = changeOf(days, last)) {
-            change->keyword = keyword.keyword;
-            change->storefront = keyword.country;
-            if (const auto app = m_store.app(keyword.appId))
-                change->app = app->appName;
-            changes.append(std::move(*change));
-        }
-        told.insert(keyword.id, {keyword.id, days.latest()->day, days.latest()->rank});
+        const RankCheck now = *days.latest();
+        auto change = changeOf(days, last);
+        told.insert(keyword.id, {keyword.id, now.day, now.rank,
+                                 change ? change->isInTopTen : isInTopTen(now.rank, false)});
+        if (!change)
+            continue;
+        change->keyword = keyword.keyword;
+        change->storefront = keyword.country;
+        if (const auto app = m_store.app(keyword.appId))
+            change->app = app->appName;
+        changes.append(std::move(*change));
     }
     std::function<Done()> writing = [path = m_path, content = encoded(told, m_store)] {
         writeFileAtomically(path, content);

@@ -21,6 +21,8 @@ struct ToldRank {
     std::int64_t day = 0;
     /// Absent when the app was not ranked.
     std::optional<std::int64_t> rank;
+    /// It counted as being in the top 10.
+    bool isInTopTen = false;
 
     bool operator==(const ToldRank &) const = default;
 };
@@ -30,6 +32,7 @@ inline constexpr auto fieldsOf<ToldRank> = std::tuple{
     field("keyword", &ToldRank::keyword),
     field("day", &ToldRank::day),
     field("rank", &ToldRank::rank),
+    field("isInTopTen", &ToldRank::isInTopTen, Presence::Lenient),
 };
 
 struct ToldRanks {

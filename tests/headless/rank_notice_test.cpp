@@ -12,12 +12,16 @@ using Rank = std::optional<std::int64_t>;
 
 RankChange change(const char *keyword, Rank before, Rank now, bool isNewBest = false)
 {
-    return {QString::fromUtf8(keyword),
-            QStringLiteral("US"),
-            QStringLiteral("Tideline"),
-            before,
-            now,
-            isNewBest};
+    RankChange made;
+    made.keyword = QString::fromUtf8(keyword);
+    made.storefront = QStringLiteral("US");
+    made.app = QStringLiteral("Tideline");
+    made.before = before;
+    made.now = now;
+    made.isNewBest = isNewBest;
+    made.wasInTopTen = isInTopTen(before, false);
+    made.isInTopTen = isInTopTen(now, made.wasInTopTen);
+    return made;
 }
 
 /// The title and the lines of the text.
@@ -64,7 +68,7 @@ TEST(RankNotice, CountsAFewPlacesOnlyFromAsManyAsAreChosen)
 
 TEST(RankNotice, SumsUpAllThatHappened)
 {
-    EXPECT_EQ(told({change("a", 14, 9), change("b", 30, 22, true), change("c", 8, 12),
+    EXPECT_EQ(told({change("a", 14, 9), change("b", 30, 22, true), change("c", 8, 13),
                     change("d", {}, 50, true), change("e", 60, {}), change("f", 11, 10),
                     change("g", {}, 3)}),
               lines({"2 keywords rose, 1 fell", "3 keywords entered the top 10, 1 left it",
@@ -81,6 +85,15 @@ TEST(RankNotice, BeginsWithWhatThereIs)
               QStringLiteral("1 keyword entered the top 10"));
     EXPECT_EQ(told({change("e", 30, 29, true)}),
               lines({"1 new best rank", "“e” (Tideline, US): 30 → 29"}));
+}
+
+TEST(RankNotice, TheTopTenIsLeftSomePlacesBelowWhereItIsEntered)
+{
+    EXPECT_TRUE(isInTopTen(10, false));
+    EXPECT_FALSE(isInTopTen(11, false));
+    EXPECT_TRUE(isInTopTen(12, true));
+    EXPECT_FALSE(isInTopTen(13, true));
+    EXPECT_FALSE(isInTopTen({}, true));
 }
 
 TEST(RankNotice, TellsOnlyTheKindsThatAreChosen)

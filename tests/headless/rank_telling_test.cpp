@@ -129,11 +129,27 @@ TEST_F(Telling, EnteringAndLeavingIsToldOnceEach)
     nextDay();
     EXPECT_EQ(runAt(10), text("1 keyword entered the top 10"));
     nextDay();
-    EXPECT_EQ(runAt(11), text("1 keyword left the top 10"));
+    EXPECT_EQ(runAt(13), text("1 keyword fell"));
     nextDay();
     EXPECT_EQ(runAt(0), text("1 keyword left the results"));
     nextDay();
     EXPECT_EQ(runAt(0), QString());
+}
+
+TEST_F(Telling, AKeywordThatGoesToAndFroAtTheEdgeOfTheTopTenIsToldOnce)
+{
+    choice = {false, 3, true, false, false};
+    runAt(11);
+    nextDay();
+    EXPECT_EQ(runAt(10), text("1 keyword entered the top 10"));
+    for (const int rank : {11, 10, 12, 9, 11}) {
+        nextDay();
+        EXPECT_EQ(runAt(rank), QString()) << rank;
+    }
+    nextDay();
+    EXPECT_EQ(runAt(13), text("1 keyword left the top 10"));
+    nextDay();
+    EXPECT_EQ(runAt(11), QString());
 }
 
 TEST_F(Telling, ForgetsAfterAWeekWhatItToldAndComparesWithTheCheckBefore)
