@@ -178,6 +178,7 @@ void openWindow(const QString &activationToken)
 {
     QProcess window;
     window.setProgram(QCoreApplication::applicationFilePath());
+    window.setArguments({QStringLiteral("--overview")});
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     if (!activationToken.isEmpty())
         environment.insert(QStringLiteral("XDG_ACTIVATION_TOKEN"), activationToken);

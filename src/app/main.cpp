@@ -14,11 +14,11 @@ namespace
 
 using namespace veltrix;
 
-int openWindow(int argc, char **argv)
+int openWindow(int argc, char **argv, VeltrixApp::Opens opens)
 {
     QApplication::setDesktopFileName(QStringLiteral("veltrix"));
     QApplication application(argc, argv);
-    return VeltrixApp::run(application);
+    return VeltrixApp::run(application, opens);
 }
 
 ExitStatus carryOut(const Command &command, const Bundle &bundle)
@@ -46,8 +46,10 @@ int main(int argc, char **argv)
     QStringList arguments;
     for (int i = 0; i < argc; ++i)
         arguments.append(QString::fromLocal8Bit(argv[i]));
-    if (!hasCommand(arguments))
-        return openWindow(argc, argv);
+    if (!hasCommand(arguments)) {
+        using Opens = VeltrixApp::Opens;
+        return openWindow(argc, argv, wantsOverview(arguments) ? Opens::Overview : Opens::Keywords);
+    }
 
     // Without a window there is no display to ask for.
     const QCoreApplication application(argc, argv);

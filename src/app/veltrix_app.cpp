@@ -29,6 +29,9 @@ constexpr std::chrono::milliseconds raisePatience{3000};
 /// How long one that makes room may take to finish saving.
 constexpr std::chrono::seconds roomPatience{30};
 
+/// What another start asks this one to show.
+const QByteArray overviewView = QByteArrayLiteral("overview");
+
 void openInBrowser(const QUrl &url)
 {
     QDesktopServices::openUrl(url);
@@ -112,14 +115,15 @@ void VeltrixApp::followEnd(QApplication &application)
         [this](QSessionManager &session) { endSession(session); }, Qt::DirectConnection);
 }
 
-int VeltrixApp::run(QApplication &application)
+int VeltrixApp::run(QApplication &application, Opens opens)
 {
     setUserLocale(QLocale());
     const QString folder = dataFolder();
     DataFolderLock lock(folder);
     auto outcome = lock.acquire();
     if (outcome == DataFolderLock::Outcome::HeldByAnother) {
-        const auto answer = lock.askOwnerToRaise(raisePatience);
+        const auto answer = lock.askOwnerToRaise(
+            raisePatience, opens == Opens::Overview ? overviewView : QByteArray());
         if (answer == DataFolderLock::OwnersAnswer::Raised)
             return 0;
         if (answer == DataFolderLock::OwnersAnswer::MakesRoom)
@@ -141,9 +145,15 @@ int VeltrixApp::run(QApplication &application)
     VeltrixApp app(Bundle::ofThisProgram(), folder, cacheFolder(), settings, colorScheme, &lock);
     app.followEnd(application);
     QObject::connect(&lock, &DataFolderLock::raiseRequested, &app.window(),
-                     [&app] { raise(app.window()); });
+                     [&app](const QByteArray &view) {
+                         if (view == overviewView)
+                             app.window().showWorkspace(Workspace::Overview);
+                         raise(app.window());
+                     });
     QObject::connect(&lock, &DataFolderLock::wishReceived, &app.window(),
                      [&app](FolderGuest *guest) { app.m_guests.serve(guest); });
+    if (opens == Opens::Overview)
+        app.window().showWorkspace(Workspace::Overview);
     app.window().followApplicationState();
     app.window().show();
     return application.exec();

@@ -25,9 +25,12 @@ namespace veltrix
 class VeltrixApp
 {
 public:
+    /// What the window shows first.
+    enum class Opens { Keywords, Overview };
+
     /// Runs the program on the user's data folder and gives its exit status. When another process
     /// has the folder, that one's window is raised and this one ends.
-    static int run(QApplication &application);
+    static int run(QApplication &application, Opens opens);
 
     /// `colorScheme` is what the program looks like; it outlives this and gets the user's choices.
     VeltrixApp(const Bundle &bundle, const QString &stateFolder, const QString &cacheFolder,

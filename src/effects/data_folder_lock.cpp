@@ -19,7 +19,8 @@ namespace veltrix
 namespace
 {
 
-const QByteArray raiseRequest = QByteArrayLiteral("raise\n");
+/// A view may follow it, after a space.
+const QByteArray raiseRequest = QByteArrayLiteral("raise");
 const QByteArray raiseAnswer = QByteArrayLiteral("raised\n");
 const QByteArray roomAnswer = QByteArrayLiteral("making room\n");
 const QByteArray wishAnswer = QByteArrayLiteral("taken\n");
@@ -147,12 +148,12 @@ void DataFolderLock::answer(QLocalSocket *socket)
     disconnect(socket, &QLocalSocket::readyRead, this, nullptr);
     const bool takesWishes =
         isSignalConnected(QMetaMethod::fromSignal(&DataFolderLock::wishReceived));
-    if (line == raiseRequest) {
+    if (line.startsWith(raiseRequest)) {
         socket->write(m_makesRoom ? roomAnswer : raiseAnswer);
         // Whoever hears of it may let the folder go, and with it the socket.
         socket->flush();
         socket->disconnectFromServer();
-        Q_EMIT raiseRequested();
+        Q_EMIT raiseRequested(line.mid(raiseRequest.size()).trimmed());
     } else if (takesWishes && line.startsWith('{')) {
         socket->write(wishAnswer);
         Q_EMIT wishReceived(new FolderGuest(socket, line.chopped(1)));
@@ -185,10 +186,11 @@ std::unique_ptr<QLocalSocket> DataFolderLock::askOwnerFor(const QByteArray &line
     return nullptr;
 }
 
-DataFolderLock::OwnersAnswer
-DataFolderLock::askOwnerToRaise(std::chrono::milliseconds patience) const
+DataFolderLock::OwnersAnswer DataFolderLock::askOwnerToRaise(std::chrono::milliseconds patience,
+                                                             const QByteArray &view) const
 {
-    const auto socket = askOwnerFor(raiseRequest, patience);
+    const QByteArray request = view.isEmpty() ? raiseRequest : raiseRequest + ' ' + view;
+    const auto socket = askOwnerFor(request + '\n', patience);
     const QByteArray answer = socket ? socket->readLine() : QByteArray();
     if (answer == raiseAnswer)
         return OwnersAnswer::Raised;

@@ -58,7 +58,9 @@ public:
     };
     /// Asks the process that has the folder to show its window. Waits at most `patience`, without
     /// an event loop.
-    [[nodiscard]] OwnersAnswer askOwnerToRaise(std::chrono::milliseconds patience) const;
+    /// `view` is what the window is to show, a word; empty for what it shows.
+    [[nodiscard]] OwnersAnswer askOwnerToRaise(std::chrono::milliseconds patience,
+                                               const QByteArray &view = {}) const;
 
     /// Sends a line to the process that has the folder. Null when it does not take it within
     /// `patience`; waits without an event loop.
@@ -66,8 +68,9 @@ public:
                                                         std::chrono::milliseconds patience) const;
 
 Q_SIGNALS:
-    /// Another start of the program asks this one to show its window, or to make room.
-    void raiseRequested();
+    /// Another start of the program asks this one to show its window, or to make room. `view` is a
+    /// word for what the window is to show; empty for what it shows.
+    void raiseRequested(const QByteArray &view);
     /// Another start wants something else. When nobody listens to this, it gets no answer.
     void wishReceived(FolderGuest *guest);
 

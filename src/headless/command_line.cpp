@@ -17,6 +17,7 @@ const QString storefrontOption = QStringLiteral("storefront");
 const QString allOption = QStringLiteral("all");
 const QString jsonOption = QStringLiteral("json");
 const QString notifyOption = QStringLiteral("notify");
+const QString overviewOption = QStringLiteral("overview");
 const QString helpOption = QStringLiteral("help");
 const QString versionOption = QStringLiteral("version");
 
@@ -59,6 +60,7 @@ const QList<Option> &options()
          {measureOption},
          {QStringLiteral("Tell in a desktop notification what changed, and wait for a"),
           QStringLiteral("click on it, which opens Veltrix.")}},
+        {overviewOption, {}, {}, {QStringLiteral("Open the window on the overview of all apps.")}},
         {helpOption, {}, {}, {QStringLiteral("Print this.")}},
         {versionOption, {}, {}, {QStringLiteral("Print the version.")}},
     };
@@ -73,7 +75,7 @@ QString dashed(const QString &option)
 QString helpText()
 {
     QString text = QStringLiteral(
-        "Usage: veltrix\n"
+        "Usage: veltrix [--overview]\n"
         "       veltrix --measure [--app APP]... [--storefront CODE]... [--all] [--json]\n"
         "                         [--notify]\n"
         "\n"
@@ -106,7 +108,7 @@ void describe(QCommandLineParser &parser)
     }
 }
 
-/// Whether an argument is one of ours, as "--app", "--app=3" or "-h".
+/// Whether an argument is one of ours, as "--app", "--app=3" or "-h", and needs no window.
 bool isOurs(const QString &argument)
 {
     if (argument == QStringLiteral("-h"))
@@ -114,8 +116,9 @@ bool isOurs(const QString &argument)
     if (!argument.startsWith(QStringLiteral("--")))
         return false;
     const QString name = argument.mid(2).section(u'=', 0, 0);
-    return std::any_of(options().begin(), options().end(),
-                       [&](const Option &option) { return option.name == name; });
+    return std::any_of(options().begin(), options().end(), [&](const Option &option) {
+        return option.name == name && name != overviewOption;
+    });
 }
 
 std::optional<QString> wrongIn(const QCommandLineParser &parser)
@@ -123,6 +126,10 @@ std::optional<QString> wrongIn(const QCommandLineParser &parser)
     if (!parser.positionalArguments().isEmpty()) {
         return QStringLiteral("“%1” is not an option.")
             .arg(parser.positionalArguments().constFirst());
+    }
+    if (parser.isSet(overviewOption)) {
+        return dashed(overviewOption) +
+               QStringLiteral(" opens the window, for which there is no command.");
     }
     const auto isSet = [&parser](const QString &name) {
         return parser.isSet(name);
@@ -141,6 +148,11 @@ std::optional<QString> wrongIn(const QCommandLineParser &parser)
 }
 
 } // namespace
+
+bool wantsOverview(const QStringList &arguments)
+{
+    return arguments.contains(dashed(overviewOption));
+}
 
 bool hasCommand(const QStringList &arguments)
 {

@@ -54,6 +54,9 @@ using Command = std::variant<MeasureCommand, PrintText, WrongUse>;
 /// Otherwise they belong to the window and its toolkit, as "-platform" does.
 bool hasCommand(const QStringList &arguments);
 
+/// Whether a window that the arguments open is to show the overview.
+bool wantsOverview(const QStringList &arguments);
+
 /// What the arguments ask for, which have one.
 Command commandOf(const QStringList &arguments, const QString &version);
 

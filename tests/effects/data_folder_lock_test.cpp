@@ -122,6 +122,24 @@ TEST_F(DataFolder, ASecondStartWaitsForAFirstThatIsStillStarting)
     EXPECT_EQ(answered, Answer::Raised);
 }
 
+TEST_F(DataFolder, ASecondStartSaysWhatTheWindowIsToShow)
+{
+    DataFolderLock first(folder->path());
+    ASSERT_EQ(first.acquire(), Outcome::Acquired);
+    QList<QByteArray> views;
+    QObject::connect(&first, &DataFolderLock::raiseRequested,
+                     [&](const QByteArray &view) { views.append(view); });
+    for (const QByteArray &view : {QByteArray("overview"), QByteArray()}) {
+        const auto before = views.size();
+        std::thread second([&] {
+            EXPECT_EQ(DataFolderLock(folder->path()).askOwnerToRaise(10s, view), Answer::Raised);
+        });
+        waitFor([&] { return views.size() > before; });
+        second.join();
+    }
+    EXPECT_EQ(views, (QList<QByteArray>{"overview", ""}));
+}
+
 TEST_F(DataFolder, AFirstThatNeverAnswersDoesNotHoldUpASecondForLong)
 {
     DataFolderLock first(folder->path());

@@ -36,9 +36,12 @@ std::string wrong(const char *line)
 
 TEST(CommandLine, OpensTheWindowWithoutAnOptionOfItsOwn)
 {
-    for (const char *line : {"veltrix", "veltrix -platform offscreen", "veltrix --measured",
-                             "veltrix photo.csv", "veltrix -geometry 800x600"})
+    for (const char *line :
+         {"veltrix", "veltrix -platform offscreen", "veltrix --measured", "veltrix photo.csv",
+          "veltrix -geometry 800x600", "veltrix --overview -platform offscreen"})
         EXPECT_FALSE(hasCommand(split(line))) << line;
+    EXPECT_TRUE(wantsOverview(split("veltrix -platform offscreen --overview")));
+    EXPECT_FALSE(wantsOverview(split("veltrix -platform offscreen")));
     for (const char *line : {"veltrix --measure", "veltrix -h", "veltrix --help", "veltrix --app=3",
                              "veltrix x --json", "veltrix --version"})
         EXPECT_TRUE(hasCommand(split(line))) << line;
@@ -62,6 +65,8 @@ TEST(CommandLine, SaysWhatIsWrong)
 {
     EXPECT_EQ(wrong("veltrix --json"), "--json goes with --measure.");
     EXPECT_EQ(wrong("veltrix --app 3"), "--app goes with --measure.");
+    EXPECT_EQ(wrong("veltrix --measure --overview"),
+              "--overview opens the window, for which there is no command.");
     EXPECT_EQ(wrong("veltrix --measure now"), "“now” is not an option.");
     EXPECT_EQ(wrong("veltrix --measure --fast"), "Unknown option 'fast'.");
     EXPECT_EQ(wrong("veltrix --measure --app"), "Missing value after '--app'.");
