@@ -67,7 +67,8 @@ DailyMeasuringView::DailyMeasuringView(DailyMeasuring &daily, SettingsSection &s
     section.addContinuation(statusRow());
     section.addNote(tr("Keywords without a measurement on the day (UTC) are measured, also while "
                        "Veltrix is closed. A day that the computer slept through is caught up."));
-    connect(m_switch, &QCheckBox::clicked, this, [this](bool on) {
+    // Assistive technology toggles a box without a click.
+    connect(m_switch, &QCheckBox::toggled, this, [this](bool on) {
         if (on)
             turnOn();
         else
@@ -120,7 +121,10 @@ void DailyMeasuringView::showState()
     // What cannot be changed just now keeps the focus all the same.
     const bool mayChange = m_daily.isAvailable();
     m_switch->setEnabled(mayChange);
-    m_switch->setChecked(m_daily.isOn());
+    if (!m_daily.isBusy()) {
+        const QSignalBlocker quiet(m_switch);
+        m_switch->setChecked(m_daily.isOn());
+    }
     m_timeRow->setVisible(mayChange);
     m_delayRow->setVisible(mayChange);
     if (m_daily.isOn() && !m_daily.isBusy()) {
