@@ -3,6 +3,7 @@
 
 #include "effects/atomic_file.h"
 #include "support/task_outcome.h"
+#include "ui/dashboard/dashboard_page.h"
 #include "ui/gallery/research_stage.h"
 #include "ui/history/rank_chart.h"
 #include "ui/history/ranking_history_sheet.h"
