@@ -47,8 +47,8 @@ std::unique_ptr<ASOStore> openStore(const QString &folder)
     return std::make_unique<ASOStore>(std::move(arguments));
 }
 
-/// Days before those of the state file, for some of the keywords, numbered from 1. The records are
-/// all the same one, and the disk is not waited for: a million are there in some seconds.
+/// Days before those of the state file, for some of the keywords, numbered from 1. The records of a
+/// day are all the same one, and the disk is not waited for: a million are there in some seconds.
 void fillHistory(const QString &path, const PersistedState &state, int firstKeyword,
                  int lastKeyword, int days = daysInHistory)
 {
@@ -59,9 +59,15 @@ void fillHistory(const QString &path, const PersistedState &state, int firstKeyw
     SqliteStatement observation =
         database.prepare("INSERT INTO observation VALUES (?1, ?2, ?3, ?4)");
     SqliteStatement detail = database.prepare("INSERT INTO detail VALUES (?1, ?2, ?3, ?4)");
-    const QByteArray record = HistoryRecords().pack(*state.snapshots.front());
     const double first =
         referenceSeconds(state.snapshots.front()->fetchedAt) - 40'000 - days * secondsPerDay;
+    std::vector<QByteArray> records;
+    HistoryRecords packing;
+    for (int day = 0; day < days; ++day) {
+        KeywordSnapshot record = *state.snapshots.front();
+        record.fetchedAt = dateFromReferenceSeconds(first + day * secondsPerDay);
+        records.push_back(packing.pack(record));
+    }
     for (int number = firstKeyword; number <= lastKeyword; ++number) {
         keyword.bind(1, std::int64_t(number));
         keyword.bind(2, state.trackedKeywords[number - 1].id.toRfc4122());
@@ -76,7 +82,7 @@ void fillHistory(const QString &path, const PersistedState &state, int firstKeyw
             }
             observation.bind(4, std::int64_t(day % 100 + 1));
             observation.run();
-            detail.bind(4, record);
+            detail.bind(4, records[size_t(day)]);
             detail.run();
         }
     }
