@@ -88,9 +88,9 @@ TEST_F(DailyTimerTest, IsTurnedOnWithItsUnitsInPlace)
     const QString timerUnit = QString::fromUtf8(readWholeFile(unitPath("timer")));
     EXPECT_TRUE(timerUnit.contains(QStringLiteral("\nOnCalendar=*-*-* 21:05:00\n")));
     EXPECT_TRUE(timerUnit.contains(QStringLiteral("\nPersistent=true\n")));
-    EXPECT_TRUE(
-        QString::fromUtf8(readWholeFile(unitPath("service")))
-            .contains(QStringLiteral("\nExecStart=\"/opt/veltrix/bin/veltrix\" --measure --notify\n")));
+    EXPECT_TRUE(QString::fromUtf8(readWholeFile(unitPath("service")))
+                    .contains(QStringLiteral(
+                        "\nExecStart=\"/opt/veltrix/bin/veltrix\" --measure --notify\n")));
 }
 
 TEST_F(DailyTimerTest, IsTurnedOffAndLeavesNothing)
@@ -193,6 +193,21 @@ TEST_F(DailyTimerTest, AStopEndsTheWaitForAManagerThatDoesNotAnswer)
     const Outcome<DailyTimerState> outcome(timer().state(stop.get_token()));
     stop.request_stop();
     EXPECT_TRUE(outcome.isCancelled());
+}
+
+TEST_F(DailyTimerTest, UnderstandsTheRealServiceManager)
+{
+    if (QStandardPaths::findExecutable(QStringLiteral("systemctl")).isEmpty())
+        GTEST_SKIP() << "systemctl is not installed";
+    // It is only asked: turning on would change the timer of whoever runs this.
+    manager = QStringLiteral("systemctl");
+    const DailyTimerState real = state();
+    if (real.unavailable) {
+        EXPECT_FALSE(real.unavailable->isEmpty());
+        EXPECT_FALSE(real.isOn);
+        GTEST_SKIP() << "no user manager: " << real.unavailable->toStdString();
+    }
+    EXPECT_EQ(real.isOn, real.nextRun.has_value());
 }
 
 TEST(DailyTimerUnits, KeepTheirPlan)
