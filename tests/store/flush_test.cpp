@@ -118,7 +118,7 @@ TEST_F(Flush, IsNeverOnTheMainThreadWhenFilesAreKept)
 TEST_F(Flush, IsNeverOnTheMainThreadForAFileOfTheUsers)
 {
     beginFlushWatch();
-    BackgroundFile file(folder.filePath(text("export.csv")));
+    BackgroundFile file(folder.filePath(text("export.csv")), std::make_shared<FileThread>());
     const auto rows = [] {
         return QByteArray("rows");
     };
