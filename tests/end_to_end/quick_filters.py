@@ -22,7 +22,7 @@ def chosen(veltrix):
     names = [
         node.get_name()
         for node in find_all(veltrix.root, FILTERS)
-        if has_state(node, Atspi.StateType.CHECKED)
+        if node.get_name().endswith(" of 6") and has_state(node, Atspi.StateType.CHECKED)
     ]
     return names[0] if len(names) == 1 else None
 

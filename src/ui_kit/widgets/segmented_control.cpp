@@ -127,14 +127,24 @@ SegmentedControl::SegmentedControl(const QString &objectName, const QString &nam
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     // Assistive technology toggles a button without a click.
     connect(m_buttons, &QButtonGroup::idToggled, this, [this](int index, bool isChosen) {
-        if (isChosen)
-            Q_EMIT changed(index);
+        if (!isChosen)
+            return;
+        stopAtChosen();
+        Q_EMIT changed(index);
     });
+    stopAtChosen();
 }
 
 SegmentedControl::Segment *SegmentedControl::segment(int index) const
 {
     return static_cast<Segment *>(m_buttons->button(index));
+}
+
+void SegmentedControl::stopAtChosen()
+{
+    // The toolkit does so only once one of them has had the focus, whichever was chosen before.
+    for (QAbstractButton *button : m_buttons->buttons())
+        button->setFocusPolicy(button->isChecked() ? Qt::StrongFocus : Qt::ClickFocus);
 }
 
 int SegmentedControl::chosen() const

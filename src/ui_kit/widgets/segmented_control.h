@@ -55,6 +55,8 @@ private:
     class Segment;
 
     [[nodiscard]] Segment *segment(int index) const;
+    /// Makes the choice that is taken the one stop of Tab.
+    void stopAtChosen();
     /// Chooses by a key. False for one that means something else.
     bool step(int index, const QKeyEvent &event);
 

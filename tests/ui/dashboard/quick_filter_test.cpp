@@ -250,6 +250,17 @@ TEST_F(QuickFilterWindowTest, IsThereAgainAfterARestart)
     EXPECT_EQ(model().rowCount(), 11);
 }
 
+TEST_F(QuickFilterWindowTest, TabStopsAtTheChosenOneBeforeAnyHasHadTheFocus)
+{
+    choose(QuickFilter::Risen);
+    reopen();
+    find("moreButton")->setFocus(Qt::TabFocusReason);
+    press(Qt::Key_Tab);
+    EXPECT_EQ(QApplication::focusWidget(), button(QuickFilter::Risen));
+    press(Qt::Key_Tab);
+    EXPECT_EQ(QApplication::focusWidget(), &table());
+}
+
 TEST_F(QuickFilterWindowTest, AStartDoesNotSaveWhatItHasReadOnlyJustNow)
 {
     choose(QuickFilter::Risen);
