@@ -229,6 +229,10 @@ void TableHeader::paintEvent(QPaintEvent *event)
     painter.end();
     QHeaderView::paintEvent(event);
     QPainter line(viewport());
+    // The toolkit has a colour of its own behind the last section.
+    const QRect rest(length() - offset(), 0, viewport()->width(), height());
+    line.fillRect(QStyle::visualRect(layoutDirection(), viewport()->rect(), rest),
+                  tokens[Token::Surface]);
     if (const QRect held = heldRect(); !held.isEmpty()) {
         paintSection(&line, held, m_held);
         paintHeldEdge(line, held);
