@@ -146,6 +146,11 @@ QString changeHelp(int days)
         .arg(days);
 }
 
+QString changeToolTip(const Entry &entry, const QString &sentence)
+{
+    return toolTipText((sentence + u'\n' + changeHint(entry.changes)).trimmed());
+}
+
 ColumnSortKey bestKey(const Entry &entry)
 {
     const auto &best = entry.changes.best;
@@ -261,14 +266,18 @@ constexpr std::array columns{
         .id = "change7",
         .title = [] { return Texts::tr("7 days"); },
         .help = [] { return changeHelp(7); },
-        .defaultWidth = 84,
-        .minimumWidth = 76,
+        .defaultWidth = 72,
+        .minimumWidth = 64,
         .isShownAtFirst = false,
         .sortKey = [](const Entry &entry) { return changeKey(entry.changes.in7Days); },
         .text = [](const Entry &entry) { return changeValue(entry.changes.in7Days); },
         .accessibleText =
             [](const Entry &entry) { return changeSentence(entry.changes.in7Days, 7); },
         .accessibleHint = [](const Entry &entry) { return changeHint(entry.changes); },
+        .toolTip =
+            [](const Entry &entry) {
+                return changeToolTip(entry, changeSentence(entry.changes.in7Days, 7));
+            },
         .isInSentence = false,
         .paint = [](const CellPainting &cell,
                     const Entry &entry) { paintChangeCell(cell, entry.changes.in7Days); },
@@ -278,14 +287,18 @@ constexpr std::array columns{
         .id = "change30",
         .title = [] { return Texts::tr("30 days"); },
         .help = [] { return changeHelp(30); },
-        .defaultWidth = 84,
-        .minimumWidth = 76,
+        .defaultWidth = 72,
+        .minimumWidth = 64,
         .isShownAtFirst = false,
         .sortKey = [](const Entry &entry) { return changeKey(entry.changes.in30Days); },
         .text = [](const Entry &entry) { return changeValue(entry.changes.in30Days); },
         .accessibleText =
             [](const Entry &entry) { return changeSentence(entry.changes.in30Days, 30); },
         .accessibleHint = [](const Entry &entry) { return changeHint(entry.changes); },
+        .toolTip =
+            [](const Entry &entry) {
+                return changeToolTip(entry, changeSentence(entry.changes.in30Days, 30));
+            },
         .isInSentence = false,
         .paint = [](const CellPainting &cell,
                     const Entry &entry) { paintChangeCell(cell, entry.changes.in30Days); },
@@ -297,13 +310,15 @@ constexpr std::array columns{
         .help =
             [] { return Texts::tr("The best rank of all checks, and the first day that had it."); },
         .defaultWidth = 96,
-        .minimumWidth = 84,
+        .minimumWidth = 76,
         .isShownAtFirst = false,
         .sortKey = [](const Entry &entry) { return bestKey(entry); },
         .text = [](const Entry &entry) { return bestValue(entry.changes); },
         .exportedAlong = bestOn,
         .accessibleText = [](const Entry &entry) { return bestSentence(entry.changes); },
         .accessibleHint = [](const Entry &entry) { return changeHint(entry.changes); },
+        .toolTip =
+            [](const Entry &entry) { return changeToolTip(entry, bestSentence(entry.changes)); },
         .isInSentence = false,
         .paint = [](const CellPainting &cell,
                     const Entry &entry) { paintBestCell(cell, entry.changes); },

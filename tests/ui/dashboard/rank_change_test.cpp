@@ -3,7 +3,7 @@
 #include "ui/support/ui_test.h"
 
 #include "ui/support/painted_texts.h"
-#include "ui_kit/theme/typography.h"
+#include "ui_kit/text/date_texts.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -232,6 +232,51 @@ TEST_F(RankChangeWindowTest, FollowACheckAtOnceAndMidnightByThemselves)
     world->clock->advance(Seconds(20 * secondsPerDay));
     EXPECT_EQ(cell("collage maker", KeywordColumn::In7Days), QString())
         << "nothing was checked in the week";
+}
+
+TEST_F(RankChangeWindowTest, TellWhatTheChecksOfSevenWeeksSaid)
+{
+    const TrackedKeyword keyword =
+        store().addTrackedKeyword(*window->selectedApp(), text("a month"), text("US"));
+    settle();
+    const ITunesAppResult some = sampleResults().last();
+    // The rank of each day; 0 for a check that found nothing, -1 for a day without one.
+    std::vector<int> ranks;
+    const auto rankBefore = [&](int days) {
+        const int then = int(ranks.size()) - 1 - days;
+        for (int day = then; day >= std::max(0, then - 7); --day) {
+            if (ranks[size_t(day)] >= 0)
+                return ranks[size_t(day)];
+        }
+        return -1;
+    };
+    const auto expected = [&](int days) {
+        const int before = rankBefore(days);
+        const int now = ranks.back();
+        if (before < 0)
+            return QString();
+        if (before == 0 || now == 0)
+            return now > 0 ? text("Entered") : before > 0 ? text("Left") : text("0");
+        return QString::number(before - now);
+    };
+    for (int day = 0; day < 49; ++day) {
+        const bool isMissed = day % 9 == 4 || (day > 30 && day < 40);
+        ranks.push_back(isMissed ? -1 : day % 11 == 5 ? 0 : (day * 37) % 60 + 1);
+        if (!isMissed) {
+            world->client->results = QList<ITunesAppResult>(60, some);
+            if (ranks.back() > 0)
+                world->client->results[ranks.back() - 1].trackId = store().apps().first().trackId;
+            store().queueKeywordRefreshes({keyword});
+            settle();
+            EXPECT_EQ(cell("a month", KeywordColumn::In7Days), expected(7)) << day;
+            EXPECT_EQ(cell("a month", KeywordColumn::In30Days), expected(30)) << day;
+            int best = 100;
+            for (const int rank : ranks)
+                best = rank > 0 ? std::min(best, rank) : best;
+            EXPECT_EQ(cell("a month", KeywordColumn::Best), QString::number(best)) << day;
+        }
+        world->clock->advance(Seconds(secondsPerDay));
+    }
 }
 
 } // namespace

@@ -6,6 +6,7 @@
 #include "ui/dashboard/keyword_table_view.h"
 #include "ui/shell/app_selector.h"
 #include "ui/support/ui_world.h"
+#include "ui_kit/theme/typography.h"
 
 #include <QApplication>
 #include <QHeaderView>
@@ -145,12 +146,13 @@ std::vector<Scene> tableScenes()
     };
     const auto changing = [](MainWindow &window, UiWorld &) {
         KeywordTableView &table = window.dashboard().table();
-        table.setColumnVisible(KeywordColumn::Apps, false);
         for (const KeywordColumn column :
              {KeywordColumn::In7Days, KeywordColumn::In30Days, KeywordColumn::Best})
             table.setColumnVisible(column, true);
-        QHeaderView *header = table.horizontalHeader();
-        header->resizeSection(int(KeywordColumn::Position), 110);
+        table.horizontalHeader()->resizeSection(int(KeywordColumn::Position),
+                                                scaledToFont(110, table.font()));
+        // The keywords take what is left.
+        table.setColumnVisible(KeywordColumn::Apps, false);
         table.QTableView::selectRow(3);
     };
     const auto changingScrolled = [changing](MainWindow &window, UiWorld &world) {
