@@ -406,8 +406,8 @@ int main(int argc, char **argv)
     const QString history = QStringLiteral("/history.sqlite");
     fillHistory(with + history, state, 1, keywords);
     fillHistory(alone + history, state, chartedKeyword, chartedKeyword);
-    // With those of the file, 10,000.
-    fillHistory(small + history, state, 1, keywords, 21);
+    // With those of the file, 10,000; of two keywords, so that it has whole pages as well.
+    fillHistory(small + history, state, 1, 2, 3'200);
     compareTimelines(with, alone);
     compareExports(with, small);
     compare(with, without);

@@ -19,7 +19,11 @@ Task<void> FileExchange::writeWhole(std::shared_ptr<FileOutput> file, QByteArray
 {
     std::optional<QString> problem;
     try {
-        co_await file->write([content] { return content; }, stop);
+        // Named: what the compiler makes of a closure within an awaited call is freed twice.
+        FileOutput::Piece whole = [content] {
+            return content;
+        };
+        co_await file->write(std::move(whole), stop);
         co_await file->place(stop);
     } catch (const Error &error) {
         throwIfStopped(stop);
