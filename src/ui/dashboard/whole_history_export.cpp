@@ -46,7 +46,10 @@ Task<void> WholeHistoryExport::write(QList<TrackedKeyword> keywords, QString pat
     std::optional<QString> problem;
     m_status.say(QString());
     try {
-        co_await file->write([] { return toCsvFile(keywordHistoryHeader()); }, stop);
+        FileOutput::Piece header = [] {
+            return toCsvFile(keywordHistoryHeader());
+        };
+        co_await file->write(std::move(header), stop);
         for (qsizetype i = 0; i < keywords.size(); ++i) {
             showProgress(i, keywords.size());
             const auto reason = co_await writeKeyword(keywords[i], file, stop);
