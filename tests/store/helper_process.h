@@ -11,10 +11,7 @@ namespace veltrix
 /// The exit status with which the helper says that the environment cannot do what it needs.
 inline constexpr int helperCannot = 77;
 
-inline QString helperPath()
-{
-    return QStringLiteral(VELTRIX_STORE_TEST_HELPER);
-}
+QString helperPath();
 
 /// The helper with its standard output; killed when it goes out of scope.
 class HelperProcess
