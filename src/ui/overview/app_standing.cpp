@@ -80,10 +80,14 @@ void AppStanding::add(const Keyword &keyword)
     }
     for (const Period period : periods) {
         const auto movement = ranks.movementSince(daysOf(period));
-        if (movement && isRise(*movement))
-            ++moves[size_t(period)].risen;
-        else if (movement && isFall(*movement))
-            ++moves[size_t(period)].fallen;
+        if (!movement)
+            continue;
+        Moves &counts = moves[size_t(period)];
+        ++counts.compared;
+        if (isRise(*movement))
+            ++counts.risen;
+        else if (isFall(*movement))
+            ++counts.fallen;
     }
     for (int ago = 0; ago < RankDays::daysShown; ++ago) {
         // Now is what is known last, as in the other figures.

@@ -49,6 +49,8 @@ struct AppStanding {
     /// The average of each of the last thirty days and of now.
     SmallLine averages;
     struct Moves {
+        /// Keywords of which it is known whether they have moved.
+        int compared = 0;
         int risen = 0;
         int fallen = 0;
         bool operator==(const Moves &) const = default;

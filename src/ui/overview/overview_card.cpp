@@ -48,10 +48,11 @@ void drawText(QPainter &painter, const QRectF &rect, const QString &text, const 
                      QFontMetricsF(font).elidedText(text, Qt::ElideRight, rect.width()));
 }
 
-QString movesText(MovesButton::Direction direction, int count)
+QString movesText(MovesButton::Direction direction, const std::optional<int> &count)
 {
-    return direction == MovesButton::Direction::Risen ? Texts::tr("%L1 risen").arg(count)
-                                                      : Texts::tr("%L1 fallen").arg(count);
+    const QString figure = count ? QLocale().toString(*count) : none;
+    return direction == MovesButton::Direction::Risen ? Texts::tr("%1 risen").arg(figure)
+                                                      : Texts::tr("%1 fallen").arg(figure);
 }
 
 } // namespace
@@ -74,10 +75,10 @@ CardTexts CardTexts::of(const AppStanding &standing, Period period, const QStrin
     parts << (standing.averageRank ? Texts::tr("average rank %1").arg(texts.average)
                                    : Texts::tr("none ranked"));
     const AppStanding::Moves &moves = standing.movesIn(period);
-    parts << Texts::tr("%L1 risen and %L2 fallen %3")
-                 .arg(moves.risen)
-                 .arg(moves.fallen)
-                 .arg(sentenceOf(period));
+    parts << (moves.compared == 0 ? Texts::tr("nothing to compare %1").arg(sentenceOf(period))
+                                  : Texts::tr("%1 risen and %2 fallen %3")
+                                        .arg(QLocale().toString(moves.risen),
+                                             QLocale().toString(moves.fallen), sentenceOf(period)));
     const int missing = standing.missingToday;
     texts.isWarning = missing > 0;
     if (missing == 0) {
@@ -153,7 +154,7 @@ MovesButton::MovesButton(Direction direction, QWidget *parent)
                                                 : QStringLiteral("fallenButton"));
 }
 
-void MovesButton::setCount(int count, const QString &appName, Period period)
+void MovesButton::setCount(std::optional<int> count, const QString &appName, Period period)
 {
     const QString name =
         QStringLiteral("%1, %2 %3")
@@ -162,8 +163,9 @@ void MovesButton::setCount(int count, const QString &appName, Period period)
         return;
     m_count = count;
     setAccessibleName(name);
-    setEnabled(count > 0);
-    setCursor(count > 0 ? Qt::PointingHandCursor : Qt::ArrowCursor);
+    const bool hasAny = count.value_or(0) > 0;
+    setEnabled(hasAny);
+    setCursor(hasAny ? Qt::PointingHandCursor : Qt::ArrowCursor);
     updateGeometry();
     update();
 }
@@ -183,7 +185,7 @@ void MovesButton::paintEvent(QPaintEvent *)
     const Tokens tokens = Tokens::of(this);
     QPainter painter(this);
     const bool isRisen = m_direction == Direction::Risen;
-    const QColor color = tokens[m_count == 0 ? Token::Secondary
+    const QColor color = tokens[!isEnabled() ? Token::Secondary
                                 : isRisen    ? Token::Green
                                              : Token::Red];
     QFont font = fontFor(TextStyle::SecondaryMedium, this->font());
@@ -225,8 +227,9 @@ void OverviewCard::setStanding(const AppStanding &standing, Period period,
     setAccessibleDescription(m_texts.lineSentence);
     setToolTip(m_texts.name);
     const AppStanding::Moves &moves = standing.movesIn(period);
-    m_risen->setCount(moves.risen, standing.name, period);
-    m_fallen->setCount(moves.fallen, standing.name, period);
+    const bool isKnown = moves.compared > 0;
+    m_risen->setCount(isKnown ? std::optional(moves.risen) : std::nullopt, standing.name, period);
+    m_fallen->setCount(isKnown ? std::optional(moves.fallen) : std::nullopt, standing.name, period);
     placeMoves();
     update();
 }

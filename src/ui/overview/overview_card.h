@@ -61,8 +61,8 @@ public:
     enum class Direction { Risen, Fallen };
 
     explicit MovesButton(Direction direction, QWidget *parent = nullptr);
-    /// Without any there is nothing to press.
-    void setCount(int count, const QString &appName, Period period);
+    /// Without any there is nothing to press; no value where nothing is known.
+    void setCount(std::optional<int> count, const QString &appName, Period period);
     [[nodiscard]] QSize sizeHint() const override;
 
 protected:
@@ -70,7 +70,7 @@ protected:
 
 private:
     Direction m_direction;
-    int m_count = -1;
+    std::optional<int> m_count;
 };
 
 /// Pressed, it opens the app's keywords; its risen or fallen, those alone.

@@ -36,6 +36,8 @@ constexpr int cardWidth = 220;
 /// More apps than these show two rows of cards at first.
 constexpr int fewApps = 8;
 constexpr int searchWidth = 216;
+/// Below this the toolbar has no room for the periods.
+constexpr int leastToolbarWidth = 540;
 /// How long typing must rest before cards and movers are filtered.
 constexpr std::chrono::milliseconds searchDelay{150};
 /// How often "4 min. ago" is looked at again.
@@ -51,11 +53,7 @@ OverviewPage::OverviewPage(ASOStore &store, ArtworkImages &images, MeasuringStat
       m_toolbar(new PageToolbar(tr("Overview"))),
       m_search(new TextField(QStringLiteral("overviewSearch"), tr("Search apps and keywords"),
                              QStringLiteral("magnifyingglass"))),
-      m_periodControl(new SegmentedControl(QStringLiteral("overviewPeriod"), tr("Period"),
-                                           QStringLiteral("overviewPeriodChoice"),
-                                           {{tr("Since yesterday"), tr("Since yesterday")},
-                                            {tr("7 days"), tr("In 7 days")},
-                                            {tr("30 days"), tr("In 30 days")}})),
+      m_periodControls{makePeriodControl(QStringLiteral("overviewPeriod")), nullptr},
       m_refresh(new Button(Button::Kind::Standard, QStringLiteral("arrow.clockwise"), QString())),
       m_stack(new QStackedWidget), m_grid(new CardGrid(cardWidth)),
       m_showAll(new Button(Button::Kind::Link, QString())),
@@ -104,9 +102,45 @@ void OverviewPage::layOut()
     m_grid->installEventFilter(this);
     m_stack->addWidget(m_scroll);
     m_stack->addWidget(m_empty);
+    m_periodControls[1] = makePeriodControl(QStringLiteral("overviewPeriodBelow"));
+    auto *below = makeRow(0, nullptr, {spacing::xxl, spacing::s, spacing::xxl, 0});
+    below->addWidget(m_periodControls[1]);
+    below->addStretch(1);
     auto *page = makeColumn(0, this);
     page->addWidget(m_toolbar);
+    page->addLayout(below);
     page->addWidget(m_stack, 1);
+}
+
+SegmentedControl *OverviewPage::makePeriodControl(const QString &objectName)
+{
+    auto *control =
+        new SegmentedControl(objectName, tr("Period"), objectName + QStringLiteral("Choice"),
+                             {{tr("Since yesterday"), tr("Since yesterday")},
+                              {tr("7 days"), tr("In 7 days")},
+                              {tr("30 days"), tr("In 30 days")}});
+    connect(control, &SegmentedControl::changed, this, &OverviewPage::choosePeriod);
+    return control;
+}
+
+void OverviewPage::placePeriods()
+{
+    const bool isNarrow = width() < scaledToFont(leastToolbarWidth, font());
+    m_periodControls[0]->setVisible(!isNarrow);
+    m_periodControls[1]->setVisible(isNarrow);
+}
+
+void OverviewPage::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    placePeriods();
+}
+
+void OverviewPage::changeEvent(QEvent *event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::FontChange)
+        placePeriods();
 }
 
 void OverviewPage::addControls()
@@ -116,10 +150,9 @@ void OverviewPage::addControls()
     nameControl(m_refresh, QStringLiteral("overviewRefresh"), tr("Refresh"));
     m_refresh->setToolTip(tr("Refresh (F5)"));
     for (QWidget *control :
-         {static_cast<QWidget *>(m_search), static_cast<QWidget *>(m_periodControl),
+         {static_cast<QWidget *>(m_search), static_cast<QWidget *>(m_periodControls[0]),
           static_cast<QWidget *>(m_refresh)})
         m_toolbar->addTrailing(control);
-    connect(m_periodControl, &SegmentedControl::changed, this, &OverviewPage::choosePeriod);
     connect(m_refresh, &Button::clicked, this, &OverviewPage::refreshRequested);
     connect(&m_measuring, &MeasuringStatus::changed, this,
             [this] { m_refresh->setEnabled(m_measuring.mayRefresh()); });
@@ -210,7 +243,11 @@ void OverviewPage::clearSearch()
 
 void OverviewPage::choosePeriod(int index)
 {
+    if (m_period == periods[size_t(index)])
+        return;
     m_period = periods[size_t(index)];
+    for (SegmentedControl *control : m_periodControls)
+        control->choose(index);
     m_movers->setPeriod(m_period);
     for (auto card = m_cards.cbegin(); card != m_cards.cend(); ++card)
         showStanding(card.key());
@@ -295,8 +332,10 @@ void OverviewPage::showMovers()
         all == 0   ? QString()
         : all == 1 ? tr("1 keyword moved %1").arg(sentenceOf(m_period))
                    : tr("%1 keywords moved %2").arg(QLocale().toString(all), sentenceOf(m_period)));
-    m_nothingMoved->setText(all == 0 ? tr("Nothing moved %1.").arg(sentenceOf(m_period))
-                                     : tr("No mover contains the text."));
+    m_nothingMoved->setText(all > 0 ? tr("No mover contains the text.")
+                            : m_overview->canCompare(m_period)
+                                ? tr("Nothing moved %1.").arg(sentenceOf(m_period))
+                                : tr("No checks to compare %1.").arg(sentenceOf(m_period)));
     m_nothingMoved->setVisible(shown == 0);
 }
 

@@ -59,6 +59,8 @@ Q_SIGNALS:
 protected:
     void showEvent(QShowEvent *event) override;
     void hideEvent(QHideEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void changeEvent(QEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
@@ -68,7 +70,10 @@ private:
     void follow();
     void search();
     void clearSearch();
+    SegmentedControl *makePeriodControl(const QString &objectName);
     void choosePeriod(int index);
+    /// The toolbar has no room for the periods in a narrow window: they go below it.
+    void placePeriods();
     void showCards();
     void showStanding(const QUuid &appId);
     void fillCard(OverviewCard &card, const AppStanding &standing) const;
@@ -89,7 +94,8 @@ private:
     MoversModel *m_movers;
     PageToolbar *m_toolbar;
     TextField *m_search;
-    SegmentedControl *m_periodControl;
+    /// One in the toolbar, one below it; one of them shows.
+    std::array<SegmentedControl *, 2> m_periodControls;
     Button *m_refresh;
     QStackedWidget *m_stack;
     QScrollArea *m_scroll = nullptr;

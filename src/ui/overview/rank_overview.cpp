@@ -4,6 +4,8 @@
 #include "model/keyword_rule.h"
 #include "model/text_folding.h"
 
+#include <algorithm>
+
 namespace veltrix
 {
 
@@ -45,6 +47,13 @@ bool RankOverview::matches(const QUuid &appId, const QString &folded) const
 {
     const auto found = m_known.constFind(appId);
     return found != m_known.cend() && found->folded.contains(folded);
+}
+
+bool RankOverview::canCompare(Period period) const
+{
+    return std::any_of(m_known.cbegin(), m_known.cend(), [=](const Known &known) {
+        return known.standing.movesIn(period).compared > 0;
+    });
 }
 
 void RankOverview::follow(const QList<QUuid> &keywordIds)

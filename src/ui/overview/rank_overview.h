@@ -30,6 +30,8 @@ public:
     [[nodiscard]] const AppStanding *standing(const QUuid &appId) const;
     /// Whether the app or one of its keywords contains the text, as foldedForSearch() has made it.
     [[nodiscard]] bool matches(const QUuid &appId, const QString &folded) const;
+    /// Whether of any keyword it is known if it has moved.
+    [[nodiscard]] bool canCompare(Period period) const;
     [[nodiscard]] int keywordCount() const { return int(m_appOf.size()); }
 
 Q_SIGNALS:

@@ -49,10 +49,10 @@ TEST(AppStanding, EnteringTheResultsIsARiseAndLeavingThemAFall)
     const AppStanding standing =
         standingOf({ranksOf({40, 30}), ranksOf({0, 44}), ranksOf({20, 0}), ranksOf({5, 6}),
                     ranksOf({5, 5}), ranksOf({0, 0}), ranksOf({7})});
-    EXPECT_EQ(standing.movesIn(Period::Yesterday), (AppStanding::Moves{2, 2}));
+    EXPECT_EQ(standing.movesIn(Period::Yesterday), (AppStanding::Moves{6, 2, 2}));
     EXPECT_EQ(standing.movesIn(Period::Week), AppStanding::Moves{}) << "nothing is so old";
     const std::vector<int> long_{40, -1, -1, -1, -1, -1, -1, -1, 50};
-    EXPECT_EQ(standingOf({ranksOf(long_)}).movesIn(Period::Week), (AppStanding::Moves{0, 1}));
+    EXPECT_EQ(standingOf({ranksOf(long_)}).movesIn(Period::Week), (AppStanding::Moves{1, 0, 1}));
 }
 
 TEST(AppStanding, TheLineIsTheAverageOfWhatStoodOnEachDay)

@@ -136,7 +136,7 @@ TEST_F(OverviewTest, EntriesAndDeparturesLeadTheMoversThenTheLargest)
                                    QStringLiteral("riser | # 30 | # 25 | ↑ 5")}));
     EXPECT_EQ(textOf("moversCount"), QStringLiteral("4 keywords moved since yesterday"));
     EXPECT_EQ(cards().constFirst()->standing().movesIn(Period::Yesterday),
-              (AppStanding::Moves{2, 2}));
+              (AppStanding::Moves{5, 2, 2}));
 }
 
 TEST_F(OverviewTest, CardsStandInTheOrderOfTheAppList)
@@ -271,7 +271,37 @@ TEST_F(OverviewTest, WithoutAnAppItInvitesToAddOne)
     store().addApp(appResult(101, "Tideline"), QStringLiteral("US"));
     settle();
     EXPECT_EQ(names(), QStringList{QStringLiteral("Tideline")});
+    EXPECT_EQ(textOf("nothingMoved"), QStringLiteral("No checks to compare since yesterday."));
+}
+
+TEST_F(OverviewTest, SaysWhenNothingMoved)
+{
+    show({{"Lumen", "US", {{"stayer", "US", {7, 7}}}}});
     EXPECT_EQ(textOf("nothingMoved"), QStringLiteral("Nothing moved since yesterday."));
+    EXPECT_FALSE(moversTable().isVisible());
+}
+
+TEST_F(OverviewTest, WhatWasNotMeasuredIsNotShownAsZero)
+{
+    show({{"Lumen", "US", {{"stayer", "US", {}}}}});
+    EXPECT_EQ(cards()[0]->accessibleName(), QStringLiteral("Lumen, 1 keyword, not measured yet"));
+    EXPECT_EQ(cards()[0]->findChild<QWidget *>(QStringLiteral("risenButton"))->accessibleName(),
+              QStringLiteral("Lumen, — risen since yesterday"));
+}
+
+TEST_F(OverviewTest, InANarrowWindowWithALargeFontThePeriodsStandBelowTheToolbar)
+{
+    show(oneApp());
+    EXPECT_TRUE(isShown("overviewPeriod"));
+    QFont font = window->font();
+    font.setPixelSize(qRound(font.pixelSize() * 1.5));
+    window->setFont(font);
+    window->resize(800, 500);
+    settle();
+    EXPECT_FALSE(isShown("overviewPeriod"));
+    find<SegmentedControl>("overviewPeriodBelow")->choose(1);
+    EXPECT_EQ(movers().period(), Period::Week);
+    EXPECT_EQ(find<SegmentedControl>("overviewPeriod")->chosen(), 1);
 }
 
 TEST_F(OverviewTest, WhenMidnightPassesNothingHasMovedSinceYesterday)
@@ -281,7 +311,7 @@ TEST_F(OverviewTest, WhenMidnightPassesNothingHasMovedSinceYesterday)
     world->clock->advance(Seconds(secondsPerDay));
     settle();
     EXPECT_EQ(movers().rowCount(), 0);
-    EXPECT_EQ(textOf("nothingMoved"), QStringLiteral("Nothing moved since yesterday."));
+    EXPECT_EQ(textOf("nothingMoved"), QStringLiteral("No checks to compare since yesterday."));
     EXPECT_TRUE(cards()[0]->accessibleName().contains(QStringLiteral("not measured today")))
         << qPrintable(cards()[0]->accessibleName());
 }
