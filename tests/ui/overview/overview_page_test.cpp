@@ -429,7 +429,7 @@ TEST_F(OverviewTest, MoversGiveUpTheSmallLineFirstThenTheEarlierRank)
         return moversTable().isColumnHidden(int(column));
     };
     EXPECT_FALSE(isHidden(MoverColumn::Line));
-    window->resize(1040, 600);
+    window->resize(1080, 600);
     settle();
     EXPECT_TRUE(isHidden(MoverColumn::Line));
     EXPECT_FALSE(isHidden(MoverColumn::Before));
