@@ -65,8 +65,9 @@ OverviewPage::OverviewPage(ASOStore &store, ArtworkImages &images, MeasuringStat
       m_empty(new EmptyState(QStringLiteral("overviewEmpty")))
 {
     setObjectName(QStringLiteral("overviewPage"));
-    layOut();
+    // Tab comes to the toolbar before the page below it.
     addControls();
+    layOut();
     connectSearch();
     follow();
     m_tasks.own(keepTimesCurrent(m_tasks.token()));
@@ -293,6 +294,7 @@ void OverviewPage::showCards()
         m_grid->setCards(cards);
     m_grid->setVisible(!cards.isEmpty());
     m_showAll->setText(tr("Show all %L1 apps").arg(m_found.size()));
+    m_showAll->setAccessibleName(m_showAll->text());
     m_showAll->setVisible(isLong);
     showCounts();
     showContent();
