@@ -154,7 +154,7 @@ TEST_F(RankChangeWindowTest, EachColumnTellsItsChangeAndTheBestItsDay)
     EXPECT_EQ(painted("collage maker", KeywordColumn::In7Days), QStringList{text("↑ 6")});
     EXPECT_EQ(painted("collage maker", KeywordColumn::In30Days), QStringList{text("↑ 25")});
     EXPECT_EQ(painted("collage maker", KeywordColumn::Best),
-              (QStringList{text("# 8"), text("Nov 1")}));
+              (QStringList{text("#"), text("8"), text("Nov 1")}));
     EXPECT_EQ(painted("retro photo", KeywordColumn::In7Days), QStringList{text("0")})
         << "the check of the day before stands for one that is missing";
     EXPECT_EQ(painted("retro photo", KeywordColumn::In30Days), QStringList{text("Entered")});
