@@ -60,7 +60,8 @@ TEST_F(DashboardFilesTest, WhatIsMissingIsAnEmptyCellAndADeclineANegativeNumber)
     page().exportTable();
     const QString file = QString::fromUtf8(world->files.saved);
     EXPECT_TRUE(
-        file.contains(QStringLiteral("\r\ngrain filter,US,Lumen Photo Editor,,,,,,,,,,,,\r\n")));
+        file.contains(QStringLiteral("\r\ngrain filter,US,Lumen Photo Editor,,,,,,,,,,,,\r\n")))
+        << file.toStdString();
     EXPECT_TRUE(file.contains(QStringLiteral(",21,-4,42,58,,62,Supporting,,,17,2026-11-20\r\n")));
 }
 
