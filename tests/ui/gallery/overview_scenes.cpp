@@ -11,6 +11,8 @@
 #include <QApplication>
 #include <QTest>
 
+#include <algorithm>
+
 namespace veltrix
 {
 
@@ -24,7 +26,8 @@ public:
     explicit ScaledFont(double factor) : m_before(QApplication::font())
     {
         QFont font = m_before;
-        font.setPixelSize(qRound(font.pixelSize() * factor));
+        // Of the standard font: the audit enlarges scenes, too, and these are large already.
+        font.setPixelSize(std::max(font.pixelSize(), qRound(13 * factor)));
         QApplication::setFont(font);
     }
     ~ScaledFont() { QApplication::setFont(m_before); }
