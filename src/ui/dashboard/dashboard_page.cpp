@@ -201,6 +201,9 @@ void DashboardPage::updateContent()
     const auto instead = placeholder();
     if (instead)
         m_empty->setContent(instead->content);
+    // What is not shown asks for no room: what stands above the table may need it.
+    m_empty->setSizePolicy(QSizePolicy::Preferred,
+                           instead ? QSizePolicy::Preferred : QSizePolicy::Ignored);
     // Where there is no keyword at all, there is none to choose from.
     m_quickFilters->setVisible(m_model->keywordCount() > 0);
     m_stack->setCurrentWidget(instead ? static_cast<QWidget *>(m_empty) : m_table);
