@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/history/rank_history.h"
 
-
 #include <QCoreApplication>
 
 #include <algorithm>
