@@ -181,10 +181,10 @@ void RankingHistoryContent::updateHeadings()
     m_sample->setVisible(m_state.isSample);
     m_sampleNote->setVisible(m_state.isSample);
     const auto &checks = m_state.timeline.observations;
-    m_incomplete->setVisible(m_state.error && !checks.empty());
+    m_incomplete->setVisible(m_state.missing.has_value());
     m_incomplete->setText(
         tr("Older measurements couldn’t be read, so only the newest days are shown. %1")
-            .arg(m_state.error.value_or(QString())));
+            .arg(m_state.missing.value_or(QString())));
     m_incomplete->setAccessibleName(m_incomplete->text());
     m_latestCaption->setText(checks.empty()
                                  ? tr("Latest saved check")
@@ -210,7 +210,7 @@ void RankingHistoryContent::updateChart()
     const bool isRanked = !charted.isEmpty();
     m_chart->setData(std::move(charted));
     const bool hasChecks = !m_state.timeline.observations.empty();
-    if (m_state.error && !hasChecks)
+    if (m_state.error)
         showEmpty(QStringLiteral("exclamationmark.triangle"), *m_state.error, QString());
     else if (!hasChecks)
         showEmpty(chartSymbol, tr("No keyword data yet"), QString());

@@ -28,13 +28,14 @@ class RankingHistoryContent final : public QWidget
 public:
     struct State {
         RankingTimeline timeline;
-        /// Why older measurements could not be read: what there is is charted, and without any it
-        /// stands in the chart's place.
+        /// Stands in the chart's place.
         std::optional<QString> error;
         /// For previews: says that the data are not real.
         bool isSample = false;
         /// The present moment: the last day of the chart.
         Date now;
+        /// Why measurements older than these could not be read; stands above the chart.
+        std::optional<QString> missing = std::nullopt;
     };
 
     explicit RankingHistoryContent(QWidget *parent = nullptr);

@@ -76,11 +76,17 @@ void RankingHistorySheet::showTimeline()
     const auto &timeline = m_timeline.state();
     if (timeline.isUnderWay())
         return;
+    RankingHistoryContent::State state;
+    state.now = m_store.clock().now();
     const QString error = timeline.error();
-    const bool isWhole = error.isEmpty() && timeline.value();
-    m_content->setState({isWhole ? *timeline.value() : m_store.recentTimeline(m_keyword.id),
-                         error.isEmpty() ? std::nullopt : std::optional(error), false,
-                         m_store.clock().now()});
+    if (error.isEmpty() && timeline.value()) {
+        state.timeline = *timeline.value();
+    } else {
+        // What the state file has can be shown all the same.
+        state.timeline = m_store.recentTimeline(m_keyword.id);
+        (state.timeline.observations.empty() ? state.error : state.missing) = error;
+    }
+    m_content->setState(state);
 }
 
 void RankingHistorySheet::copyImage()
