@@ -53,6 +53,7 @@ QList<QStringList> foldersOf(const QString &floor)
             {QStringLiteral("analysis"), QStringLiteral("app_search"),
              QStringLiteral("competitors"), QStringLiteral("dashboard"), QStringLiteral("history"),
              QStringLiteral("ranked_apps"), QStringLiteral("settings")},
+            {QStringLiteral("overview")},
             {QStringLiteral("shell")}};
     return {};
 }
@@ -61,7 +62,8 @@ QList<QStringList> foldersOf(const QString &floor)
 bool isOfThePlatform(const QString &path)
 {
     return path.startsWith(QStringLiteral("effects/linux/")) ||
-           path.startsWith(QStringLiteral("app/desktop_color_scheme."));
+           path.startsWith(QStringLiteral("app/desktop_color_scheme.")) ||
+           path.startsWith(QStringLiteral("app/desktop_notification."));
 }
 
 bool isPlatformHeader(const QString &header)
@@ -94,6 +96,8 @@ bool mayBeUsedByWindows(const QString &header)
 {
     static const QStringList seams{QStringLiteral("effects/artwork_loading.h"),
                                    QStringLiteral("effects/clock.h"),
+                                   QStringLiteral("effects/daily_timer.h"),
+                                   QStringLiteral("effects/file_output.h"),
                                    QStringLiteral("effects/one_shot.h"),
                                    QStringLiteral("effects/shared_task.h"),
                                    QStringLiteral("effects/task.h"),
