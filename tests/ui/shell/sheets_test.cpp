@@ -97,7 +97,7 @@ TEST_F(Sheets, CompetitorCardsAreWalkedByArrows)
 {
     press(Qt::Key_2, Qt::ControlModifier);
     window->grab();
-    auto *grid = window->findChild<CardGrid *>();
+    auto *grid = find("competitorsView")->findChild<CardGrid *>();
     ASSERT_TRUE(grid);
     QWidget *first = grid->findChildren<QAbstractButton *>().constFirst();
     first->setFocus();
