@@ -3,6 +3,8 @@
 
 #include <QLocalSocket>
 
+#include <utility>
+
 namespace veltrix
 {
 
@@ -14,6 +16,12 @@ FolderGuest::FolderGuest(QLocalSocket *socket, QByteArray wish)
         Q_EMIT left();
         deleteLater();
     });
+    connect(m_socket, &QLocalSocket::bytesWritten, this, [this] {
+        if (m_socket->bytesToWrite() > 0)
+            return;
+        if (const auto waiting = std::exchange(m_waitingForSent, std::nullopt))
+            waiting->resolve({});
+    });
 }
 
 void FolderGuest::answer(const QByteArray &line)
@@ -21,6 +29,15 @@ void FolderGuest::answer(const QByteArray &line)
     m_socket->write(line + '\n');
     // The program may end before the event loop comes to it.
     m_socket->flush();
+}
+
+Task<void> FolderGuest::sent(std::stop_token callersStop)
+{
+    const ScopedStop stop(m_tasks, callersStop);
+    if (m_socket->bytesToWrite() == 0)
+        co_return;
+    const OneShot<Done> all = m_waitingForSent.emplace();
+    co_await all.wait(stop);
 }
 
 void FolderGuest::end()

@@ -2,10 +2,14 @@
 // What two starts of the program on one data folder say to each other: lines of text, both ways.
 #pragma once
 
+#include "effects/one_shot.h"
+#include "effects/task_scope.h"
+
 #include <QByteArray>
 #include <QObject>
 
 #include <memory>
+#include <optional>
 
 class QLocalSocket;
 
@@ -24,6 +28,8 @@ public:
     [[nodiscard]] const QByteArray &wish() const { return m_wish; }
     /// Sends a line, given without its end.
     void answer(const QByteArray &line);
+    /// Ends when the other start, or the system for it, has taken all that was answered.
+    Task<void> sent(std::stop_token stop);
     /// Ends the connection when all has been sent.
     void end();
 
@@ -34,6 +40,8 @@ Q_SIGNALS:
 private:
     QLocalSocket *m_socket;
     QByteArray m_wish;
+    std::optional<OneShot<Done>> m_waitingForSent;
+    TaskScope m_tasks;
 };
 
 /// The process that has the folder, for a start that wants something of it.

@@ -2,6 +2,10 @@
 // A program that outlives whoever reads what it prints.
 #pragma once
 
+#include "effects/file_error.h"
+
+#include <QByteArrayView>
+
 #include <cstdio>
 
 namespace veltrix
@@ -15,6 +19,11 @@ void secureStandardStreams();
 /// The one stream that leads to standard output from here on: whatever else is printed there goes
 /// to standard error. For a program whose output others read.
 std::FILE *takeStandardOutput();
+
+enum class Readers { Some, None };
+/// Writes all of it to the stream's file, beside what the stream itself may hold. Gives None when
+/// nobody reads any more. Throws FileError, which speaks of standard output.
+Readers writeToStandardOutput(std::FILE *output, QByteArrayView bytes);
 
 /// Whether somebody watches standard error on a terminal.
 bool isErrorOutputATerminal();

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "effects/standard_streams.h"
 
+#include "effects/linux/posix_files.h"
+
 #include <csignal>
 #include <fcntl.h>
 #include <initializer_list>
@@ -29,6 +31,22 @@ std::FILE *takeStandardOutput()
     if (!output || ::dup2(STDERR_FILENO, STDOUT_FILENO) == -1)
         return stdout;
     return output;
+}
+
+Readers writeToStandardOutput(std::FILE *output, QByteArrayView bytes)
+{
+    while (!bytes.isEmpty()) {
+        const auto written = untilNotInterrupted(
+            [&] { return ::write(::fileno(output), bytes.data(), size_t(bytes.size())); });
+        if (written == -1 && errno == EPIPE)
+            return Readers::None;
+        if (written == -1) {
+            throw FileError(QStringLiteral("Standard output could not be written: %1.")
+                                .arg(systemReason(errno)));
+        }
+        bytes = bytes.sliced(written);
+    }
+    return Readers::Some;
 }
 
 bool isErrorOutputATerminal()
