@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Veltrix: one window over one data folder, or a command without a window.
 #include "app/headless_app.h"
+#include "app/headless_export.h"
 #include "app/veltrix_app.h"
 #include "effects/data_locations.h"
 #include "effects/standard_streams.h"
@@ -32,6 +33,8 @@ ExitStatus carryOut(const Command &command, const Bundle &bundle)
                      qUtf8Printable(wrong->message));
         return ExitStatus::WrongUse;
     }
+    if (const auto *toExport = std::get_if<ExportCommand>(&command))
+        return runExport(*toExport, bundle);
     return runHeadless(std::get<MeasureCommand>(command), bundle);
 }
 

@@ -2,6 +2,7 @@
 #include "app/veltrix_app.h"
 
 #include "app/desktop_color_scheme.h"
+#include "app/folder_run.h"
 #include "app/user_files.h"
 #include "effects/atomic_file.h"
 #include "effects/background_file.h"
@@ -64,7 +65,7 @@ VeltrixApp::VeltrixApp(const Bundle &bundle, const QString &stateFolder, const Q
               }),
       m_telling(m_services.store(), RankTelling::pathIn(stateFolder),
                 [this] { return m_preferences.digestChoice(); }),
-      m_guests(m_services.store(), m_telling)
+      m_guests(m_services.store(), m_telling, windowTables())
 {
     if (Updater *updater = m_services.updater())
         m_updater = std::make_unique<UpdaterAdapter>(*updater, openInBrowser, showInFileManager);

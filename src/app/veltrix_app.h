@@ -8,8 +8,8 @@
 #include "app/updater_adapter.h"
 #include "clients/network_return.h"
 #include "effects/daily_timer.h"
-#include "headless/measure_guests.h"
 #include "headless/rank_telling.h"
+#include "headless/served_guests.h"
 #include "ui/shell/main_window.h"
 #include "ui_kit/theme/chosen_color_scheme.h"
 
@@ -56,7 +56,7 @@ private:
     std::unique_ptr<UpdaterAdapter> m_updater;
     std::unique_ptr<MainWindow> m_window;
     RankTelling m_telling;
-    MeasureGuests m_guests;
+    ServedGuests m_guests;
     NetworkReturn m_networkReturn;
 };
 

@@ -17,9 +17,15 @@ const QString storefrontOption = QStringLiteral("storefront");
 const QString allOption = QStringLiteral("all");
 const QString jsonOption = QStringLiteral("json");
 const QString notifyOption = QStringLiteral("notify");
+const QString exportOption = QStringLiteral("export");
+const QString historyOption = QStringLiteral("history");
+const QString outputOption = QStringLiteral("output");
 const QString overviewOption = QStringLiteral("overview");
 const QString helpOption = QStringLiteral("help");
 const QString versionOption = QStringLiteral("version");
+
+const QString csvForm = QStringLiteral("csv");
+const QString jsonForm = QStringLiteral("json");
 
 struct Option {
     QString name;
@@ -40,14 +46,19 @@ const QList<Option> &options()
          {},
          {QStringLiteral("Measure what has no measurement today (UTC), without a"),
           QStringLiteral("window. When the window is open, it measures them.")}},
+        {exportOption,
+         csvForm + u'|' + jsonForm,
+         {},
+         {QStringLiteral("Write the keywords and what was measured last of each,"),
+          QStringLiteral("without a window.")}},
         {appOption,
          QStringLiteral("APP"),
-         {measureOption},
+         {measureOption, exportOption},
          {QStringLiteral("Only keywords of this app: its name, or its App Store id."),
           QStringLiteral("May be given several times.")}},
         {storefrontOption,
          QStringLiteral("CODE"),
-         {measureOption},
+         {measureOption, exportOption},
          {QStringLiteral("Only keywords of this storefront: its two-letter code."),
           QStringLiteral("May be given several times.")}},
         {allOption,
@@ -60,6 +71,12 @@ const QList<Option> &options()
          {measureOption},
          {QStringLiteral("Tell in a desktop notification what changed, and wait for a"),
           QStringLiteral("click on it, which opens Veltrix.")}},
+        {historyOption, {}, {exportOption}, {QStringLiteral("Write all measurements instead.")}},
+        {outputOption,
+         QStringLiteral("FILE"),
+         {exportOption},
+         {QStringLiteral("Write to this file instead of standard output: whole, or"),
+          QStringLiteral("not at all.")}},
         {overviewOption, {}, {}, {QStringLiteral("Open the window on the overview of all apps.")}},
         {helpOption, {}, {}, {QStringLiteral("Print this.")}},
         {versionOption, {}, {}, {QStringLiteral("Print the version.")}},
@@ -78,6 +95,8 @@ QString helpText()
         "Usage: veltrix [--overview]\n"
         "       veltrix --measure [--app APP]... [--storefront CODE]... [--all] [--json]\n"
         "                         [--notify]\n"
+        "       veltrix --export csv|json [--history] [--output FILE] [--app APP]...\n"
+        "                         [--storefront CODE]...\n"
         "\n"
         "Without options Veltrix opens its window.\n"
         "\n");
@@ -92,8 +111,8 @@ QString helpText()
     }
     return text + QStringLiteral("\n"
                                  "Exit status:\n"
-                                 "  0  all were measured\n"
-                                 "  1  some were not\n"
+                                 "  0  all was measured or exported\n"
+                                 "  1  some was not, or nothing could be written\n"
                                  "  2  wrong use\n"
                                  "  3  another Veltrix has the data and does not answer\n");
 }
@@ -121,6 +140,23 @@ bool isOurs(const QString &argument)
     });
 }
 
+std::optional<QString> wrongInExport(const QCommandLineParser &parser)
+{
+    if (!parser.isSet(exportOption))
+        return std::nullopt;
+    if (parser.isSet(measureOption)) {
+        return dashed(measureOption) + QStringLiteral(" does not go with ") + dashed(exportOption) +
+               u'.';
+    }
+    const QStringList forms = parser.values(exportOption);
+    if (forms.size() > 1 || (forms.constFirst() != csvForm && forms.constFirst() != jsonForm))
+        return dashed(exportOption) + QStringLiteral(" is for one of “csv” and “json”.");
+    const QStringList outputs = parser.values(outputOption);
+    if (outputs.size() > 1 || outputs.contains(QString()))
+        return dashed(outputOption) + QStringLiteral(" is for the name of one file.");
+    return std::nullopt;
+}
+
 std::optional<QString> wrongIn(const QCommandLineParser &parser)
 {
     if (!parser.positionalArguments().isEmpty()) {
@@ -144,7 +180,18 @@ std::optional<QString> wrongIn(const QCommandLineParser &parser)
         return dashed(option.name) + QStringLiteral(" goes with ") +
                commands.join(QStringLiteral(" or ")) + u'.';
     }
-    return std::nullopt;
+    return wrongInExport(parser);
+}
+
+Command exportOf(const QCommandLineParser &parser)
+{
+    using Form = ExportCommand::Form;
+    return ExportCommand{
+        {parser.values(appOption), parser.values(storefrontOption)},
+        parser.value(exportOption) == jsonForm ? Form::Json : Form::Csv,
+        parser.isSet(historyOption),
+        parser.isSet(outputOption) ? std::optional(parser.value(outputOption)) : std::nullopt,
+    };
 }
 
 } // namespace
@@ -171,6 +218,8 @@ Command commandOf(const QStringList &arguments, const QString &version)
         return PrintText{QStringLiteral("Veltrix %1\n").arg(version)};
     if (const auto wrong = wrongIn(parser))
         return WrongUse{*wrong};
+    if (parser.isSet(exportOption))
+        return exportOf(parser);
     return MeasureCommand{{parser.values(appOption), parser.values(storefrontOption)},
                           parser.isSet(allOption),
                           parser.isSet(jsonOption),

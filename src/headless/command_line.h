@@ -5,6 +5,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <optional>
 #include <variant>
 
 namespace veltrix
@@ -33,6 +34,20 @@ struct MeasureCommand {
     bool operator==(const MeasureCommand &) const = default;
 };
 
+/// `veltrix --export`: the keywords with their newest measurements, or all measurements.
+struct ExportCommand {
+    enum class Form { Csv, Json };
+
+    KeywordChoice choice;
+    Form form = Form::Csv;
+    /// All measurements instead of the table of keywords.
+    bool history = false;
+    /// Path of the file to write; none for standard output.
+    std::optional<QString> output;
+
+    bool operator==(const ExportCommand &) const = default;
+};
+
 /// A text for standard output, and nothing else to do: `--help`, `--version`.
 struct PrintText {
     QString text;
@@ -48,7 +63,7 @@ struct WrongUse {
     bool operator==(const WrongUse &) const = default;
 };
 
-using Command = std::variant<MeasureCommand, PrintText, WrongUse>;
+using Command = std::variant<MeasureCommand, ExportCommand, PrintText, WrongUse>;
 
 /// Whether the arguments, of which the first is the program, have an option of Veltrix's own.
 /// Otherwise they belong to the window and its toolkit, as "-platform" does.
@@ -62,7 +77,7 @@ Command commandOf(const QStringList &arguments, const QString &version);
 
 /// How the program ends.
 enum class ExitStatus {
-    /// All that was to be measured was.
+    /// All that was to be done was.
     Done = 0,
     /// Something was not.
     Incomplete = 1,

@@ -64,7 +64,7 @@ TEST(CommandLine, MeasuresWhatIsChosen)
 TEST(CommandLine, SaysWhatIsWrong)
 {
     EXPECT_EQ(wrong("veltrix --json"), "--json goes with --measure.");
-    EXPECT_EQ(wrong("veltrix --app 3"), "--app goes with --measure.");
+    EXPECT_EQ(wrong("veltrix --app 3"), "--app goes with --measure or --export.");
     EXPECT_EQ(wrong("veltrix --measure --overview"),
               "--overview opens the window, for which there is no command.");
     EXPECT_EQ(wrong("veltrix --measure now"), "“now” is not an option.");
@@ -73,13 +73,43 @@ TEST(CommandLine, SaysWhatIsWrong)
     EXPECT_EQ(wrong("veltrix --measure --all=yes"), "Unexpected value after '--all'.");
 }
 
+TEST(CommandLine, ExportsWhatIsChosen)
+{
+    EXPECT_TRUE(hasCommand(split("veltrix --export=csv")));
+    EXPECT_EQ(command("veltrix --export csv"), Command(ExportCommand{}));
+    ExportCommand chosen;
+    chosen.choice.apps = {QStringLiteral("Lumen")};
+    chosen.choice.storefronts = {QStringLiteral("us"), QStringLiteral("de")};
+    chosen.form = ExportCommand::Form::Json;
+    chosen.history = true;
+    chosen.output = QStringLiteral("ranks.json");
+    EXPECT_EQ(command("veltrix --export json --history --output ranks.json --app Lumen "
+                      "--storefront us --storefront de"),
+              Command(chosen));
+}
+
+TEST(CommandLine, SaysWhatIsWrongWithAnExport)
+{
+    EXPECT_EQ(wrong("veltrix --export"), "Missing value after '--export'.");
+    for (const char *line : {"veltrix --export xml", "veltrix --export csv --export json"})
+        EXPECT_EQ(wrong(line), "--export is for one of “csv” and “json”.") << line;
+    EXPECT_EQ(wrong("veltrix --history"), "--history goes with --export.");
+    EXPECT_EQ(wrong("veltrix --measure --output x.csv"), "--output goes with --export.");
+    EXPECT_EQ(wrong("veltrix --export csv --measure"), "--measure does not go with --export.");
+    EXPECT_EQ(wrong("veltrix --export csv --json"), "--json goes with --measure.");
+    for (const char *line : {"veltrix --export csv --output=", "veltrix --export csv --output=a "
+                                                               "--output=b"})
+        EXPECT_EQ(wrong(line), "--output is for the name of one file.") << line;
+}
+
 TEST(CommandLine, HelpNamesEveryOptionAndStatus)
 {
     const Command help = command("veltrix --help --measure");
     const auto *print = std::get_if<PrintText>(&help);
     ASSERT_TRUE(print);
-    for (const char *word : {"--measure", "--app", "--storefront", "--all", "--json", "--help",
-                             "--version", "0  all", "1  some", "2  wrong", "3  another"})
+    for (const char *word :
+         {"--measure", "--export csv|json", "--app", "--storefront", "--all", "--json", "--help",
+          "--version", "0  all", "1  some", "2  wrong", "3  another"})
         EXPECT_TRUE(print->text.contains(QString::fromUtf8(word))) << word;
     for (const QString &line : print->text.split(u'\n'))
         EXPECT_LE(line.size(), 80) << line.toStdString();

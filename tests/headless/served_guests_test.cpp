@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Two starts on one data folder: one has it and measures for the other.
-#include "headless/measure_guests.h"
+#include "headless/served_guests.h"
 
 #include "effects/atomic_file.h"
 #include "effects/data_folder_lock.h"
+#include "headless/export_tables.h"
 #include "headless/measure_messages.h"
 #include "headless/measure_text.h"
 #include "headless/rank_telling.h"
@@ -46,9 +47,20 @@ protected:
         EXPECT_EQ(socket->readLine(), QByteArray("taken\n"));
         m_connection = std::make_unique<FolderOwner>(std::move(socket));
         QObject::connect(m_connection.get(), &FolderOwner::answered,
-                         [this](const QByteArray &line) { take(fromJson<MeasureMessage>(line)); });
+                         [this](const QByteArray &line) { m_take(line); });
         QObject::connect(m_connection.get(), &FolderOwner::ended, [this] { m_hasEnded = true; });
         m_connection->listen();
+    }
+    /// The same, for an export: what came before the end of the connection.
+    std::vector<ExportMessage> answersTo(const ExportWish &wish)
+    {
+        std::vector<ExportMessage> messages;
+        m_take = [&messages](const QByteArray &line) {
+            messages.push_back(fromJson<ExportMessage>(line));
+        };
+        ask(toJson(wish));
+        waitFor([this] { return m_hasEnded; });
+        return messages;
     }
     void take(const MeasureMessage &message)
     {
@@ -64,8 +76,12 @@ protected:
     RankTelling m_telling{*store, folder.filePath(text("told.json")), [] {
                               return DigestChoice();
                           }};
-    std::unique_ptr<MeasureGuests> m_guests = std::make_unique<MeasureGuests>(*store, m_telling);
+    std::unique_ptr<ServedGuests> m_guests =
+        std::make_unique<ServedGuests>(*store, m_telling, exportTables());
     std::unique_ptr<FolderOwner> m_connection;
+    std::function<void(const QByteArray &line)> m_take = [this](const QByteArray &line) {
+        take(fromJson<MeasureMessage>(line));
+    };
     QStringList m_told;
     bool m_hasEnded = false;
 };
@@ -124,6 +140,53 @@ TEST_F(Guests, AreWaitedForByOneThatHasDoneItsOwn)
     EXPECT_TRUE(all.wait().hasValue());
     waitFor([this] { return m_hasEnded; });
     EXPECT_EQ(m_told.constLast(), text("2 keywords measured."));
+}
+
+TEST_F(Guests, AreGivenAnExportAndItsEnd)
+{
+    const auto messages = answersTo({{}, {}, false, false});
+    ASSERT_EQ(messages.size(), 2U);
+    EXPECT_EQ(messages[0], ExportMessage(text("keyword\nmoon\ntide\n")));
+    EXPECT_EQ(messages[1], ExportMessage(ExportEnd()));
+}
+
+TEST_F(Guests, AreToldWhatOfAnExportIsNotTracked)
+{
+    const auto messages = answersTo({{}, {text("FR")}, true, true});
+    ASSERT_EQ(messages.size(), 1U);
+    EXPECT_EQ(messages[0], ExportMessage(ExportEnd{
+                               text("No keyword is tracked in the storefront “FR”."), true}));
+}
+
+TEST_F(Guests, ThatReadSlowlyAreSentNoMoreThanTheyTake)
+{
+    // Far more than a socket holds, in pieces of one keyword each.
+    for (int i = 0; i < 40; ++i) {
+        KeywordSnapshot large =
+            snapshotOf(addKeyword(qUtf8Printable(QString::number(i))), Seconds(60));
+        large.popularityStatus = QString(100'000, u'x');
+        plant(large);
+    }
+    m_guests = std::make_unique<ServedGuests>(*store, m_telling, exportTables());
+    auto socket = std::make_unique<QLocalSocket>();
+    socket->setReadBufferSize(1000);
+    socket->connectToServer(
+        QString::fromUtf8(readWholeFile(folder.filePath(text(".veltrix.lock")))));
+    socket->write(toJson(ExportWish{{}, {}, true, true}) + '\n');
+    FolderGuest *guest = nullptr;
+    QObject::connect(&m_owner, &DataFolderLock::wishReceived,
+                     [&guest](FolderGuest *served) { guest = served; });
+    waitFor([&guest] { return guest != nullptr; });
+    const auto held = guest->findChild<QLocalSocket *>()->bytesToWrite();
+    EXPECT_GT(held, 0);
+    EXPECT_LT(held, 300'000) << "a keyword's, and not that of all";
+
+    qint64 read = 0;
+    waitFor([&] {
+        read += socket->readAll().size();
+        return socket->state() == QLocalSocket::UnconnectedState;
+    });
+    EXPECT_GT(read, 4'000'000);
 }
 
 TEST_F(Guests, WithoutAWishAreSentAway)
