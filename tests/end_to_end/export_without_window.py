@@ -148,6 +148,22 @@ def to_one_who_leaves(flow):
     check((exporting.wait(60), errors) == (DONE, b""), f"a quiet end, got {errors}")
 
 
+def keeps_nobody_waiting(flow):
+    """One that reads as slowly as "| less" does not hold the data meanwhile."""
+    exporting = subprocess.Popen(
+        [flow.program, "--export", "json", "--history"],
+        env=environment(),
+        stdout=subprocess.PIPE,
+    )
+    first = exporting.stdout.readline()
+    with flow.started() as veltrix:
+        wait_for("the keywords", lambda: veltrix.keywords() == KEYWORDS)
+        check(exporting.poll() is None, "the reader to have most before him")
+    rest = exporting.communicate(timeout=60)[0]
+    check(exporting.returncode == DONE, f"status 0, got {exporting.returncode}")
+    check(json.loads(first + rest) != [], "all of it, though late")
+
+
 def steps(flow):
     days = 120
     check(exported(flow, "csv").count("\r\n") == 1, "the header alone")
@@ -160,6 +176,7 @@ def steps(flow):
     alone = all_forms(flow, days)
     to_a_file(flow, alone[0])
     to_one_who_leaves(flow)
+    keeps_nobody_waiting(flow)
     with flow.started() as veltrix:
         wait_for("the keywords", lambda: veltrix.keywords() == KEYWORDS)
         check(all_forms(flow, days) == alone, "the same beside a window")

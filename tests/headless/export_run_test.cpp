@@ -3,7 +3,7 @@
 
 #include "headless/export_tables.h"
 #include "headless/keyword_choice.h"
-#include "store/store_fixture.h"
+#include "store/history_fixture.h"
 
 #include <QDir>
 #include <QJsonArray>
@@ -28,14 +28,15 @@ public:
     int pieces = 0;
 };
 
-class Exporting : public StoreTest
+template <class Fixture>
+class ExportingFrom : public Fixture
 {
 protected:
     QByteArray exported(const ExportWish &wish)
     {
-        ExportRun run(*store, exportTables(), gathered);
+        ExportRun run(*this->store, exportTables(), gathered);
         gathered.bytes.clear();
-        Outcome<Done> running(finished(run.run(wish, view.get_token())));
+        Outcome<Done> running(finished(run.run(wish, this->view.get_token())));
         (void)running.wait().value();
         return gathered.bytes;
     }
@@ -64,6 +65,9 @@ protected:
     const ExportWish csvHistory{{}, {}, false, true};
     const ExportWish jsonHistory{{}, {}, true, true};
 };
+
+using Exporting = ExportingFrom<StoreTest>;
+using ExportingOldDays = ExportingFrom<HistoryStore>;
 
 TEST_F(Exporting, WritesTheKeywordsAppByAppEachByKeyword)
 {
@@ -162,6 +166,27 @@ TEST_F(Exporting, WritesAHistoryOfAnyLengthPageByPage)
     EXPECT_EQ(last[text("position")], 1);
     EXPECT_EQ(last[text("fetchedAt")], formatInternetDateTime(state.snapshots.back()->fetchedAt));
     EXPECT_TRUE(last.contains(text("opportunity")) && last[text("opportunity")].isNull());
+}
+
+TEST_F(ExportingOldDays, WritesThemWithThoseOfTheStateFile)
+{
+    const TrackedKeyword keyword = addKeyword("tide");
+    constexpr int days = 300;
+    measureDaily(keyword, days);
+    ASSERT_TRUE(hasHistory());
+    ASSERT_LT(stateOnDisk().snapshots.size(), days / 2);
+    const QJsonArray records = exportedJson(jsonHistory);
+    ASSERT_EQ(records.size(), days);
+    EXPECT_GT(gathered.pieces, 2) << "pages, and the end";
+    QStringList dates;
+    for (const QJsonValue &record : records)
+        dates.append(record.toObject()[text("fetchedAt")].toString().left(10));
+    EXPECT_EQ(QSet<QString>(dates.begin(), dates.end()).size(), days);
+    EXPECT_TRUE(std::is_sorted(dates.begin(), dates.end()));
+    EXPECT_EQ(exported(csvHistory).count('\n'), days + 1);
+
+    const QJsonObject row = exportedJson(json).at(0).toObject();
+    EXPECT_EQ(row[text("bestRankDay")], dates.constFirst()) << "known from the oldest day";
 }
 
 TEST_F(Exporting, OfWhatIsNotTrackedIsRefused)
