@@ -159,8 +159,9 @@ def keeps_nobody_waiting(flow):
     with flow.started() as veltrix:
         wait_for("the keywords", lambda: veltrix.keywords() == KEYWORDS)
         check(exporting.poll() is None, "the reader to have most before him")
-    rest = exporting.communicate(timeout=60)[0]
-    check(exporting.returncode == DONE, f"status 0, got {exporting.returncode}")
+    rest = exporting.stdout.read()
+    status = exporting.wait(60)
+    check(status == DONE, f"status 0, got {status}")
     check(json.loads(first + rest) != [], "all of it, though late")
 
 
