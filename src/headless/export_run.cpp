@@ -48,9 +48,10 @@ Task<void> ExportRun::run(ExportWish wish, std::stop_token callersStop)
 
 void ExportRun::requireState() const
 {
-    if (m_store.isStateRead())
-        return;
     const auto problem = m_store.persistenceProblem();
+    // A file that was damaged leaves the store empty.
+    if (m_store.isStateRead() && !(problem && m_store.apps().isEmpty()))
+        return;
     throw Error(problem ? problem->text : QStringLiteral("What is tracked has not been read."));
 }
 

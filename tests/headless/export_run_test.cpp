@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "headless/export_run.h"
 
+#include "effects/atomic_file.h"
 #include "headless/export_tables.h"
 #include "headless/keyword_choice.h"
 #include "store/history_fixture.h"
@@ -203,6 +204,16 @@ TEST_F(Exporting, OfAStateThatCouldNotBeReadFailsAndIsNotEmpty)
     QDir().mkpath(statePath());
     start();
     EXPECT_EQ(failureOf<Error>(csv).description(), problem());
+    EXPECT_EQ(gathered.pieces, 0);
+}
+
+TEST_F(Exporting, OfADamagedStateFailsAndIsNotEmpty)
+{
+    addKeyword("tide");
+    stop();
+    writeFileAtomically(statePath(), stateBytes().chopped(20));
+    start();
+    EXPECT_EQ(failureOf<Error>(json).description(), problem());
     EXPECT_EQ(gathered.pieces, 0);
 }
 
