@@ -211,7 +211,7 @@ TEST_F(Exporting, OfADamagedStateFailsAndIsNotEmpty)
 {
     addKeyword("tide");
     stop();
-    writeFileAtomically(statePath(), stateBytes().chopped(20));
+    writeFileAtomically(statePath(), readWholeFile(statePath()).chopped(20));
     start();
     EXPECT_EQ(failureOf<Error>(json).description(), problem());
     EXPECT_EQ(gathered.pieces, 0);
