@@ -12,8 +12,15 @@ ExportOutput::ExportOutput(Place place) : m_place(std::move(place)) {}
 
 void ExportOutput::begin()
 {
+    m_file.reset();
+    m_gathered.reset();
+}
+
+void ExportOutput::open()
+{
+    if (m_file || m_gathered)
+        return;
     if (m_place.path) {
-        m_file.reset();
         m_file = std::make_unique<AtomicFileWriter>(*m_place.path);
         m_file->write(m_place.mark);
         return;
@@ -28,6 +35,7 @@ void ExportOutput::begin()
 
 void ExportOutput::add(QByteArrayView text)
 {
+    open();
     if (m_file)
         m_file->write(text);
     else if (m_gathered->write(text.data(), text.size()) != text.size() || !m_gathered->flush())
@@ -43,6 +51,7 @@ Task<void> ExportOutput::take(QByteArray piece, std::stop_token stop)
 
 void ExportOutput::finish()
 {
+    open();
     if (m_file) {
         m_file->commit();
         return;

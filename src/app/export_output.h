@@ -31,14 +31,17 @@ public:
 
     explicit ExportOutput(Place place);
 
-    /// Forgets what was gathered. Throws FileError, as what follows.
+    /// Forgets what was gathered.
     void begin();
+    /// Throws FileError, as what follows.
     void add(QByteArrayView text);
     Task<void> take(QByteArray piece, std::stop_token stop) override;
     /// It is whole. Ends as soon as nobody reads any more.
     void finish();
 
 private:
+    /// Not before there is something to write: until then a signal may end the program at once.
+    void open();
     [[noreturn]] void failToGather() const;
 
     Place m_place;

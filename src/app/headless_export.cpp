@@ -137,6 +137,10 @@ ExitStatus runExport(const ExportCommand &command, const Bundle &bundle)
             return say(*end->problem,
                        end->isWrongUse ? ExitStatus::WrongUse : ExitStatus::Incomplete);
         }
+        // A signal neither leaves half a file nor keeps what is printed from ending at once.
+        std::optional<EndSignals> ends;
+        if (command.output)
+            ends.emplace();
         // Nobody waits for the data any more, however slowly this is read.
         output.finish();
         return ExitStatus::Done;

@@ -19,7 +19,10 @@ class Output : public testing::Test
 {
 protected:
     [[nodiscard]] QString path() const { return m_folder.filePath(QStringLiteral("ranks.csv")); }
-    [[nodiscard]] QStringList files() const { return QDir(m_folder.path()).entryList(QDir::Files); }
+    [[nodiscard]] QStringList files() const
+    {
+        return QDir(m_folder.path()).entryList(QDir::Files | QDir::Hidden);
+    }
 
     QTemporaryDir m_folder;
 };
@@ -30,6 +33,7 @@ TEST_F(Output, IsAFileOnlyWhenItIsWhole)
     {
         ExportOutput output({path(), "mark:", stdout, m_folder.path()});
         output.begin();
+        EXPECT_EQ(files().size(), 1) << "nothing that a signal could leave";
         output.add("half");
         EXPECT_EQ(readWholeFile(path()), "before");
     }
@@ -75,7 +79,8 @@ TEST_F(Output, ThatCannotBeWrittenSaysWhere)
     ExportOutput output({m_folder.filePath(QStringLiteral("none/ranks.csv")), {}, stdout, {}});
     try {
         output.begin();
-        ADD_FAILURE() << "it has begun";
+        output.add("text");
+        ADD_FAILURE() << "it was written";
     } catch (const FileError &error) {
         EXPECT_TRUE(error.description().contains(QStringLiteral("none/ranks.csv")));
     }
