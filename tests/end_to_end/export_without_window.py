@@ -134,6 +134,18 @@ def to_a_file(flow, table):
     check(status == INCOMPLETE and "x.csv" in errors, f"the folder to be missing, got {errors}")
 
 
+def refuses_a_damaged_state(flow):
+    """Nothing is no export of something that cannot be read."""
+    with open(flow.state_file, "rb") as file:
+        whole = file.read()
+    with open(flow.state_file, "wb") as file:
+        file.write(whole[:-20])
+    status, out, errors = export(flow, "json")
+    check((status, out) == (INCOMPLETE, "") and errors, f"status 1, got {status}: {out} {errors}")
+    with open(flow.state_file, "wb") as file:
+        file.write(whole)
+
+
 def to_one_who_leaves(flow):
     """As "| head -n 2" does."""
     exporting = subprocess.Popen(
@@ -178,6 +190,7 @@ def steps(flow):
     to_a_file(flow, alone[0])
     to_one_who_leaves(flow)
     keeps_nobody_waiting(flow)
+    refuses_a_damaged_state(flow)
     with flow.started() as veltrix:
         wait_for("the keywords", lambda: veltrix.keywords() == KEYWORDS)
         check(all_forms(flow, days) == alone, "the same beside a window")
