@@ -59,7 +59,9 @@ std::optional<SavedResults> RankedAppsArchive::find(const QString &key, Date now
     const bool isKnown = entry != m_entries.end();
     if (isKnown && !entry->second.isFromFile)
         return fromJson<SavedResults>(entry->second.json);
-    auto row = m_path.isEmpty() ? std::nullopt : m_database.find(key);
+    std::optional<SavedResults> row;
+    if (!m_path.isEmpty())
+        row = m_database.find(key);
     if (row && now - row->fetchedAt >= rankedAppsLifetime)
         row.reset();
     if (isKnown && (!row || row->fetchedAt <= entry->second.fetchedAt))
