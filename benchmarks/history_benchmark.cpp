@@ -320,13 +320,14 @@ public:
     explicit OneFile(QString path) : m_path(std::move(path)) {}
     void choosePlace(QWidget *, const Request &, Chosen chosen) override
     {
-        chosen(m_path, std::make_shared<BackgroundFile>(m_path));
+        chosen(m_path, std::make_shared<BackgroundFile>(m_path, m_files));
     }
     void open(QWidget *, const Request &, std::function<void(const OpenedFile &)>) override {}
     OpenedFile read(const QString &) override { return {}; }
 
 private:
     QString m_path;
+    std::shared_ptr<FileThread> m_files = std::make_shared<FileThread>();
 };
 
 /// In a process of its own: exports the whole history, and prints the most memory that it takes,

@@ -5,6 +5,7 @@
 #include "effects/sqlite_database.h"
 #include "effects/system_clock.h"
 #include "json/json_writer.h"
+#include "own_process.h"
 #include "ratio.h"
 #include "store/aso_store.h"
 #include "store/history_database.h"
