@@ -42,7 +42,7 @@ def open_history(veltrix):
 
 
 def search(veltrix):
-    veltrix.key("Ctrl+F")
+    veltrix.key("Ctrl+f")
     veltrix.wait_focus("Search apps and keywords")
     veltrix.type_keys("editor")
     # The app's name has the word, so both of its keywords stay; no other app is there.
