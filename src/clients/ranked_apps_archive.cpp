@@ -59,14 +59,15 @@ std::optional<SavedResults> RankedAppsArchive::find(const QString &key, Date now
     const bool isKnown = entry != m_entries.end();
     if (isKnown && !entry->second.isFromFile)
         return fromJson<SavedResults>(entry->second.json);
-    std::optional<SavedResults> row;
-    if (!m_path.isEmpty())
-        row = m_database.find(key);
-    if (row && now - row->fetchedAt >= rankedAppsLifetime)
-        row.reset();
-    if (isKnown && (!row || row->fetchedAt <= entry->second.fetchedAt))
+    if (!m_path.isEmpty()) {
+        auto row = m_database.find(key);
+        if (row && now - row->fetchedAt < rankedAppsLifetime &&
+            (!isKnown || row->fetchedAt > entry->second.fetchedAt))
+            return row;
+    }
+    if (isKnown)
         return fromJson<SavedResults>(entry->second.json);
-    return row;
+    return std::nullopt;
 }
 
 void RankedAppsArchive::keep(const QString &key, const SavedResults &saved, Seconds remembered,
