@@ -31,14 +31,16 @@ constexpr const char *newDatabase = R"(
     CREATE TABLE removal (keyword BLOB PRIMARY KEY) WITHOUT ROWID;)";
 
 /// A backup that reads meanwhile is waited for. A commit outlasts a power cut, and so does the name
-/// of the journal that undoes half of one. A day of many keywords touches a page of each, and those
-/// of a step, some megabytes, are written once.
+/// of the journal that undoes half of one.
 constexpr const char *everyConnection = R"(
     PRAGMA busy_timeout = 2000;
     PRAGMA journal_mode = DELETE;
     PRAGMA synchronous = EXTRA;
-    PRAGMA temp_store = MEMORY;
-    PRAGMA cache_size = -16384;)";
+    PRAGMA temp_store = MEMORY;)";
+
+/// Adding a day of many keywords touches a page of each; those of a step, some megabytes, are
+/// written once.
+constexpr const char *roomForASlice = "PRAGMA cache_size = -16384";
 
 DatabaseError unusable(const QString &path, const QString &reason)
 {
@@ -103,12 +105,15 @@ std::optional<HistoryDatabase> HistoryDatabase::open(const QString &path)
 
 HistoryDatabase HistoryDatabase::openOrCreate(const QString &path)
 {
-    if (auto database = open(path))
-        return std::move(*database);
-    SqliteDatabase fresh = SqliteDatabase::inMemory();
-    fresh.execute(newDatabase);
-    writeFileAtomically(path, fresh.content());
-    return std::move(open(path).value());
+    auto database = open(path);
+    if (!database) {
+        SqliteDatabase fresh = SqliteDatabase::inMemory();
+        fresh.execute(newDatabase);
+        writeFileAtomically(path, fresh.content());
+        database = open(path);
+    }
+    database->m_database.execute(roomForASlice);
+    return std::move(database.value());
 }
 
 HistoryDatabase::HistoryDatabase(const QString &path) : m_database(path)
