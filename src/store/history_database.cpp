@@ -3,6 +3,8 @@
 
 #include "effects/atomic_file.h"
 
+#include <QHash>
+
 #include <algorithm>
 #include <map>
 #include <set>
