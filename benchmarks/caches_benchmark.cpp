@@ -71,25 +71,6 @@ QList<ITunesAppResult> foundFor(int keyword)
 
 // What the processes of their own do.
 
-double threadSeconds()
-{
-    timespec time{};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return double(time.tv_sec) + double(time.tv_nsec) * 1e-9;
-}
-
-/// Bytes that this process has written, to whatever.
-double writtenBytes()
-{
-    QFile io(QStringLiteral("/proc/self/io"));
-    require(io.open(QIODevice::ReadOnly), "the kernel counts");
-    for (const QByteArray &line : io.readAll().split('\n')) {
-        if (line.startsWith("wchar: "))
-            return line.mid(7).toDouble();
-    }
-    return 0;
-}
-
 /// Keeps what so many keywords have found, as a long run does, and prints by how much the memory
 /// has grown.
 void keepAndMeasure(const QString &folder, int count)

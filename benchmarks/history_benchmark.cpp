@@ -120,25 +120,6 @@ private:
     double m_longest = 0;
 };
 
-double threadSeconds()
-{
-    timespec time{};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return double(time.tv_sec) + double(time.tv_nsec) * 1e-9;
-}
-
-/// Bytes that this process has written, to whatever.
-double writtenBytes()
-{
-    QFile io(QStringLiteral("/proc/self/io"));
-    require(io.open(QIODevice::ReadOnly), "the kernel counts");
-    for (const QByteArray &line : io.readAll().split('\n')) {
-        if (line.startsWith("wchar: "))
-            return line.mid(7).toDouble();
-    }
-    return 0;
-}
-
 /// In a process of its own: changes, and prints for each the processor's seconds of the main
 /// thread, the wall's until it is on the disk, and the bytes written; of each the median.
 void changeAndMeasure(const QString &folder)

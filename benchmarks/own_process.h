@@ -3,11 +3,13 @@
 #pragma once
 
 #include <QCoreApplication>
+#include <QFile>
 #include <QProcess>
 #include <QStringList>
 
 #include <cstdio>
 #include <cstdlib>
+#include <ctime>
 #include <vector>
 
 namespace veltrix
@@ -20,6 +22,26 @@ inline void require(bool right, const char *what)
         return;
     std::fprintf(stderr, "Wrong result: %s\n", what);
     std::exit(1);
+}
+
+/// Processor time of the calling thread.
+inline double threadSeconds()
+{
+    timespec time{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return double(time.tv_sec) + double(time.tv_nsec) * 1e-9;
+}
+
+/// Bytes that this process has written, to whatever.
+inline double writtenBytes()
+{
+    QFile io(QStringLiteral("/proc/self/io"));
+    require(io.open(QIODevice::ReadOnly), "the kernel counts");
+    for (const QByteArray &line : io.readAll().split('\n')) {
+        if (line.startsWith("wchar: "))
+            return line.mid(7).toDouble();
+    }
+    return 0;
 }
 
 /// Runs a program and returns the `count` numbers that it prints.
