@@ -64,6 +64,13 @@ void SqliteStatement::bind(int parameter, QByteArrayView bytes)
                               SQLITE_TRANSIENT));
 }
 
+void SqliteStatement::bind(int parameter, QStringView text)
+{
+    const QByteArray utf8 = text.toUtf8();
+    check(sqlite3_bind_text64(m_statement.get(), parameter, utf8.isEmpty() ? "" : utf8.constData(),
+                              sqlite3_uint64(utf8.size()), SQLITE_TRANSIENT, SQLITE_UTF8));
+}
+
 void SqliteStatement::bindNull(int parameter)
 {
     check(sqlite3_bind_null(m_statement.get(), parameter));
@@ -99,6 +106,11 @@ void SqliteStatement::reset()
     sqlite3_reset(m_statement.get());
 }
 
+bool SqliteStatement::isNull(int column) const
+{
+    return sqlite3_column_type(m_statement.get(), column) == SQLITE_NULL;
+}
+
 std::int64_t SqliteStatement::integer(int column) const
 {
     return sqlite3_column_int64(m_statement.get(), column);
@@ -106,7 +118,7 @@ std::int64_t SqliteStatement::integer(int column) const
 
 std::optional<std::int64_t> SqliteStatement::optionalInteger(int column) const
 {
-    if (sqlite3_column_type(m_statement.get(), column) == SQLITE_NULL)
+    if (isNull(column))
         return std::nullopt;
     return integer(column);
 }
@@ -120,6 +132,18 @@ QByteArray SqliteStatement::bytes(int column) const
 {
     const auto *data = static_cast<const char *>(sqlite3_column_blob(m_statement.get(), column));
     return {data, sqlite3_column_bytes(m_statement.get(), column)};
+}
+
+QString SqliteStatement::text(int column) const
+{
+    return QString::fromUtf8(bytes(column));
+}
+
+std::optional<QString> SqliteStatement::optionalText(int column) const
+{
+    if (isNull(column))
+        return std::nullopt;
+    return text(column);
 }
 
 SqliteDatabase::SqliteDatabase(const QString &path) : SqliteDatabase(path, SQLITE_OPEN_READWRITE) {}

@@ -7,6 +7,7 @@
 #include <QByteArray>
 #include <QByteArrayView>
 #include <QString>
+#include <QStringView>
 
 #include <cstdint>
 #include <memory>
@@ -48,6 +49,8 @@ public:
     void bind(int parameter, double value);
     /// Copies the bytes.
     void bind(int parameter, QByteArrayView bytes);
+    /// Copies the text.
+    void bind(int parameter, QStringView text);
     void bindNull(int parameter);
 
     /// Goes on to the next row; false behind the last, and then it can be run anew.
@@ -58,10 +61,13 @@ public:
     void reset();
 
     // Of the current row.
+    [[nodiscard]] bool isNull(int column) const;
     [[nodiscard]] std::int64_t integer(int column) const;
     [[nodiscard]] std::optional<std::int64_t> optionalInteger(int column) const;
     [[nodiscard]] double real(int column) const;
     [[nodiscard]] QByteArray bytes(int column) const;
+    [[nodiscard]] QString text(int column) const;
+    [[nodiscard]] std::optional<QString> optionalText(int column) const;
 
 private:
     friend class SqliteDatabase;
