@@ -2,35 +2,22 @@
 #include "store/history_database.h"
 
 #include "effects/atomic_file.h"
+#include "store/history_days.h"
+#include "store/history_schema.h"
+#include "store/listing_records.h"
+#include "store/note_records.h"
+#include "store/record_numbers.h"
+#include "store/standing_records.h"
 
 #include <QHash>
 
 #include <algorithm>
-#include <map>
-#include <set>
 
 namespace veltrix
 {
 
 namespace
 {
-
-/// Says in the file's header whose it is ("VxHi"), and in which form.
-constexpr std::int64_t applicationId = 0x56784869;
-constexpr std::int64_t version = 1;
-
-constexpr const char *newDatabase = R"(
-    PRAGMA page_size = 8192;
-    PRAGMA application_id = 0x56784869;
-    PRAGMA user_version = 1;
-    CREATE TABLE keyword (number INTEGER PRIMARY KEY, id BLOB NOT NULL UNIQUE);
-    CREATE TABLE observation (
-        keyword INTEGER NOT NULL, fetchedAt REAL NOT NULL, id BLOB NOT NULL, position INTEGER,
-        PRIMARY KEY (keyword, fetchedAt, id)) WITHOUT ROWID;
-    CREATE TABLE detail (
-        keyword INTEGER NOT NULL, fetchedAt REAL NOT NULL, id BLOB NOT NULL, json BLOB NOT NULL,
-        PRIMARY KEY (keyword, fetchedAt, id)) WITHOUT ROWID;
-    CREATE TABLE removal (keyword BLOB PRIMARY KEY) WITHOUT ROWID;)";
 
 /// A backup that reads meanwhile is waited for. A commit outlasts a power cut, and so does the name
 /// of the journal that undoes half of one.
@@ -50,43 +37,58 @@ DatabaseError unusable(const QString &path, const QString &reason)
         QStringLiteral("The database “%1” could not be used: %2.").arg(path, reason));
 }
 
-std::int64_t valueOf(SqliteDatabase &database, const char *question)
+/// Does edits, one after another.
+class HistoryEdits
 {
-    SqliteStatement statement = database.prepare(question);
-    return statement.step() ? statement.integer(0) : 0;
-}
+public:
+    explicit HistoryEdits(SqliteDatabase &database)
+        : m_apps(database, "app"), m_standings(database), m_listings(database), m_notes(database)
+    {
+    }
+
+    void operator()(const KeepStandings &edit)
+    {
+        const Date now = edit.standings.fetchedAt;
+        m_standings.put(edit.standings);
+        m_applied.keywords.insert(edit.standings.keywordId);
+        for (const WatchedApp &watched : edit.watched) {
+            const std::int64_t app = m_apps.of(watched.id);
+            bool isNews = m_listings.begin(app, now);
+            if (watched.facts)
+                isNews |= m_listings.see(app, *watched.facts, edit.storefront, now);
+            if (isNews)
+                m_applied.listings.insert(watched.id);
+        }
+    }
+    void operator()(const BeginWatching &edit)
+    {
+        if (m_listings.begin(m_apps.of(edit.id), edit.since))
+            m_applied.listings.insert(edit.id);
+    }
+    void operator()(const PutNote &edit) { m_notes.put(edit.note); }
+    void operator()(const RemoveNote &edit) { m_notes.removeNote(edit.id); }
+    void operator()(const SetTag &edit) { m_notes.setTag(edit); }
+
+    [[nodiscard]] AppliedEdits applied() const { return m_applied; }
+
+private:
+    RecordNumbers m_apps;
+    StandingRecords m_standings;
+    ListingRecords m_listings;
+    NoteRecords m_notes;
+    AppliedEdits m_applied;
+};
 
 QByteArray key(const QUuid &id)
 {
     return id.toRfc4122();
 }
 
-/// Removes days of keywords.
-class DayRemoval
+/// Measurements of a keyword and a day.
+HistoryDays measuredDays(SqliteDatabase &database)
 {
-public:
-    explicit DayRemoval(SqliteDatabase &database)
-        : m_observation(database.prepare(
-              "DELETE FROM observation WHERE keyword = ?1 AND fetchedAt >= ?2 AND fetchedAt < ?3")),
-          m_detail(database.prepare(
-              "DELETE FROM detail WHERE keyword = ?1 AND fetchedAt >= ?2 AND fetchedAt < ?3"))
-    {
-    }
-
-    void remove(std::int64_t keyword, std::int64_t day)
-    {
-        for (SqliteStatement *statement : {&m_observation, &m_detail}) {
-            statement->bind(1, keyword);
-            statement->bind(2, referenceSeconds(startOfUtcDay(day)));
-            statement->bind(3, referenceSeconds(startOfUtcDay(day + 1)));
-            statement->run();
-        }
-    }
-
-private:
-    SqliteStatement m_observation;
-    SqliteStatement m_detail;
-};
+    return {database, {"observation", "detail"}};
+}
 
 } // namespace
 
@@ -101,7 +103,7 @@ std::optional<HistoryDatabase> HistoryDatabase::open(const QString &path)
     if (std::get<FileIdentity>(look).size == 0)
         throw unusable(path, QStringLiteral("The file is empty"));
     HistoryDatabase database(path);
-    database.requireOwn(path);
+    requireHistory(database.m_database, path);
     return database;
 }
 
@@ -109,9 +111,7 @@ HistoryDatabase HistoryDatabase::openOrCreate(const QString &path)
 {
     auto database = open(path);
     if (!database) {
-        SqliteDatabase fresh = SqliteDatabase::inMemory();
-        fresh.execute(newDatabase);
-        writeFileAtomically(path, fresh.content());
+        writeFileAtomically(path, newHistory());
         database = open(path);
     }
     database->m_database.execute(roomForASlice);
@@ -121,34 +121,6 @@ HistoryDatabase HistoryDatabase::openOrCreate(const QString &path)
 HistoryDatabase::HistoryDatabase(const QString &path) : m_database(path)
 {
     m_database.execute(everyConnection);
-}
-
-void HistoryDatabase::requireOwn(const QString &path)
-{
-    // The first look at the file undoes a commit that was interrupted, and sees when its end is
-    // missing.
-    if (valueOf(m_database, "PRAGMA application_id") != applicationId)
-        throw unusable(path, QStringLiteral("It is not a history of Veltrix"));
-    const std::int64_t found = valueOf(m_database, "PRAGMA user_version");
-    if (found > version)
-        throw unusable(path, QStringLiteral("A newer Veltrix has written it"));
-    if (found != version)
-        throw unusable(path, QStringLiteral("It is not a history of Veltrix"));
-}
-
-std::optional<std::int64_t> HistoryDatabase::knownNumberOf(const QUuid &keywordId)
-{
-    SqliteStatement find = m_database.prepare("SELECT number FROM keyword WHERE id = ?1");
-    find.bind(1, key(keywordId));
-    return find.step() ? std::optional(find.integer(0)) : std::nullopt;
-}
-
-std::int64_t HistoryDatabase::numberOf(const QUuid &keywordId)
-{
-    SqliteStatement add = m_database.prepare("INSERT OR IGNORE INTO keyword (id) VALUES (?1)");
-    add.bind(1, key(keywordId));
-    add.run();
-    return knownNumberOf(keywordId).value();
 }
 
 bool HistoryDatabase::contains(const KeywordSnapshot &snapshot)
@@ -170,6 +142,7 @@ void HistoryDatabase::insert(std::span<const SharedSnapshot> snapshots)
 {
     SqliteTransaction transaction(m_database);
     QHash<QUuid, std::int64_t> numbers;
+    RecordNumbers keywords(m_database, "keyword");
     // They come day by day and lie keyword by keyword: in that order each page has its turn once.
     struct Row {
         std::int64_t keyword;
@@ -180,13 +153,13 @@ void HistoryDatabase::insert(std::span<const SharedSnapshot> snapshots)
     for (const SharedSnapshot &snapshot : snapshots) {
         const QUuid &keyword = snapshot->trackedKeywordId;
         if (!numbers.contains(keyword))
-            numbers.insert(keyword, numberOf(keyword));
+            numbers.insert(keyword, keywords.of(keyword));
         rows.push_back({numbers.value(keyword), snapshot->fetchedAt, snapshot.get()});
     }
     std::ranges::sort(rows, {}, [](const Row &row) { return std::pair(row.keyword, row.date); });
-    DayRemoval removal(m_database);
+    HistoryDays days = measuredDays(m_database);
     for (const Row &row : rows)
-        removal.remove(row.keyword, utcDay(row.date));
+        days.remove(row.keyword, utcDay(row.date));
     SqliteStatement observation =
         m_database.prepare("INSERT INTO observation VALUES (?1, ?2, ?3, ?4)");
     SqliteStatement detail = m_database.prepare("INSERT INTO detail VALUES (?1, ?2, ?3, ?4)");
@@ -254,22 +227,22 @@ std::vector<SharedSnapshot> HistoryDatabase::records(const QUuid &keywordId, std
     return result;
 }
 
-void HistoryDatabase::noteRemoval(std::span<const QUuid> keywordIds)
+void HistoryDatabase::noteRemoval(std::span<const QUuid> ids)
 {
     SqliteTransaction transaction(m_database);
     SqliteStatement note = m_database.prepare("INSERT OR IGNORE INTO removal VALUES (?1)");
-    for (const QUuid &id : keywordIds) {
+    for (const QUuid &id : ids) {
         note.bind(1, key(id));
         note.run();
     }
     transaction.commit();
 }
 
-void HistoryDatabase::dropRemovalNotes(std::span<const QUuid> keywordIds)
+void HistoryDatabase::dropRemovalNotes(std::span<const QUuid> ids)
 {
     SqliteTransaction transaction(m_database);
     SqliteStatement drop = m_database.prepare("DELETE FROM removal WHERE keyword = ?1");
-    for (const QUuid &id : keywordIds) {
+    for (const QUuid &id : ids) {
         drop.bind(1, key(id));
         drop.run();
     }
@@ -285,67 +258,87 @@ std::vector<QUuid> HistoryDatabase::removalNotes()
     return result;
 }
 
-void HistoryDatabase::remove(const QUuid &keywordId)
+void HistoryDatabase::remove(const QUuid &id)
 {
     SqliteTransaction transaction(m_database);
-    if (const auto number = knownNumberOf(keywordId)) {
-        for (const char *statement :
-             {"DELETE FROM observation WHERE keyword = ?1", "DELETE FROM detail WHERE keyword = ?1",
-              "DELETE FROM keyword WHERE number = ?1"}) {
-            SqliteStatement rows = m_database.prepare(statement);
-            rows.bind(1, *number);
-            rows.run();
-        }
+    RecordNumbers keywords(m_database, "keyword");
+    RecordNumbers apps(m_database, "app");
+    if (const auto number = keywords.known(id)) {
+        measuredDays(m_database).removeAll(*number);
+        StandingRecords(m_database).removeKeyword(*number);
+        NoteRecords(m_database).removeKeyword(*number);
+        keywords.remove(*number);
     }
-    SqliteStatement note = m_database.prepare("DELETE FROM removal WHERE keyword = ?1");
-    note.bind(1, key(keywordId));
-    note.run();
+    if (const auto number = apps.known(id)) {
+        StandingRecords(m_database).removeRival(*number);
+        ListingRecords(m_database).remove(*number);
+        NoteRecords(m_database).removeApp(*number);
+        apps.remove(*number);
+    }
+    forgetRemoval(id);
     transaction.commit();
 }
 
 void HistoryDatabase::join(const QUuid &from, const QUuid &to)
 {
     SqliteTransaction transaction(m_database);
-    if (const auto source = knownNumberOf(from)) {
-        const std::int64_t target = numberOf(to);
-        std::map<std::int64_t, double> newest;
-        const auto each = [this](std::int64_t keyword, auto &&use) {
-            SqliteStatement dates =
-                m_database.prepare("SELECT fetchedAt FROM observation WHERE keyword = ?1");
-            dates.bind(1, keyword);
-            while (dates.step())
-                use(utcDay(dateFromReferenceSeconds(dates.real(0))), dates.real(0));
-        };
-        each(target, [&](std::int64_t day, double date) {
-            newest[day] = std::max(newest.try_emplace(day, date).first->second, date);
-        });
-        std::set<std::int64_t> older;
-        std::set<std::int64_t> newer;
-        each(*source, [&](std::int64_t day, double date) {
-            const auto known = newest.find(day);
-            if (known != newest.end())
-                (date > known->second ? newer : older).insert(day);
-        });
-        DayRemoval removal(m_database);
-        for (const std::int64_t day : newer)
-            removal.remove(target, day);
-        for (const std::int64_t day : older)
-            removal.remove(*source, day);
-        for (const char *statement : {"UPDATE observation SET keyword = ?2 WHERE keyword = ?1",
-                                      "UPDATE detail SET keyword = ?2 WHERE keyword = ?1"}) {
-            SqliteStatement move = m_database.prepare(statement);
-            move.bind(1, *source);
-            move.bind(2, target);
-            move.run();
-        }
-        SqliteStatement forget = m_database.prepare("DELETE FROM keyword WHERE number = ?1");
-        forget.bind(1, *source);
-        forget.run();
+    RecordNumbers keywords(m_database, "keyword");
+    RecordNumbers apps(m_database, "app");
+    if (const auto source = keywords.known(from)) {
+        const std::int64_t target = keywords.of(to);
+        measuredDays(m_database).join(*source, target);
+        StandingRecords(m_database).joinKeyword(*source, target);
+        NoteRecords(m_database).joinKeyword(*source, target);
+        keywords.remove(*source);
     }
-    SqliteStatement note = m_database.prepare("DELETE FROM removal WHERE keyword = ?1");
-    note.bind(1, key(from));
-    note.run();
+    if (const auto source = apps.known(from)) {
+        const std::int64_t target = apps.of(to);
+        StandingRecords(m_database).joinRival(*source, target);
+        ListingRecords(m_database).join(*source, target);
+        NoteRecords(m_database).joinApp(*source, target);
+        apps.remove(*source);
+    }
+    forgetRemoval(from);
     transaction.commit();
+}
+
+void HistoryDatabase::forgetRemoval(const QUuid &id)
+{
+    SqliteStatement note = m_database.prepare("DELETE FROM removal WHERE keyword = ?1");
+    note.bind(1, key(id));
+    note.run();
+}
+
+AppliedEdits HistoryDatabase::apply(std::span<const HistoryEdit> edits)
+{
+    SqliteTransaction transaction(m_database);
+    HistoryEdits work(m_database);
+    for (const HistoryEdit &edit : edits)
+        std::visit(work, edit);
+    transaction.commit();
+    return work.applied();
+}
+
+std::vector<KeywordStandings> HistoryDatabase::standings(const QUuid &keywordId)
+{
+    return StandingRecords(m_database).ofKeyword(keywordId);
+}
+
+std::vector<KeywordStandings> HistoryDatabase::newestStandings(std::span<const QUuid> keywordIds,
+                                                               Date latest)
+{
+    return StandingRecords(m_database).newest(keywordIds, latest);
+}
+
+ListingHistory HistoryDatabase::listingHistory(const QUuid &appId)
+{
+    const auto app = RecordNumbers(m_database, "app").known(appId);
+    return app ? ListingRecords(m_database).of(*app) : ListingHistory();
+}
+
+WrittenNotes HistoryDatabase::writtenNotes()
+{
+    return NoteRecords(m_database).all();
 }
 
 } // namespace veltrix

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The days that are no longer in the state file.
+// The days that are no longer in the state file, and what the state file has no place for.
 #pragma once
 
 #include "effects/sqlite_database.h"
 #include "model/keyword_snapshot.h"
+#include "store/history_edit.h"
 #include "store/history_record.h"
 #include "store/ranking_timeline.h"
 
@@ -18,6 +19,10 @@ namespace veltrix
 
 /// Measurements by keyword and date in a database beside the state file. A keyword has one
 /// measurement a UTC day here; where the state file has one of the same day, that one counts.
+/// Where others stood in a measurement, what has changed in listings, notes and tags are here
+/// alone.
+///
+/// An older form is brought to the newest when it is opened, and a copy of it kept.
 ///
 /// Every function throws DatabaseError, or DecodingError for a record that is damaged. What changes
 /// the database does so as a whole and lasts when it returns.
@@ -50,22 +55,32 @@ public:
     [[nodiscard]] std::vector<SharedSnapshot>
     records(const QUuid &keywordId, std::int64_t firstDay = earliestDay, size_t most = everything);
 
-    /// Notes that keywords are being removed: what they have here stays until remove().
-    void noteRemoval(std::span<const QUuid> keywordIds);
+    /// Does what the edits say, in their order.
+    AppliedEdits apply(std::span<const HistoryEdit> edits);
+    /// Where others stood, of all days that were kept, oldest first.
+    [[nodiscard]] std::vector<KeywordStandings> standings(const QUuid &keywordId);
+    /// The newest of each of these keywords that is not later than `latest`.
+    [[nodiscard]] std::vector<KeywordStandings> newestStandings(std::span<const QUuid> keywordIds,
+                                                                Date latest);
+    /// Of an own app or a competitor.
+    [[nodiscard]] ListingHistory listingHistory(const QUuid &appId);
+    [[nodiscard]] WrittenNotes writtenNotes();
+
+    // By the ids of keywords, own apps and competitors.
+    /// Notes that they are being removed: what they have here stays until remove().
+    void noteRemoval(std::span<const QUuid> ids);
     /// Takes such notes back.
-    void dropRemovalNotes(std::span<const QUuid> keywordIds);
+    void dropRemovalNotes(std::span<const QUuid> ids);
     [[nodiscard]] std::vector<QUuid> removalNotes();
-    /// Removes all that there is of a keyword, the note as well.
-    void remove(const QUuid &keywordId);
-    /// Gives what a keyword has to another, and of a day that both have, the newer; takes the note
-    /// of its removal back.
+    /// Removes all that there is of one, the note as well.
+    void remove(const QUuid &id);
+    /// Gives what one has to another, and of a day that both have, the newer; takes the note of its
+    /// removal back.
     void join(const QUuid &from, const QUuid &to);
 
 private:
     explicit HistoryDatabase(const QString &path);
-    void requireOwn(const QString &path);
-    std::int64_t numberOf(const QUuid &keywordId);
-    [[nodiscard]] std::optional<std::int64_t> knownNumberOf(const QUuid &keywordId);
+    void forgetRemoval(const QUuid &id);
 
     SqliteDatabase m_database;
     /// contains() is asked for thousands.

@@ -9,8 +9,12 @@
 #include "support/generators.h"
 #include "support/json_printers.h"
 
+#include <QDir>
+
+#include <csignal>
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
+#include <sys/resource.h>
 
 namespace veltrix
 {
@@ -164,9 +168,102 @@ TEST_F(HistoryDatabaseTest, WhatIsNoHistoryIsLeftAloneAndSaid)
     EXPECT_TRUE(refusalOf(other.content()).contains(QStringLiteral("not a history of Veltrix")));
 
     writeFileAtomically(path(), whole);
-    SqliteDatabase(path()).execute("PRAGMA user_version = 2");
+    SqliteDatabase(path()).execute("PRAGMA user_version = 3");
     EXPECT_TRUE(refusalOf(readWholeFile(path()))
                     .contains(QStringLiteral("A newer Veltrix has written it")));
+}
+
+/// While it lives, no file can grow beyond so many bytes.
+class LongestFile
+{
+public:
+    explicit LongestFile(rlim_t bytes)
+    {
+        m_handler = std::signal(SIGXFSZ, SIG_IGN);
+        getrlimit(RLIMIT_FSIZE, &m_before);
+        const rlimit limit{bytes, m_before.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    LongestFile(const LongestFile &) = delete;
+    LongestFile &operator=(const LongestFile &) = delete;
+    ~LongestFile()
+    {
+        setrlimit(RLIMIT_FSIZE, &m_before);
+        std::signal(SIGXFSZ, m_handler);
+    }
+
+private:
+    rlimit m_before = {};
+    void (*m_handler)(int) = SIG_DFL;
+};
+
+/// As the first version made it.
+QByteArray historyOfVersion1()
+{
+    SqliteDatabase old = SqliteDatabase::inMemory();
+    old.execute(R"(
+        PRAGMA page_size = 8192;
+        PRAGMA application_id = 0x56784869;
+        PRAGMA user_version = 1;
+        CREATE TABLE keyword (number INTEGER PRIMARY KEY, id BLOB NOT NULL UNIQUE);
+        CREATE TABLE observation (
+            keyword INTEGER NOT NULL, fetchedAt REAL NOT NULL, id BLOB NOT NULL, position INTEGER,
+            PRIMARY KEY (keyword, fetchedAt, id)) WITHOUT ROWID;
+        CREATE TABLE detail (
+            keyword INTEGER NOT NULL, fetchedAt REAL NOT NULL, id BLOB NOT NULL, json BLOB NOT NULL,
+            PRIMARY KEY (keyword, fetchedAt, id)) WITHOUT ROWID;
+        CREATE TABLE removal (keyword BLOB PRIMARY KEY) WITHOUT ROWID;)");
+    const SharedSnapshot day = measured(1, 1, 8);
+    SqliteStatement number = old.prepare("INSERT INTO keyword VALUES (1, ?1)");
+    number.bind(1, keyword(1).toRfc4122());
+    number.run();
+    SqliteStatement observation = old.prepare("INSERT INTO observation VALUES (1, ?1, ?2, 3)");
+    observation.bind(1, referenceSeconds(day->fetchedAt));
+    observation.bind(2, day->id.toRfc4122());
+    observation.run();
+    SqliteStatement detail = old.prepare("INSERT INTO detail VALUES (1, ?1, ?2, ?3)");
+    detail.bind(1, referenceSeconds(day->fetchedAt));
+    detail.bind(2, day->id.toRfc4122());
+    detail.bind(3, HistoryRecords().pack(*day));
+    detail.run();
+    return old.content();
+}
+
+TEST_F(HistoryDatabaseTest, AnOlderFormIsBroughtToTheNewestAndACopyKept)
+{
+    const QByteArray old = historyOfVersion1();
+    writeFileAtomically(path(), old);
+    EXPECT_EQ(open().records(keyword(1)).size(), 1U);
+    const QString copy = folder->filePath(QStringLiteral("h.version-1.sqlite"));
+    EXPECT_EQ(readWholeFile(copy), old);
+    // Everything that is new can be kept now, and nothing is done twice.
+    const HistoryEdit edit = SetTag{keyword(1), QStringLiteral("core"), true};
+    open().apply(std::span(&edit, 1));
+    EXPECT_EQ(open().writtenNotes().tags.size(), 1U);
+    EXPECT_EQ(QDir(folder->path()).entryList(QDir::Files).size(), 2);
+}
+
+TEST_F(HistoryDatabaseTest, ACopyTakesThePlaceOfNoOther)
+{
+    const QString copy = folder->filePath(QStringLiteral("h.version-1.sqlite"));
+    writeFileAtomically(copy, "another");
+    const QByteArray old = historyOfVersion1();
+    writeFileAtomically(path(), old);
+    EXPECT_TRUE(HistoryDatabase::open(path()));
+    EXPECT_EQ(readWholeFile(copy), "another");
+    EXPECT_EQ(readWholeFile(folder->filePath(QStringLiteral("h.version-1-2.sqlite"))), old);
+}
+
+TEST_F(HistoryDatabaseTest, WithoutRoomForACopyAnOlderFormStaysAsItIs)
+{
+    const QByteArray old = historyOfVersion1();
+    writeFileAtomically(path(), old);
+    {
+        const LongestFile limit(1'000);
+        EXPECT_THROW((void)HistoryDatabase::open(path()), Error);
+    }
+    EXPECT_EQ(readWholeFile(path()), old);
+    EXPECT_EQ(QDir(folder->path()).entryList(QDir::Files).size(), 1);
 }
 
 TEST_F(HistoryDatabaseTest, ADamagedRecordIsAnErrorAndNoGuess)
