@@ -46,8 +46,8 @@ Task<PopularityAssessment> popularityOf(std::shared_ptr<PopularityProviding> pro
 
 /// A coroutine of its own because it must not refer to the pipeline, which may be gone before it
 /// ends.
-Task<KeywordSnapshot> measure(KeywordPipeline pipeline, TrackedKeyword keyword, AppProfile app,
-                              std::stop_token stop)
+Task<KeywordMeasurement> measure(KeywordPipeline pipeline, TrackedKeyword keyword, AppProfile app,
+                                 std::stop_token stop)
 {
     const QList<ITunesAppResult> results = co_await pipeline.iTunesClient->search(
         keyword.keyword, keyword.country, keywordSearchLimit, stop);
@@ -91,13 +91,13 @@ Task<KeywordSnapshot> measure(KeywordPipeline pipeline, TrackedKeyword keyword, 
     };
     snapshot.opportunity = assessOpportunity(*survey, query);
     snapshot.scoringModelVersion = currentScoringModelVersion;
-    co_return snapshot;
+    co_return KeywordMeasurement{std::move(snapshot), results};
 }
 
 } // namespace
 
-Task<KeywordSnapshot> KeywordPipeline::run(TrackedKeyword keyword, AppProfile app,
-                                           std::stop_token stop) const
+Task<KeywordMeasurement> KeywordPipeline::run(TrackedKeyword keyword, AppProfile app,
+                                              std::stop_token stop) const
 {
     return measure(*this, std::move(keyword), std::move(app), std::move(stop));
 }

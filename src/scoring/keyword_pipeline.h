@@ -25,6 +25,13 @@ inline constexpr QLatin1String popularityUnavailable{
 /// Search results asked for in a run.
 inline constexpr std::int64_t keywordSearchLimit = 100;
 
+/// One measurement, and what it was made of.
+struct KeywordMeasurement {
+    KeywordSnapshot snapshot;
+    /// Best first, as the search gave them.
+    QList<ITunesAppResult> results;
+};
+
 /// Measures keywords: searches, finds the app, runs the models. Keeps no state between runs, so
 /// runs may overlap; a run holds its own copy of the collaborators and may outlive the pipeline.
 struct KeywordPipeline {
@@ -35,8 +42,8 @@ struct KeywordPipeline {
     /// Measures `keyword` for `app`: a complete snapshot with an id of its own, the keyword's id,
     /// and the moment right after the search had answered. Throws the search's error unchanged; a
     /// failure of the popularity provider only leaves popularity and opportunity out.
-    [[nodiscard]] Task<KeywordSnapshot> run(TrackedKeyword keyword, AppProfile app,
-                                            std::stop_token stop) const;
+    [[nodiscard]] Task<KeywordMeasurement> run(TrackedKeyword keyword, AppProfile app,
+                                               std::stop_token stop) const;
 };
 
 } // namespace veltrix

@@ -120,10 +120,10 @@ Task<SharedSnapshot> KeywordRefreshes::refreshUnlessDeleted(QUuid id, Reuse reus
 Task<SharedSnapshot> KeywordRefreshes::measure(TrackedKeyword keyword, AppProfile app,
                                                std::stop_token stop)
 {
-    auto snapshot = std::make_shared<KeywordSnapshot>();
+    KeywordMeasurement measurement;
     std::exception_ptr failure;
     try {
-        *snapshot = co_await m_pipeline.run(keyword, app, stop);
+        measurement = co_await m_pipeline.run(keyword, app, stop);
     } catch (const Cancelled &) {
         throw;
     } catch (const std::exception &) {
@@ -140,7 +140,8 @@ Task<SharedSnapshot> KeywordRefreshes::measure(TrackedKeyword keyword, AppProfil
         std::rethrow_exception(failure);
     }
     m_failed.remove(keyword.id);
-    m_keywords.keepSnapshot(snapshot);
+    auto snapshot = std::make_shared<const KeywordSnapshot>(std::move(measurement.snapshot));
+    m_keywords.keepSnapshot(snapshot, measurement.results);
     co_return snapshot;
 }
 

@@ -36,8 +36,8 @@ public:
     [[nodiscard]] virtual SharedSnapshot newestSnapshot(QUuid keywordId) const = 0;
     /// What is tracked is in memory alone; false where nothing is ever saved.
     [[nodiscard]] virtual bool hasUnsavedChange() const { return false; }
-    /// Keeps a new measurement and tells everyone.
-    virtual void keepSnapshot(SharedSnapshot snapshot) = 0;
+    /// Keeps a new measurement, with what the results say of others, and tells everyone.
+    virtual void keepSnapshot(SharedSnapshot snapshot, const QList<ITunesAppResult> &results) = 0;
 };
 
 /// Decides what is measured when, and measures it. Three ways lead here: the background queue, the

@@ -100,7 +100,7 @@ struct PipelineTest : testing::Test {
         app.trackId = ownId;
     }
 
-    [[nodiscard]] Outcome<KeywordSnapshot> start() const
+    [[nodiscard]] Outcome<KeywordMeasurement> start() const
     {
         return Outcome(pipeline.run(keyword, app, stop.get_token()));
     }
@@ -116,7 +116,7 @@ struct PipelineTest : testing::Test {
         client->answer = {};
         const auto outcome = start();
         client->answer.resolve(results);
-        return outcome.value();
+        return outcome.value().snapshot;
     }
 };
 
@@ -245,7 +245,7 @@ TEST_F(PipelineTest, IsDatedRightAfterTheSearchHasAnswered)
     provider->answer.resolve(estimatePopularity({u"Photo Editor", appTable(field)}, u"US",
                                                 QStringLiteral("scripted-1")));
     const Date measured = testNow() + Seconds(40);
-    const auto &snapshot = outcome.value();
+    const auto &snapshot = outcome.value().snapshot;
     EXPECT_EQ(snapshot.fetchedAt, measured);
     // Every model saw the same moment, the opportunity model included.
     const auto results = appTable(field);
@@ -268,9 +268,9 @@ TEST_F(PipelineTest, KeepsTheEvidenceThatTheProviderGathered)
     provider->answer.resolve({.measurement = std::nullopt,
                               .evidence = evidence,
                               .message = QStringLiteral("Evidence only.")});
-    EXPECT_EQ(outcome.value().autocompleteEvidence, evidence);
-    EXPECT_EQ(outcome.value().popularityStatus, QStringLiteral("Evidence only."));
-    EXPECT_EQ(outcome.value().opportunity, std::nullopt);
+    EXPECT_EQ(outcome.value().snapshot.autocompleteEvidence, evidence);
+    EXPECT_EQ(outcome.value().snapshot.popularityStatus, QStringLiteral("Evidence only."));
+    EXPECT_EQ(outcome.value().snapshot.opportunity, std::nullopt);
 }
 
 TEST_F(PipelineTest, AFailureOfTheProviderKeepsRankingsAndScores)
@@ -284,7 +284,7 @@ TEST_F(PipelineTest, AFailureOfTheProviderKeepsRankingsAndScores)
     provider->answer.fail(std::make_exception_ptr(Error(QStringLiteral("offline"))));
 
     KeywordSnapshot expected = whole;
-    expected.id = outcome.value().id;
+    expected.id = outcome.value().snapshot.id;
     expected.popularityRaw.reset();
     expected.popularityScore.reset();
     expected.popularityMeasurement.reset();
@@ -292,7 +292,7 @@ TEST_F(PipelineTest, AFailureOfTheProviderKeepsRankingsAndScores)
     expected.popularityModelVersion = QStringLiteral("scripted-1");
     expected.popularityStatus =
         QStringLiteral("Popularity unavailable. Rankings were saved; try popularity again later.");
-    EXPECT_EQ(outcome.value(), expected);
+    EXPECT_EQ(outcome.value().snapshot, expected);
 }
 
 TEST_F(PipelineTest, AFailureOfTheProviderThatIsNoErrorOfOursIsTreatedTheSame)
@@ -303,7 +303,7 @@ TEST_F(PipelineTest, AFailureOfTheProviderThatIsNoErrorOfOursIsTreatedTheSame)
     client->answer.resolve(appTable(field));
     provider->answer.fail(std::make_exception_ptr(std::runtime_error("broken")));
     EXPECT_EQ(
-        outcome.value().popularityStatus,
+        outcome.value().snapshot.popularityStatus,
         QStringLiteral("Popularity unavailable. Rankings were saved; try popularity again later."));
 }
 
@@ -349,7 +349,7 @@ TEST_F(PipelineTest, ARunOutlivesItsPipelineAndItsArguments)
     shortLivedKeyword.reset();
     pipeline = {};
     client->answer.resolve(appTable(field));
-    EXPECT_EQ(outcome.value().position, 3);
+    EXPECT_EQ(outcome.value().snapshot.position, 3);
 }
 
 TEST_F(PipelineTest, SeveralRunsMayOverlap)
@@ -361,10 +361,10 @@ TEST_F(PipelineTest, SeveralRunsMayOverlap)
     const auto second = start();
     other->answer.resolve(appTable(QStringLiteral("id | name\n77 | Collage")));
     client->answer.resolve(appTable(field));
-    EXPECT_EQ(first.value().position, 3);
-    EXPECT_EQ(first.value().keyword, QStringLiteral("Photo Editor"));
-    EXPECT_EQ(second.value().position, 1);
-    EXPECT_EQ(second.value().keyword, QStringLiteral("collage"));
+    EXPECT_EQ(first.value().snapshot.position, 3);
+    EXPECT_EQ(first.value().snapshot.keyword, QStringLiteral("Photo Editor"));
+    EXPECT_EQ(second.value().snapshot.position, 1);
+    EXPECT_EQ(second.value().snapshot.keyword, QStringLiteral("collage"));
 }
 
 TEST_F(PipelineTest, EveryOwnerMayBeDestroyedWhileARunIsSuspended)
@@ -372,7 +372,7 @@ TEST_F(PipelineTest, EveryOwnerMayBeDestroyedWhileARunIsSuspended)
     for (const bool searchAnswered : {false, true}) {
         client->answer = {};
         pipeline.popularityProvider = std::make_shared<ScriptedProvider>();
-        std::optional<Outcome<KeywordSnapshot>> outcome;
+        std::optional<Outcome<KeywordMeasurement>> outcome;
         {
             TaskScope scope;
             const auto owned = std::make_unique<KeywordPipeline>(pipeline);

@@ -172,7 +172,10 @@ public:
     {
         return m_snapshots.newest(keywordId, m_clock->now());
     }
-    void keepSnapshot(SharedSnapshot snapshot) override { m_snapshots.store(std::move(snapshot)); }
+    void keepSnapshot(SharedSnapshot snapshot, const QList<ITunesAppResult> & /*results*/) override
+    {
+        m_snapshots.store(std::move(snapshot));
+    }
 
     [[nodiscard]] int observedDays(const QUuid &keywordId) const
     {
