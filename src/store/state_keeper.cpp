@@ -18,12 +18,26 @@ constexpr size_t mostLooks = 20'000;
 /// Saves between two attempts to move, at most.
 constexpr int mostPatience = 64;
 
-bool holds(const QList<TrackedKeyword> &keywords, const QUuid &id)
+/// Measurements whose standings wait in memory, at most; some megabytes.
+constexpr size_t mostWaitingEdits = 10'000;
+
+template <class Record>
+bool holdsOne(const QList<Record> &records, const QUuid &id)
 {
-    return std::ranges::find(keywords, id, &TrackedKeyword::id) != keywords.cend();
+    return std::ranges::find(records, id, &Record::id) != records.cend();
 }
 
 } // namespace
+
+StateKeeper::Tracked::Tracked(const PersistedState &state)
+    : apps(state.apps), keywords(state.trackedKeywords), competitors(state.competitors)
+{
+}
+
+bool StateKeeper::Tracked::holds(const QUuid &id) const
+{
+    return holdsOne(keywords, id) || holdsOne(competitors, id) || holdsOne(apps, id);
+}
 
 StateKeeper::StateKeeper(const QString &path, DataFolderLock *lock, qint64 limit)
     : m_file(path, lock), m_historyPath(QFileInfo(path).path() + QStringLiteral("/history.sqlite")),
@@ -44,7 +58,7 @@ bool StateKeeper::needsTidying() const
 
 void StateKeeper::tidy(StateChange loaded)
 {
-    m_tracked = loaded.state.trackedKeywords;
+    m_tracked = Tracked(loaded.state);
     m_mustSweep = hasHistory();
     beginMove(std::move(loaded));
 }
@@ -52,28 +66,70 @@ void StateKeeper::tidy(StateChange loaded)
 void StateKeeper::save(StateChange change)
 {
     m_move.reset();
-    if (hasHistory())
+    std::ranges::move(change.edits, std::back_inserter(m_edits));
+    if (hasHistory() || !m_edits.empty())
         guarded([&] { noteRemovals(change); });
     m_file.save(change.state, change.now);
-    if (m_file.hasUnsavedChange())
+    if (m_file.hasUnsavedChange()) {
+        boundEdits();
         return;
-    m_tracked = change.state.trackedKeywords;
+    }
+    m_tracked = Tracked(change.state);
     if (!change.removals.restored.empty() && hasHistory())
         guarded([&] { dropRemovalNotes(change); });
+    applyEdits();
     beginMove(std::move(change));
+}
+
+void StateKeeper::applyEdits()
+{
+    if (m_edits.empty())
+        return;
+    try {
+        m_file.requireInPlace();
+        AppliedEdits applied = HistoryDatabase::openOrCreate(m_historyPath).apply(m_edits);
+        m_applied.keywords.unite(applied.keywords);
+        m_applied.listings.unite(applied.listings);
+        m_edits.clear();
+        m_editProblem.reset();
+        // The history is sound again, unless days still wait to be moved.
+        if (m_pause == 0)
+            m_historyProblem.reset();
+    } catch (const std::exception &error) {
+        m_editProblem = descriptionOf(error);
+        boundEdits();
+    }
+}
+
+void StateKeeper::boundEdits()
+{
+    if (m_edits.size() <= mostWaitingEdits)
+        return;
+    size_t surplus = m_edits.size() - mostWaitingEdits;
+    std::erase_if(m_edits, [&](const HistoryEdit &edit) {
+        return surplus > 0 && !isOfTheUser(edit) && surplus-- > 0;
+    });
+}
+
+bool StateKeeper::hasUnsavedEdit() const
+{
+    return std::ranges::any_of(m_edits, isOfTheUser);
 }
 
 void StateKeeper::noteRemovals(const StateChange &change)
 {
+    const Tracked tracked(change.state);
     std::vector<QUuid> gone;
     for (const QUuid &id : change.removals.removed) {
-        if (!holds(change.state.trackedKeywords, id))
+        if (!tracked.holds(id))
             gone.push_back(id);
     }
     if (gone.empty() && change.removals.joined.empty())
         return;
     m_file.requireInPlace();
-    auto history = HistoryDatabase::open(m_historyPath);
+    // What is added by this very save goes as well.
+    auto history = m_edits.empty() ? HistoryDatabase::open(m_historyPath)
+                                   : HistoryDatabase::openOrCreate(m_historyPath);
     if (!history)
         return;
     for (const auto &[from, to] : change.removals.joined)
@@ -84,9 +140,10 @@ void StateKeeper::noteRemovals(const StateChange &change)
 
 void StateKeeper::dropRemovalNotes(const StateChange &change)
 {
+    const Tracked tracked(change.state);
     std::vector<QUuid> back;
     for (const QUuid &id : change.removals.restored) {
-        if (holds(change.state.trackedKeywords, id))
+        if (tracked.holds(id))
             back.push_back(id);
     }
     if (auto history = HistoryDatabase::open(m_historyPath); history && !back.empty())
@@ -191,7 +248,7 @@ void StateKeeper::sweepRemovals()
         return;
     std::vector<QUuid> back;
     for (const QUuid &id : history->removalNotes()) {
-        if (holds(m_tracked, id))
+        if (m_tracked.holds(id))
             back.push_back(id);
         else if (!m_noted.contains(id))
             m_givenUp.push_back(id);
@@ -204,7 +261,7 @@ void StateKeeper::removeGivenUp()
 {
     const QUuid id = m_givenUp.front();
     // What could not be saved is still there in the file, and so is its keyword.
-    if (m_file.hasUnsavedChange() || holds(m_tracked, id)) {
+    if (m_file.hasUnsavedChange() || m_tracked.holds(id)) {
         m_givenUp.pop_front();
         return;
     }
@@ -221,17 +278,24 @@ std::optional<HistoryMove> StateKeeper::progress() const
     return HistoryMove{qsizetype(m_move->copied), qsizetype(m_move->picked.size())};
 }
 
-std::vector<RankingTimeline::Observation> StateKeeper::observations(const QUuid &keywordId) const
+template <class Answer, class Question>
+Answer StateKeeper::answer(Question &&question) const
 {
     auto history = HistoryDatabase::open(m_historyPath);
-    return history ? history->observations(keywordId) : std::vector<RankingTimeline::Observation>();
+    return history ? question(*history) : Answer();
+}
+
+std::vector<RankingTimeline::Observation> StateKeeper::observations(const QUuid &keywordId) const
+{
+    return answer<std::vector<RankingTimeline::Observation>>(
+        [&](HistoryDatabase &history) { return history.observations(keywordId); });
 }
 
 std::vector<SharedSnapshot> StateKeeper::records(const QUuid &keywordId, std::int64_t firstDay,
                                                  size_t most) const
 {
-    auto history = HistoryDatabase::open(m_historyPath);
-    return history ? history->records(keywordId, firstDay, most) : std::vector<SharedSnapshot>();
+    return answer<std::vector<SharedSnapshot>>(
+        [&](HistoryDatabase &history) { return history.records(keywordId, firstDay, most); });
 }
 
 PastRanks StateKeeper::pastRanks(const PastRanks::Question &question) const
@@ -242,17 +306,53 @@ PastRanks StateKeeper::pastRanks(const PastRanks::Question &question) const
     return PastRanks::read(*history, question);
 }
 
+std::vector<KeywordStandings> StateKeeper::standings(const QUuid &keywordId) const
+{
+    return answer<std::vector<KeywordStandings>>(
+        [&](HistoryDatabase &history) { return history.standings(keywordId); });
+}
+
+std::vector<KeywordStandings> StateKeeper::newestStandings(std::span<const QUuid> keywordIds,
+                                                           Date latest) const
+{
+    return answer<std::vector<KeywordStandings>>(
+        [&](HistoryDatabase &history) { return history.newestStandings(keywordIds, latest); });
+}
+
+ListingHistory StateKeeper::listingHistory(const QUuid &appId) const
+{
+    return answer<ListingHistory>(
+        [&](HistoryDatabase &history) { return history.listingHistory(appId); });
+}
+
+WrittenNotes StateKeeper::writtenNotes() const
+{
+    return answer<WrittenNotes>([](HistoryDatabase &history) { return history.writtenNotes(); });
+}
+
 std::optional<PersistenceProblem> StateKeeper::problem() const
 {
     auto problem = m_file.problem();
-    if (!m_historyProblem)
-        return problem;
-    const QString line = QStringLiteral("Older measurements could not be moved out of the state "
-                                        "file, which grows meanwhile. %1")
-                             .arg(*m_historyProblem);
-    if (!problem)
-        return PersistenceProblem{line, PersistenceProblem::Remedy::Dismiss};
-    problem->text += u'\n' + line;
+    const auto add = [&](const QString &line, PersistenceProblem::Remedy remedy) {
+        if (!problem)
+            problem = PersistenceProblem{line, remedy};
+        else
+            *problem = {problem->text + u'\n' + line, std::max(problem->remedy, remedy)};
+    };
+    using Remedy = PersistenceProblem::Remedy;
+    if (m_historyProblem) {
+        add(QStringLiteral("Older measurements could not be moved out of the state file, which "
+                           "grows meanwhile. %1")
+                .arg(*m_historyProblem),
+            Remedy::Dismiss);
+    }
+    if (hasUnsavedEdit() && m_editProblem) {
+        add(QStringLiteral("Notes and tags could not be saved yet. %1").arg(*m_editProblem),
+            Remedy::TryAgain);
+    } else if (m_editProblem) {
+        add(QStringLiteral("Ranks of competitors could not be kept yet. %1").arg(*m_editProblem),
+            Remedy::Dismiss);
+    }
     return problem;
 }
 
@@ -260,6 +360,8 @@ void StateKeeper::dismissNotices()
 {
     m_file.dismissNotices();
     m_historyProblem.reset();
+    if (!hasUnsavedEdit())
+        m_editProblem.reset();
 }
 
 template <class Work>

@@ -21,8 +21,9 @@ struct StateChange {
     /// Dates what is kept aside.
     Date now;
 
-    /// What became of keywords that have days in the history. A removal can be undone until the
-    /// program ends, so the next start is the first to delete anything there.
+    /// What became of keywords, apps and competitors of which the history has something. A removal
+    /// can be undone until the program ends, so the next start is the first to delete anything
+    /// there.
     struct Removals {
         std::vector<QUuid> removed;
         /// Removed before, and there again.
@@ -31,19 +32,22 @@ struct StateChange {
             QUuid from;
             QUuid to;
         };
-        /// Removed before, and their measurements are another's now.
+        /// Removed before, and what they had is another's now.
         std::vector<Joined> joined;
     };
     Removals removals = {};
+    /// What is added to the history, in this order.
+    std::vector<HistoryEdit> edits = {};
 };
 
-/// Owns the state file and the history beside it ("history.sqlite"). A state is saved whole, and
-/// that is all that a change waits for. When the file has become longer than the limit, the oldest
-/// days are copied to the history in steps, and then the file is saved without them: at any moment
-/// each measurement is in one of them, or in both, and where both have a day of a keyword the state
-/// file counts.
+/// Owns the state file and the history beside it ("history.sqlite"). A state is saved whole, then
+/// the history gets what it alone keeps, and that is all that a change waits for. When the file has
+/// become longer than the limit, the oldest days are copied to the history in steps, and then the
+/// file is saved without them: at any moment each measurement is in one of them, or in both, and
+/// where both have a day of a keyword the state file counts.
 ///
-/// A history that fails is said in problem(), and all stays in the state file.
+/// A history that fails is said in problem(), and all stays in the state file; what has no place
+/// there stays in memory and is tried with the next save.
 class StateKeeper
 {
 public:
@@ -60,6 +64,10 @@ public:
     void tidy(StateChange loaded);
     /// Saves a state, with the notes of what was removed before and of what is back behind it.
     void save(StateChange change);
+    /// What the user has written that is in memory alone.
+    [[nodiscard]] bool hasUnsavedEdit() const;
+    /// What edits have changed since the last call.
+    [[nodiscard]] AppliedEdits takeApplied() { return std::exchange(m_applied, {}); }
     /// There is something to do step by step.
     [[nodiscard]] bool hasWork() const;
     /// Does a part of it that takes a tenth of a second or two.
@@ -74,6 +82,11 @@ public:
     [[nodiscard]] std::vector<SharedSnapshot> records(const QUuid &keywordId, std::int64_t firstDay,
                                                       size_t most) const;
     [[nodiscard]] PastRanks pastRanks(const PastRanks::Question &question) const;
+    [[nodiscard]] std::vector<KeywordStandings> standings(const QUuid &keywordId) const;
+    [[nodiscard]] std::vector<KeywordStandings> newestStandings(std::span<const QUuid> keywordIds,
+                                                                Date latest) const;
+    [[nodiscard]] ListingHistory listingHistory(const QUuid &appId) const;
+    [[nodiscard]] WrittenNotes writtenNotes() const;
 
     [[nodiscard]] std::optional<PersistenceProblem> problem() const;
     void dismissNotices();
@@ -86,7 +99,19 @@ private:
         size_t copied = 0;
     };
 
+    /// Whose rows are not to be removed: what the file has.
+    struct Tracked {
+        QList<AppProfile> apps;
+        QList<TrackedKeyword> keywords;
+        QList<TrackedCompetitor> competitors;
+
+        explicit Tracked(const PersistedState &state = {});
+        [[nodiscard]] bool holds(const QUuid &id) const;
+    };
+
     void noteRemovals(const StateChange &change);
+    void applyEdits();
+    void boundEdits();
     void dropRemovalNotes(const StateChange &change);
     void beginMove(StateChange change);
     void copySlice();
@@ -96,6 +121,8 @@ private:
     /// False when it fails; then problem() says why.
     template <class Work>
     bool guarded(Work &&work);
+    template <class Answer, class Question>
+    [[nodiscard]] Answer answer(Question &&question) const;
 
     StateFile m_file;
     QString m_historyPath;
@@ -107,8 +134,11 @@ private:
     /// Saves that go by before the next attempt to move; more after each failure.
     int m_pause = 0;
     int m_patience = 0;
-    /// As they are in the file.
-    QList<TrackedKeyword> m_tracked;
+    /// As it is in the file.
+    Tracked m_tracked;
+    std::vector<HistoryEdit> m_edits;
+    AppliedEdits m_applied;
+    std::optional<QString> m_editProblem;
     bool m_mustSweep = false;
     /// Removed since the start, and not yet for good.
     QSet<QUuid> m_noted;

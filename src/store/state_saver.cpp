@@ -89,6 +89,8 @@ void StateSaver::save(StateChange change)
             append(sum.restored, std::move(change.removals.restored));
             append(sum.joined, std::move(change.removals.joined));
             change.removals = std::move(sum);
+            append(requests.change->edits, std::move(change.edits));
+            change.edits = std::move(requests.change->edits);
         }
         requests.change = std::move(change);
         requests.number = number;
@@ -171,12 +173,44 @@ Task<PastRanks> StateSaver::pastRanks(PastRanks::Question question, std::stop_to
                           std::move(stop));
 }
 
+Task<std::vector<KeywordStandings>> StateSaver::standings(QUuid keywordId, std::stop_token stop)
+{
+    using Found = std::vector<KeywordStandings>;
+    return ask<Found>(
+        [keywordId](const StateKeeper &keeper) { return keeper.standings(keywordId); },
+        std::move(stop));
+}
+
+Task<std::vector<KeywordStandings>> StateSaver::newestStandings(std::vector<QUuid> keywordIds,
+                                                                Date latest, std::stop_token stop)
+{
+    using Found = std::vector<KeywordStandings>;
+    return ask<Found>(
+        [ids = std::move(keywordIds), latest](const StateKeeper &keeper) {
+            return keeper.newestStandings(ids, latest);
+        },
+        std::move(stop));
+}
+
+Task<ListingHistory> StateSaver::listingHistory(QUuid appId, std::stop_token stop)
+{
+    return ask<ListingHistory>(
+        [appId](const StateKeeper &keeper) { return keeper.listingHistory(appId); },
+        std::move(stop));
+}
+
+Task<WrittenNotes> StateSaver::writtenNotes(std::stop_token stop)
+{
+    return ask<WrittenNotes>([](const StateKeeper &keeper) { return keeper.writtenNotes(); },
+                             std::move(stop));
+}
+
 StateSaver::Told StateSaver::look(std::uint64_t tried) const
 {
     const StateFile &file = m_keeper.file();
     return {m_keeper.problem(),
             file.isRead(),
-            file.hasUnsavedChange(),
+            file.hasUnsavedChange() || m_keeper.hasUnsavedEdit(),
             m_keeper.hasHistory(),
             m_keeper.needsTidying(),
             m_keeper.progress(),
@@ -261,8 +295,9 @@ void StateSaver::tellState(std::uint64_t number)
     // Written by this thread alone.
     const std::uint64_t tried = std::max(number, m_tried);
     Told told = look(tried);
-    News news = [this, told = std::move(told), gone = m_keeper.takeMoved()]() mutable {
-        follow(std::move(told), std::move(gone));
+    News news = [this, told = std::move(told), gone = m_keeper.takeMoved(),
+                 applied = m_keeper.takeApplied()]() mutable {
+        follow(std::move(told), std::move(gone), applied);
     };
     tell(std::move(news), tried);
 }
@@ -297,13 +332,15 @@ void StateSaver::takeNews()
     }
 }
 
-void StateSaver::follow(Told told, MovedDays gone)
+void StateSaver::follow(Told told, MovedDays gone, const AppliedEdits &applied)
 {
     m_told = std::move(told);
     if (!gone.snapshots.empty()) {
         Q_EMIT moved(gone);
         free(std::move(gone.snapshots));
     }
+    if (!applied.isEmpty())
+        Q_EMIT this->applied(applied);
     const auto isOver = [this](const Waiting &waiting) {
         return waiting.number <= m_told.tried;
     };

@@ -65,6 +65,11 @@ public:
     Task<std::vector<SharedSnapshot>> records(QUuid keywordId, std::int64_t firstDay, size_t most,
                                               std::stop_token stop);
     Task<PastRanks> pastRanks(PastRanks::Question question, std::stop_token stop);
+    Task<std::vector<KeywordStandings>> standings(QUuid keywordId, std::stop_token stop);
+    Task<std::vector<KeywordStandings>> newestStandings(std::vector<QUuid> keywordIds, Date latest,
+                                                        std::stop_token stop);
+    Task<ListingHistory> listingHistory(QUuid appId, std::stop_token stop);
+    Task<WrittenNotes> writtenNotes(std::stop_token stop);
 
     /// Hands over the last references to measurements: to free many of them takes time, which the
     /// saving thread has.
@@ -87,6 +92,8 @@ Q_SIGNALS:
     void saved();
     /// These are in the history, and in the state file no longer.
     void moved(const veltrix::MovedDays &moved);
+    /// The history has got new standings, or listings have changed.
+    void applied(const veltrix::AppliedEdits &edits);
 
 private:
     /// What the files have to tell, by value.
@@ -135,7 +142,7 @@ private:
     void tell(News news, std::uint64_t tried);
     void tellState(std::uint64_t tried);
     void takeNews();
-    void follow(Told told, MovedDays gone);
+    void follow(Told told, MovedDays gone, const AppliedEdits &applied);
 
     StateKeeper m_keeper;
     Told m_told;
