@@ -30,8 +30,15 @@ ASOStore::ASOStore(Arguments arguments, QObject *parent)
             &ASOStore::historyRefreshErrorChanged);
     connect(m_refreshes.get(), &KeywordRefreshes::isRefreshingHistoryChanged, this,
             &ASOStore::isRefreshingHistoryChanged);
+    connect(&m_saver, &StateSaver::applied, this, [this](const AppliedEdits &edits) {
+        if (!edits.keywords.isEmpty())
+            Q_EMIT standingsKept(edits.keywords.values());
+        if (!edits.listings.isEmpty())
+            Q_EMIT listingsChanged(edits.listings.values());
+    });
     followPersistence();
     m_tasks.own(tidyHistory(m_tasks.token()));
+    m_tasks.own(readWrittenNotes(m_tasks.token()));
 }
 
 ASOStore::~ASOStore() = default;
@@ -86,9 +93,11 @@ SharedSnapshot ASOStore::newestSnapshot(QUuid keywordId) const
     return m_snapshots.newest(keywordId, m_clock->now());
 }
 
-void ASOStore::keepSnapshot(SharedSnapshot snapshot)
+void ASOStore::keepSnapshot(SharedSnapshot snapshot, const QList<ITunesAppResult> &results)
 {
     const QUuid keywordId = snapshot->trackedKeywordId;
+    if (const TrackedKeyword *keyword = m_keywords.find(keywordId))
+        m_edits.push_back(standingsEdit(*snapshot, *keyword, results));
     m_snapshots.store(std::move(snapshot));
     m_rankDays->follow({keywordId});
     Q_EMIT keywordChanged(keywordId);

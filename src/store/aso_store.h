@@ -11,6 +11,7 @@
 #include "model/tracked_competitor.h"
 #include "model/tracked_keyword.h"
 #include "scoring/keyword_pipeline.h"
+#include "store/annotations.h"
 #include "store/keyword_admission.h"
 #include "store/keyword_list.h"
 #include "store/keyword_refreshes.h"
@@ -180,6 +181,38 @@ public:
     Task<std::optional<SavedResults>> savedRankedApps(DashboardKeywordRow row,
                                                       std::stop_token callersStop);
 
+    // What the history beside the state file knows of others. Asked on the saving thread; what a
+    // measurement adds is there when standingsKept() tells. Throws DatabaseError or DecodingError
+    // when the history cannot be read.
+    /// Where others stood in the measurements of a keyword, of all days that were kept, oldest
+    /// first. What lies ahead of the clock is left out.
+    Task<std::vector<KeywordStandings>> standings(QUuid keywordId, std::stop_token stop);
+    /// The newest of each keyword of an app; none of those that have none.
+    Task<std::vector<KeywordStandings>> newestStandings(QUuid appId, std::stop_token stop);
+    /// What was noticed of an own app or a competitor, by its id in apps() or competitors().
+    Task<ListingHistory> listingHistory(QUuid appId, std::stop_token stop);
+
+    // Tags and notes. They are in memory once they were read, which begins with the start; changes
+    // count at once, before that too.
+    /// Ends when they were read. While they cannot be, it waits; persistenceProblem() says why.
+    Task<void> annotationsRead(std::stop_token stop);
+    /// Of a keyword, in the order of the alphabet.
+    [[nodiscard]] QStringList tags(QUuid keywordId) const;
+    /// Of all keywords of an app, in the order of the alphabet, each once.
+    [[nodiscard]] QStringList allTags(QUuid appId) const;
+    /// Puts a tag on keywords, or takes it off. Names that differ by case are one tag. Throws
+    /// StoreError 422 with the tagRefusal() of a name that none can have.
+    void setTag(const QList<QUuid> &keywordIds, const QString &tag, bool isOn);
+    /// Of an app, by their days and then as they were written.
+    [[nodiscard]] QList<AppNote> notes(QUuid appId) const;
+    /// Writes a note, or changes the one with its id; one without an id gets one. The text is
+    /// trimmed. Throws StoreError 422 for a note without a text or with more than mostNoteLength
+    /// characters, and 404 "App not found".
+    AppNote putNote(AppNote note);
+    /// What it removed, for putNote(), which undoes it.
+    std::optional<AppNote> removeNote(QUuid id);
+    static constexpr qsizetype mostNoteLength = 200;
+
     // The state file.
     /// What went wrong with the state file, in words for the user, and what can be done about it.
     /// Empty when all is well.
@@ -226,6 +259,12 @@ Q_SIGNALS:
     void refreshProgressChanged();
     void persistenceProblemChanged();
     void historyMoveChanged();
+    /// standings() of these have become more.
+    void standingsKept(const QList<QUuid> &keywordIds);
+    /// listingHistory() of these is another.
+    void listingsChanged(const QList<QUuid> &appIds);
+    void tagsChanged(const QList<QUuid> &keywordIds);
+    void notesChanged(QUuid appId);
     /// The state was read later than at the start: everything may be another. Follows the signals
     /// of the single lists.
     void stateRead();
@@ -247,7 +286,12 @@ private:
     void followPersistence();
     [[nodiscard]] bool canBeTriedAgain() const;
     Task<void> retryPersistenceEveryMinute(std::stop_token stop);
-    void keepSnapshot(SharedSnapshot snapshot) override;
+    void keepSnapshot(SharedSnapshot snapshot, const QList<ITunesAppResult> &results) override;
+    /// What a measurement of a keyword says of the apps that are watched.
+    [[nodiscard]] KeepStandings standingsEdit(const KeywordSnapshot &snapshot,
+                                              const TrackedKeyword &keyword,
+                                              const QList<ITunesAppResult> &results) const;
+    Task<void> readWrittenNotes(std::stop_token stop);
     static DashboardKeywordRow rowOf(const TrackedKeyword &keyword, const SharedSnapshot &newest);
 
     void renumberApps();
@@ -256,6 +300,7 @@ private:
     void takeCompetitors(IsTaken &&isTaken, RemovedTracking &removed);
     void rememberOwner(QUuid appId, RemovedTracking &removed) const;
     void announceRemoved(const std::vector<Placed<TrackedKeyword>> &keywords);
+    void rejoin(const QUuid &removed, const QUuid &present);
     /// Under which id each app of what was removed is there, or will be.
     [[nodiscard]] QHash<QUuid, QUuid> presentApps(const RemovedTracking &removed) const;
     /// Keywords that others have joined; only their measurements are more.
@@ -276,6 +321,12 @@ private:
     std::optional<HistoryMove> m_announcedMove;
     /// Removed and put back since the last save.
     StateChange::Removals m_removals;
+    /// Since the last save.
+    std::vector<HistoryEdit> m_edits;
+    Annotations m_annotations;
+    /// Why they could not be read, until it is dismissed.
+    std::optional<QString> m_annotationsProblem;
+    std::vector<OneShot<Done>> m_annotationsAwaited;
 
     QList<AppProfile> m_apps;
     KeywordList m_keywords;

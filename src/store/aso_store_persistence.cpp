@@ -26,6 +26,7 @@ void ASOStore::save()
 {
     StateChange change = wholeState();
     change.removals = std::exchange(m_removals, {});
+    change.edits = std::exchange(m_edits, {});
     m_saver.save(std::move(change));
 }
 
@@ -70,7 +71,15 @@ bool ASOStore::saveBeforeEnd()
 
 std::optional<PersistenceProblem> ASOStore::persistenceProblem() const
 {
-    return m_saver.problem();
+    auto problem = m_saver.problem();
+    if (!m_annotationsProblem)
+        return problem;
+    const QString line =
+        QStringLiteral("Notes and tags could not be read. %1").arg(*m_annotationsProblem);
+    if (!problem)
+        return PersistenceProblem{line, PersistenceProblem::Remedy::Dismiss};
+    problem->text += u'\n' + line;
+    return problem;
 }
 
 void ASOStore::retryPersistence()
@@ -91,6 +100,7 @@ void ASOStore::retryPersistence()
             Q_EMIT competitorsChanged();
             Q_EMIT stateRead();
             m_tasks.own(tidyHistory(m_tasks.token()));
+            m_tasks.own(readWrittenNotes(m_tasks.token()));
         }
     }
     followPersistence();
@@ -105,13 +115,16 @@ void ASOStore::beginAnew()
 void ASOStore::dismissPersistenceNotices()
 {
     m_saver.dismissNotices();
+    m_annotationsProblem.reset();
     followPersistence();
 }
 
 void ASOStore::followSaver()
 {
-    if (!std::exchange(m_wasRead, isStateRead()) && m_wasRead)
+    if (!std::exchange(m_wasRead, isStateRead()) && m_wasRead) {
         Q_EMIT stateRead();
+        m_tasks.own(readWrittenNotes(m_tasks.token()));
+    }
     if (m_announcedMove != m_saver.progress()) {
         m_announcedMove = m_saver.progress();
         Q_EMIT historyMoveChanged();
@@ -131,9 +144,9 @@ void ASOStore::followPersistence()
         m_isRetryingPersistence = true;
         m_tasks.own(retryPersistenceEveryMinute(m_tasks.token()));
     }
-    if (m_announcedProblem == m_saver.problem())
+    if (m_announcedProblem == persistenceProblem())
         return;
-    m_announcedProblem = m_saver.problem();
+    m_announcedProblem = persistenceProblem();
     Q_EMIT persistenceProblemChanged();
 }
 

@@ -37,6 +37,7 @@ RemovedTracking ASOStore::removeApp(QUuid id)
     takeKeywords(keywordIds, removed);
     takeCompetitors([&](const TrackedCompetitor &rival) { return rival.appId == id; }, removed);
     removed.apps = takeOut(m_apps, [&](const AppProfile &known) { return known.id == id; });
+    m_removals.removed.push_back(id);
     renumberApps();
     announceRemoved(removed.keywords);
     Q_EMIT appsChanged();
@@ -75,8 +76,10 @@ template <class IsTaken>
 void ASOStore::takeCompetitors(IsTaken &&isTaken, RemovedTracking &removed)
 {
     removed.competitors = takeOut(m_competitors, isTaken);
-    for (const auto &[place, competitor] : removed.competitors)
+    for (const auto &[place, competitor] : removed.competitors) {
         rememberOwner(competitor.appId, removed);
+        m_removals.removed.push_back(competitor.id);
+    }
 }
 
 void ASOStore::rememberOwner(QUuid appId, RemovedTracking &removed) const
@@ -98,8 +101,10 @@ RestoredTracking ASOStore::restore(RemovedTracking removed)
     requireStateRead();
     const QHash<QUuid, QUuid> appIds = presentApps(removed);
     RestoredTracking restored;
-    for (const auto &[place, profile] : removed.apps)
+    for (const auto &[place, profile] : removed.apps) {
         restored.appIds.append(appIds[profile.id]);
+        rejoin(profile.id, appIds[profile.id]);
+    }
     // What came anew meanwhile stays, and what was removed joins it.
     const auto hasOther = [&](const Placed<AppProfile> &placed) {
         return app(appIds[placed.record.id]).has_value();
@@ -124,10 +129,23 @@ RestoredTracking ASOStore::restore(RemovedTracking removed)
         Q_EMIT keywordChanged(id);
     if (hasCompetitors)
         Q_EMIT competitorsChanged();
-    if (!removed.apps.empty() || !restored.keywords.isEmpty() || hasCompetitors)
+    // What came anew meanwhile gets the past of what was removed.
+    const bool hasJoined = !m_removals.joined.empty();
+    if (!removed.apps.empty() || !restored.keywords.isEmpty() || hasCompetitors || hasJoined)
         save();
     m_rankDays->readAgain(joined);
     return restored;
+}
+
+/// What was removed is back, under its own id or as part of what came anew meanwhile.
+void ASOStore::rejoin(const QUuid &removed, const QUuid &present)
+{
+    if (removed == present) {
+        m_removals.restored.push_back(removed);
+        return;
+    }
+    m_removals.joined.push_back({removed, present});
+    m_annotations.join(removed, present);
 }
 
 QHash<QUuid, QUuid> ASOStore::presentApps(const RemovedTracking &removed) const
@@ -168,10 +186,7 @@ QSet<QUuid> ASOStore::restoreKeywords(std::vector<Placed<TrackedKeyword>> keywor
             known = m_keywords.findSame(keyword.appId, keyword.keyword, keyword.country);
         if (known)
             joins.insert(keyword.id, known->id);
-        if (known && known->id != keyword.id)
-            m_removals.joined.push_back({keyword.id, known->id});
-        else
-            m_removals.restored.push_back(keyword.id);
+        rejoin(keyword.id, known ? known->id : keyword.id);
         restored.keywords.append(known ? *known : keyword);
         if (!known)
             back.push_back(std::move(placed));
@@ -192,16 +207,21 @@ QSet<QUuid> ASOStore::restoreKeywords(std::vector<Placed<TrackedKeyword>> keywor
 bool ASOStore::restoreCompetitors(std::vector<Placed<TrackedCompetitor>> competitors,
                                   const QHash<QUuid, QUuid> &appIds)
 {
-    for (auto &[place, competitor] : competitors)
+    std::vector<Placed<TrackedCompetitor>> back;
+    for (Placed<TrackedCompetitor> &placed : competitors) {
+        TrackedCompetitor &competitor = placed.record;
         competitor.appId = appIds.value(competitor.appId, competitor.appId);
-    const auto isThere = [this](const Placed<TrackedCompetitor> &placed) {
-        return std::ranges::any_of(m_competitors, [&](const TrackedCompetitor &known) {
-            return known.id == placed.record.id || known.isSameRivalAs(placed.record);
-        });
-    };
-    std::erase_if(competitors, isThere);
-    putBack(m_competitors, competitors);
-    return !competitors.empty();
+        const auto known =
+            std::ranges::find_if(std::as_const(m_competitors), [&](const TrackedCompetitor &other) {
+                return other.id == competitor.id || other.isSameRivalAs(competitor);
+            });
+        const bool isThere = known != m_competitors.cend();
+        rejoin(competitor.id, isThere ? known->id : competitor.id);
+        if (!isThere)
+            back.push_back(std::move(placed));
+    }
+    putBack(m_competitors, back);
+    return !back.empty();
 }
 
 } // namespace veltrix

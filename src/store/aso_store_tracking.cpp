@@ -77,6 +77,7 @@ void ASOStore::addCompetitor(const ITunesAppResult &result, QUuid appId, QString
             return;
     }
     m_competitors.append(added);
+    m_edits.push_back(BeginWatching{added.id, m_clock->now()});
     Q_EMIT competitorsChanged();
     save();
 }

@@ -174,7 +174,7 @@ TEST_F(ExportingOldDays, WritesThemWithThoseOfTheStateFile)
     const TrackedKeyword keyword = addKeyword("tide");
     constexpr int days = 300;
     measureDaily(keyword, days);
-    ASSERT_TRUE(hasHistory());
+    ASSERT_TRUE(hasMovedDays());
     ASSERT_LT(stateOnDisk().snapshots.size(), days / 2);
     const QJsonArray records = exportedJson(jsonHistory);
     ASSERT_EQ(records.size(), days);

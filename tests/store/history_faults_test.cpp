@@ -25,7 +25,7 @@ protected:
         const TrackedKeyword keyword = addKeyword("moon");
         measureDaily(keyword, days);
         whole = json(allOf(keyword));
-        EXPECT_TRUE(hasHistory());
+        EXPECT_TRUE(hasMovedDays());
         stop();
         return keyword;
     }
@@ -93,7 +93,7 @@ const Damage damages[] = {
      [](const QByteArray &whole) {
          QByteArray newer = whole;
          // The last byte of the version in the header of such a file.
-         newer[63] = 2;
+         newer[63] = 3;
          return newer;
      },
      "A newer Veltrix has written it"}};
@@ -217,7 +217,7 @@ TEST_F(HistoryFaults, NothingMovesOutOfAFileThatSomethingElseHasChanged)
     clock->advance(ASOStore::historyTidyingDelay);
     waitFor(
         [this] { return problem().contains(text("was changed or removed by something else")); });
-    EXPECT_FALSE(hasHistory());
+    EXPECT_FALSE(hasMovedDays());
     EXPECT_EQ(readWholeFile(statePath()), restored);
     EXPECT_EQ(store->snapshots().size(), 60U);
 }
@@ -268,7 +268,7 @@ TEST_F(HistoryFaults, AFullDiskWhileDaysMoveLosesNothingAndItGoesOnWhenThereIsRo
     ASSERT_EQ(lines.size(), 4) << qPrintable(lines.join(u'\n'));
     EXPECT_TRUE(lines[0].contains(text("Older measurements could not be moved")))
         << qPrintable(lines[0]);
-    EXPECT_TRUE(lines[0].contains(text("full"))) << qPrintable(lines[0]);
+    EXPECT_TRUE(lines[0].contains(text("No space left"))) << qPrintable(lines[0]);
     EXPECT_EQ(lines[1], text("all there: 1"));
     EXPECT_EQ(lines[2], text("with room, problem: , all there: 1, within the limit: 1"));
     EXPECT_EQ(lines[3], text("files: history.sqlite state.json"));

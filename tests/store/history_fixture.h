@@ -29,7 +29,13 @@ protected:
         clock->advance(ASOStore::historyTidyingDelay);
     }
     [[nodiscard]] QString historyPath() const { return folder.filePath(text("history.sqlite")); }
-    [[nodiscard]] bool hasHistory() const { return QFileInfo::exists(historyPath()); }
+    [[nodiscard]] bool hasMovedDays() const
+    {
+        if (!QFileInfo::exists(historyPath()))
+            return false;
+        SqliteDatabase database(historyPath());
+        return database.prepare("SELECT 1 FROM observation LIMIT 1").step();
+    }
     [[nodiscard]] std::optional<HistoryDatabase> history() const
     {
         return HistoryDatabase::open(historyPath());

@@ -14,17 +14,19 @@ namespace veltrix
 namespace
 {
 
-TEST_F(HistoryStore, BelowTheLimitThereIsNoHistoryAndTheFileHasTheSameBytes)
+TEST_F(HistoryStore, BelowTheLimitNothingMovesAndTheFileHasTheSameBytes)
 {
     limit = ASOStore::usualStateFileLimit;
     restart();
     const TrackedKeyword keyword = addKeyword("moon");
     measureDaily(keyword, 40);
-    EXPECT_FALSE(hasHistory());
+    EXPECT_FALSE(hasMovedDays());
     EXPECT_EQ(stateBytes(), toJson(PersistedState{store->apps(), store->trackedKeywords(),
                                                   store->snapshots(), store->competitors()}));
     EXPECT_EQ(allOf(keyword).size(), 40U);
-    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList{text("state.json")});
+    // Where others stood, which the file has no place for.
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files),
+              (QStringList{text("history.sqlite"), text("state.json")}));
 }
 
 TEST_F(HistoryStore, AboveItTheOldestDaysMoveAndEverythingIsStillThere)
@@ -38,7 +40,7 @@ TEST_F(HistoryStore, AboveItTheOldestDaysMoveAndEverythingIsStillThere)
         all.push_back(store->newestSnapshot(keyword.id));
         ASSERT_LE(stateBytes().size(), limit);
     }
-    EXPECT_TRUE(hasHistory());
+    EXPECT_TRUE(hasMovedDays());
     EXPECT_LT(store->snapshots().size(), 30U);
     EXPECT_EQ(json(allOf(keyword)), json(all));
     const RankingTimeline timeline = timelineOf(keyword.id);
@@ -234,7 +236,7 @@ TEST_F(HistoryStore, AFileOfAnOlderVersionThatIsTooLongMovesAfterTheStart)
     const TrackedKeyword keyword = addKeyword("moon");
     measureDaily(keyword, 100);
     const QByteArray all = json(allOf(keyword));
-    ASSERT_FALSE(hasHistory());
+    ASSERT_FALSE(hasMovedDays());
     limit = usual;
     stop();
     store = [&] {
@@ -324,7 +326,7 @@ TEST_P(HistoryWalk, KnowsAfterEachStepAndRestartWhatOneWithoutALimitKnows)
     ASSERT_NO_FATAL_FAILURE(requireUnion(model));
     restart();
     ASSERT_NO_FATAL_FAILURE(requireUnion(model));
-    EXPECT_TRUE(hasHistory());
+    EXPECT_TRUE(hasMovedDays());
     EXPECT_EQ(problem(), QString());
 }
 

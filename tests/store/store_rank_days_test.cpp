@@ -118,7 +118,6 @@ TEST_F(StoreRankDays, AreThereAtOnceFromTheStateFile)
     EXPECT_EQ(ranks(keyword).latest(), (RankCheck{today(), 7}));
     EXPECT_EQ(ranks(keyword).before(), (RankCheck{today() - 1, std::nullopt}));
     EXPECT_EQ(ranks(keyword).best(), (RankCheck{today() - 2, 4}));
-    EXPECT_TRUE(ranks(keyword).isWhole());
     EXPECT_EQ(ranks(keyword).movement(), store->latestMovement(keyword.id));
 }
 
