@@ -33,6 +33,8 @@ constexpr std::array<Value, allTokens.size()> table{{
     {0xFFC65C0A, 0xFFF0924A}, // Orange
     {0xFFC73232, 0xFFF0706D}, // Red
     {0xFF2D6BE4, 0xFF6FA1FF}, // Blue
+    {0xFF0E7C80, 0xFF4CC3C4}, // Teal
+    {0xFFB4307E, 0xFFF08AC4}, // Pink
     {0xFF747C87, 0xFF98A1AC}, // Gray
     {0x5C0B0D10, 0x85000000}, // Scrim
     {0x330B0D10, 0x80000000}, // Shadow

@@ -30,6 +30,9 @@ enum class Token {
     Orange,
     Red,
     Blue,
+    /// Lines of charts and tags.
+    Teal,
+    Pink,
     Gray,
     /// Laid over a window while a sheet is open.
     Scrim,
@@ -38,9 +41,10 @@ enum class Token {
 };
 
 inline constexpr std::array allTokens{
-    Token::Window, Token::Surface,  Token::Raised, Token::Text,  Token::Secondary, Token::Hairline,
-    Token::Hover,  Token::Selected, Token::Accent, Token::Green, Token::Yellow,    Token::Orange,
-    Token::Red,    Token::Blue,     Token::Gray,   Token::Scrim, Token::Shadow};
+    Token::Window,   Token::Surface, Token::Raised,   Token::Text,   Token::Secondary,
+    Token::Hairline, Token::Hover,   Token::Selected, Token::Accent, Token::Green,
+    Token::Yellow,   Token::Orange,  Token::Red,      Token::Blue,   Token::Teal,
+    Token::Pink,     Token::Gray,    Token::Scrim,    Token::Shadow};
 
 /// How much of a token's colour lies under a badge or banner, 0 to 1.
 inline constexpr double tintStrength = 0.14;

@@ -56,6 +56,17 @@ std::vector<Pair> pairsInUse(const Tokens &tokens)
             add("badge in a sheet", tokens[badge], composed(tokens.tint(badge), tokens[under]),
                 forShapes);
     }
+    for (const Token line : {Token::Accent, Token::Orange, Token::Teal, Token::Pink, Token::Blue,
+                             Token::Green, Token::Yellow})
+        add("chart line", tokens[line], tokens[Token::Raised], forShapes);
+    for (const Token under : rowBackgrounds) {
+        for (const Token tag :
+             {Token::Accent, Token::Teal, Token::Orange, Token::Pink, Token::Blue, Token::Green}) {
+            const QColor background = composed(tokens.tint(tag), tokens[under]);
+            add("tag", tokens[Token::Text], background, forText);
+            add("dot of a tag", tokens[tag], background, forShapes);
+        }
+    }
     const QColor banner = composed(tokens.tint(Token::Orange), tokens[Token::Surface]);
     add("banner text", tokens[Token::Text], banner, forText);
     add("banner symbol", tokens[Token::Orange], banner, forShapes);
