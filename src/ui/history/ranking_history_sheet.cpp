@@ -28,10 +28,12 @@ constexpr QSize preferredSize{760, 680};
 }
 
 RankingHistorySheet::RankingHistorySheet(ASOStore &store, FileExchange &files,
-                                         const DashboardKeywordRow &keyword, QWidget *parent)
+                                         const DashboardKeywordRow &keyword,
+                                         std::optional<QUuid> competitorId, QWidget *parent)
     : SheetFrame(QStringLiteral("historySheet"), tr("Ranking history"), Body::Scrolled,
                  preferredSize, parent),
-      m_store(store), m_files(files), m_keyword(keyword), m_content(new RankingHistoryContent),
+      m_store(store), m_files(files), m_keyword(keyword), m_competitorId(competitorId),
+      m_content(new RankingHistoryContent),
       m_copy(new FeedbackButton(QStringLiteral("historyCopyImage"), Button::Kind::Standard,
                                 QStringLiteral("doc.on.doc"), tr("Copy as image"), tr("Copied"))),
       m_export(new FeedbackButton(QStringLiteral("historyExport"), Button::Kind::Standard,

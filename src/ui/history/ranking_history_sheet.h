@@ -21,7 +21,9 @@ class RankingHistorySheet final : public SheetFrame
     Q_OBJECT
 
 public:
+    /// With a TrackedCompetitor's id its line is on when the sheet opens, beside the own one.
     RankingHistorySheet(ASOStore &store, FileExchange &files, const DashboardKeywordRow &keyword,
+                        std::optional<QUuid> competitorId = std::nullopt,
                         QWidget *parent = nullptr);
 
 private:
@@ -33,6 +35,7 @@ private:
     ASOStore &m_store;
     FileExchange &m_files;
     DashboardKeywordRow m_keyword;
+    std::optional<QUuid> m_competitorId;
     RankingHistoryContent *m_content;
     FeedbackButton *m_copy;
     FeedbackButton *m_export;
