@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Prints how many days of a month each keyword is observed, for faults of several kinds:
 // veltrix-month [number of seeds]. What a month of daily runs without a window measures and tells:
-// veltrix-month --daily.
+// veltrix-month --daily. What three months notice of listings that change: veltrix-month
+// --compared.
+#include "simulation/compared_months.h"
 #include "simulation/daily_month.h"
 #include "simulation/measuring_month.h"
 
@@ -93,6 +95,43 @@ void printDailyMonth()
                 month.mostDaysByAge);
 }
 
+const char *wordOf(ListingChangeKind kind)
+{
+    switch (kind) {
+    case ListingChangeKind::Name:
+        return "name";
+    case ListingChangeKind::Version:
+        return "version";
+    case ListingChangeKind::Price:
+        return "price";
+    case ListingChangeKind::Icon:
+        return "icon";
+    }
+    return "";
+}
+
+void printComparedMonths()
+{
+    const ComparedMonthsOptions options;
+    const ComparedMonths months = simulateComparedMonths(options);
+    std::printf("Two apps, five competitors, %d keywords, %d days, a start a day. After a change "
+                "%d %% of the\nanswers are old for %.1f days.\n\n",
+                2 * options.keywordsOfEachApp, options.days, options.stalePercent,
+                options.staleAnswers / Seconds(secondsPerDay));
+    std::printf("| %-44s | %3s | %-7s | %-10s | change\n", "app", "day", "new", "storefront");
+    std::printf("|----------------------------------------------|-----|---------|------------|---"
+                "----\n");
+    for (const auto &[app, trackId, day, change] : months.noticed) {
+        std::printf("| %-44s | %3d | %-7s | %-10s | %s → %s\n", qPrintable(app), day,
+                    wordOf(change.kind), qPrintable(change.storefront), qPrintable(change.earlier),
+                    qPrintable(change.later));
+    }
+    std::printf("\nDays with standings: %d of %d. The competitor tracked on day %d stands in them "
+                "from day %d on.\n",
+                months.fewestDaysOfStandings, options.days, dayOfLateRival,
+                months.firstDayOfLateRival);
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -100,6 +139,10 @@ int main(int argc, char **argv)
     const QCoreApplication application(argc, argv);
     if (application.arguments().contains(QStringLiteral("--daily"))) {
         printDailyMonth();
+        return 0;
+    }
+    if (application.arguments().contains(QStringLiteral("--compared"))) {
+        printComparedMonths();
         return 0;
     }
     const int seeds = std::max(1, argc > 1 ? std::atoi(argv[1]) : 10);
