@@ -58,17 +58,15 @@ void runFor(SqliteDatabase &database, std::int64_t first, std::int64_t second,
 ListingRecords::ListingRecords(SqliteDatabase &database)
     : m_database(database),
       m_seen(database.prepare(
-          "SELECT name, version, price, icon FROM listing WHERE app = ?1 AND storefront = ?2"))
+          "SELECT name, version, price, icon FROM listing WHERE app = ?1 AND storefront = ?2")),
+      m_since(database.prepare("SELECT since FROM app WHERE number = ?1"))
 {
 }
 
 bool ListingRecords::begin(std::int64_t app, Date since)
 {
-    SqliteStatement known = m_database.prepare("SELECT since FROM app WHERE number = ?1");
-    known.bind(1, app);
-    if (known.step() && !known.isNull(0))
+    if (sinceOf(app))
         return false;
-    known.reset();
     SqliteStatement note = m_database.prepare("UPDATE app SET since = ?2 WHERE number = ?1");
     note.bind(1, app);
     note.bind(2, referenceSeconds(since));
@@ -141,12 +139,19 @@ std::vector<ListingChange> ListingRecords::changesOf(std::int64_t app)
 ListingHistory ListingRecords::of(std::int64_t app)
 {
     ListingHistory history;
-    SqliteStatement known = m_database.prepare("SELECT since FROM app WHERE number = ?1");
-    known.bind(1, app);
-    if (known.step() && !known.isNull(0))
-        history.since = dateFromReferenceSeconds(known.real(0));
+    history.since = sinceOf(app);
     history.changes = changesOf(app);
     return history;
+}
+
+std::optional<Date> ListingRecords::sinceOf(std::int64_t app)
+{
+    m_since.bind(1, app);
+    std::optional<Date> since;
+    if (m_since.step() && !m_since.isNull(0))
+        since = dateFromReferenceSeconds(m_since.real(0));
+    m_since.reset();
+    return since;
 }
 
 void ListingRecords::remove(std::int64_t app)

@@ -30,11 +30,13 @@ public:
     void join(std::int64_t from, std::int64_t to);
 
 private:
+    [[nodiscard]] std::optional<Date> sinceOf(std::int64_t app);
     [[nodiscard]] std::vector<ListingChange> changesOf(std::int64_t app);
     void keep(std::int64_t app, const ListingFacts &facts, const QString &storefront);
 
     SqliteDatabase &m_database;
     SqliteStatement m_seen;
+    SqliteStatement m_since;
 };
 
 } // namespace veltrix
