@@ -3,6 +3,7 @@
 
 #include "ui_kit/accessibility/cover.h"
 
+#include <QAbstractButton>
 #include <QAccessibleWidget>
 #include <QCoreApplication>
 #include <QKeyEvent>
@@ -34,6 +35,11 @@ public:
         QAccessible::State state = QAccessibleWidget::state();
         if (role() == QAccessible::Dialog)
             state.modal = true;
+        if (const auto *box = qobject_cast<const QAbstractButton *>(widget());
+            box && role() == QAccessible::CheckBox) {
+            state.checkable = true;
+            state.checked = box->isChecked();
+        }
         const QVariant expanded = widget()->property(expandedProperty);
         if (expanded.isValid()) {
             state.expandable = true;
@@ -72,14 +78,14 @@ public:
     [[nodiscard]] QStringList actionNames() const override
     {
         QStringList names = QAccessibleWidget::actionNames();
-        if (role() == QAccessible::Button && widget()->isEnabled())
-            names.prepend(pressAction());
+        if (!ownAction().isEmpty() && widget()->isEnabled())
+            names.prepend(ownAction());
         return names;
     }
 
     void doAction(const QString &actionName) override
     {
-        if (role() != QAccessible::Button || actionName != pressAction()) {
+        if (ownAction().isEmpty() || actionName != ownAction()) {
             QAccessibleWidget::doAction(actionName);
             return;
         }
@@ -89,6 +95,20 @@ public:
             QKeyEvent event(type, Qt::Key_Space, Qt::NoModifier, QStringLiteral(" "));
             if (button && button->isEnabled())
                 QCoreApplication::sendEvent(button, &event);
+        }
+    }
+
+private:
+    /// What the space bar does.
+    [[nodiscard]] QString ownAction() const
+    {
+        switch (role()) {
+        case QAccessible::Button:
+            return pressAction();
+        case QAccessible::CheckBox:
+            return toggleAction();
+        default:
+            return {};
         }
     }
 };
