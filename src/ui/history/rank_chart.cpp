@@ -40,7 +40,7 @@ RankChart::RankChart(QWidget *parent) : QWidget(parent)
     nameControl(this, QStringLiteral("rankChart"), tr("Ranking trend"));
     setAccessibleDescription(
         tr("Rank by day (UTC). Lower rank is better. The keys + and − narrow and widen the days "
-           "that are shown, 0 shows all of them."));
+           "that are shown, 0 shows all of them. N writes a note on the day."));
     setFocusPolicy(Qt::StrongFocus);
     setMouseTracking(true);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
@@ -53,20 +53,20 @@ std::optional<Date> RankChart::inspectedDate() const
     return data().days[*m_selected].date;
 }
 
-void RankChart::setData(RankChartData data)
+void RankChart::setData(ComparedChart data)
 {
     const std::optional<Date> inspected = inspectedDate();
     std::optional<std::pair<Date, Date>> narrowed;
     if (isNarrowed())
-        narrowed = {m_part.days.front().date, m_part.days.back().date};
+        narrowed = {m_part.days().front().date, m_part.days().back().date};
     forgetRankChartAccessibility(*this);
     m_whole = std::move(data);
-    DaySpan shown = wholeRange(m_whole.days.size());
+    DaySpan shown = wholeRange(m_whole.days().size());
     if (narrowed && shown.count > 0) {
         const auto dayOf = [&](Date date) {
             const auto after =
-                std::ranges::upper_bound(m_whole.days, date, {}, &RankingTimeline::Day::date);
-            return size_t(std::max<std::ptrdiff_t>(0, after - m_whole.days.begin() - 1));
+                std::ranges::upper_bound(m_whole.days(), date, {}, &RankingTimeline::Day::date);
+            return size_t(std::max<std::ptrdiff_t>(0, after - m_whole.days().begin() - 1));
         };
         shown = spanBetween(dayOf(narrowed->first), dayOf(narrowed->second), shown.count);
     }
@@ -85,14 +85,12 @@ void RankChart::setShown(const DaySpan &days, std::optional<Date> inspected)
 {
     m_shown = days;
     m_part = {};
-    if (isNarrowed()) {
-        const auto first = m_whole.days.begin() + std::ptrdiff_t(days.first);
-        m_part = rankChartData({first, first + std::ptrdiff_t(days.count)});
-    }
+    if (isNarrowed())
+        m_part = slicedChart(m_whole, days);
     m_checked.clear();
     std::optional<size_t> selected;
     for (size_t day = 0; day < data().days.size(); ++day) {
-        if (data().days[day].observation)
+        if (data().days[day].observation || compared().hasCheck(day))
             m_checked.push_back(day);
         if (data().days[day].date == inspected)
             selected = day;
@@ -100,6 +98,7 @@ void RankChart::setShown(const DaySpan &days, std::optional<Date> inspected)
     m_selected = selected;
     m_geometry.reset();
     update();
+    Q_EMIT marksMoved();
     Q_EMIT shownDaysChanged();
     Q_EMIT selectedDayChanged(m_selected);
 }
@@ -132,7 +131,8 @@ const RankChartGeometry &RankChart::geometryNow() const
 {
     if (!m_geometry || m_geometry->rect != QRectF(rect())) {
         const QFontMetricsF metrics(fontFor(TextStyle::Secondary, font()));
-        m_geometry = layoutRankChart(rect(), metrics, data());
+        m_geometry = layoutRankChart(rect(), metrics, compared());
+        m_layer.reset();
     }
     return *m_geometry;
 }
@@ -149,9 +149,11 @@ void RankChart::paintEvent(QPaintEvent *)
 {
     const Tokens tokens = Tokens::of(this);
     QPainter painter(this);
-    paintRankChart(painter, geometryNow(), fontFor(TextStyle::Secondary, font()), tokens);
+    paintChartGround(painter, geometryNow(), tokens);
+    paintLines(painter, tokens);
+    paintChartTexts(painter, geometryNow(), fontFor(TextStyle::Secondary, font()), tokens);
     if (m_selected)
-        paintInspectedDay(painter, geometryNow(), data(), *m_selected, tokens);
+        paintInspectedDay(painter, geometryNow(), compared(), *m_selected, tokens);
     if (m_drag && m_drag->isMeant)
         paintChosenDays(painter, geometryNow(), m_drag->from, m_drag->to, tokens);
     QStyleOption option;
@@ -160,9 +162,39 @@ void RankChart::paintEvent(QPaintEvent *)
         drawFocusRing(painter, rect(), radius::control, tokens[Token::Accent]);
 }
 
+void RankChart::paintLines(QPainter &painter, const Tokens &tokens)
+{
+    if (geometryNow().rivals.empty()) {
+        paintChartLines(painter, geometryNow(), tokens, m_emphasized);
+        return;
+    }
+    // Sharp in a picture, too, whose scale is another one than the screen's.
+    const qreal scale = painter.deviceTransform().m11();
+    const bool isUsable = m_layer && m_layer->scheme == tokens.scheme() &&
+                          m_layer->emphasized == m_emphasized &&
+                          qFuzzyCompare(m_layer->picture.devicePixelRatio(), scale);
+    if (!isUsable) {
+        QPixmap picture((QSizeF(size()) * scale).toSize());
+        picture.setDevicePixelRatio(scale);
+        picture.fill(Qt::transparent);
+        QPainter lines(&picture);
+        paintChartLines(lines, geometryNow(), tokens, m_emphasized);
+        m_layer = Layer{picture, tokens.scheme(), m_emphasized};
+    }
+    painter.drawPixmap(0, 0, m_layer->picture);
+}
+
+void RankChart::emphasize(std::optional<std::int64_t> line)
+{
+    if (line == m_emphasized)
+        return;
+    m_emphasized = line;
+    update();
+}
+
 QSize RankChart::sizeHint() const
 {
-    return {680, 290};
+    return {680, 270};
 }
 
 QSize RankChart::minimumSizeHint() const
@@ -172,7 +204,10 @@ QSize RankChart::minimumSizeHint() const
 
 void RankChart::inspect(const QPointF &position)
 {
-    setSelectedDay(dayNear(plot(), data(), position));
+    std::vector<const RankChartData *> lines;
+    for (const ComparedLine *line : compared().shownLines())
+        lines.push_back(&line->data);
+    setSelectedDay(dayNear(plot(), lines, position));
 }
 
 void RankChart::mouseMoveEvent(QMouseEvent *event)
@@ -205,7 +240,7 @@ void RankChart::mouseReleaseEvent(QMouseEvent *event)
     const auto from = plot().dayAt(drag->from);
     const auto to = plot().dayAt(drag->to);
     if (from && to)
-        showDays(spanBetween(m_shown.first + *from, m_shown.first + *to, m_whole.days.size()));
+        showDays(spanBetween(m_shown.first + *from, m_shown.first + *to, m_whole.days().size()));
 }
 
 void RankChart::mouseDoubleClickEvent(QMouseEvent *event)
@@ -213,7 +248,18 @@ void RankChart::mouseDoubleClickEvent(QMouseEvent *event)
     if (event->button() != Qt::LeftButton)
         return;
     m_drag.reset();
-    showWholeRange();
+    inspect(event->position());
+    requestNote(m_selected);
+}
+
+void RankChart::requestNote(std::optional<size_t> day)
+{
+    if (!day && !data().days.empty())
+        day = data().days.size() - 1;
+    if (!day)
+        return;
+    setSelectedDay(day);
+    Q_EMIT noteRequested(*day);
 }
 
 void RankChart::wheelEvent(QWheelEvent *event)
@@ -226,7 +272,7 @@ void RankChart::wheelEvent(QWheelEvent *event)
         const auto days = std::int64_t(share * double(m_shown.count));
         if (days != 0) {
             m_turnedAside = 0;
-            showDays(moved(m_shown, -days, m_whole.days.size()));
+            showDays(moved(m_shown, -days, m_whole.days().size()));
         }
         inspect(event->position());
     } else if (!isAside && event->modifiers().testFlag(Qt::ControlModifier)) {
@@ -249,7 +295,7 @@ void RankChart::zoom(double factor, std::optional<size_t> around)
     if (m_shown.count == 0)
         return;
     const size_t anchor = m_shown.first + around.value_or(m_shown.count / 2);
-    showDays(zoomed(m_shown, factor, anchor, m_whole.days.size()));
+    showDays(zoomed(m_shown, factor, anchor, m_whole.days().size()));
 }
 
 void RankChart::leaveEvent(QEvent *)
@@ -268,13 +314,13 @@ void RankChart::step(DayStep step)
         return;
     // Over the edge of what is shown, to the next day of the range that the step means.
     const size_t inRange = m_shown.first + *before;
-    const auto next = stepDay(m_whole, inRange, step);
+    const auto next = stepDay(m_whole.own.data, inRange, step);
     if (!next || *next == inRange)
         return;
     const std::int64_t days =
         std::int64_t(*next) - std::int64_t(isBack ? m_shown.first : m_shown.last());
     if (!m_shown.contains(*next))
-        showDays(moved(m_shown, days, m_whole.days.size()));
+        showDays(moved(m_shown, days, m_whole.days().size()));
     setSelectedDay(*next - m_shown.first);
 }
 
@@ -318,7 +364,8 @@ bool RankChart::narrowByKey(const QKeyEvent &event)
         // All days are shown: the keys scroll what is around.
         if (!isNarrowed())
             return false;
-        showDays(moved(m_shown, event.key() == Qt::Key_PageUp ? -page : page, m_whole.days.size()));
+        showDays(
+            moved(m_shown, event.key() == Qt::Key_PageUp ? -page : page, m_whole.days().size()));
         return true;
     default:
         return false;
@@ -342,17 +389,30 @@ bool RankChart::letGo()
 
 void RankChart::keyPressEvent(QKeyEvent *event)
 {
+    const bool isNote = event->key() == Qt::Key_N && event->modifiers() == Qt::NoModifier;
+    if (isNote) {
+        requestNote(m_selected);
+        return;
+    }
     const bool isTaken =
         event->key() == Qt::Key_Escape ? letGo() : stepByKey(*event) || narrowByKey(*event);
     if (!isTaken)
         QWidget::keyPressEvent(event);
 }
 
+void RankChart::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    Q_EMIT marksMoved();
+}
+
 void RankChart::changeEvent(QEvent *event)
 {
     QWidget::changeEvent(event);
-    if (event->type() == QEvent::FontChange)
+    if (event->type() == QEvent::FontChange) {
         m_geometry.reset();
+        Q_EMIT marksMoved();
+    }
 }
 
 } // namespace veltrix

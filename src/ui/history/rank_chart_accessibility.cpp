@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/history/rank_chart_accessibility.h"
 
+#include "ui/history/compared_text.h"
 #include "ui/history/rank_chart.h"
 
 #include <QAccessibleWidget>
@@ -16,7 +17,8 @@ namespace veltrix
 namespace
 {
 
-/// One check of the chart: "Rank 12" or "Not ranked", with its day as the description.
+/// The checks of a day: "Rank 12" or "Not ranked" of the own app, with the day as the description,
+/// and what others have done on it.
 class CheckInterface final : public QAccessibleInterface
 {
     Q_DECLARE_TR_FUNCTIONS(RankChart)
@@ -45,11 +47,16 @@ public:
             return {};
         if (kind == QAccessible::Name) {
             const auto &check = m_chart->data().days[m_day].observation;
-            return check && check->position ? tr("Rank %1").arg(*check->position)
-                                            : tr("Not ranked");
+            if (!check)
+                return tr("No check saved");
+            return check->position ? tr("Rank %1").arg(*check->position) : tr("Not ranked");
         }
-        if (kind == QAccessible::Description)
+        if (kind == QAccessible::Description) {
+            const ComparedChart &compared = m_chart->compared();
+            if (compared.isCompared() || !compared.marksOf(m_day).empty())
+                return spokenDay(compared, m_day);
             return dayLabel(m_chart->data().days[m_day].date, m_chart->data().days);
+        }
         return {};
     }
     void setText(QAccessible::Text, const QString &) override {}
@@ -141,7 +148,7 @@ public:
     [[nodiscard]] QString text(QAccessible::Text kind) const override
     {
         if (kind == QAccessible::Value)
-            return inspectionText(m_chart->data(), m_chart->selectedDay());
+            return spokenDay(m_chart->compared(), m_chart->selectedDay());
         if (kind == QAccessible::Description)
             return QCoreApplication::translate("RankChart", "Shown: %1. %2")
                 .arg(spanText(m_chart->data().days), m_chart->accessibleDescription());

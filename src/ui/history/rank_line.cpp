@@ -6,6 +6,7 @@
 #include <cmath>
 #include <iterator>
 #include <limits>
+#include <optional>
 #include <span>
 
 namespace veltrix
@@ -23,6 +24,10 @@ constexpr qreal smallestPoint = 5;
 /// Where only some checks have points: their side, and from one to the next.
 constexpr qreal sparsePoint = 7;
 constexpr qreal sparseDistance = 28;
+/// The same of lines that are compared, and by how much the marks of the next line stand aside.
+constexpr qreal comparedPoint = 8;
+constexpr qreal comparedDistance = 64;
+constexpr qreal comparedShift = 0.38 * comparedDistance;
 /// What stays open of a gap between two points beside it.
 constexpr qreal openGap = 3;
 constexpr qreal crossArm = 4;
@@ -98,29 +103,62 @@ QPolygonF polylineOf(const RankPlot &plot, const Run &run)
     return line;
 }
 
+/// How some of the checks are chosen that have points.
+struct Spread {
+    qreal side = sparsePoint;
+    qreal distance = sparseDistance;
+    /// Where lines are compared: points stand at a raster that begins here.
+    std::optional<qreal> raster;
+
+    /// Far enough behind the point before, or where the raster wants one.
+    [[nodiscard]] bool isDue(qreal x, qreal checkBefore, qreal pointBefore) const
+    {
+        if (!raster)
+            return x - pointBefore >= distance;
+        const auto cell = [this](qreal place) {
+            return std::floor((place - *raster) / distance);
+        };
+        return cell(x) != cell(checkBefore);
+    }
+};
+
 /// Points at some checks of a run: its ends where they leave the gap open, and others in between.
-std::vector<QPointF> sparsePoints(const RankPlot &plot, const Run &run)
+std::vector<QPointF> sparsePoints(const RankPlot &plot, const Run &run, const Spread &spread)
 {
-    constexpr qreal clear = sparsePoint + openGap;
+    const qreal clear = spread.side + openGap;
     const qreal left = run.left + (run.gapBefore < clear ? clear / 2 : 0);
     const qreal right = run.right - (run.gapAfter < clear ? clear / 2 : 0);
     std::vector<QPointF> points;
+    qreal before = left;
     for (const RankPoint &check : run.checks) {
         const QPointF place = run.at(plot, check);
         if (place.x() < left || place.x() > right)
             continue;
-        const qreal distance = points.empty() ? sparseDistance : place.x() - points.back().x();
+        const qreal distance = points.empty() ? spread.distance : place.x() - points.back().x();
+        const bool isDue = points.empty() || spread.isDue(place.x(), before, points.back().x());
+        before = place.x();
         const bool isEnd = &check == &run.checks.back();
-        if (distance < sparseDistance && !isEnd)
+        if (!isDue && !isEnd)
             continue;
         // The end of a run takes the place of a point that it would touch, but for the other end.
-        if (distance < clear && points.size() == 1)
+        if (distance < clear && (points.size() == 1 || !isEnd))
             continue;
         if (distance < clear)
             points.pop_back();
         points.push_back(place);
     }
     return points;
+}
+
+std::vector<QPointF> crossesOf(const RankPlot &plot, const RankChartData &data, qreal arm)
+{
+    std::vector<QPointF> crosses;
+    for (const size_t day : data.unranked) {
+        const QPointF place = plot.unrankedMark(day);
+        if (crosses.empty() || place.x() - crosses.back().x() >= 2 * arm + crossGap)
+            crosses.push_back(place);
+    }
+    return crosses;
 }
 
 } // namespace
@@ -134,19 +172,29 @@ RankLine rankLine(const RankPlot &plot, const RankChartData &data)
     for (const Run &run : runsOf(plot, data.points)) {
         line.runs.push_back(polylineOf(plot, run));
         if (isSparse)
-            std::ranges::copy(sparsePoints(plot, run), std::back_inserter(line.points));
+            std::ranges::copy(sparsePoints(plot, run, Spread()), std::back_inserter(line.points));
     }
     if (!isSparse) {
         for (const RankPoint &point : data.points)
             line.points.push_back(plot.at(point.day, point.rank));
     }
     line.crossArm = isSparse ? smallCrossArm : crossArm;
-    for (const size_t day : data.unranked) {
-        const QPointF place = plot.unrankedMark(day);
-        if (line.crosses.empty() ||
-            place.x() - line.crosses.back().x() >= 2 * line.crossArm + crossGap)
-            line.crosses.push_back(place);
+    line.crosses = crossesOf(plot, data, line.crossArm);
+    return line;
+}
+
+RankLine comparedRankLine(const RankPlot &plot, const RankChartData &data, size_t place)
+{
+    RankLine line;
+    line.pointSide = comparedPoint;
+    const qreal shift = std::fmod(double(place) * comparedShift, comparedDistance);
+    const Spread spread{comparedPoint, comparedDistance, plot.area.left() + shift};
+    for (const Run &run : runsOf(plot, data.points)) {
+        line.runs.push_back(polylineOf(plot, run));
+        std::ranges::copy(sparsePoints(plot, run, spread), std::back_inserter(line.points));
     }
+    line.crossArm = plot.column() < leastPointColumn ? smallCrossArm : crossArm;
+    line.crosses = crossesOf(plot, data, line.crossArm);
     return line;
 }
 

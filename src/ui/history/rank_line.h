@@ -20,10 +20,10 @@ struct RankLine {
     /// One polyline for each run of checks that are joined; a single point for a run that shows as
     /// one.
     std::vector<QPolygonF> runs;
-    /// Middles of the hollow points: one for each ranked check, or where days are narrow some of
-    /// them and the ends of runs where they leave the gap open.
+    /// Middles of the marks: one for each ranked check, or where days are narrow some of them and
+    /// the ends of runs where they leave the gap open.
     std::vector<QPointF> points;
-    /// Side of a point.
+    /// Side of a mark.
     qreal pointSide = 0;
     /// Middles of the crosses for checks that found nothing. Those that would touch the one before
     /// share it.
@@ -33,5 +33,9 @@ struct RankLine {
 };
 
 RankLine rankLine(const RankPlot &plot, const RankChartData &data);
+
+/// The same for one of several lines in one plot, the one at that place from 0 on: marks are as far
+/// apart as eight checks of 90 days are, and those of different lines stand at different days.
+RankLine comparedRankLine(const RankPlot &plot, const RankChartData &data, size_t place);
 
 } // namespace veltrix

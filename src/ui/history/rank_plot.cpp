@@ -86,7 +86,8 @@ std::optional<size_t> RankPlot::dayAt(qreal position) const
     return size_t(std::clamp(std::floor(column), 0.0, double(dayCount - 1)));
 }
 
-std::optional<size_t> dayNear(const RankPlot &plot, const RankChartData &data, QPointF pointer)
+std::optional<size_t> dayNear(const RankPlot &plot, const std::vector<const RankChartData *> &lines,
+                              QPointF pointer)
 {
     std::optional<size_t> nearest = plot.dayAt(pointer.x());
     if (!nearest)
@@ -95,14 +96,19 @@ std::optional<size_t> dayNear(const RankPlot &plot, const RankChartData &data, Q
     const size_t last = *plot.dayAt(pointer.x() + pointerReach);
     for (size_t day = *plot.dayAt(pointer.x() - pointerReach); day <= last; ++day) {
         const qreal beside = std::abs(plot.x(day) - pointer.x());
-        if (beside > pointerReach || !hasCheck(data, day))
+        if (beside > pointerReach)
             continue;
-        const QPointF mark = plot.markOf(data, day);
-        const std::pair distance(std::max(beside, pointerWidth), std::abs(mark.y() - pointer.y()));
-        if (least && distance >= *least)
-            continue;
-        least = distance;
-        nearest = day;
+        for (const RankChartData *line : lines) {
+            if (!hasCheck(*line, day))
+                continue;
+            const QPointF mark = plot.markOf(*line, day);
+            const std::pair distance(std::max(beside, pointerWidth),
+                                     std::abs(mark.y() - pointer.y()));
+            if (least && distance >= *least)
+                continue;
+            least = distance;
+            nearest = day;
+        }
     }
     return nearest;
 }

@@ -41,10 +41,11 @@ struct RankPlot {
     [[nodiscard]] std::optional<size_t> dayAt(qreal x) const;
 };
 
-/// The day that a pointer means: that of the nearest check within a few pixels, so that none is too
-/// narrow to be pointed at; else the one whose column it is in. Of checks right under the pointer,
-/// the nearest in height. Nothing when there are no days.
-std::optional<size_t> dayNear(const RankPlot &plot, const RankChartData &data, QPointF pointer);
+/// The day that a pointer means: that of the nearest check of any line within a few pixels, so that
+/// none is too narrow to be pointed at; else the one whose column it is in. Of checks right under
+/// the pointer, the nearest in height. Nothing when there are no days.
+std::optional<size_t> dayNear(const RankPlot &plot, const std::vector<const RankChartData *> &lines,
+                              QPointF pointer);
 
 /// Ways to move the inspected day by keyboard.
 enum class DayStep { Previous, Next, PreviousCheck, NextCheck, First, Last };
