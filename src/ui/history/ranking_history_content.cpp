@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/history/ranking_history_content.h"
 
+#include "ui/history/compare_section.h"
+#include "ui/history/compared_text.h"
+#include "ui/history/mark_row_view.h"
 #include "ui/history/range_control.h"
 #include "ui/history/rank_chart.h"
 #include "ui/history/rank_movement_label.h"
@@ -21,6 +24,8 @@ namespace
 {
 
 constexpr qreal pictureScale = 2;
+/// As wide as what opens there, so that it opens in the middle.
+constexpr int anchorWidth = 340;
 const QString chartSymbol = QStringLiteral("chart.xyaxis.line");
 
 } // namespace
@@ -39,12 +44,15 @@ RankingHistoryContent::RankingHistoryContent(QWidget *parent)
       m_zoomHint(new ElidedLabel(TextStyle::Secondary, TextLabel::Tone::Secondary,
                                  tr("Drag or Ctrl+wheel narrows the days"))),
       m_wholeRange(new Button(Button::Kind::Link, tr("Show all days"))),
-      m_stack(new QStackedWidget), m_chart(new RankChart),
+      m_addNote(new Button(Button::Kind::Standard, QStringLiteral("flag"), tr("Add note"))),
+      m_stack(new QStackedWidget), m_chart(new RankChart), m_marks(nullptr), m_anchor(nullptr),
       m_empty(new EmptyState(QStringLiteral("historyEmpty"))),
-      m_inspection(new TextLabel(TextStyle::Secondary, TextLabel::Tone::Secondary)),
+      m_legendDay(new ElidedLabel(TextStyle::SecondaryMedium, TextLabel::Tone::Text)),
+      m_inspection(new ElidedLabel(TextStyle::Secondary, TextLabel::Tone::Secondary)),
       m_axisNote(
           new TextLabel(TextStyle::Secondary, TextLabel::Tone::Secondary,
                         tr("Lower rank is better") + QStringLiteral(" · ") + tr("Day (UTC)"))),
+      m_section(new CompareSection),
       m_markNote(new TextLabel(TextStyle::Secondary, TextLabel::Tone::Secondary,
                                tr("A red × marks a check that did not find the app: not ranked."))),
       m_incomplete(new TextLabel(TextStyle::Secondary, TextLabel::Tone::Red))
@@ -67,6 +75,66 @@ RankingHistoryContent::RankingHistoryContent(QWidget *parent)
     connect(m_chart, &RankChart::shownDaysChanged, this, &RankingHistoryContent::updateShownDays);
     connect(m_chart, &RankChart::selectedDayChanged, this,
             &RankingHistoryContent::updateInspection);
+    connect(m_chart, &RankChart::marksMoved, this, &RankingHistoryContent::placeMarks);
+    connect(m_section, &CompareSection::turned, this, &RankingHistoryContent::turnLine);
+    connect(m_section, &CompareSection::pointedAt, m_chart, &RankChart::emphasize);
+    connectNotes();
+}
+
+void RankingHistoryContent::connectNotes()
+{
+    connect(m_addNote, &Button::clicked, this, [this] {
+        const auto &days = compared().days();
+        if (days.empty())
+            return;
+        const Date day = m_chart->selectedDay() ? days[*m_chart->selectedDay()].date : m_state.now;
+        const std::int64_t noted = std::min(utcDay(day), utcDay(m_state.now));
+        Q_EMIT noteRequested(noted, anchorAt(noted));
+    });
+    connect(m_chart, &RankChart::noteRequested, this, [this](size_t day) {
+        const std::int64_t noted = utcDay(compared().days()[day].date);
+        Q_EMIT noteRequested(noted, anchorAt(noted));
+    });
+    connect(m_marks, &MarkRowView::dayPressed, this, [this](std::int64_t day) {
+        const auto &days = compared().days();
+        m_chart->setSelectedDay(size_t(day - utcDay(days.front().date)));
+    });
+    connect(m_marks, &MarkRowView::notePressed, this, [this](QUuid id) {
+        const auto note = std::ranges::find(m_state.comparison.notes, id, &AppNote::id);
+        if (note != m_state.comparison.notes.end())
+            Q_EMIT notePressed(id, anchorAt(note->day));
+    });
+}
+
+QWidget *RankingHistoryContent::anchorAt(std::int64_t day)
+{
+    const auto &days = compared().days();
+    const RankPlot &plot = m_chart->plot();
+    qreal x = plot.area.right();
+    if (!days.empty() && day >= utcDay(days.front().date) && day <= utcDay(days.back().date))
+        x = plot.x(size_t(day - utcDay(days.front().date)));
+    const int width = scaledToFont(anchorWidth, font());
+    const QPoint bottom = m_chart->pos() + QPointF(x, plot.area.bottom()).toPoint();
+    m_anchor->setGeometry(bottom.x() - width / 2, bottom.y(), width, m_marks->height());
+    return m_anchor;
+}
+
+void RankingHistoryContent::placeMarks()
+{
+    m_marks->show(m_chart->marks(), m_chart->pos(), compared().days());
+}
+
+void RankingHistoryContent::choose(std::int64_t trackId)
+{
+    m_choice.turn(trackId, true);
+}
+
+void RankingHistoryContent::turnLine(std::int64_t line, bool on)
+{
+    m_choice.turn(line, on);
+    if (!on)
+        m_chart->emphasize(std::nullopt);
+    updateChart();
 }
 
 void RankingHistoryContent::build()
@@ -76,12 +144,15 @@ void RankingHistoryContent::build()
     m_zoomHint->setObjectName(QStringLiteral("historyZoomHint"));
     nameControl(m_wholeRange, QStringLiteral("historyWholeRange"),
                 tr("Show all days of the range"));
+    nameControl(m_addNote, QStringLiteral("historyAddNote"), tr("Add note"));
+    m_addNote->setToolTip(tr("Write a note on the inspected day, or on today (N)"));
     m_markNote->setObjectName(QStringLiteral("historyMarkNote"));
     m_markNote->setWrapping(TextLabel::Wrapping::Wrapped);
     m_incomplete->setObjectName(QStringLiteral("historyIncomplete"));
     m_incomplete->setWrapping(TextLabel::Wrapping::Wrapped);
     m_latest->setObjectName(QStringLiteral("historyLatest"));
     m_inspection->setObjectName(QStringLiteral("historyInspection"));
+    m_legendDay->setObjectName(QStringLiteral("historyLegendDay"));
     m_sample->setBadge({tr("SAMPLE"), Token::Orange});
     m_sample->setObjectName(QStringLiteral("historySample"));
     m_sampleNote->setObjectName(QStringLiteral("historySampleNote"));
@@ -113,6 +184,8 @@ void RankingHistoryContent::build()
     top->addLayout(latest);
 
     auto *below = new QHBoxLayout;
+    below->setSpacing(spacing::m);
+    below->addWidget(m_legendDay);
     below->addWidget(m_inspection, 1);
     below->addWidget(m_axisNote);
     auto *note = new TextLabel(
@@ -129,6 +202,9 @@ void RankingHistoryContent::build()
     chart->setSpacing(0);
     chart->addWidget(rankTitle);
     chart->addWidget(m_chart, 1);
+    m_anchor = new QWidget(chartPage);
+    m_anchor->hide();
+    m_marks = new MarkRowView(chartPage);
     m_stack->addWidget(chartPage);
     m_stack->addWidget(m_empty);
 
@@ -143,9 +219,11 @@ void RankingHistoryContent::build()
     range->addStretch(1);
     range->addWidget(m_zoomHint);
     range->addWidget(m_wholeRange);
+    range->addWidget(m_addNote);
     panel->addLayout(range);
     panel->addWidget(m_stack, 1);
     panel->addLayout(below);
+    panel->addWidget(m_section);
     panel->addWidget(m_markNote);
     panel->addWidget(m_sampleNote);
     panel->addWidget(note);
@@ -154,9 +232,9 @@ void RankingHistoryContent::build()
     layout->addWidget(m_panel);
 }
 
-const RankChartData &RankingHistoryContent::data() const
+const ComparedChart &RankingHistoryContent::compared() const
 {
-    return m_chart->data();
+    return m_chart->compared();
 }
 
 HistoryRange RankingHistoryContent::range() const
@@ -204,8 +282,8 @@ void RankingHistoryContent::updateHeadings()
 
 void RankingHistoryContent::updateChart()
 {
-    RankChartData charted =
-        rankChartData(historyDays(m_state.timeline, m_range->range(), m_state.now));
+    ComparedChart charted = comparedChart(m_state.timeline, m_state.comparison, m_range->range(),
+                                          m_state.now, m_choice);
     // Narrowed to days without a rank, the chart stays: it is the way back.
     const bool isRanked = !charted.isEmpty();
     m_chart->setData(std::move(charted));
@@ -219,8 +297,11 @@ void RankingHistoryContent::updateChart()
                   tr("No saved rank is available for the selected period."));
     else
         m_stack->setCurrentIndex(0);
+    m_section->setProblem(m_state.comparison.problem.value_or(QString()));
+    m_section->setVisible(!m_state.error && hasChecks);
     updateShownDays();
     updateInspection();
+    placeMarks();
     Q_EMIT stateChanged();
 }
 
@@ -229,25 +310,28 @@ void RankingHistoryContent::updateShownDays()
     const bool isNarrowed = m_chart->isNarrowed();
     QString title = rangeTitle(m_range->range());
     if (isNarrowed)
-        title = spanText(data().days);
-    if (isNarrowed && data().isEmpty())
+        title = spanText(compared().days());
+    if (isNarrowed && compared().isEmpty())
         title = tr("%1 · No ranked checks in this range").arg(title);
     const bool isOther = title != m_rangeTitle->text();
     m_rangeTitle->setText(title);
     m_rangeTitle->setAccessibleName(title);
     if (isOther && m_chart->hasFocus())
         announceNameChange(m_rangeTitle);
-    m_markNote->setVisible(hasChart() && !data().unranked.empty());
+    m_markNote->setVisible(hasChart() && compared().own.isOn &&
+                           !compared().own.data.unranked.empty());
     setControlsShown(true);
 }
 
 void RankingHistoryContent::setControlsShown(bool shown)
 {
     const bool isNarrowed = m_chart->isNarrowed();
-    const bool canNarrow = m_chart->data().days.size() > fewestShownDays;
+    const bool canNarrow = compared().days().size() > fewestShownDays;
     m_range->setVisible(shown);
     m_zoomHint->setVisible(shown && hasChart() && canNarrow && !isNarrowed);
     m_wholeRange->setVisible(shown && hasChart() && isNarrowed);
+    m_addNote->setVisible(shown && hasChart());
+    m_section->setControlsShown(shown);
 }
 
 void RankingHistoryContent::showEmpty(const QString &symbol, const QString &title,
@@ -261,8 +345,11 @@ void RankingHistoryContent::updateInspection()
 {
     m_inspection->setVisible(hasChart());
     m_axisNote->setVisible(hasChart());
-    m_inspection->setText(inspectionText(m_chart->data(), m_chart->selectedDay()));
-    m_inspection->setAccessibleName(m_inspection->text());
+    m_inspection->setText(comparedInspection(compared(), m_chart->selectedDay()));
+    m_inspection->setAccessibleName(spokenDay(compared(), m_chart->selectedDay()));
+    m_section->setChart(compared(), m_chart->selectedDay());
+    m_legendDay->setText(legendCaption(compared(), m_chart->selectedDay()));
+    m_legendDay->setVisible(hasChart() && !compared().rivals.empty());
     if (m_chart->selectedDay())
         announceNameChange(m_inspection);
 }

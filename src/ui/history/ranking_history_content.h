@@ -2,7 +2,7 @@
 // The ranking history of one keyword: chart, latest check, range, inspection.
 #pragma once
 
-#include "ui/history/rank_history.h"
+#include "ui/history/compared_history.h"
 
 #include <QImage>
 #include <QWidget>
@@ -14,13 +14,16 @@ namespace veltrix
 
 class BadgeView;
 class Button;
+class CompareSection;
 class EmptyState;
+class MarkRowView;
 class RangeControl;
 class RankChart;
 class RankMovementLabel;
 class TextLabel;
 
-/// Shows a timeline. Everything comes as a value, so previews can show sample data.
+/// Shows a timeline, beside those of competitors. Everything comes as a value, so previews can show
+/// sample data.
 class RankingHistoryContent final : public QWidget
 {
     Q_OBJECT
@@ -36,14 +39,18 @@ public:
         Date now;
         /// Why measurements older than these could not be read; stands above the chart.
         std::optional<QString> missing = std::nullopt;
+        Comparison comparison = {};
     };
 
     explicit RankingHistoryContent(QWidget *parent = nullptr);
 
     void setState(const State &state);
+    /// Turns the line of a competitor on, by its App Store id, and leaves the choice of others to
+    /// the user.
+    void choose(std::int64_t trackId);
 
     /// What is charted now: the range, or the days that it is narrowed to.
-    [[nodiscard]] const RankChartData &data() const;
+    [[nodiscard]] const ComparedChart &compared() const;
     [[nodiscard]] HistoryRange range() const;
     /// There is a chart to copy or export.
     [[nodiscard]] bool hasChart() const;
@@ -53,6 +60,10 @@ public:
 
 Q_SIGNALS:
     void stateChanged();
+    /// The user wants to write a note on a UTC day; `anchor` is where that is done.
+    void noteRequested(std::int64_t day, QWidget *anchor);
+    /// The user wants to change a note.
+    void notePressed(QUuid id, QWidget *anchor);
 
 private:
     void build();
@@ -63,8 +74,14 @@ private:
     void updateShownDays();
     /// What only helps to use the chart, not to read it.
     void setControlsShown(bool shown);
+    void connectNotes();
+    void turnLine(std::int64_t line, bool on);
+    void placeMarks();
+    /// Where what is done about a day is done: below it.
+    QWidget *anchorAt(std::int64_t day);
 
     State m_state;
+    LineChoice m_choice;
     QWidget *m_panel;
     TextLabel *m_rangeTitle;
     TextLabel *m_latestCaption;
@@ -75,11 +92,17 @@ private:
     RangeControl *m_range;
     TextLabel *m_zoomHint;
     Button *m_wholeRange;
+    Button *m_addNote;
     QStackedWidget *m_stack;
     RankChart *m_chart;
+    MarkRowView *m_marks;
+    QWidget *m_anchor;
     EmptyState *m_empty;
+    /// Whose ranks the legend has.
+    TextLabel *m_legendDay;
     TextLabel *m_inspection;
     TextLabel *m_axisNote;
+    CompareSection *m_section;
     TextLabel *m_markNote;
     TextLabel *m_incomplete;
 };
