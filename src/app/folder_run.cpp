@@ -4,6 +4,7 @@
 #include "app/stored_preferences.h"
 #include "app/user_files.h"
 #include "effects/data_locations.h"
+#include "ui/dashboard/history_columns.h"
 #include "ui/dashboard/keyword_export.h"
 #include "ui_kit/text/csv.h"
 
@@ -27,8 +28,18 @@ ExportTables windowTables()
     return {
         .keywordsOfApp = sortedKeywords,
         .table = keywordTable,
-        .historyHeader = keywordHistoryHeader,
-        .history = keywordHistory,
+        .historyHeader =
+            [](const ASOStore &store, const QList<QUuid> &appIds) {
+                return HistoryColumns(store, appIds).titled(keywordHistoryHeader());
+            },
+        .history =
+            [](const ASOStore &store, const QList<QUuid> &appIds, const TrackedKeyword &keyword,
+               const std::vector<SharedSnapshot> &measurements,
+               const std::vector<KeywordStandings> &standings) {
+                return HistoryColumns(store, appIds)
+                    .extended(keywordHistory(keyword, measurements), keyword, measurements,
+                              standings);
+            },
         .toCsv = toCsvRows,
     };
 }

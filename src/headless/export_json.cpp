@@ -2,6 +2,9 @@
 #include "headless/export_json.h"
 
 #include "json/json_writer.h"
+#include "model/rival_app.h"
+
+#include <algorithm>
 
 namespace veltrix
 {
@@ -70,6 +73,28 @@ std::optional<Change> changeOf(const std::optional<RankMovement> &movement)
     return Change{*movement};
 }
 
+/// Where a competitor stood.
+struct Rival {
+    RivalApp app;
+    std::optional<std::int64_t> rank;
+};
+
+std::vector<Rival> rivalsOn(std::int64_t day, const QList<TrackedCompetitor> &competitors,
+                            const QString &storefront,
+                            const std::vector<KeywordStandings> &standings)
+{
+    const auto measured = std::ranges::find(
+        standings, day, [](const KeywordStandings &of) { return utcDay(of.fetchedAt); });
+    std::vector<Rival> rivals;
+    if (measured == standings.end())
+        return rivals;
+    for (const RivalApp &app : rivalApps(competitors, storefront)) {
+        if (const auto standing = standingOf(app, *measured))
+            rivals.push_back({app, standing->rank});
+    }
+    return rivals;
+}
+
 /// The members of one object.
 class Members
 {
@@ -102,6 +127,24 @@ private:
             write(*value);
         else
             m_writer.raw("null");
+    }
+    template <class T>
+    void write(const std::vector<T> &values)
+    {
+        m_writer.put('[');
+        for (size_t i = 0; i < values.size(); ++i) {
+            if (i > 0)
+                m_writer.put(',');
+            write(values[i]);
+        }
+        m_writer.put(']');
+    }
+    void write(const Rival &rival)
+    {
+        Members members(m_writer);
+        members.add("name", rival.app.name);
+        members.add("appStoreId", rival.app.trackId);
+        members.add("rank", rival.rank);
     }
     void write(Date value) { write(CalendarDate::ofTime(value)); }
     /// What no calendar has is missing.
@@ -188,8 +231,16 @@ QByteArray keywordObject(const ASOStore &store, const AppProfile &app,
     return writer.take();
 }
 
-QByteArray measurementObject(const AppProfile &app, const KeywordSnapshot &snapshot)
+QByteArray measurementObject(const ASOStore &store, const AppProfile &app,
+                             const KeywordSnapshot &snapshot,
+                             const std::vector<KeywordStandings> &standings)
 {
+    const std::int64_t day = utcDay(snapshot.fetchedAt);
+    std::vector<QString> notes;
+    for (const AppNote &note : store.notes(app.id)) {
+        if (note.day == day)
+            notes.push_back(note.text);
+    }
     JsonWriter writer;
     {
         Members members(writer);
@@ -197,6 +248,9 @@ QByteArray measurementObject(const AppProfile &app, const KeywordSnapshot &snaps
         members.add("appStoreId", app.trackId);
         forEachField<KeywordSnapshot>(
             [&](const auto &listed) { members.add(listed.key, snapshot.*(listed.member)); });
+        members.add("notes", notes);
+        members.add("competitors",
+                    rivalsOn(day, store.competitorsOfApp(app.id), snapshot.country, standings));
     }
     return writer.take();
 }

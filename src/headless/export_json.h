@@ -14,7 +14,10 @@ QByteArray keywordObject(const ASOStore &store, const AppProfile &app,
                          const TrackedKeyword &keyword);
 
 /// A measurement of one of the app's keywords as the state file has it, but that what is missing is
-/// null, and its date as formatInternetDateTime() writes it.
-QByteArray measurementObject(const AppProfile &app, const KeywordSnapshot &snapshot);
+/// null, and its date as formatInternetDateTime() writes it. After that the texts of the app's
+/// notes of the day, and the competitors that `standings` of the keyword have on it.
+QByteArray measurementObject(const ASOStore &store, const AppProfile &app,
+                             const KeywordSnapshot &snapshot,
+                             const std::vector<KeywordStandings> &standings);
 
 } // namespace veltrix

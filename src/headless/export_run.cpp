@@ -111,28 +111,40 @@ Task<void> ExportRun::giveTable(ExportWish wish, std::stop_token stop)
     co_await m_receiver.take(std::move(text), stop);
 }
 
-QByteArray ExportRun::rowsOf(const AppsKeyword &one,
-                             const std::vector<SharedSnapshot> &measurements, bool json)
+QByteArray ExportRun::rowsOf(const AppsKeyword &one, const QList<QUuid> &appIds,
+                             const std::vector<SharedSnapshot> &measurements,
+                             const std::vector<KeywordStandings> &standings, bool json)
 {
     if (!json)
-        return m_tables.toCsv(m_tables.history(one.keyword, measurements));
+        return m_tables.toCsv(
+            m_tables.history(m_store, appIds, one.keyword, measurements, standings));
     QByteArray rows;
     for (const SharedSnapshot &snapshot : measurements)
-        rows += m_array.next(measurementObject(one.app, *snapshot));
+        rows += m_array.next(measurementObject(m_store, one.app, *snapshot, standings));
     return rows;
 }
 
 Task<void> ExportRun::giveHistory(ExportWish wish, std::stop_token stop)
 {
     const std::vector<AppsKeyword> keywords = wishedKeywords(wish);
-    QByteArray header = wish.json ? QByteArray() : m_tables.toCsv(m_tables.historyHeader());
+    QList<QUuid> appIds;
+    for (const AppsKeyword &one : keywords) {
+        if (!appIds.contains(one.app.id))
+            appIds.append(one.app.id);
+    }
+    QByteArray header =
+        wish.json ? QByteArray() : m_tables.toCsv(m_tables.historyHeader(m_store, appIds));
     co_await m_receiver.take(std::move(header), stop);
     for (const AppsKeyword &one : keywords) {
         std::optional<PageStart> next = PageStart{.size = pageSize};
+        // Before notes are waited for: of a history that cannot be read this says why.
+        const std::vector<KeywordStandings> standings =
+            co_await m_store.standings(one.keyword.id, stop);
+        co_await m_store.annotationsRead(stop);
         // One that is removed meanwhile ends there.
         while (next && m_store.trackedKeyword(one.keyword.id)) {
             const MeasurementPage page = co_await m_store.measurements(one.keyword.id, *next, stop);
-            QByteArray rows = rowsOf(one, page.measurements, wish.json);
+            QByteArray rows = rowsOf(one, appIds, page.measurements, standings, wish.json);
             co_await m_receiver.take(std::move(rows), stop);
             next = page.nextDay ? std::optional(PageStart{*page.nextDay, pageSize}) : std::nullopt;
         }

@@ -22,9 +22,14 @@ struct ExportTables {
     std::function<QList<TrackedKeyword>(const ASOStore &store, QUuid appId)> keywordsOfApp;
     /// One line a keyword, below a header line.
     std::function<QList<QStringList>(const ASOStore &store, const QList<QUuid> &ids)> table;
-    std::function<QList<QStringList>()> historyHeader;
-    std::function<QList<QStringList>(const TrackedKeyword &keyword,
-                                     const std::vector<SharedSnapshot> &measurements)>
+    /// Of the history of keywords of these apps.
+    std::function<QList<QStringList>(const ASOStore &store, const QList<QUuid> &appIds)>
+        historyHeader;
+    /// Measurements of a keyword of one of them, one line each, with where others stood then.
+    std::function<QList<QStringList>(const ASOStore &store, const QList<QUuid> &appIds,
+                                     const TrackedKeyword &keyword,
+                                     const std::vector<SharedSnapshot> &measurements,
+                                     const std::vector<KeywordStandings> &standings)>
         history;
     std::function<QByteArray(const QList<QStringList> &rows)> toCsv;
 };
@@ -75,8 +80,10 @@ private:
     void requireWholeRanks(const std::vector<AppsKeyword> &keywords) const;
     [[nodiscard]] QByteArray csvTable(const std::vector<AppsKeyword> &keywords) const;
     [[nodiscard]] QByteArray jsonTable(const std::vector<AppsKeyword> &keywords) const;
-    [[nodiscard]] QByteArray rowsOf(const AppsKeyword &one,
-                                    const std::vector<SharedSnapshot> &measurements, bool json);
+    /// `appIds` are those of the whole export.
+    [[nodiscard]] QByteArray rowsOf(const AppsKeyword &one, const QList<QUuid> &appIds,
+                                    const std::vector<SharedSnapshot> &measurements,
+                                    const std::vector<KeywordStandings> &standings, bool json);
     Task<void> giveTable(ExportWish wish, std::stop_token stop);
     Task<void> giveHistory(ExportWish wish, std::stop_token stop);
 

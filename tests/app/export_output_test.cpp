@@ -96,7 +96,6 @@ TEST_F(Output, ThatCannotBeWrittenSaysWhere)
 TEST_F(Output, HasTheTablesOfTheWindow)
 {
     const ExportTables tables = windowTables();
-    EXPECT_EQ(tables.historyHeader(), keywordHistoryHeader());
     EXPECT_EQ(tables.toCsv({{QStringLiteral("=1"), QStringLiteral("a,b")}}), "'=1,\"a,b\"\r\n");
 }
 

@@ -24,9 +24,14 @@ inline ExportTables exportTables()
                     rows.append({store.trackedKeyword(id)->keyword});
                 return rows;
             },
-        .historyHeader = [] { return QList<QStringList>{{QStringLiteral("measurement")}}; },
+        .historyHeader =
+            [](const ASOStore &, const QList<QUuid> &) {
+                return QList<QStringList>{{QStringLiteral("measurement")}};
+            },
         .history =
-            [](const TrackedKeyword &keyword, const std::vector<SharedSnapshot> &measurements) {
+            [](const ASOStore &, const QList<QUuid> &, const TrackedKeyword &keyword,
+               const std::vector<SharedSnapshot> &measurements,
+               const std::vector<KeywordStandings> &) {
                 QList<QStringList> rows;
                 for (const SharedSnapshot &snapshot : measurements)
                     rows.append({keyword.keyword, QString::number(snapshot->position.value_or(0))});

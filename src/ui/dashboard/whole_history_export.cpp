@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/dashboard/whole_history_export.h"
 
+#include "ui/dashboard/history_columns.h"
 #include "ui/dashboard/keyword_export.h"
 #include "ui/measuring/measuring_status.h"
 #include "ui_kit/text/csv.h"
@@ -46,13 +47,19 @@ Task<void> WholeHistoryExport::write(QList<TrackedKeyword> keywords, QString pat
     std::optional<QString> problem;
     m_status.say(QString());
     try {
-        FileOutput::Piece header = [] {
-            return toCsvFile(keywordHistoryHeader());
+        QList<QUuid> apps;
+        for (const TrackedKeyword &keyword : keywords) {
+            if (!apps.contains(keyword.appId))
+                apps.append(keyword.appId);
+        }
+        const HistoryColumns columns(m_store, apps);
+        FileOutput::Piece header = [columns] {
+            return toCsvFile(columns.titled(keywordHistoryHeader()));
         };
         co_await file->write(std::move(header), stop);
         for (qsizetype i = 0; i < keywords.size(); ++i) {
             showProgress(i, keywords.size());
-            const auto reason = co_await writeKeyword(keywords[i], file, stop);
+            const auto reason = co_await writeKeyword(keywords[i], columns, file, stop);
             if (!missing)
                 missing = reason;
         }
@@ -74,10 +81,18 @@ Task<void> WholeHistoryExport::write(QList<TrackedKeyword> keywords, QString pat
 }
 
 Task<std::optional<QString>> WholeHistoryExport::writeKeyword(TrackedKeyword keyword,
+                                                              HistoryColumns columns,
                                                               std::shared_ptr<FileOutput> file,
                                                               std::stop_token stop)
 {
     std::optional<QString> missing;
+    std::vector<KeywordStandings> standings;
+    try {
+        standings = co_await m_store.standings(keyword.id, stop);
+    } catch (const Error &error) {
+        throwIfStopped(stop);
+        missing = error.description();
+    }
     std::optional<PageStart> next = PageStart();
     // One that is removed meanwhile ends there.
     while (next && m_store.trackedKeyword(keyword.id)) {
@@ -93,8 +108,10 @@ Task<std::optional<QString>> WholeHistoryExport::writeKeyword(TrackedKeyword key
             });
         }
         next = page.nextDay ? std::optional(PageStart{.firstDay = *page.nextDay}) : std::nullopt;
-        FileOutput::Piece rows = [keyword, measurements = std::move(page.measurements)] {
-            return toCsvRows(keywordHistory(keyword, measurements));
+        FileOutput::Piece rows = [keyword, columns, standings,
+                                  measurements = std::move(page.measurements)] {
+            return toCsvRows(columns.extended(keywordHistory(keyword, measurements), keyword,
+                                              measurements, standings));
         };
         co_await file->write(std::move(rows), stop);
     }

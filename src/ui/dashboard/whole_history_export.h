@@ -11,6 +11,7 @@
 namespace veltrix
 {
 
+class HistoryColumns;
 class MeasuringStatus;
 
 /// Writes such files a page at a time, so that a history of any length needs no more memory than a
@@ -33,8 +34,9 @@ private:
     Task<void> write(QList<TrackedKeyword> keywords, QString path, std::shared_ptr<FileOutput> file,
                      std::stop_token stop);
     /// Gives the reason when days are missing because the history cannot be read.
-    Task<std::optional<QString>>
-    writeKeyword(TrackedKeyword keyword, std::shared_ptr<FileOutput> file, std::stop_token stop);
+    Task<std::optional<QString>> writeKeyword(TrackedKeyword keyword, HistoryColumns columns,
+                                              std::shared_ptr<FileOutput> file,
+                                              std::stop_token stop);
     void showProgress(qsizetype done, qsizetype total);
     void stop();
 
