@@ -5,6 +5,7 @@
 #include "ui/analysis/keyword_analysis_sheet.h"
 #include "ui/competitors/competitors_view.h"
 #include "ui/dashboard/dashboard_page.h"
+#include "ui/gallery/compare_scenes.h"
 #include "ui/gallery/history_scenes.h"
 #include "ui/gallery/listing_scenes.h"
 #include "ui/gallery/research_stage.h"
@@ -242,8 +243,8 @@ void openLongHistory(ResearchStage &made, size_t days)
 std::vector<Scene> sheetScenes()
 {
     std::vector<Scene> scenes;
-    for (const auto &part : {analysisScenes(), historyScenes(), narrowedHistoryScenes(),
-                             rankedAppsScenes(), listingScenes()})
+    for (const auto &part : {analysisScenes(), historyScenes(), compareScenes(),
+                             narrowedHistoryScenes(), rankedAppsScenes(), listingScenes()})
         scenes.insert(scenes.end(), part.begin(), part.end());
     return scenes;
 }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/history/rank_chart_layout.h"
 
-#include "ui/history/rank_pictures.h"
+#include "ui/history/compared_pictures.h"
 
 #include <QImage>
 #include <QPainter>
@@ -25,7 +25,7 @@ QFont fontOf(int pixels)
 
 RankChartGeometry laidOut(const RankChartData &data, QSize size, int pixels = 12)
 {
-    return layoutRankChart(QRectF({0, 0}, size), QFontMetricsF(fontOf(pixels)), data, english);
+    return layoutRankChart(QRectF({0, 0}, size), QFontMetricsF(fontOf(pixels)), {data}, english);
 }
 
 QString textsOf(const std::vector<RankChartLabel> &labels)
@@ -137,6 +137,56 @@ RC_GTEST_PROP(RankChartLayout, KeepsLabelsWholeInsideAndApart, ())
         RC_ASSERT(chart.plot.area.contains(chart.plot.at(point.day, point.rank)));
     for (const size_t day : data.unranked)
         RC_ASSERT(chart.plot.area.contains(chart.plot.unrankedMark(day)));
+}
+
+TEST(ComparedChartLayout, LaysOutEveryLineThatIsOnOnOneScale)
+{
+    LineChoice choice;
+    choice.turn(201, true);
+    choice.turn(203, true);
+    const ComparedChart compared =
+        chartOf("9 8 7",
+                comparisonOf({rival(1, "A"), rival(2, "B"), rival(3, "C")},
+                             standingsOf({{1, "40 2 1"}, {2, "99 1 1"}, {3, "5 x 5"}})),
+                choice);
+    const RankChartGeometry chart =
+        layoutRankChart({0, 0, 680, 290}, QFontMetricsF(fontOf(12)), compared, english);
+    EXPECT_EQ(chart.plot.bottom, 40);
+    ASSERT_EQ(chart.rivals.size(), 2U);
+    EXPECT_EQ(chart.rivals[0].key, 201);
+    EXPECT_EQ(chart.rivals[1].look, rivalLook(2));
+    EXPECT_EQ(chart.rivals[1].line.runs.size(), 2U);
+    EXPECT_EQ(chart.line.runs.size(), 1U);
+}
+
+TEST(ComparedChartLayout, SaysAtALineThatBeginsLaterSinceWhen)
+{
+    const auto laid = [](const char *rivals) {
+        return layoutRankChart(
+            {0, 0, 680, 290}, QFontMetricsF(fontOf(12)),
+            chartOf("9 8 7 6 7 8 9", comparisonOf({rival(1, "A")}, standingsOf({{1, rivals}}))),
+            english);
+    };
+    const RankChartGeometry chart = laid("- - 20 20 20 21 20");
+    EXPECT_EQ(textsOf(chart.beginnings), text("Tracked since Nov 10"));
+    EXPECT_TRUE(chart.plot.area.contains(chart.beginnings[0].rect));
+    EXPECT_NEAR(chart.beginnings[0].rect.left(), chart.plot.x(2), 1);
+    EXPECT_TRUE(laid("20 20 20 20 20 21 20").beginnings.empty());
+}
+
+TEST(ComparedChartLayout, MarksTakeARowBetweenPlotAndDates)
+{
+    Comparison comparison = comparisonOf({}, {});
+    const RankChartGeometry without = layoutRankChart({0, 0, 680, 290}, QFontMetricsF(fontOf(12)),
+                                                      chartOf("9 8 7", comparison), english);
+    comparison.notes = {noteOn(firstPictureDay + 1, "New subtitle")};
+    const RankChartGeometry chart = layoutRankChart({0, 0, 680, 290}, QFontMetricsF(fontOf(12)),
+                                                    chartOf("9 8 7", comparison), english);
+    ASSERT_EQ(chart.marks.size(), 1U);
+    EXPECT_TRUE(without.marks.empty());
+    EXPECT_GT(chart.marks[0].rect.top(), chart.plot.area.bottom());
+    EXPECT_LT(chart.marks[0].rect.bottom(), chart.days[0].rect.top());
+    EXPECT_LT(chart.plot.area.height(), without.plot.area.height() - 15);
 }
 
 } // namespace veltrix

@@ -36,7 +36,7 @@ protected:
             else if (day % 17 == 5)
                 all[day].observation->position.reset();
         }
-        chart->setData(rankChartData(std::move(all)));
+        chart->setData({rankChartData(std::move(all))});
         settle();
     }
     /// Turns the wheel over a place of the chart; sideways if `aside`.
@@ -158,12 +158,16 @@ TEST_F(RankChartNarrowingTest, APressThatHardlyMovesOnlyInspects)
     EXPECT_TRUE(chart->selectedDay());
 }
 
-TEST_F(RankChartNarrowingTest, ADoubleClickShowsAllDaysAgain)
+TEST_F(RankChartNarrowingTest, ADoubleClickAsksForANoteAndLeavesTheDaysAlone)
 {
     show(365);
     chart->showDays({100, 50});
+    QSignalSpy asked(chart, &RankChart::noteRequested);
     QTest::mouseDClick(chart, Qt::LeftButton, {}, over(10).toPoint());
-    EXPECT_FALSE(chart->isNarrowed());
+    EXPECT_TRUE(chart->isNarrowed());
+    ASSERT_EQ(asked.size(), 1);
+    EXPECT_EQ(asked[0][0].value<size_t>(), 10U);
+    EXPECT_EQ(chart->selectedDay(), std::optional<size_t>(10));
 }
 
 TEST_F(RankChartNarrowingTest, KeysNarrowAroundTheInspectedDayAndShowAllAgain)
@@ -245,11 +249,11 @@ TEST_F(RankChartNarrowingTest, NewDataKeepTheDaysThatAreShown)
     const QString day = inspected();
     std::vector<RankingTimeline::Day> later = generatedDays(366, 5, 1'000'000);
     later.erase(later.begin());
-    chart->setData(rankChartData(std::move(later)));
+    chart->setData({rankChartData(std::move(later))});
     EXPECT_EQ(shown(), days);
     EXPECT_EQ(chart->shownDays(), (DaySpan{99, 20}));
     EXPECT_EQ(inspected().left(6), day.left(6));
-    chart->setData(rankChartData({}));
+    chart->setData({rankChartData({})});
     EXPECT_FALSE(chart->isNarrowed());
     EXPECT_TRUE(chart->data().days.empty());
 }
@@ -277,7 +281,7 @@ TEST_F(RankChartNarrowingTest, TenYearsWithGapsAndClockJumpsCanBeNarrowedToADay)
             years[day].observation.reset();
     }
     const RankChartData all = rankChartData(years);
-    chart->setData(all);
+    chart->setData({all});
     for (const size_t day : {size_t(0), size_t(181), size_t(1825), size_t(2500), size_t(3649)}) {
         chart->showWholeRange();
         while (chart->data().days.size() > fewestShownDays) {

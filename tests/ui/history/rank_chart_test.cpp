@@ -26,7 +26,7 @@ protected:
     }
     void show(const char *picture)
     {
-        chart->setData(rankChartData(daysOf(picture)));
+        chart->setData({rankChartData(daysOf(picture))});
         settle();
     }
     QColor pixelAt(QPointF position)
@@ -187,9 +187,9 @@ TEST_F(RankChartTest, NewDataKeepTheInspectedDay)
     chart->setSelectedDay(3);
     std::vector<RankingTimeline::Day> later = daysOf("31 x . 9 8");
     later.erase(later.begin());
-    chart->setData(rankChartData(later));
+    chart->setData({rankChartData(later)});
     EXPECT_EQ(chart->selectedDay(), std::optional<size_t>(2));
-    chart->setData(rankChartData({}));
+    chart->setData({rankChartData({})});
     EXPECT_EQ(chart->selectedDay(), std::nullopt);
 }
 
@@ -253,7 +253,7 @@ TEST_F(RankChartTest, TenYearsOfChecksAreDrawnWithTheirGaps)
     for (size_t day = 0; day < days.size(); ++day)
         days[day].observation->position = 37;
     days[1825].observation->position.reset();
-    chart->setData(rankChartData(std::move(days)));
+    chart->setData({rankChartData(std::move(days))});
     const RankPlot &plot = chart->plot();
     EXPECT_TRUE(hasColorNear(plot.unrankedMark(1825), tokens[Token::Red]));
     EXPECT_EQ(pixelAt(plot.at(1825, 37)), tokens[Token::Window]);
@@ -267,7 +267,7 @@ TEST_F(RankChartTest, ThePointerFindsAnUnrankedCheckOfTenYears)
 {
     std::vector<RankingTimeline::Day> days = generatedDays(3650, 5, 1'000'000);
     days[1825].observation->position.reset();
-    chart->setData(rankChartData(std::move(days)));
+    chart->setData({rankChartData(std::move(days))});
     settle();
     QTest::mouseMove(chart, chart->plot().unrankedMark(1825).toPoint());
     EXPECT_EQ(chart->selectedDay(), std::optional<size_t>(1825));

@@ -239,7 +239,7 @@ TEST(RankHistoryExtremes, APositionThatNoSearchCanGiveIsToldButNotPlotted)
     EXPECT_TRUE(data.unranked.empty()) << "they were not unranked either";
     EXPECT_EQ(data.points[0].segment, data.points[1].segment);
     EXPECT_TRUE(inspectionText(data, 1).endsWith(QStringLiteral(": rank 9223372036854775807")));
-    EXPECT_EQ(historyTable(QStringLiteral("k"), QStringLiteral("US"), data).size(), 7);
+    EXPECT_EQ(historyTable(QStringLiteral("k"), QStringLiteral("US"), {data}).size(), 7);
 }
 
 TEST(RankHistoryExtremes, TheAxisOfAnyNumberIsShort)
@@ -266,7 +266,7 @@ TEST(RankHistoryExtremes, DatesOfNoCalendarLeaveAHistoryThatCanBeShown)
             EXPECT_EQ(std::int64_t(days.size()), dayCount(range));
             const RankChartData data = rankChartData(days);
             EXPECT_EQ(data.points.size(), 1U);
-            EXPECT_EQ(historyTable(QStringLiteral("k"), QStringLiteral("US"), data).size(), 2);
+            EXPECT_EQ(historyTable(QStringLiteral("k"), QStringLiteral("US"), {data}).size(), 2);
             const RankPlot plot{QRectF(40, 0, 600, 200), days.size(), 9};
             const QFontMetricsF metrics{QFont()};
             EXPECT_LE(dayLabels(days, plot, {0, 640, 16}, metrics).size(), 40U);

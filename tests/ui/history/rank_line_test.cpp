@@ -177,4 +177,60 @@ RC_GTEST_PROP(RankLine, HasPointsThatLeaveOneAnotherRoom, ())
         RC_ASSERT(points[i].x() - points[i - 1].x() >= std::min(chart.line.pointSide, 6.0));
 }
 
+TEST(ComparedRankLine, HasAMarkAboutEveryEighthCheckOfNinetyDays)
+{
+    std::vector<RankingTimeline::Day> days = generatedDays(90, 5, 1'000'000);
+    const RankChartData data = rankChartData(std::move(days));
+    const RankPlot plot = plotFor(data, 730);
+    const RankLine line = comparedRankLine(plot, data, 0);
+    EXPECT_NEAR(double(line.points.size()), 90.0 / 8 + 2, 2);
+    EXPECT_EQ(line.points.front(), line.runs.front().front()) << "always at the ends";
+    EXPECT_EQ(line.points.back(), line.runs.back().back());
+}
+
+TEST(ComparedRankLine, MarksTheChecksBesideAGap)
+{
+    std::vector<RankingTimeline::Day> days = generatedDays(90, 5, 1'000'000);
+    days[45].observation->position.reset();
+    const RankChartData data = rankChartData(std::move(days));
+    const RankPlot plot = plotFor(data, 1'400);
+    const RankLine line = comparedRankLine(plot, data, 2);
+    ASSERT_EQ(line.runs.size(), 2U);
+    const auto isMarked = [&](size_t day) {
+        return std::ranges::find(line.points, plot.at(day, data.pointOf(day)->rank)) !=
+               line.points.end();
+    };
+    EXPECT_TRUE(isMarked(44));
+    EXPECT_TRUE(isMarked(46));
+}
+
+TEST(ComparedRankLine, MarksOfOtherLinesStandAtOtherDays)
+{
+    const RankChartData data = rankChartData(generatedDays(90, 5, 1'000'000));
+    const RankPlot plot = plotFor(data, 730);
+    const RankLine one = comparedRankLine(plot, data, 0);
+    const RankLine next = comparedRankLine(plot, data, 1);
+    int shared = 0;
+    for (const QPointF &point : one.points)
+        shared += int(std::ranges::count(next.points, point));
+    EXPECT_LE(shared, 3) << "the ends, and by chance";
+}
+
+RC_GTEST_PROP(ComparedRankLineProperty, MarksDoNotTouchAndLieOnChecks, ())
+{
+    const auto days = *rc::gen::inRange<size_t>(1, 3654);
+    const auto sparsity = *rc::gen::element(2U, 5U, 30U, 300U);
+    const auto place = *rc::gen::inRange<size_t>(0, 13);
+    const RankChartData data =
+        rankChartData(generatedDays(days, *rc::gen::arbitrary<unsigned>(), sparsity));
+    const RankPlot plot = plotFor(data, *rc::gen::inRange(200, 1600));
+    const RankLine line = comparedRankLine(plot, data, place);
+    for (size_t i = 1; i < line.points.size(); ++i)
+        RC_ASSERT(line.points[i - 1].x() < line.points[i].x());
+    for (const QPointF &point : line.points)
+        RC_ASSERT(plot.area.contains(point));
+    RC_ASSERT(line.points.size() <= data.points.size());
+    RC_ASSERT(data.isEmpty() || !line.runs.empty());
+}
+
 } // namespace veltrix

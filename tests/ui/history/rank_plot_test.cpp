@@ -84,11 +84,26 @@ TEST(DayNear, IsTheDayUnderThePointerWhereDaysAreWide)
 {
     const RankChartData data = rankChartData(daysOf("31 x . 9 8 7"));
     const RankPlot plot = plotOf(6, 31);
-    EXPECT_EQ(dayNear(plot, data, {55, 100}), at(0));
-    EXPECT_EQ(dayNear(plot, data, {plot.x(1), 100}), at(1));
-    EXPECT_EQ(dayNear(plot, data, {plot.x(2), 100}), at(2)) << "a day without a check";
-    EXPECT_EQ(dayNear(plot, data, {9000, 100}), at(5));
-    EXPECT_EQ(dayNear(plotOf(0, 31), {}, {100, 100}), std::nullopt);
+    EXPECT_EQ(dayNear(plot, {&data}, {55, 100}), at(0));
+    EXPECT_EQ(dayNear(plot, {&data}, {plot.x(1), 100}), at(1));
+    EXPECT_EQ(dayNear(plot, {&data}, {plot.x(2), 100}), at(2)) << "a day without a check";
+    EXPECT_EQ(dayNear(plot, {&data}, {9000, 100}), at(5));
+    const RankChartData none;
+    EXPECT_EQ(dayNear(plotOf(0, 31), {&none}, {100, 100}), std::nullopt);
+}
+
+TEST(DayNear, IsThatOfTheNearestCheckOfAnyLine)
+{
+    RankChartData own = rankChartData(generatedDays(1825, 3, 1'000'000));
+    RankChartData other = own;
+    const RankPlot plot = plotOf(1825, 250);
+    for (size_t day = 0; day < other.days.size(); ++day) {
+        own.days[day].observation.reset();
+        if (day != 900)
+            other.days[day].observation.reset();
+    }
+    EXPECT_EQ(dayNear(plot, {&own, &other}, {plot.x(900) + 3, 100}), at(900));
+    EXPECT_NE(dayNear(plot, {&own}, {plot.x(900) + 3, 100}), at(900));
 }
 
 TEST(DayNear, IsTheNearestCheckWhereDaysAreTooNarrowToPointAt)
@@ -100,9 +115,9 @@ TEST(DayNear, IsTheNearestCheckWhereDaysAreTooNarrowToPointAt)
     }
     const RankChartData data = rankChartData(std::move(days));
     const RankPlot plot = plotOf(3000, 100);
-    EXPECT_EQ(dayNear(plot, data, {plot.x(500) - 3, 100}), at(500));
-    EXPECT_EQ(dayNear(plot, data, {plot.x(500) + 3.9, 100}), at(500));
-    EXPECT_EQ(dayNear(plot, data, {plot.x(525), 100}), at(525)) << "none is near";
+    EXPECT_EQ(dayNear(plot, {&data}, {plot.x(500) - 3, 100}), at(500));
+    EXPECT_EQ(dayNear(plot, {&data}, {plot.x(500) + 3.9, 100}), at(500));
+    EXPECT_EQ(dayNear(plot, {&data}, {plot.x(525), 100}), at(525)) << "none is near";
 }
 
 TEST(DayNear, TakesTheNearestInHeightOfChecksRightUnderThePointer)
@@ -113,8 +128,8 @@ TEST(DayNear, TakesTheNearestInHeightOfChecksRightUnderThePointer)
     const RankChartData data = rankChartData(std::move(days));
     const RankPlot plot = plotOf(3000, 100);
     const qreal x = plot.x(1501);
-    EXPECT_EQ(dayNear(plot, data, {x, plot.y(8)}), at(1502));
-    EXPECT_NE(dayNear(plot, data, {x, plot.y(80)}), at(1502));
+    EXPECT_EQ(dayNear(plot, {&data}, {x, plot.y(8)}), at(1502));
+    EXPECT_NE(dayNear(plot, {&data}, {x, plot.y(80)}), at(1502));
 }
 
 RC_GTEST_PROP(DayNear, FindsEveryCheckAtItsMarkOrOneThatLooksTheSame, ())
@@ -128,7 +143,7 @@ RC_GTEST_PROP(DayNear, FindsEveryCheckAtItsMarkOrOneThatLooksTheSame, ())
         if (!data.days[day].observation)
             continue;
         const QPointF mark = plot.markOf(data, day);
-        const auto found = dayNear(plot, data, mark);
+        const auto found = dayNear(plot, {&data}, mark);
         RC_ASSERT(found && data.days[*found].observation);
         RC_ASSERT(QLineF(plot.markOf(data, *found), mark).length() <= 0.501);
     }
