@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The ranking chart at ten years: what switching it to all saved checks and a step of the pointer
-// cost, beside the same with a month. Offscreen, so the figures are the program's own and not a
-// display's.
+// cost, beside the same with a month; and with ten lines of a year beside one. Offscreen, so the
+// figures are the program's own and not a display's.
 #include "own_process.h"
 #include "ratio.h"
 #include "ui/history/range_control.h"
@@ -48,14 +48,44 @@ RankingTimeline generatedTimeline(std::int64_t days, Date now)
     return {std::move(checks), now};
 }
 
-/// The history of so many days, as its sheet shows it.
+/// So many competitors that were looked for in every check.
+Comparison generatedComparison(const RankingTimeline &timeline, int rivals)
+{
+    Comparison comparison;
+    comparison.appName = QStringLiteral("Lumen Photo Editor");
+    for (int i = 0; i < rivals; ++i) {
+        TrackedCompetitor competitor;
+        competitor.id = QUuid::createUuid();
+        competitor.trackId = 1'000 + i;
+        competitor.name = QStringLiteral("Competitor %1").arg(i);
+        comparison.competitors.append(competitor);
+    }
+    for (const RankingTimeline::Observation &check : timeline.observations) {
+        KeywordStandings measured;
+        measured.fetchedAt = check.date;
+        const std::int64_t day = utcDay(check.date);
+        for (int i = 0; i < rivals; ++i) {
+            const std::int64_t rank = 1 + (i * 17 + (day * 7919 + day / 3) % 11) % 90;
+            measured.rivals.push_back({comparison.competitors[i].id,
+                                       (day + i) % 37 == 0 ? std::nullopt : std::optional(rank)});
+        }
+        comparison.standings.push_back(measured);
+    }
+    return comparison;
+}
+
+/// The history of so many days, as its sheet shows it, beside so many competitors.
 class History
 {
 public:
-    explicit History(std::int64_t days) : m_days(size_t(days))
+    explicit History(std::int64_t days, int rivals = 0) : m_days(size_t(days))
     {
         const Date now = dateFromUnixSeconds(1'795'262'400);
-        m_content.setState({generatedTimeline(days, now), std::nullopt, false, now});
+        const RankingTimeline timeline = generatedTimeline(days, now);
+        const Comparison comparison = generatedComparison(timeline, rivals);
+        for (const TrackedCompetitor &competitor : comparison.competitors)
+            m_content.choose(competitor.trackId);
+        m_content.setState({timeline, std::nullopt, false, now, std::nullopt, comparison});
         m_content.resize(720, 520);
         m_content.show();
         QCoreApplication::processEvents();
@@ -71,16 +101,26 @@ public:
     void showAll()
     {
         show(HistoryRange::All);
-        require(m_content.data().days.size() == m_days, "all days are charted");
+        require(m_content.compared().days().size() == m_days, "all days are charted");
     }
     /// As a pointer does that moves by a pixel.
     void hover()
     {
-        RankChart &chart = *m_content.findChild<RankChart *>();
-        const QRectF area = chart.plot().area;
-        m_pointer = m_pointer < area.right() - 1 ? m_pointer + 1 : area.left();
-        chart.setSelectedDay(chart.plot().dayAt(m_pointer));
-        paint(chart);
+        step();
+        paint(*m_content.findChild<RankChart *>());
+    }
+    /// The same with all that tells of the day: the legend, and the line below the chart.
+    void hoverAndTell()
+    {
+        step();
+        paint(m_content);
+    }
+    void requireLines(size_t lines)
+    {
+        const auto shown = m_content.compared().shownLines();
+        require(shown.size() == lines, "all lines are charted");
+        for (const ComparedLine *line : shown)
+            require(line->data.points.size() > m_days / 2, "with their ranks");
     }
 
     /// As a notch of the wheel with Ctrl does, and back.
@@ -96,6 +136,13 @@ public:
     }
 
 private:
+    void step()
+    {
+        RankChart &chart = *m_content.findChild<RankChart *>();
+        const QRectF area = chart.plot().area;
+        m_pointer = m_pointer < area.right() - 1 ? m_pointer + 1 : area.left();
+        chart.setSelectedDay(chart.plot().dayAt(m_pointer));
+    }
     void paint(QWidget &widget)
     {
         QPainter painter(&m_picture);
@@ -150,5 +197,15 @@ int main(int argc, char **argv)
     reportStep("narrowing 3,650 days by a notch and back, times 50 ms", "the same beside 30 days",
                seconds([&] { years.narrow(); }, rounds), atOnce,
                timesAsLong([&] { years.narrow(); }, [&] { month.narrow(); }, rounds));
+
+    History ten(365, 9);
+    History one(365);
+    ten.showAll();
+    one.showAll();
+    ten.requireLines(10);
+    one.requireLines(1);
+    reportStep("a step of the pointer over ten lines of 365 days, frames of 16 ms",
+               "the same beside one line", seconds([&] { ten.hoverAndTell(); }, rounds), frame,
+               timesAsLong([&] { ten.hoverAndTell(); }, [&] { one.hoverAndTell(); }, rounds));
     return 0;
 }
