@@ -190,6 +190,31 @@ TEST_F(ExportingOldDays, WritesThemWithThoseOfTheStateFile)
     EXPECT_EQ(row[text("bestRankDay")], dates.constFirst()) << "known from the oldest day";
 }
 
+TEST_F(ExportingOldDays, WritesTheNotesOfTheDayAndWhereCompetitorsStood)
+{
+    const TrackedKeyword keyword = addKeyword("tide");
+    client->results = {appResult(7, "Rival"), appResult(1, "Tideline")};
+    measureDaily(keyword, 1);
+    store->addCompetitor(appResult(7, "Rival"), keyword.appId, text("US"));
+    store->addCompetitor(appResult(8, "Other"), keyword.appId, text("US"));
+    measureDaily(keyword, 1);
+    store->putNote(
+        {QUuid(), keyword.appId, utcDay(clock->now()), text("New subtitle"), clock->now()});
+    finishMoving();
+    const QJsonArray records = exportedJson(jsonHistory);
+    ASSERT_EQ(records.size(), 2);
+    const QJsonObject first = records.at(0).toObject();
+    EXPECT_TRUE(first[text("notes")].toArray().isEmpty());
+    EXPECT_TRUE(first[text("competitors")].toArray().isEmpty()) << "they were not tracked then";
+    const QJsonObject last = records.at(1).toObject();
+    EXPECT_EQ(last[text("notes")].toArray(), QJsonArray{text("New subtitle")});
+    const QJsonArray competitors{
+        QJsonObject{{text("name"), text("Rival")}, {text("appStoreId"), 7}, {text("rank"), 1}},
+        QJsonObject{
+            {text("name"), text("Other")}, {text("appStoreId"), 8}, {text("rank"), QJsonValue()}}};
+    EXPECT_EQ(last[text("competitors")].toArray(), competitors);
+}
+
 TEST_F(Exporting, OfWhatIsNotTrackedIsRefused)
 {
     addKeyword("tide");

@@ -99,9 +99,11 @@ TEST_F(DashboardFilesTest, ExportsTheWholeHistoryOneLineASnapshot)
     EXPECT_EQ(lines.size(), 1 + int(store().snapshots().size()) + 1);
     EXPECT_EQ(lines[0], QStringLiteral("Keyword,Storefront,Measured at (UTC),Position,Popularity "
                                        "(est.),Difficulty (est.),Competition,Opportunity,Target,"
-                                       "Popularity model,Scoring model"));
+                                       "Popularity model,Scoring model,Notes,Rank of Rival 1,"
+                                       "Rank of Rival 2,Rank of Rival 3,Rank of Rival 4,"
+                                       "Rank of Rival 5"));
     EXPECT_EQ(lines[1], QStringLiteral("bildbearbeitung,DE,2026-11-20 12:00:00,19,37,47,,62,"
-                                       "Supporting,popularity-7,quorvin-opportunity-v1"));
+                                       "Supporting,popularity-7,quorvin-opportunity-v1,,,,,,"));
     EXPECT_TRUE(lines[2].startsWith(QStringLiteral("bildbearbeitung,DE,2026-11-21 09:50:00,18,")));
 }
 

@@ -376,7 +376,7 @@ TEST_F(ComparedSheetTest, TabGoesFromTheRangeOverNotesAndLegendToTheButtons)
         stops << QApplication::focusWidget()->objectName();
     }
     EXPECT_EQ(stops.mid(0, 3),
-              (QStringList{text("historyAddNote"), text("rankChart"), text("historyMark1")}));
+              (QStringList{text("historyAddNote"), text("rankChart"), text("historyMark0")}));
     EXPECT_EQ(stops[3], text("historyLine0"));
     EXPECT_LT(stops.indexOf(text("historyLine0")), stops.indexOf(text("historyCopyImage")));
 }
@@ -430,6 +430,29 @@ TEST_F(ComparedSheetTest, TheExportHasNotesAndRanksOfCompetitorsBehindTheOwnColu
         rows, [](const QStringList &row) { return row.value(6) == text("New screenshots"); });
     ASSERT_NE(noted, rows.end());
     EXPECT_EQ((*noted)[2], text("2026-11-19"));
+}
+
+TEST_F(ComparedSheetTest, TheExportOfTheWholeHistoryHasThemToo)
+{
+    measure({3, 0});
+    store().putNote({QUuid(), appId(), utcDay(rivals().clock->now()), text("New, bold subtitle"),
+                     rivals().clock->now()});
+    page().exportHistory();
+    waitFor([this] { return !world->files.saved.isEmpty(); });
+    QList<QStringList> rows;
+    for (const TextRow &row : rowsOfText(textOfFile(world->files.saved))) {
+        if (rows.isEmpty() || row.cells.value(0) == text("collage maker"))
+            rows << row.cells;
+    }
+    EXPECT_EQ(rows[0].mid(10, 4),
+              (QStringList{text("Scoring model"), text("Notes"), text("Rank of Grainy"),
+                           text("Rank of Dovetail Cam")}));
+    EXPECT_EQ(rows.back().mid(11, 3),
+              (QStringList{text("New, bold subtitle"), text("Not ranked"), text("Not ranked")}));
+    EXPECT_EQ(rows[rows.size() - 2].mid(11, 2), (QStringList{QString(), text("3")}));
+    EXPECT_EQ(rows[1].mid(11),
+              (QStringList{QString(), QString(), QString(), QString(), QString(), QString()}))
+        << "nothing is known of days before";
 }
 
 TEST_F(ComparedSheetTest, TheCopiedPictureHasNeitherTheButtonNorLinesThatAreOff)
