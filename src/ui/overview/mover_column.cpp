@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/overview/mover_column.h"
 
+#include "ui_kit/table/cell_parts.h"
 #include "ui_kit/text/shown_text.h"
 #include "ui_kit/text/storefronts.h"
 #include "ui_kit/theme/typography.h"
-#include "ui_kit/widgets/artwork_images.h"
-#include "ui_kit/widgets/badge.h"
 #include "ui_kit/widgets/position_badge.h"
 
 #include <QCoreApplication>
@@ -26,40 +25,9 @@ struct Texts {
 
 using Info = Column<Mover, MoverColumn>;
 
-constexpr qreal badgeGap = 7;
-constexpr int iconSide = 20;
-
 QString keywordSentence(const Mover &mover)
 {
     return Texts::tr("%1, %2").arg(inSentence(mover.keyword), storefrontName(mover.country));
-}
-
-void paintKeyword(const CellPainting &cell, const Mover &mover)
-{
-    const QFont font = fontFor(TextStyle::Body, cell.base());
-    const QSizeF badge = codeBadgeSize(mover.country, cell.base());
-    const qreal room = std::max(0.0, cell.content.width() - badge.width() - badgeGap);
-    const qreal width =
-        std::min(std::ceil(QFontMetricsF(font).horizontalAdvance(mover.keyword)), room);
-    QRectF text = cell.content;
-    text.setWidth(width);
-    paintCellText(cell, text, mover.keyword, font, cell.tokens[Token::Text]);
-    const QPointF corner(text.right() + badgeGap,
-                         std::round(text.center().y() - badge.height() / 2));
-    paintCodeBadge(cell.painter, QRectF(corner, badge), mover.country, cell.tokens, cell.base());
-}
-
-void paintApp(const CellPainting &cell, const Mover &mover)
-{
-    const int side = scaledToFont(iconSide, cell.base());
-    const QRectF icon(cell.content.x(), std::round(cell.content.center().y() - side / 2.0), side,
-                      side);
-    const QImage image = mover.icon ? cell.images->image(*mover.icon) : QImage();
-    paintArtwork(cell.painter, icon, image, QStringLiteral("app.dashed"), cell.tokens);
-    QRectF text = cell.content;
-    text.setLeft(std::min(text.right(), icon.right() + spacing::s));
-    paintCellText(cell, text, shownLine(mover.appName), fontFor(TextStyle::Body, cell.base()),
-                  cell.tokens[Token::Text]);
 }
 
 /// Entries and departures lead, then who moved furthest.
@@ -98,7 +66,8 @@ constexpr std::array columns{
                           }},
         .accessibleText = keywordSentence,
         .toolTip = keywordSentence,
-        .paint = paintKeyword,
+        .paint = [](const CellPainting &cell,
+                    const Mover &mover) { paintTextWithCode(cell, mover.keyword, mover.country); },
     },
     Info{
         .column = MoverColumn::App,
@@ -109,7 +78,10 @@ constexpr std::array columns{
         .text = [](const Mover &mover) { return shownLine(mover.appName); },
         .accessibleText = [](const Mover &mover) { return inSentence(mover.appName); },
         .toolTip = [](const Mover &mover) { return shownLine(mover.appName); },
-        .paint = paintApp,
+        .paint =
+            [](const CellPainting &cell, const Mover &mover) {
+                paintIconWithText(cell, mover.icon, shownLine(mover.appName), Token::Text);
+            },
     },
     Info{
         .column = MoverColumn::Before,

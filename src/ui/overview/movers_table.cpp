@@ -5,9 +5,6 @@
 #include "ui_kit/table/table_header.h"
 #include "ui_kit/theme/typography.h"
 
-#include <QKeyEvent>
-#include <QMouseEvent>
-
 #include <algorithm>
 #include <numeric>
 
@@ -15,13 +12,15 @@ namespace veltrix
 {
 
 MoversTable::MoversTable(MoversModel &model, ArtworkImages &images, QWidget *parent)
-    : TallTable(model, RowHeight::OneLine, &images, parent), m_model(model)
+    : OpenableTable(model, RowHeight::OneLine, &images, parent), m_model(model)
 {
     nameControl(this, QStringLiteral("movers"), tr("Movers"));
     nameControl(&header(), QStringLiteral("moversHeader"), tr("Columns"));
     header().setSortIndicator(m_model.sortColumn(), m_model.sortOrder());
     setSortingEnabled(true);
     setSelectionMode(ExtendedSelection);
+    connect(this, &OpenableTable::rowOpened, this,
+            [this](int row) { Q_EMIT opened(m_model.entryAt(row).id); });
 }
 
 void MoversTable::fitColumns()
@@ -49,36 +48,6 @@ void MoversTable::fitColumns()
             header().resizeSection(column, width);
     }
     fillWidth(int(MoverColumn::Keyword));
-}
-
-void MoversTable::open(const QModelIndex &index)
-{
-    if (index.isValid())
-        Q_EMIT opened(m_model.entryAt(index.row()).id);
-}
-
-void MoversTable::keyPressEvent(QKeyEvent *event)
-{
-    const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (isEnter && !event->isAutoRepeat())
-        open(currentIndex());
-    else if (!isEnter)
-        TallTable::keyPressEvent(event);
-}
-
-void MoversTable::mouseDoubleClickEvent(QMouseEvent *event)
-{
-    if (event->button() == Qt::LeftButton)
-        open(indexAt(event->position().toPoint()));
-}
-
-void MoversTable::focusInEvent(QFocusEvent *event)
-{
-    TallTable::focusInEvent(event);
-    // Who comes by keyboard sees where he is.
-    if (event->reason() != Qt::MouseFocusReason && !currentIndex().isValid() &&
-        m_model.rowCount() > 0)
-        setCurrentIndex(m_model.index(0, 0));
 }
 
 } // namespace veltrix

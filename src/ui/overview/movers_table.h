@@ -3,12 +3,12 @@
 #pragma once
 
 #include "ui/overview/movers_model.h"
-#include "ui_kit/table/tall_table.h"
+#include "ui_kit/table/openable_table.h"
 
 namespace veltrix
 {
 
-class MoversTable final : public TallTable
+class MoversTable final : public OpenableTable
 {
     Q_OBJECT
 
@@ -20,14 +20,9 @@ Q_SIGNALS:
     void opened(QUuid keywordId);
 
 protected:
-    void keyPressEvent(QKeyEvent *event) override;
-    void mouseDoubleClickEvent(QMouseEvent *event) override;
-    void focusInEvent(QFocusEvent *event) override;
     void fitColumns() override;
 
 private:
-    void open(const QModelIndex &index);
-
     MoversModel &m_model;
 };
 
