@@ -85,8 +85,13 @@ std::vector<QRect> CardGrid::places(int width) const
 {
     const int count = int(m_cards.size());
     int least = leastWidth();
-    if (m_width == Width::OfTheCards && count > 0)
-        least = std::max(least, (width - (count - 1) * spacing::m) / count);
+    if (m_width == Width::OfTheCards && count > 0) {
+        // As many in each row: four cards that don't fit abreast stand two by two.
+        const int most = std::min(count, columnsIn(width, least, spacing::m));
+        const int rows = (count + most - 1) / most;
+        const int abreast = (count + rows - 1) / rows;
+        least = std::max(least, (width - (abreast - 1) * spacing::m) / abreast);
+    }
     const auto layOut = [&](int height) {
         return layoutCards(width, count, least, height, spacing::m);
     };
