@@ -18,9 +18,10 @@ namespace
 
 constexpr qreal trophyGap = 6;
 
-TextStyle rankStyle(const PositionBadge &badge)
+TextStyle rankStyle(const PositionBadge &badge, PositionWeight weight)
 {
-    return badge.position ? TextStyle::BodySemibold : TextStyle::Body;
+    return badge.position && weight == PositionWeight::Strong ? TextStyle::BodySemibold
+                                                              : TextStyle::Body;
 }
 
 } // namespace
@@ -105,9 +106,9 @@ PositionGeometry layoutPosition(const QRectF &rect, const QFontMetricsF &rank,
 
 void paintPosition(QPainter &painter, const QRectF &rect, const PositionBadge &badge,
                    const std::optional<RankMovement> &movement, const Tokens &tokens,
-                   const QFont &base)
+                   const QFont &base, PositionWeight weight)
 {
-    const QFont rank = fontFor(rankStyle(badge), base);
+    const QFont rank = fontFor(rankStyle(badge, weight), base);
     const QFont moved = fontFor(TextStyle::SecondaryMedium, base);
     const QFontMetricsF movedMetrics(moved);
     const QString label = movement ? movement->label() : QString();

@@ -50,9 +50,11 @@ struct PositionGeometry {
 PositionGeometry layoutPosition(const QRectF &rect, const QFontMetricsF &rank,
                                 const PositionBadge &badge, const QFontMetricsF &moved,
                                 qreal movement);
-/// `base` is the body font.
+enum class PositionWeight { Strong, Regular };
+
+/// `base` is the body font. A missing rank is never strong.
 void paintPosition(QPainter &painter, const QRectF &rect, const PositionBadge &badge,
                    const std::optional<RankMovement> &movement, const Tokens &tokens,
-                   const QFont &base);
+                   const QFont &base, PositionWeight weight = PositionWeight::Strong);
 
 } // namespace veltrix
