@@ -13,6 +13,7 @@
 #include <functional>
 #include <iterator>
 #include <memory>
+#include <optional>
 
 namespace veltrix
 {
@@ -84,6 +85,8 @@ protected:
     };
 
     [[nodiscard]] virtual bool isShown(const Entry & /*entry*/) const { return true; }
+    /// Of the entries that pass, so many are shown, the first in the order in use; none for all.
+    [[nodiscard]] virtual std::optional<size_t> mostShown() const { return std::nullopt; }
     /// The order of entries that the column in use does not part; strict, so that it is the same
     /// each time.
     [[nodiscard]] virtual bool comesFirstOfEquals(const Entry &left, const Entry &right) const = 0;
@@ -139,7 +142,10 @@ private:
     [[nodiscard]] Rows shown() const
     {
         Rows rows;
+        const std::optional<size_t> most = mostShown();
         for (const auto &kept : m_entries) {
+            if (most && rows.size() >= *most)
+                break;
             if (isShown(kept->entry))
                 rows.push_back(kept.get());
         }
