@@ -2,6 +2,7 @@
 #include "ui/competitors/competitor_research_detail.h"
 
 #include "store/aso_store.h"
+#include "ui/competitors/comparison_panel.h"
 #include "ui/competitors/keyword_coverage_panel.h"
 #include "ui/listing/app_header.h"
 #include "ui/listing/screenshot_strip.h"
@@ -28,7 +29,10 @@ constexpr int standardControlHeight = 30;
 /// Below this width the keywords stand under the listing instead of beside it.
 constexpr int twoColumnWidth = 860;
 constexpr int keywordColumnWidth = 420;
-constexpr int leastFigureWidth = 160;
+/// Below this the change log stands under the shared keywords.
+constexpr int logBesideWidth = 960;
+/// Four of them stand abreast where the change log stands beside the shared keywords.
+constexpr int leastFigureWidth = 216;
 
 Figure figure(const QString &caption, const QString &value, const QString &symbol)
 {
@@ -85,6 +89,7 @@ void CompetitorResearchDetail::showOwnApp()
     const auto own = m_research.ownTrackId();
     m_header->setOwn(own == selection().trackId);
     m_track->setApp(*m_research.app().value(), selection().country, m_research.appId());
+    m_comparison->setApp(m_research.appId());
     m_similar->setOwnApp(own);
     m_keywords->setApp(m_research.appId());
 }
@@ -115,6 +120,7 @@ QWidget *CompetitorResearchDetail::makePage(const ITunesAppResult &app)
         makeColumn(spacing::l, content, {spacing::xxl, spacing::l + 2, spacing::xxl, spacing::xxl});
     layout->addWidget(makeHeader(app));
     layout->addWidget(makeFigures(app));
+    layout->addWidget(makeComparison(app));
     m_columns = makeRow(spacing::xl);
     m_columns->addWidget(makeListing(app), 1);
     m_columns->addWidget(m_keywords);
@@ -166,6 +172,17 @@ QWidget *CompetitorResearchDetail::makeFigures(const ITunesAppResult &app)
     return grid;
 }
 
+QWidget *CompetitorResearchDetail::makeComparison(const ITunesAppResult &app)
+{
+    ITunesAppResult rival = app;
+    rival.trackId = selection().trackId;
+    m_comparison =
+        new ComparisonPanel(m_context.store, m_context.images, rival, m_research.appId());
+    connect(m_comparison, &ComparisonPanel::historyRequested, this,
+            &CompetitorResearchDetail::historyRequested);
+    return m_comparison;
+}
+
 QWidget *CompetitorResearchDetail::makeListing(const ITunesAppResult &app)
 {
     auto *listing = new QWidget;
@@ -213,6 +230,8 @@ void CompetitorResearchDetail::arrangeColumns()
     const auto scaled = [this](int width) {
         return width * controlHeight(font()) / standardControlHeight;
     };
+    m_comparison->placeLog(width() >= scaled(logBesideWidth) ? ComparisonPanel::Log::Beside
+                                                             : ComparisonPanel::Log::Below);
     const bool isWide = width() >= scaled(twoColumnWidth);
     m_columns->setDirection(isWide ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
     m_keywords->setMinimumWidth(isWide ? scaled(keywordColumnWidth) : 0);

@@ -13,6 +13,7 @@ namespace veltrix
 {
 
 class AppHeader;
+class ComparisonPanel;
 class FigureTile;
 class KeywordCoveragePanel;
 class LoadableView;
@@ -41,6 +42,8 @@ Q_SIGNALS:
     void backRequested();
     /// The app is loaded and called that.
     void named(const QString &name);
+    /// The ranking history of a keyword is wanted, with the line of that competitor.
+    void historyRequested(const DashboardKeywordRow &keyword, QUuid competitorId);
     /// Another app is to be researched.
     void opened(std::int64_t trackId, const QString &name);
 
@@ -51,6 +54,7 @@ private:
     void showState();
     [[nodiscard]] QWidget *makePage(const ITunesAppResult &app);
     [[nodiscard]] QWidget *makeHeader(const ITunesAppResult &app);
+    [[nodiscard]] QWidget *makeComparison(const ITunesAppResult &app);
     [[nodiscard]] QWidget *makeFigures(const ITunesAppResult &app);
     [[nodiscard]] QWidget *makeListing(const ITunesAppResult &app);
     [[nodiscard]] Figure coverageFigure();
@@ -63,6 +67,7 @@ private:
     QBoxLayout *m_columns = nullptr;
     AppHeader *m_header = nullptr;
     TrackCompetitorButton *m_track = nullptr;
+    ComparisonPanel *m_comparison = nullptr;
     SimilarAppsPanel *m_similar = nullptr;
     KeywordCoveragePanel *m_keywords = nullptr;
     FigureTile *m_coverageFigure = nullptr;

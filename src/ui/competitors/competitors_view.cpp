@@ -227,6 +227,8 @@ CompetitorResearchDetail *CompetitorsView::makePage(const OpenResearch::Page &op
 {
     auto *page = new CompetitorResearchDetail(m_context, opened.about, m_open.appId(), m_pages);
     connect(page, &CompetitorResearchDetail::backRequested, &m_open, &OpenResearch::back);
+    connect(page, &CompetitorResearchDetail::historyRequested, this,
+            &CompetitorsView::historyRequested);
     connect(page, &CompetitorResearchDetail::named, &m_open,
             [this, id = opened.id](const QString &name) { m_open.setName(id, name); });
     connect(page, &CompetitorResearchDetail::opened, this,

@@ -51,6 +51,8 @@ public:
     [[nodiscard]] CompetitorResearchDetail *research() const;
 
 Q_SIGNALS:
+    /// The ranking history of a keyword is wanted, with the line of that competitor.
+    void historyRequested(const DashboardKeywordRow &keyword, QUuid competitorId);
     /// The user chose another storefront here.
     void countryPicked(const QString &country);
 

@@ -4,6 +4,7 @@
 
 #include "ui/analysis/keyword_analysis_sheet.h"
 #include "ui/app_search/app_search_sheet.h"
+#include "ui/competitors/competitors_view.h"
 #include "ui/dashboard/dashboard_page.h"
 #include "ui/dashboard/keyword_filter.h"
 #include "ui/history/ranking_history_sheet.h"
@@ -28,6 +29,11 @@ void MainWindow::connectSheets()
     };
     connect(m_dashboard, &DashboardPage::historyRequested, this, openHistory);
     connect(m_overview, &OverviewPage::historyRequested, this, openHistory);
+    connect(m_competitors, &CompetitorsView::historyRequested, this,
+            [this](const DashboardKeywordRow &keyword, const QUuid &competitorId) {
+                openSheet(this, new RankingHistorySheet(m_with.store, m_with.files, keyword,
+                                                        competitorId));
+            });
     connect(m_dashboard, &DashboardPage::rankedAppsRequested, this,
             [this](const DashboardKeywordRow &keyword) {
                 const ResearchContext research{m_with.store, *m_images, m_with.openUrl,

@@ -96,7 +96,8 @@ Task<QList<ITunesAppResult>> FakeAppStore::search(QString term, QString country,
                                                   std::stop_token stop)
 {
     searches.append(QStringLiteral("%1/%2/%3").arg(term, country).arg(limit));
-    const QList<ITunesAppResult> answer = resultsOf.value(term, results);
+    const QString there = QStringLiteral("%1/%2").arg(term, country);
+    const QList<ITunesAppResult> answer = resultsOf.value(there, resultsOf.value(term, results));
     co_await pass(term, stop);
     co_return answer.mid(0, limit);
 }

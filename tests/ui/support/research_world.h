@@ -32,6 +32,7 @@ public:
     std::function<bool(const QString &what)> fails;
     /// Results of the terms that are not listed.
     QList<ITunesAppResult> results;
+    /// Of a term, or of one in a storefront: "term/COUNTRY".
     QHash<QString, QList<ITunesAppResult>> resultsOf;
     QHash<std::int64_t, ITunesAppResult> apps;
 
