@@ -139,9 +139,19 @@ std::map<std::int64_t, AppAbove> placesOf(const KeywordStandings &check, const A
     return places;
 }
 
-/// Name, icon, and whether it is tracked.
+/// Name, icon, and whether it is tracked. A competitor's record is as old as its tracking.
 void describe(AppAbove &app, const AboveYou::Sources &sources)
 {
+    if (app.trackId == 0)
+        return;
+    for (const ITunesAppResult &result : sources.results) {
+        if (result.trackId != app.trackId)
+            continue;
+        if (app.name.isEmpty())
+            app.name = result.trackName.value_or(QString());
+        if (!app.icon)
+            app.icon = iconUrl(result);
+    }
     for (const TrackedCompetitor &competitor : sources.competitors) {
         if (competitor.trackId != app.trackId)
             continue;
@@ -150,14 +160,6 @@ void describe(AppAbove &app, const AboveYou::Sources &sources)
             app.name = competitor.name;
         if (!app.icon)
             app.icon = competitor.iconURL;
-    }
-    for (const ITunesAppResult &result : sources.results) {
-        if (app.trackId == 0 || result.trackId != app.trackId)
-            continue;
-        if (app.name.isEmpty())
-            app.name = result.trackName.value_or(QString());
-        if (!app.icon)
-            app.icon = iconUrl(result);
     }
 }
 

@@ -42,6 +42,8 @@ void DashboardPage::showRowMenu(const QPoint &globalPosition)
         QAction *history = add(QStringLiteral("chart.xyaxis.line"), tr("Ranking history"));
         history->setWhatsThis(tr("View ranking history for %1").arg(row.keyword));
         connect(history, &QAction::triggered, this, [this, row] { Q_EMIT historyRequested(row); });
+        connect(add(QStringLiteral("person.2"), tr("Who is above you")), &QAction::triggered, this,
+                [this, row] { Q_EMIT aboveYouRequested(row); });
         menu->addSeparator();
     }
     QAction *refresh = add(QStringLiteral("arrow.clockwise"),

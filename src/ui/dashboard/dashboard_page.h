@@ -70,6 +70,7 @@ Q_SIGNALS:
     void analysisRequested(const DashboardKeywordRow &row);
     void rankedAppsRequested(const DashboardKeywordRow &row);
     void historyRequested(const DashboardKeywordRow &row);
+    void aboveYouRequested(const DashboardKeywordRow &row);
     void keywordCountChanged(int count);
 
 protected:

@@ -4,6 +4,7 @@
 
 #include "ui/analysis/keyword_analysis_sheet.h"
 #include "ui/app_search/app_search_sheet.h"
+#include "ui/competitors/above_you_sheet.h"
 #include "ui/competitors/competitors_view.h"
 #include "ui/dashboard/dashboard_page.h"
 #include "ui/dashboard/keyword_filter.h"
@@ -33,6 +34,12 @@ void MainWindow::connectSheets()
             [this](const DashboardKeywordRow &keyword, const QUuid &competitorId) {
                 openSheet(this, new RankingHistorySheet(m_with.store, m_with.files, keyword,
                                                         competitorId));
+            });
+    connect(m_dashboard, &DashboardPage::aboveYouRequested, this,
+            [this](const DashboardKeywordRow &keyword) {
+                const ResearchContext research{m_with.store, *m_images, m_with.openUrl,
+                                               m_with.appStoreUrl};
+                openSheet(this, new AboveYouSheet(research, keyword));
             });
     connect(m_dashboard, &DashboardPage::rankedAppsRequested, this,
             [this](const DashboardKeywordRow &keyword) {

@@ -253,8 +253,9 @@ TEST_F(KeywordTableViewTest, TheMenuKeyOpensTheActionsOfTheRow)
     entries.removeAll(QString());
     EXPECT_EQ(entries,
               (QStringList{QStringLiteral("Keyword Analysis"), QStringLiteral("View ranked apps"),
-                           QStringLiteral("Ranking history"), QStringLiteral("Refresh Keyword"),
-                           QStringLiteral("Copy"), QStringLiteral("Remove Keyword…")}));
+                           QStringLiteral("Ranking history"), QStringLiteral("Who is above you"),
+                           QStringLiteral("Refresh Keyword"), QStringLiteral("Copy"),
+                           QStringLiteral("Remove Keyword…")}));
     menu->close();
 }
 
