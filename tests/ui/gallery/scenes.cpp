@@ -8,6 +8,7 @@
 #include "ui/dashboard/keyword_table_view.h"
 #include "ui/gallery/keyword_scenes.h"
 #include "ui/gallery/overview_scenes.h"
+#include "ui/gallery/rival_scenes.h"
 #include "ui/gallery/settings_scenes.h"
 #include "ui/gallery/sheet_scenes.h"
 #include "ui/gallery/shell_scenes.h"
@@ -355,9 +356,10 @@ std::vector<Scene> shellScenes()
 std::vector<Scene> galleryScenes()
 {
     std::vector<Scene> scenes;
-    for (const auto &part : {dashboardScenes(), persistenceScenes(), searchScenes(), shellScenes(),
-                             sheetScenes(), competitorScenes(), trackingScenes(), keywordScenes(),
-                             tableScenes(), shellRoomScenes(), settingsScenes(), overviewScenes()})
+    for (const auto &part :
+         {dashboardScenes(), persistenceScenes(), searchScenes(), shellScenes(), sheetScenes(),
+          competitorScenes(), trackingScenes(), keywordScenes(), tableScenes(), shellRoomScenes(),
+          settingsScenes(), overviewScenes(), rivalScenes()})
         scenes.insert(scenes.end(), part.begin(), part.end());
     return scenes;
 }
