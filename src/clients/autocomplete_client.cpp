@@ -7,10 +7,14 @@
 #include "clients/request_url.h"
 #include "clients/retry_after.h"
 #include "clients/storefront_ids.h"
+#include "model/text_folding.h"
 
 #include <QScopeGuard>
+#include <QSet>
 
 #include <algorithm>
+#include <utility>
+#include <vector>
 
 namespace veltrix
 {
@@ -23,6 +27,10 @@ struct AutocompleteClient::Core {
     bool isLoaded = false;
     /// The earliest moment of the next request.
     std::optional<Date> nextRequest;
+    /// Who waits for a turn, and who had the last one.
+    int waitingRuns = 0;
+    int waitingTypists = 0;
+    Asker last = Asker::Run;
     /// Requests in a row without an answer of the service's, and how long it is left alone for
     /// that.
     int failuresInARow = 0;
@@ -72,6 +80,29 @@ struct AutocompleteClient::Core {
         return !state.blockedUntil && !pausedUntil && state.requests < dailyLimit;
     }
 
+    /// One that waits for a turn.
+    class Waiting
+    {
+    public:
+        Waiting(Core &core, Asker asker)
+            : m_count(asker == Asker::Run ? core.waitingRuns : core.waitingTypists)
+        {
+            ++m_count;
+        }
+        ~Waiting() { --m_count; }
+        Waiting(const Waiting &) = delete;
+        Waiting &operator=(const Waiting &) = delete;
+
+    private:
+        int &m_count;
+    };
+
+    /// Runs and those who type go by turns while both wait.
+    [[nodiscard]] bool isTurnOfOthers(Asker asker) const
+    {
+        return asker == last && (asker == Asker::Run ? waitingTypists : waitingRuns) > 0;
+    }
+
     void countRequest()
     {
         ++state.requests;
@@ -96,6 +127,31 @@ struct AutocompleteClient::Core {
         // Nothing reads an old answer again, so the file keeps none.
         std::erase_if(state.cache, [this](const auto &entry) { return isOld(entry.second); });
         state.cache.insert_or_assign(key, hints);
+    }
+
+    /// What was suggested for any prefix in that storefront and begins with this one: best ranks
+    /// first. None when nothing is known.
+    [[nodiscard]] std::optional<QStringList> knownTerms(const QString &country,
+                                                        const QString &prefix) const
+    {
+        const QString wanted = foldedForSearch(prefix);
+        std::vector<std::pair<qsizetype, QString>> ranked;
+        for (const auto &[key, hints] : state.cache) {
+            if (!key.startsWith(country + u':') || isOld(hints))
+                continue;
+            for (qsizetype i = 0; i < hints.terms.size(); ++i) {
+                if (foldedForSearch(hints.terms[i]).startsWith(wanted))
+                    ranked.emplace_back(i, hints.terms[i]);
+            }
+        }
+        std::stable_sort(ranked.begin(), ranked.end(),
+                         [](const auto &a, const auto &b) { return a.first < b.first; });
+        QStringList terms;
+        for (const auto &[rank, term] : ranked) {
+            if (!terms.contains(term))
+                terms.append(term);
+        }
+        return terms.isEmpty() ? std::nullopt : std::optional(terms);
     }
 
     void addScore(const QString &key, std::int64_t score)
@@ -181,7 +237,7 @@ AutocompleteClient::observe(QString keyword, QString country, std::stop_token ca
     evidence.language = store->language;
     evidence.plannedProbes = prefixes.size();
     for (const QString &prefix : prefixes) {
-        const std::optional<Hints> hints = co_await fetch(prefix, country, stop);
+        const std::optional<Hints> hints = co_await fetch(prefix, country, Asker::Run, stop);
         if (!hints)
             break;
         evidence.probes.append(
@@ -206,23 +262,60 @@ AutocompleteClient::observe(QString keyword, QString country, std::stop_token ca
     co_return evidence;
 }
 
+Task<std::optional<QStringList>> AutocompleteClient::suggest(QString prefix, QString country,
+                                                             std::stop_token callersStop)
+{
+    throwIfStopped(callersStop);
+    prefix = prefix.trimmed().toLower();
+    country = country.toUpper();
+    if (prefix.isEmpty() || !storefrontIdOf(country))
+        co_return std::nullopt;
+    const ScopedStop stop(m_typing, callersStop);
+    m_core->load();
+    const std::optional<Hints> hints = co_await fetch(prefix, country, Asker::Typist, stop);
+    if (hints)
+        co_return hints->terms;
+    co_return m_core->knownTerms(country, prefix);
+}
+
+Task<bool> AutocompleteClient::awaitTurn(Asker asker, std::stop_token stop)
+{
+    const Core::Waiting waiting(*m_core, asker);
+    // Once, because typing comes and goes.
+    bool hasYielded = false;
+    while (m_core->mayRequest()) {
+        const std::optional<Date> turn = m_core->nextRequest;
+        if (!turn)
+            co_return true;
+        // Never longer than the interval, also when the clock was set back.
+        const Seconds wait = std::min(*turn - m_core->use.clock->now(), interval);
+        co_await m_core->use.clock->sleep(wait, stop);
+        // A day may have begun meanwhile, and its budget with it.
+        if (!m_core->mayRequest())
+            break;
+        // Somebody else may have gone first.
+        if (m_core->nextRequest != turn)
+            continue;
+        if (hasYielded || !m_core->isTurnOfOthers(asker))
+            co_return true;
+        // They wake now, too.
+        hasYielded = true;
+        co_await m_core->use.clock->sleep(interval, stop);
+    }
+    co_return false;
+}
+
 Task<std::optional<AutocompleteClient::Hints>>
-AutocompleteClient::fetch(QString prefix, QString country, std::stop_token stop)
+AutocompleteClient::fetch(QString prefix, QString country, Asker asker, std::stop_token stop)
 {
     throwIfStopped(stop);
     const QString key = country + u':' + prefix;
     if (std::optional<Hints> cached = m_core->cached(key))
         co_return cached;
-    if (!m_core->mayRequest())
+    const bool isMyTurn = co_await awaitTurn(asker, stop);
+    if (!isMyTurn)
         co_return std::nullopt;
-    if (m_core->nextRequest) {
-        // Never longer than the interval, also when the clock was set back.
-        const Seconds wait = std::min(*m_core->nextRequest - m_core->use.clock->now(), interval);
-        co_await m_core->use.clock->sleep(wait, stop);
-        // A day may have begun meanwhile, and its budget with it.
-        if (!m_core->mayRequest())
-            co_return std::nullopt;
-    }
+    m_core->last = asker;
     try {
         const HttpRequest request =
             hintsRequest(m_core->use.hintsURL, prefix, storefrontIdOf(country).value());

@@ -5,6 +5,7 @@
 #include "clients/autocomplete_state.h"
 #include "clients/http.h"
 #include "effects/autocomplete_observing.h"
+#include "effects/autocomplete_suggesting.h"
 #include "effects/clock.h"
 #include "effects/file_thread.h"
 #include "effects/task_scope.h"
@@ -24,7 +25,12 @@ inline constexpr QLatin1String autocompleteModelVersion{"autocomplete-visibility
 /// after each request and score; what no rule reads any more is left out.
 ///
 /// Evidence is an extra: whatever goes wrong only makes it smaller.
-class AutocompleteClient final : public AutocompleteObserving
+///
+/// Suggestions for what somebody types share all of this: pace, kept answers, the requests of the
+/// day. A run and those who type go by turns, so each request of a run waits for at most one that
+/// was typed, however many are. Requests are spaced by their beginnings: one without an answer
+/// holds nobody else up.
+class AutocompleteClient final : public AutocompleteObserving, public AutocompleteSuggesting
 {
 public:
     using State = AutocompleteState;
@@ -77,15 +83,25 @@ public:
     Task<std::optional<AutocompleteEvidence>> observe(QString keyword, QString country,
                                                       std::stop_token stop) override;
 
+    /// Where the service cannot be asked now, the suggestions that it made for other prefixes in
+    /// the last day and that begin with this one.
+    Task<std::optional<QStringList>> suggest(QString prefix, QString country,
+                                             std::stop_token stop) override;
+
     [[nodiscard]] const State &state();
 
 private:
     struct Core;
+    enum class Asker { Run, Typist };
 
-    Task<std::optional<Hints>> fetch(QString prefix, QString country, std::stop_token stop);
+    Task<std::optional<Hints>> fetch(QString prefix, QString country, Asker asker,
+                                     std::stop_token stop);
+    /// Waits until a request may be sent; false when none may.
+    Task<bool> awaitTurn(Asker asker, std::stop_token stop);
 
     std::unique_ptr<Core> m_core;
     TaskScope m_runs;
+    TaskScope m_typing;
 };
 
 /// The suggestions in an answer of the service, best first. Throws PropertyListError when it is not
