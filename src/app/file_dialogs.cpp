@@ -3,6 +3,7 @@
 
 #include "model/error.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -63,7 +64,11 @@ void FileDialogs::open(QWidget *parent, const Request &request,
 
 FileExchange::OpenedFile FileDialogs::read(const QString &path)
 {
-    const QString name = QFileInfo(path).fileName();
+    const QFileInfo info(path);
+    const QString name = info.fileName();
+    if (info.size() > largestOpened)
+        return {
+            name, {}, QCoreApplication::translate("FileDialogs", "The file is larger than 16 MB.")};
     try {
         return {name, m_read(path), std::nullopt};
     } catch (const Error &error) {

@@ -30,6 +30,9 @@ public:
         QString filter;
     };
 
+    /// The largest file that is opened, in bytes.
+    static constexpr qint64 largestOpened = qint64(16) * 1024 * 1024;
+
     /// A file that the user picked.
     struct OpenedFile {
         /// Without its folders.
@@ -53,10 +56,11 @@ public:
     virtual void choosePlace(QWidget *parent, const Request &request, Chosen chosen) = 0;
     /// Asks where to save and writes there. `done` is not called when the user cancels.
     void save(QWidget *parent, const Request &request, const QByteArray &content, Saved done);
-    /// Asks for a file and reads it. `done` is not called when the user cancels.
+    /// Asks for a file and reads it, unless it is larger than largestOpened. `done` is not called
+    /// when the user cancels.
     virtual void open(QWidget *parent, const Request &request,
                       std::function<void(const OpenedFile &file)> done) = 0;
-    /// Reads a file that the user has brought, as by dropping it.
+    /// Reads a file that the user has brought, as by dropping it, unless it is larger.
     virtual OpenedFile read(const QString &path) = 0;
 
 private:
