@@ -13,6 +13,12 @@ namespace veltrix
 namespace
 {
 
+/// What parts the keywords of a text.
+bool isSeparator(QChar c)
+{
+    return c == u',' || c == u'\t' || isLineEnd(c);
+}
+
 qsizetype columnNamed(const QStringList &header, const QStringList &names)
 {
     const auto named = [&names](const QString &cell) {
@@ -33,11 +39,24 @@ std::optional<QString> storefrontIn(const QString &cell)
                          : std::optional(storefrontNamed(cell).value_or(cell.trimmed()));
 }
 
+QStringList tagsIn(const QString &cell)
+{
+    QStringList tags;
+    for (const QString &part : unguarded(cell.trimmed()).split(u';', Qt::SkipEmptyParts)) {
+        const QString tag = part.simplified();
+        if (!tag.isEmpty() && !tags.contains(tag, Qt::CaseInsensitive))
+            tags.append(tag);
+    }
+    return tags;
+}
+
 KeywordFile readTable(const QList<TextRow> &rows, qsizetype keywordColumn)
 {
     const QStringList &header = rows.constFirst().cells;
     const qsizetype countryColumn =
         columnNamed(header, {QStringLiteral("Storefront"), QStringLiteral("Country")});
+    const qsizetype tagsColumn = columnNamed(header, {QStringLiteral("Tags")});
+    const qsizetype appColumn = columnNamed(header, {QStringLiteral("App")});
     KeywordFile file;
     for (const auto &[line, cells] : rows.sliced(1)) {
         const auto afterHeader = cells.begin() + std::min(cells.size(), header.size());
@@ -45,7 +64,9 @@ KeywordFile readTable(const QList<TextRow> &rows, qsizetype keywordColumn)
             file.overlongLines.append(line);
         else if (!std::all_of(cells.begin(), cells.end(), isBlank))
             file.keywords.append({unguarded(cells.value(keywordColumn).simplified()),
-                                  storefrontIn(cells.value(countryColumn)), line});
+                                  storefrontIn(cells.value(countryColumn)), line,
+                                  tagsIn(cells.value(tagsColumn)),
+                                  unguarded(cells.value(appColumn).simplified())});
     }
     return file;
 }
@@ -56,7 +77,7 @@ KeywordFile readList(const QList<TextRow> &rows)
     for (const auto &[line, cells] : rows) {
         for (const QString &cell : cells) {
             for (const QString &keyword : splitKeywords(cell))
-                file.keywords.append({unguarded(keyword), std::nullopt, line});
+                file.keywords.append({unguarded(keyword), std::nullopt, line, {}, {}});
         }
     }
     return file;
@@ -69,8 +90,7 @@ QStringList splitKeywords(const QString &text)
     QStringList keywords;
     qsizetype begin = 0;
     for (qsizetype end = 0; end <= text.size(); ++end) {
-        const bool isEnd =
-            end == text.size() || text[end] == u',' || text[end] == u'\t' || isLineEnd(text[end]);
+        const bool isEnd = end == text.size() || isSeparator(text[end]);
         if (!isEnd)
             continue;
         const QStringView keyword = QStringView(text).sliced(begin, end - begin).trimmed();
@@ -81,11 +101,27 @@ QStringList splitKeywords(const QString &text)
     return keywords;
 }
 
+KeywordInText keywordAt(const QString &text, qsizetype caret)
+{
+    caret = std::clamp<qsizetype>(caret, 0, text.size());
+    KeywordInText found{caret, caret, {}};
+    while (found.begin > 0 && !isSeparator(text[found.begin - 1]))
+        --found.begin;
+    while (found.end < text.size() && !isSeparator(text[found.end]))
+        ++found.end;
+    while (found.begin < found.end && text[found.begin].isSpace())
+        ++found.begin;
+    while (found.end > found.begin && text[found.end - 1].isSpace())
+        --found.end;
+    found.keyword = text.mid(found.begin, found.end - found.begin);
+    return found;
+}
+
 QList<EnteredKeyword> enteredKeywords(const QString &text)
 {
     QList<EnteredKeyword> keywords;
     for (const QString &keyword : splitKeywords(text))
-        keywords.append({keyword});
+        keywords.append({keyword, std::nullopt, 0, {}, {}});
     return keywords;
 }
 

@@ -4,6 +4,7 @@
 #include "model/storefront_codes.h"
 #include "model/text_folding.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace veltrix
@@ -26,11 +27,24 @@ struct Place {
 
 } // namespace
 
-KeywordPlanner::KeywordPlanner(const QList<TrackedKeyword> &tracked)
+KeywordPlanner::KeywordPlanner(const QList<TrackedKeyword> &tracked, const QString &appName)
+    : m_appName(foldedCase(appName.simplified()))
 {
     m_tracked.reserve(tracked.size());
     for (const TrackedKeyword &keyword : tracked)
         m_tracked[foldedCase(keyword.keyword)] |= bitOf(keyword.country);
+}
+
+bool KeywordPlanner::isTracked(const QString &keyword, const QStringList &storefronts) const
+{
+    const Storefronts tracked = m_tracked.value(foldedCase(keyword));
+    return std::all_of(storefronts.begin(), storefronts.end(),
+                       [tracked](const QString &code) { return (tracked & bitOf(code)) != 0; });
+}
+
+bool KeywordPlanner::isOfThisApp(const EnteredKeyword &entered) const
+{
+    return m_appName.isEmpty() || entered.app.isEmpty() || foldedCase(entered.app) == m_appName;
 }
 
 KeywordPlan KeywordPlanner::plan(const QList<EnteredKeyword> &entered,
@@ -41,7 +55,12 @@ KeywordPlan KeywordPlanner::plan(const QList<EnteredKeyword> &entered,
         everywhere.append({storefront, bitOf(storefront)});
     KeywordPlan plan;
     plan.entered = entered.size();
-    for (const auto &[text, country, line] : entered) {
+    for (const EnteredKeyword &given : entered) {
+        if (!isOfThisApp(given)) {
+            ++plan.ofOtherApps;
+            continue;
+        }
+        const auto &[text, country, line, tags, app] = given;
         const QList<Place> places =
             country ? QList<Place>{{*country, bitOf(*country)}} : everywhere;
         if (places.isEmpty())
@@ -67,6 +86,8 @@ KeywordPlan KeywordPlanner::plan(const QList<EnteredKeyword> &entered,
                 continue;
             ++plan.added;
             ++plan.addedIn[storefront];
+            if (!tags.isEmpty())
+                plan.tagged.append({{text, storefront}, tags});
         }
         if (fresh == 0)
             ++plan.repeated;

@@ -25,6 +25,16 @@ struct KeywordPlan {
     QMap<QString, qsizetype> addedIn;
     /// Keywords that were entered before, ignoring case, for the same storefronts.
     qsizetype repeated = 0;
+    /// Rows of a file that are about other apps; they are left out.
+    qsizetype ofOtherApps = 0;
+    /// New ones that a file gives tags.
+    struct Tagged {
+        KeywordToTrack keyword;
+        QStringList tags;
+
+        bool operator==(const Tagged &) const = default;
+    };
+    QList<Tagged> tagged;
     /// Keywords that can never be measured; one for each, whatever the number of storefronts.
     QList<RefusedLine> refused;
 
@@ -35,16 +45,23 @@ struct KeywordPlan {
 class KeywordPlanner
 {
 public:
-    /// `tracked` are the keywords of the app.
-    explicit KeywordPlanner(const QList<TrackedKeyword> &tracked);
+    /// `tracked` are the keywords of the app. Rows of files that name an app are about this one if
+    /// they name `appName`, ignoring case; without a name all are.
+    explicit KeywordPlanner(const QList<TrackedKeyword> &tracked, const QString &appName = {});
 
     /// `storefronts` serve the keywords that name none.
     KeywordPlan plan(const QList<EnteredKeyword> &entered, const QStringList &storefronts);
+    /// Whether all of these storefronts have the keyword already.
+    [[nodiscard]] bool isTracked(const QString &keyword, const QStringList &storefronts) const;
 
 private:
+    [[nodiscard]] bool isOfThisApp(const EnteredKeyword &entered) const;
+
     /// A set of storefronts, a bit for each place in storefrontCodes().
     using Storefronts = quint64;
 
+    /// Folded.
+    QString m_appName;
     /// By folded text.
     QHash<QString, Storefronts> m_tracked;
     QHash<QString, Storefronts> m_planned;

@@ -34,6 +34,9 @@ QStringList whatHappens(const KeywordPlan &plan)
                          plan.alreadyTracked());
     if (plan.repeated > 0)
         parts << counted(Texts::tr("1 is repeated"), Texts::tr("%L1 are repeated"), plan.repeated);
+    if (plan.ofOtherApps > 0)
+        parts << counted(Texts::tr("1 is of another app and left out"),
+                         Texts::tr("%L1 are of other apps and left out"), plan.ofOtherApps);
     if (!plan.refused.isEmpty())
         parts << Texts::tr("%L1 cannot be added").arg(plan.refused.size());
     return parts;

@@ -1,11 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/dashboard/keyword_input.h"
 
+#include "support/generators.h"
 #include "support/json_printers.h"
 
 #include <QLocale>
 
 #include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
+
+#include <cstdlib>
 
 namespace veltrix
 {
@@ -21,8 +25,10 @@ QString split(const char *text)
 QString imported(const QByteArray &content)
 {
     QStringList lines;
-    for (const auto &[keyword, country, line] : readKeywordFile(content).keywords)
-        lines << QString::number(line) + u':' + keyword + (country ? u'@' + *country : QString());
+    for (const auto &[keyword, country, line, tags, app] : readKeywordFile(content).keywords)
+        lines << QString::number(line) + u':' + keyword + (country ? u'@' + *country : QString()) +
+                     (tags.isEmpty() ? QString() : u'#' + tags.join(u'+')) +
+                     (app.isEmpty() ? QString() : u'/' + app);
     return lines.join(u'|');
 }
 
@@ -114,6 +120,49 @@ TEST(KeywordFile, AnApostropheBeforeAFormulaIsTheSpreadsheets)
 {
     EXPECT_EQ(imported("Keyword,Storefront\n'=photo,US\n'-12 filter,US\n'90s,US\n-3,US"),
               QStringLiteral("2:=photo@US|3:-12 filter@US|4:'90s@US|5:-3@US"));
+}
+
+TEST(KeywordFile, TagsAndTheAppAreReadFromTheirColumns)
+{
+    EXPECT_EQ(imported("Keyword,Storefront,App,Tags\nfilm,US,Lumen,core; Autumn ;;CORE\n"
+                       "grain,US,'=Sum,'=a; b\nsepia,US,,\n"),
+              QStringLiteral("2:film@US#core+Autumn/Lumen|3:grain@US#=a+b/=Sum|4:sepia@US"));
+    EXPECT_EQ(imported("Keyword;Tags\nfilm;\"core; autumn\"\n"),
+              QStringLiteral("2:film#core+autumn"))
+        << "in a file that semicolons part, tags are in quotation marks";
+}
+
+/// "begin-end:keyword" of the keyword at the caret, which is the first '^' of the text.
+QString atCaret(QString text)
+{
+    const qsizetype caret = text.indexOf(u'^');
+    text.remove(caret, 1);
+    const KeywordInText found = keywordAt(text, caret);
+    return QStringLiteral("%1-%2:%3")
+        .arg(QString::number(found.begin), QString::number(found.end), found.keyword);
+}
+
+TEST(KeywordInText, IsWhatStandsBetweenTheSeparatorsAroundTheCaret)
+{
+    EXPECT_EQ(atCaret(QStringLiteral("film\nphoto ca^")), QStringLiteral("5-13:photo ca"));
+    EXPECT_EQ(atCaret(QStringLiteral("film,  pho^to  ,grain")), QStringLiteral("7-12:photo"));
+    EXPECT_EQ(atCaret(QStringLiteral("^film\ngrain")), QStringLiteral("0-4:film"));
+    EXPECT_EQ(atCaret(QStringLiteral("film\n^\ngrain")), QStringLiteral("5-5:"));
+    EXPECT_EQ(atCaret(QStringLiteral("film,   ^")), QStringLiteral("8-8:"));
+    EXPECT_EQ(atCaret(QStringLiteral("^")), QStringLiteral("0-0:"));
+    EXPECT_EQ(atCaret(QStringLiteral("一\u2028写真^\t二")), QStringLiteral("2-4:写真"));
+}
+
+RC_GTEST_PROP(KeywordInTextRules, IsOneOfTheKeywordsWhereverTheCaretStands,
+              (const QString &text, int place))
+{
+    const qsizetype caret = text.isEmpty() ? 0 : std::abs(place % 1000) % (text.size() + 1);
+    const KeywordInText found = keywordAt(text, caret);
+    RC_ASSERT(found.keyword == text.mid(found.begin, found.end - found.begin));
+    RC_ASSERT(found.keyword.isEmpty() || splitKeywords(text).contains(found.keyword));
+    QString replaced = text;
+    replaced.replace(found.begin, found.end - found.begin, QStringLiteral("photo calendar"));
+    RC_ASSERT(splitKeywords(replaced).contains(QStringLiteral("photo calendar")));
 }
 
 TEST(KeywordFile, AnEmptyFileHasNoKeywords)
