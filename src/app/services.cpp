@@ -126,6 +126,7 @@ void Services::buildStore(const Bundle &bundle, const QString &stateFolder,
                             AutocompleteClient::defaultHintsURL()),
         .files = m_files,
     });
+    m_suggestions = autocomplete;
     const auto popularity = std::make_shared<AutocompletePopularityProvider>(
         std::make_shared<QuorvinPopularityProvider>(), autocomplete);
 

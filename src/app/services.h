@@ -6,6 +6,7 @@
 #include "clients/artwork_loader.h"
 #include "clients/network_http.h"
 #include "clients/update/app_updater.h"
+#include "effects/autocomplete_suggesting.h"
 #include "effects/settings_file.h"
 #include "effects/system_clock.h"
 #include "store/aso_store.h"
@@ -35,6 +36,11 @@ public:
 
     [[nodiscard]] ASOStore &store() { return *m_store; }
     [[nodiscard]] ArtworkLoading &artwork() { return *m_artwork; }
+    /// What is suggested to whoever types, at the pace of measuring.
+    [[nodiscard]] const std::shared_ptr<AutocompleteSuggesting> &suggestions() const
+    {
+        return m_suggestions;
+    }
     /// Null when this copy cannot be updated.
     [[nodiscard]] Updater *updater() const { return m_updater->updater(); }
     /// What waits for a disk goes to it.
@@ -55,6 +61,7 @@ private:
     AppInformation m_information;
     QString m_appStoreUrl;
     std::unique_ptr<ArtworkLoader> m_artwork;
+    std::shared_ptr<AutocompleteSuggesting> m_suggestions;
     std::unique_ptr<AppUpdater> m_updater;
     std::unique_ptr<ASOStore> m_store;
 };

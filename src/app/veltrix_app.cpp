@@ -81,6 +81,7 @@ VeltrixApp::VeltrixApp(const Bundle &bundle, const QString &stateFolder, const Q
         .appStoreUrl = QUrl(m_services.appStoreUrl()),
         .applyTheme = [&colorScheme](ThemeChoice choice) { colorScheme.setChoice(choice); },
         .showDataFolder = [path = stateFilePath(stateFolder)] { showInFileManager(path); },
+        .suggestions = m_services.suggestions(),
     });
     QObject::connect(&m_networkReturn, &NetworkReturn::returned, m_window.get(),
                      &MainWindow::retryRefreshSoon);

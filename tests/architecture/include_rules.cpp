@@ -50,6 +50,7 @@ QList<QStringList> foldersOf(const QString &floor)
     if (floor == QStringLiteral("ui"))
         return {
             {QStringLiteral("preferences"), QStringLiteral("measuring"), QStringLiteral("listing")},
+            {QStringLiteral("suggestions")},
             {QStringLiteral("analysis"), QStringLiteral("app_search"),
              QStringLiteral("competitors"), QStringLiteral("dashboard"), QStringLiteral("history"),
              QStringLiteral("ranked_apps"), QStringLiteral("settings")},

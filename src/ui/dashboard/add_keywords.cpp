@@ -5,6 +5,7 @@
 #include "ui/dashboard/import_preview.h"
 #include "ui/dashboard/keyword_actions.h"
 #include "ui/dashboard/keyword_plan_texts.h"
+#include "ui/suggestions/suggestion_panel.h"
 #include "ui_kit/accessibility/accessibility.h"
 #include "ui_kit/text/storefronts.h"
 #include "ui_kit/text/table_file.h"
@@ -17,6 +18,7 @@
 
 #include <QKeyEvent>
 #include <QScrollArea>
+#include <QTextCursor>
 
 #include <algorithm>
 #include <chrono>
@@ -37,8 +39,9 @@ constexpr std::chrono::milliseconds typingPause{800};
 } // namespace
 
 AddKeywordsCard::AddKeywordsCard(const QString &country, const KeywordPlanner &planner,
-                                 QWidget *parent)
+                                 const Suggesting &suggesting, QWidget *parent)
     : QWidget(parent), m_country(country), m_planner(planner), m_afterFile(planner),
+      m_suggestions(new TypedSuggestions(suggesting.source, suggesting.clock, this)),
       m_storefronts(new StorefrontCheckModel(this)),
       m_field(
           new TextArea(QStringLiteral("keywordInput"), tr("Enter keyword(s), comma-separated"))),
@@ -46,6 +49,11 @@ AddKeywordsCard::AddKeywordsCard(const QString &country, const KeywordPlanner &p
                            QStringLiteral("addKeywordsNote"))),
       m_refusals(makeParagraph(TextStyle::Secondary, TextLabel::Tone::Red, QString(),
                                QStringLiteral("addKeywordsRefusals"))),
+      m_suggested(new SuggestionPanel(*m_suggestions,
+                                      [this](const QString &term) {
+                                          return m_planner.isTracked(term,
+                                                                     m_storefronts->checked());
+                                      })),
       m_pick(new Button(Button::Kind::Standard, QStringLiteral("globe"), QString())),
       m_list(new StorefrontChecklist(*m_storefronts)), m_preview(new ImportPreview),
       m_import(new Button(Button::Kind::Link, tr("Import…"))),
@@ -71,6 +79,7 @@ AddKeywordsCard::AddKeywordsCard(const QString &country, const KeywordPlanner &p
     m_typingPause.setInterval(typingPause);
     m_field->setFocus();
     connectParts();
+    connectSuggestions();
     arrange();
     removeFile();
 }
@@ -92,6 +101,7 @@ QWidget *AddKeywordsCard::makeContent()
     typing->addWidget(m_pick, 0, Qt::AlignLeading);
     typing->addWidget(m_note);
     typing->addWidget(m_refusals);
+    typing->addWidget(m_suggested);
     auto *columns = makeRow(spacing::l);
     columns->addLayout(typing, 1);
     columns->addWidget(m_list);
@@ -141,10 +151,57 @@ void AddKeywordsCard::connectParts()
     });
 }
 
+void AddKeywordsCard::connectSuggestions()
+{
+    m_field->installEventFilter(this);
+    connect(m_field, &QPlainTextEdit::textChanged, this, &AddKeywordsCard::followCaret);
+    connect(m_field, &QPlainTextEdit::cursorPositionChanged, this, &AddKeywordsCard::followCaret);
+    connect(m_storefronts, &StorefrontCheckModel::checkedChanged, this, [this] {
+        followCaret();
+        // Another storefront may lack what these have.
+        m_suggested->showState();
+    });
+    connect(m_suggested, &SuggestionPanel::chosen, this, &AddKeywordsCard::takeSuggestion);
+    connect(m_suggested, &SuggestionPanel::left, m_field, qOverload<>(&QWidget::setFocus));
+}
+
+void AddKeywordsCard::followCaret()
+{
+    const KeywordInText line = keywordAt(m_field->toPlainText(), m_field->textCursor().position());
+    m_suggestions->follow(line.keyword, m_storefronts->checked().value(0));
+}
+
+void AddKeywordsCard::takeSuggestion(const QString &term)
+{
+    QTextCursor cursor = m_field->textCursor();
+    const KeywordInText line = keywordAt(m_field->toPlainText(), cursor.position());
+    m_suggestions->settle(term);
+    cursor.setPosition(int(line.begin));
+    cursor.setPosition(int(line.end), QTextCursor::KeepAnchor);
+    cursor.insertText(term);
+    m_field->setTextCursor(cursor);
+    m_field->setFocus();
+}
+
+bool AddKeywordsCard::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == m_field && event->type() == QEvent::KeyPress) {
+        const auto *pressed = static_cast<QKeyEvent *>(event);
+        const bool isDown =
+            pressed->key() == Qt::Key_Down && !(pressed->modifiers() & ~Qt::KeypadModifier);
+        QTextCursor cursor = m_field->textCursor();
+        const bool isLastLine = !cursor.movePosition(QTextCursor::Down);
+        if (isDown && isLastLine && m_suggested->enter())
+            return true;
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
 AddKeywordsCard *AddKeywordsCard::open(QWidget *opener, KeywordActions &actions,
                                        std::optional<QUuid> appId, const QString &country)
 {
-    auto *card = new AddKeywordsCard(country, actions.planner(appId));
+    auto *card = new AddKeywordsCard(country, actions.planner(appId),
+                                     {actions.suggestions(), actions.clock()});
     Overlay *overlay = Overlay::open(Overlay::Kind::Popover, opener, card);
     connect(card, &AddKeywordsCard::cancelled, overlay, &Overlay::dismiss);
     connect(card, &AddKeywordsCard::submitted, &actions,
@@ -192,6 +249,14 @@ void AddKeywordsCard::resizeEvent(QResizeEvent *event)
 {
     QWidget::resizeEvent(event);
     arrange();
+}
+
+void AddKeywordsCard::showEvent(QShowEvent *event)
+{
+    QWidget::showEvent(event);
+    // It was laid out for the least height while it got its own.
+    m_content->layout()->invalidate();
+    m_content->layout()->activate();
 }
 
 QSize AddKeywordsCard::sizeHint() const
@@ -243,7 +308,8 @@ void AddKeywordsCard::describeFile()
     if (!m_file)
         return;
     const bool isRead = m_file->problem.isEmpty();
-    const bool lacksStorefront = m_filePlan.keywords.isEmpty() && m_filePlan.refused.isEmpty();
+    const bool lacksStorefront = m_filePlan.keywords.isEmpty() && m_filePlan.refused.isEmpty() &&
+                                 m_filePlan.ofOtherApps == 0;
     m_preview->setContent(!isRead           ? QString()
                           : lacksStorefront ? typedNote(m_filePlan, 0)
                                             : fileNote(m_filePlan),

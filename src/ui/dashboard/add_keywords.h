@@ -2,7 +2,9 @@
 // The card in which keywords are typed, pasted or imported, for one storefront or several.
 #pragma once
 
+#include "effects/autocomplete_suggesting.h"
 #include "ui/dashboard/keyword_plan.h"
+#include "ui/suggestions/typed_suggestions.h"
 #include "ui_kit/widgets/file_exchange.h"
 
 #include <QPointer>
@@ -10,6 +12,7 @@
 #include <QUuid>
 #include <QWidget>
 
+#include <memory>
 #include <optional>
 
 namespace veltrix
@@ -21,19 +24,29 @@ class KeywordActions;
 class Overlay;
 class StorefrontChecklist;
 class StorefrontCheckModel;
+class SuggestionPanel;
 class TextArea;
 class TextLabel;
 
-/// Says what would be added while it is entered. Beside the field is the list of storefronts; in a
-/// narrow window it is behind a button below the field.
+/// Says what would be added while it is entered, and suggests keywords for the line with the caret.
+/// Beside the field is the list of storefronts; in a narrow window it is behind a button below the
+/// field.
 class AddKeywordsCard final : public QWidget
 {
     Q_OBJECT
 
 public:
+    /// Where suggestions come from.
+    struct Suggesting {
+        /// Nothing is suggested without it.
+        std::shared_ptr<AutocompleteSuggesting> source;
+        /// Outlives the card.
+        Clock &clock;
+    };
+
     /// `country` is the storefront that is checked at first; `planner` knows what is tracked.
     AddKeywordsCard(const QString &country, const KeywordPlanner &planner,
-                    QWidget *parent = nullptr);
+                    const Suggesting &suggesting, QWidget *parent = nullptr);
     ~AddKeywordsCard() override;
 
     /// Opens a card at `opener` that adds keywords to an app.
@@ -57,12 +70,18 @@ Q_SIGNALS:
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
+    void showEvent(QShowEvent *event) override;
 
 private:
     [[nodiscard]] QWidget *makeContent();
     [[nodiscard]] QWidget *makeFooter();
     void connectParts();
+    void connectSuggestions();
+    /// Suggests for the keyword with the caret, in the storefront that was checked first.
+    void followCaret();
+    void takeSuggestion(const QString &term);
     void submit();
     /// Plans the file and the field anew; the field alone where only its text has changed.
     void planAll();
@@ -91,10 +110,12 @@ private:
     KeywordPlan m_filePlan;
     KeywordPlan m_typedPlan;
 
+    TypedSuggestions *m_suggestions;
     StorefrontCheckModel *m_storefronts;
     TextArea *m_field;
     TextLabel *m_note;
     TextLabel *m_refusals;
+    SuggestionPanel *m_suggested;
     Button *m_pick;
     StorefrontChecklist *m_list;
     ImportPreview *m_preview;

@@ -22,6 +22,8 @@
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
+#include <utility>
+
 namespace veltrix
 {
 
@@ -37,12 +39,14 @@ constexpr Seconds columnsDelay{0.5};
 
 // The widgets come into being in the order in which Tab goes through them.
 DashboardPage::DashboardPage(ASOStore &store, ArtworkImages &images, Preferences &preferences,
-                             FileExchange &files, MeasuringStatus &measuring, QWidget *parent)
+                             FileExchange &files, MeasuringStatus &measuring,
+                             std::shared_ptr<AutocompleteSuggesting> suggestions, QWidget *parent)
     : QWidget(parent), m_store(store), m_images(images), m_preferences(preferences),
       m_measuring(measuring),
       m_filter(new KeywordFilter(preferences.preferredStorefrontCountry(), this)),
       m_notices(new DashboardNotices(store, this)), m_model(new KeywordTableModel(store, this)),
-      m_actions(new KeywordActions(store, *m_model, files, measuring, this)),
+      m_actions(
+          new KeywordActions(store, *m_model, files, measuring, std::move(suggestions), this)),
       m_toolbar(new PageToolbar(tr("Keywords"))),
       m_controls(new KeywordControls(*m_toolbar, *m_filter)), m_quickFilters(new QuickFilterBar),
       m_table(new KeywordTableView(*m_model, images, this)),

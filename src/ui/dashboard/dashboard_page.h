@@ -8,6 +8,8 @@
 
 #include <QWidget>
 
+#include <memory>
+
 class QMenu;
 class QStackedWidget;
 
@@ -16,6 +18,7 @@ namespace veltrix
 
 class AddKeywordsCard;
 class ArtworkImages;
+class AutocompleteSuggesting;
 class Banner;
 class DashboardNotices;
 class EmptyState;
@@ -36,7 +39,8 @@ class DashboardPage final : public QWidget
 
 public:
     DashboardPage(ASOStore &store, ArtworkImages &images, Preferences &preferences,
-                  FileExchange &files, MeasuringStatus &measuring, QWidget *parent = nullptr);
+                  FileExchange &files, MeasuringStatus &measuring,
+                  std::shared_ptr<AutocompleteSuggesting> suggestions, QWidget *parent = nullptr);
     ~DashboardPage() override;
 
     void setApp(std::optional<QUuid> appId);

@@ -12,13 +12,16 @@
 #include <QGuiApplication>
 #include <QPointer>
 
+#include <utility>
+
 namespace veltrix
 {
 
 KeywordActions::KeywordActions(ASOStore &store, KeywordTableModel &model, FileExchange &files,
-                               MeasuringStatus &status, QObject *parent)
+                               MeasuringStatus &status,
+                               std::shared_ptr<AutocompleteSuggesting> suggestions, QObject *parent)
     : QObject(parent), m_store(store), m_model(model), m_files(files), m_status(status),
-      m_historyExport(store, files, status)
+      m_suggestions(std::move(suggestions)), m_historyExport(store, files, status)
 {
 }
 
@@ -64,7 +67,9 @@ Task<void> KeywordActions::sayWhenUnsaved(AdmissionCount count, std::stop_token 
 
 KeywordPlanner KeywordActions::planner(std::optional<QUuid> appId) const
 {
-    return KeywordPlanner(appId ? m_store.keywordsOfApp(*appId) : QList<TrackedKeyword>());
+    const auto app = appId ? m_store.app(*appId) : std::nullopt;
+    return app ? KeywordPlanner(m_store.keywordsOfApp(app->id), app->appName)
+               : KeywordPlanner(QList<TrackedKeyword>());
 }
 
 void KeywordActions::chooseFile(QWidget *dialogParent,

@@ -2,6 +2,7 @@
 // What can be done with keywords: add, import, refresh, copy, export, remove.
 #pragma once
 
+#include "effects/autocomplete_suggesting.h"
 #include "effects/task_scope.h"
 #include "store/aso_store.h"
 #include "ui/dashboard/keyword_plan.h"
@@ -11,6 +12,7 @@
 #include <QObject>
 
 #include <functional>
+#include <memory>
 
 namespace veltrix
 {
@@ -25,9 +27,10 @@ class KeywordActions final : public QObject
     Q_OBJECT
 
 public:
-    /// All of them outlive this.
+    /// All of them outlive this; without `suggestions` nothing is suggested.
     KeywordActions(ASOStore &store, KeywordTableModel &model, FileExchange &files,
-                   MeasuringStatus &status, QObject *parent = nullptr);
+                   MeasuringStatus &status, std::shared_ptr<AutocompleteSuggesting> suggestions,
+                   QObject *parent = nullptr);
     ~KeywordActions() override;
 
     /// What became of keywords that were to be added.
@@ -41,6 +44,12 @@ public:
     /// Adds what the lists plan to the app, with one save, and queues it for measuring. What of
     /// `file` was refused is told through imported() as well.
     Addition add(std::optional<QUuid> appId, const KeywordPlan &file, const KeywordPlan &typed);
+    /// What the App Store suggests to whoever types a keyword; may be null.
+    [[nodiscard]] const std::shared_ptr<AutocompleteSuggesting> &suggestions() const
+    {
+        return m_suggestions;
+    }
+    [[nodiscard]] Clock &clock() const { return m_store.clock(); }
     /// Tells what a plan starts from.
     [[nodiscard]] KeywordPlanner planner(std::optional<QUuid> appId) const;
     /// `done` is not called when the user cancels.
@@ -72,6 +81,7 @@ private:
     KeywordTableModel &m_model;
     FileExchange &m_files;
     MeasuringStatus &m_status;
+    std::shared_ptr<AutocompleteSuggesting> m_suggestions;
     WholeHistoryExport m_historyExport;
     TaskScope m_tasks;
 };

@@ -47,7 +47,7 @@ MainWindow::MainWindow(Collaborators collaborators, QWidget *parent)
       m_sidebar(new Sidebar(m_with.store, *m_images)),
       m_overview(new OverviewPage(m_with.store, *m_images, *m_measuring)),
       m_dashboard(new DashboardPage(m_with.store, *m_images, m_with.preferences, m_with.files,
-                                    *m_measuring)),
+                                    *m_measuring, m_with.suggestions)),
       m_competitors(
           new CompetitorsView({m_with.store, *m_images, m_with.openUrl, m_with.appStoreUrl})),
       m_pages(new QStackedWidget), m_selection(new AppSelection(m_with.store, this)),

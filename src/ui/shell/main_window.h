@@ -2,6 +2,7 @@
 // The one window: sidebar, workspaces, sheets and keys.
 #pragma once
 
+#include "effects/autocomplete_suggesting.h"
 #include "store/aso_store.h"
 #include "ui/settings/app_information.h"
 #include "ui/shell/app_selection.h"
@@ -14,6 +15,7 @@
 #include <QWidget>
 
 #include <functional>
+#include <memory>
 
 class QMenu;
 class QStackedWidget;
@@ -63,6 +65,8 @@ public:
         /// Shows the user's data in the file manager.
         std::function<void()> showDataFolder = [] {
         };
+        /// What the App Store suggests to whoever types; without it nothing is suggested.
+        std::shared_ptr<AutocompleteSuggesting> suggestions = {};
     };
 
     explicit MainWindow(Collaborators collaborators, QWidget *parent = nullptr);

@@ -3,6 +3,7 @@
 
 #include "ui/dashboard/add_keywords.h"
 #include "ui/dashboard/dashboard_page.h"
+#include "ui/suggestions/typed_suggestions.h"
 #include "ui/support/ui_world.h"
 #include "ui_kit/accessibility/accessibility.h"
 #include "ui_kit/widgets/overlay.h"
@@ -72,20 +73,22 @@ Scene scene(const char *name, QSize size, std::function<void(KeywordStage &)> ac
 Scene narrowScene(const char *name, std::function<void(const QWidget &window)> act)
 {
     return {QString::fromLatin1(name), [act = std::move(act)] {
+                const auto clock = std::make_shared<VirtualClock>();
                 auto window = std::make_unique<QWidget>();
                 window->resize(680, 600);
                 setAccessibleRole(window.get(), QAccessible::Window);
                 auto *opener = new QWidget(window.get());
                 opener->setGeometry(560, 12, 100, 30);
                 window->show();
-                auto *card = new AddKeywordsCard(QStringLiteral("US"), KeywordPlanner({}));
+                auto *card = new AddKeywordsCard(QStringLiteral("US"), KeywordPlanner({}),
+                                                 {nullptr, *clock});
                 Overlay::open(Overlay::Kind::Popover, opener, card);
                 card->findChild<StorefrontCheckModel *>()->setChecked(
                     {QStringLiteral("US"), QStringLiteral("GB"), QStringLiteral("DE")});
                 card->findChild<TextArea *>()->setPlainText(
                     QStringLiteral("disposable camera\nfilm grain overlay"));
                 act(*window);
-                return Stage{nullptr, std::move(window)};
+                return Stage{clock, std::move(window)};
             }};
 }
 
@@ -126,6 +129,61 @@ Scene appAdded(const char *name, const char *query, bool isKnown)
                 }
                 return Stage{made.world, std::move(made.window)};
             }};
+}
+
+/// Types into the field, and lets typing pause.
+void typeKeywords(const KeywordStage &made, const QString &text)
+{
+    auto *field = made.find<TextArea>("keywordInput");
+    field->setPlainText(text);
+    field->moveCursor(QTextCursor::End);
+    made.world->clock->advance(TypedSuggestions::typingPause);
+}
+
+const QString typedLines =
+    QStringLiteral("disposable camera\nfilm grain overlay\n35mm photo effect\nphoto ca");
+
+std::vector<Scene> suggestionScenes()
+{
+    const auto suggest = [](KeywordStage &made) {
+        made.world->suggestions->terms[QStringLiteral("photo ca")] = {
+            QStringLiteral("photo calendar"), QStringLiteral("photo card maker"),
+            QStringLiteral("photo editor"),   QStringLiteral("photo cartoon"),
+            QStringLiteral("תמונה רטרו"),     QStringLiteral("写真加工")};
+    };
+    return {
+        scene("add-keywords-suggestions", {},
+              [suggest](KeywordStage &made) {
+                  suggest(made);
+                  typeKeywords(made, typedLines);
+                  QTest::keyClick(made.find<TextArea>("keywordInput"), Qt::Key_Down);
+              }),
+        scene("add-keywords-suggestions-loading", {},
+              [](KeywordStage &made) {
+                  made.world->suggestions->holds = true;
+                  typeKeywords(made, typedLines);
+              }),
+        scene("add-keywords-suggestions-none", {},
+              [](KeywordStage &made) { typeKeywords(made, typedLines); }),
+        scene("add-keywords-suggestions-failed", {},
+              [](KeywordStage &made) {
+                  made.world->suggestions->fails = true;
+                  typeKeywords(made, typedLines);
+              }),
+        scene("add-keywords-suggestions-file", {},
+              [suggest](KeywordStage &made) {
+                  suggest(made);
+                  made.check("GB");
+                  made.check("CA");
+                  typeKeywords(made, typedLines);
+                  made.import(mixedFile);
+              }),
+        scene("add-keywords-suggestions-small", {800, 500},
+              [suggest](KeywordStage &made) {
+                  suggest(made);
+                  typeKeywords(made, typedLines);
+              }),
+    };
 }
 
 } // namespace
@@ -181,6 +239,8 @@ std::vector<Scene> keywordScenes()
                     "fotobearbeitung,Europe\n");
         made.click("addKeywordsSubmit");
     }));
+    for (Scene &suggested : suggestionScenes())
+        scenes.push_back(std::move(suggested));
     scenes.push_back(appAdded("app-search-added", "photo", true));
     scenes.push_back(appAdded("app-search-unknown-id", "id42", false));
     return scenes;

@@ -7,6 +7,10 @@
 #include <QBuffer>
 #include <QImage>
 #include <QPainter>
+#include <QScopeGuard>
+
+#include <algorithm>
+#include <utility>
 
 namespace veltrix
 {
@@ -274,6 +278,28 @@ void UiWorld::restartStore()
     store = std::make_unique<ASOStore>(storeArguments());
 }
 
+Task<std::optional<QStringList>> FakeSuggestions::suggest(QString prefix, QString country,
+                                                          std::stop_token stop)
+{
+    asked.append(prefix + u'/' + country);
+    mostInFlight = std::max(mostInFlight, ++inFlight);
+    const auto atEnd = qScopeGuard([this] { --inFlight; });
+    if (holds) {
+        const OneShot<Done> held;
+        m_held.push_back(held);
+        co_await held.wait(stop);
+    }
+    if (fails)
+        co_return std::nullopt;
+    co_return terms.value(prefix);
+}
+
+void FakeSuggestions::release()
+{
+    for (const OneShot<Done> &held : std::exchange(m_held, {}))
+        held.resolve({});
+}
+
 MainWindow::Collaborators UiWorld::collaborators()
 {
     return {*store,
@@ -286,9 +312,8 @@ MainWindow::Collaborators UiWorld::collaborators()
             [this](const QUrl &url) { openedUrls.append(url); },
             QUrl(QStringLiteral("https://apps.apple.com")),
             [this](ThemeChoice choice) { appliedThemes.append(choice); },
-            [this] {
-                ++dataFolderShown;
-            }};
+            [this] { ++dataFolderShown; },
+            suggestions};
 }
 
 QList<ITunesAppResult> sampleResults()

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "effects/artwork_loading.h"
+#include "effects/autocomplete_suggesting.h"
 #include "effects/daily_timer.h"
 #include "effects/one_shot.h"
 #include "store/store_fixture.h"
@@ -13,9 +14,11 @@
 #include "ui_kit/theme/color_scheme_source.h"
 #include "ui_kit/widgets/file_exchange.h"
 
+#include <QHash>
 #include <QTemporaryDir>
 
 #include <memory>
+#include <vector>
 
 namespace veltrix
 {
@@ -28,6 +31,30 @@ public:
 
     QStringList asked;
     bool fails = false;
+};
+
+/// Suggestions out of a list.
+class FakeSuggestions final : public AutocompleteSuggesting
+{
+public:
+    Task<std::optional<QStringList>> suggest(QString prefix, QString country,
+                                             std::stop_token stop) override;
+    /// Lets every held call go on.
+    void release();
+
+    /// "photo ca/US" of each call.
+    QStringList asked;
+    /// By prefix; of others it suggests nothing.
+    QHash<QString, QStringList> terms;
+    bool fails = false;
+    /// Does not answer until it is let.
+    bool holds = false;
+    /// Calls under way now, and the most that ever were.
+    int inFlight = 0;
+    int mostInFlight = 0;
+
+private:
+    std::vector<OneShot<Done>> m_held;
 };
 
 class FakePreferences final : public Preferences
@@ -179,6 +206,7 @@ public:
     std::shared_ptr<FakeITunesClient> discovery = std::make_shared<FakeITunesClient>();
     std::shared_ptr<FakePopularity> popularity = std::make_shared<FakePopularity>();
     std::unique_ptr<ASOStore> store;
+    std::shared_ptr<FakeSuggestions> suggestions = std::make_shared<FakeSuggestions>();
     FakeArtwork artwork;
     FakePreferences preferences;
     FakeFiles files;
