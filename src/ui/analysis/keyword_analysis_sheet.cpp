@@ -2,6 +2,7 @@
 #include "ui/analysis/keyword_analysis_sheet.h"
 
 #include "ui/analysis/analysis_rows.h"
+#include "ui/analysis/keyword_suggestions_sheet.h"
 #include "ui_kit/accessibility/accessibility.h"
 #include "ui_kit/text/shown_text.h"
 #include "ui_kit/text/storefronts.h"
@@ -18,6 +19,8 @@
 #include <QGuiApplication>
 #include <QScrollArea>
 #include <QScrollBar>
+
+#include <utility>
 
 namespace veltrix
 {
@@ -144,15 +147,17 @@ void KeywordAnalysisContent::buildCard(const AnalysisCard &content)
 }
 
 KeywordAnalysisSheet::KeywordAnalysisSheet(ASOStore &store, const DashboardKeywordRow &keyword,
+                                           std::shared_ptr<AutocompleteSuggesting> suggestions,
                                            QWidget *parent)
     : SheetFrame(QStringLiteral("analysisSheet"), tr("Keyword analysis"), Body::Scrolled,
                  preferredSize, parent),
-      m_store(store), m_keyword(keyword),
+      m_store(store), m_keyword(keyword), m_suggestions(std::move(suggestions)),
       m_copy(new FeedbackButton(QStringLiteral("analysisCopy"), Button::Kind::Standard,
                                 QStringLiteral("doc.on.doc"), tr("Copy as text"), tr("Copied")))
 {
     setSubtitle(inSentence(m_keyword.keyword) + QStringLiteral(" · ") +
                 storefrontName(m_keyword.country));
+    addSuggestionsButton();
     addAction(m_copy);
     addCloseButton(QStringLiteral("analysisDone"), QString(), tr("Done"), tr("Done"))->setFocus();
     connect(m_copy, &Button::clicked, this, &KeywordAnalysisSheet::copyText);
@@ -161,6 +166,21 @@ KeywordAnalysisSheet::KeywordAnalysisSheet(ASOStore &store, const DashboardKeywo
             showNewestSnapshot();
     });
     showNewestSnapshot();
+}
+
+void KeywordAnalysisSheet::addSuggestionsButton()
+{
+    const auto tracked = m_store.trackedKeyword(m_keyword.id);
+    if (!m_suggestions || !tracked)
+        return;
+    auto *button =
+        new Button(Button::Kind::Standard, QStringLiteral("lightbulb"), tr("Suggestions"));
+    nameControl(button, QStringLiteral("analysisSuggestions"),
+                tr("Suggestions for %1").arg(inSentence(m_keyword.keyword)));
+    connect(button, &Button::clicked, this, [this, appId = tracked->appId] {
+        openSheet(this, new KeywordSuggestionsSheet(m_store, m_suggestions, m_keyword, appId));
+    });
+    addAction(button);
 }
 
 void KeywordAnalysisSheet::showNewestSnapshot()

@@ -23,7 +23,8 @@ void MainWindow::connectSheets()
 {
     connect(m_dashboard, &DashboardPage::analysisRequested, this,
             [this](const DashboardKeywordRow &keyword) {
-                openSheet(this, new KeywordAnalysisSheet(m_with.store, keyword));
+                openSheet(this,
+                          new KeywordAnalysisSheet(m_with.store, keyword, m_with.suggestions));
             });
     const auto openHistory = [this](const DashboardKeywordRow &keyword) {
         openSheet(this, new RankingHistorySheet(m_with.store, m_with.files, keyword));
