@@ -102,8 +102,6 @@ TEST_P(Audit, TextsAreWholeInTheSmallestWindow)
 
 TEST_P(Audit, TextsAreWholeInTheSmallestWindowAtOneAndAHalfTimesTheFont)
 {
-    if (GetParam().name == QStringLiteral("import-refused"))
-        GTEST_SKIP() << "the reasons of the refusals need a line more than there is yet";
     QFont large = QApplication::font();
     large.setPixelSize(qRound(large.pixelSize() * 1.5));
     QApplication::setFont(large);

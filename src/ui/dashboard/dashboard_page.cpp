@@ -97,6 +97,8 @@ void DashboardPage::layOut()
     layout->addWidget(m_orphansBanner);
     layout->addWidget(m_quickFilters);
     layout->addWidget(m_stack, 1);
+    // In a low window the table makes room for a banner, which cannot be scrolled.
+    m_stack->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Ignored);
 }
 
 void DashboardPage::connectControls()
