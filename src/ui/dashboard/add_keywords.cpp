@@ -206,7 +206,7 @@ AddKeywordsCard *AddKeywordsCard::open(QWidget *opener, KeywordActions &actions,
     connect(card, &AddKeywordsCard::cancelled, overlay, &Overlay::dismiss);
     connect(card, &AddKeywordsCard::submitted, &actions,
             [&actions, appId, card, overlay](const KeywordPlan &file, const KeywordPlan &typed) {
-                const auto [problem, count] = actions.add(appId, file, typed);
+                const auto [problem, count] = actions.add(appId, file, typed, {});
                 if (problem)
                     card->showProblem(*problem);
                 else if (!typed.refused.isEmpty())
@@ -313,7 +313,8 @@ void AddKeywordsCard::describeFile()
     m_preview->setContent(!isRead           ? QString()
                           : lacksStorefront ? typedNote(m_filePlan, 0)
                                             : fileNote(m_filePlan),
-                          isRead ? refusalLines(m_filePlan.refused) : QStringList{m_file->problem});
+                          isRead ? refusalLines(m_filePlan.refused + m_filePlan.refusedTags)
+                                 : QStringList{m_file->problem});
 }
 
 void AddKeywordsCard::describeTyped()

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/dashboard/keyword_actions.h"
 
+#include "model/text_folding.h"
 #include "ui/dashboard/keyword_export.h"
 #include "ui/dashboard/keyword_table_model.h"
 #include "ui/measuring/measuring_status.h"
@@ -10,7 +11,10 @@
 
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QHash>
+#include <QMap>
 #include <QPointer>
+#include <QSet>
 
 #include <utility>
 
@@ -33,28 +37,57 @@ void KeywordActions::sayProblem(const QString &problem)
 }
 
 KeywordActions::Addition KeywordActions::add(std::optional<QUuid> appId, const KeywordPlan &file,
-                                             const KeywordPlan &typed)
+                                             const KeywordPlan &typed, const QStringList &tags)
 {
     if (!appId || !m_store.app(*appId)) {
         const QString problem = tr("Select an app first");
         m_status.sayWithoutApp(problem);
         return {problem, {}};
     }
+    QSet<QUuid> before;
+    for (const TrackedKeyword &keyword : m_store.keywordsOfApp(*appId))
+        before.insert(keyword.id);
     KeywordAdmission admission;
     try {
         admission = m_store.addTrackedKeywords(*appId, file.keywords + typed.keywords);
     } catch (const StoreError &error) {
         return {error.description(), {}};
     }
+    QList<TrackedKeyword> added = admission.kept;
+    added.removeIf([&before](const TrackedKeyword &kept) { return before.contains(kept.id); });
+    tagAdded(added, file, tags);
     AdmissionCount count(admission);
-    count.refused += file.refused.size() + typed.refused.size();
+    const QList<RefusedLine> refused = file.refused + file.refusedTags;
+    count.refused += refused.size() + typed.refused.size();
     if (file.entered > 0)
-        Q_EMIT imported(*appId, count, file.refused);
+        Q_EMIT imported(*appId, count, refused);
     // Said before the queue starts: should it fail at once, its own message comes after this one.
     m_status.say(admissionStatus(count, !m_store.hasUnsavedChange()));
     m_store.queueKeywordRefreshes(admission.kept);
     m_tasks.own(sayWhenUnsaved(count, m_tasks.token()));
     return {std::nullopt, count};
+}
+
+void KeywordActions::tagAdded(const QList<TrackedKeyword> &added, const KeywordPlan &file,
+                              const QStringList &tags)
+{
+    const auto keyOf = [](const QString &keyword, const QString &country) {
+        return std::pair(foldedCase(keyword.trimmed()), country.toUpper());
+    };
+    QHash<std::pair<QString, QString>, QStringList> ofFile;
+    for (const auto &[keyword, its] : file.tagged)
+        ofFile[keyOf(keyword.keyword, keyword.country)] += its;
+    QMap<QString, QList<QUuid>> tagged;
+    for (const TrackedKeyword &keyword : added) {
+        for (const QString &tag : tags + ofFile.value(keyOf(keyword.keyword, keyword.country)))
+            tagged[tag].append(keyword.id);
+    }
+    try {
+        for (auto tag = tagged.cbegin(); tag != tagged.cend(); ++tag)
+            m_store.setTag(tag.value(), tag.key(), true);
+    } catch (const StoreError &error) {
+        sayProblem(error.description());
+    }
 }
 
 Task<void> KeywordActions::sayWhenUnsaved(AdmissionCount count, std::stop_token stop)

@@ -41,9 +41,11 @@ public:
         AdmissionCount count;
     };
 
-    /// Adds what the lists plan to the app, with one save, and queues it for measuring. What of
-    /// `file` was refused is told through imported() as well.
-    Addition add(std::optional<QUuid> appId, const KeywordPlan &file, const KeywordPlan &typed);
+    /// Adds what the lists plan to the app, with one save, and queues it for measuring. Those that
+    /// are new get `tags`, and the tags that the file gives them. What of `file` was refused is
+    /// told through imported() as well.
+    Addition add(std::optional<QUuid> appId, const KeywordPlan &file, const KeywordPlan &typed,
+                 const QStringList &tags);
     /// What the App Store suggests to whoever types a keyword; may be null.
     [[nodiscard]] const std::shared_ptr<AutocompleteSuggesting> &suggestions() const
     {
@@ -71,6 +73,8 @@ Q_SIGNALS:
 
 private:
     void sayProblem(const QString &problem);
+    void tagAdded(const QList<TrackedKeyword> &added, const KeywordPlan &file,
+                  const QStringList &tags);
     Task<void> refreshRows(QList<QUuid> ids, std::stop_token stop);
     /// Corrects what was said of added keywords, should they not be saved.
     Task<void> sayWhenUnsaved(AdmissionCount count, std::stop_token stop);

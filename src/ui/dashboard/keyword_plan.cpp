@@ -2,6 +2,7 @@
 #include "ui/dashboard/keyword_plan.h"
 
 #include "model/storefront_codes.h"
+#include "model/tag_name.h"
 #include "model/text_folding.h"
 
 #include <algorithm>
@@ -47,6 +48,29 @@ bool KeywordPlanner::isOfThisApp(const EnteredKeyword &entered) const
     return m_appName.isEmpty() || entered.app.isEmpty() || foldedCase(entered.app) == m_appName;
 }
 
+void KeywordPlanner::planTags(const EnteredKeyword &entered, const QString &storefront,
+                              KeywordPlan &plan)
+{
+    QStringList usable;
+    for (const QString &tag : entered.tags) {
+        if (const auto name = usableTagName(tag)) {
+            usable.append(*name);
+            continue;
+        }
+        RefusedLine refused(tagRefusal(tag).value_or(QString()), entered.line);
+        if (refused.reason.endsWith(u'.'))
+            refused.reason.chop(1);
+        refused.keyword = tag;
+        const bool isTold =
+            std::any_of(plan.refusedTags.begin(), plan.refusedTags.end(),
+                        [&tag](const RefusedLine &other) { return other.keyword == tag; });
+        if (!isTold)
+            plan.refusedTags.append(refused);
+    }
+    if (!usable.isEmpty())
+        plan.tagged.append({{entered.keyword, storefront}, usable});
+}
+
 KeywordPlan KeywordPlanner::plan(const QList<EnteredKeyword> &entered,
                                  const QStringList &storefronts)
 {
@@ -60,7 +84,8 @@ KeywordPlan KeywordPlanner::plan(const QList<EnteredKeyword> &entered,
             ++plan.ofOtherApps;
             continue;
         }
-        const auto &[text, country, line, tags, app] = given;
+        const QString &text = given.keyword;
+        const auto &country = given.country;
         const QList<Place> places =
             country ? QList<Place>{{*country, bitOf(*country)}} : everywhere;
         if (places.isEmpty())
@@ -86,14 +111,13 @@ KeywordPlan KeywordPlanner::plan(const QList<EnteredKeyword> &entered,
                 continue;
             ++plan.added;
             ++plan.addedIn[storefront];
-            if (!tags.isEmpty())
-                plan.tagged.append({{text, storefront}, tags});
+            planTags(given, storefront, plan);
         }
         if (fresh == 0)
             ++plan.repeated;
         else if (reason)
             plan.refused.append(
-                {RefusedKeyword{text, places.constFirst().storefront, *reason}, line});
+                {RefusedKeyword{text, places.constFirst().storefront, *reason}, given.line});
     }
     return plan;
 }

@@ -27,7 +27,7 @@ struct KeywordPlan {
     qsizetype repeated = 0;
     /// Rows of a file that are about other apps; they are left out.
     qsizetype ofOtherApps = 0;
-    /// New ones that a file gives tags.
+    /// New ones that a file gives tags; those that are tracked keep the tags that they have.
     struct Tagged {
         KeywordToTrack keyword;
         QStringList tags;
@@ -35,6 +35,8 @@ struct KeywordPlan {
         bool operator==(const Tagged &) const = default;
     };
     QList<Tagged> tagged;
+    /// Names that no tag can have, each once; their keywords are added without them.
+    QList<RefusedLine> refusedTags;
     /// Keywords that can never be measured; one for each, whatever the number of storefronts.
     QList<RefusedLine> refused;
 
@@ -56,6 +58,9 @@ public:
 
 private:
     [[nodiscard]] bool isOfThisApp(const EnteredKeyword &entered) const;
+    /// Puts into the plan what of the tags of a new keyword can be used, and what cannot.
+    static void planTags(const EnteredKeyword &entered, const QString &storefront,
+                         KeywordPlan &plan);
 
     /// A set of storefronts, a bit for each place in storefrontCodes().
     using Storefronts = quint64;

@@ -39,6 +39,9 @@ QStringList whatHappens(const KeywordPlan &plan)
                          Texts::tr("%L1 are of other apps and left out"), plan.ofOtherApps);
     if (!plan.refused.isEmpty())
         parts << Texts::tr("%L1 cannot be added").arg(plan.refused.size());
+    if (!plan.refusedTags.isEmpty())
+        parts << counted(Texts::tr("1 tag cannot be used"), Texts::tr("%L1 tags cannot be used"),
+                         plan.refusedTags.size());
     return parts;
 }
 

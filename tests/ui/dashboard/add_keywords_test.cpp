@@ -172,6 +172,42 @@ TEST_F(AddKeywordsTest, AFileIsTakenOffByItsButton)
     EXPECT_TRUE(added().isEmpty());
 }
 
+TEST_F(AddKeywordsTest, TagsOfAFileGoToTheKeywordsThatItAdds)
+{
+    openCard();
+    import("Keyword,Storefront,Tags\nfilm,US,core; autumn\nPhoto Editor,US,core\n"
+           "grain,US,\"a,b; core; a,b\"\nsepia,US,\"a,b\"\n");
+    EXPECT_EQ(label("importNote"), QStringLiteral("3 will be added, 1 is tracked already, 1 tag "
+                                                  "cannot be used\nUnited States 3"));
+    EXPECT_EQ(label("importRefusals"),
+              QStringLiteral("Line 4, “a,b”: The name of a tag has no comma and no semicolon"));
+    submit();
+    QStringList tagged;
+    for (const TrackedKeyword &keyword : store().trackedKeywords()) {
+        if (const QStringList tags = store().tags(keyword.id); !tags.isEmpty())
+            tagged << keyword.keyword + u':' + tags.join(u'+');
+    }
+    EXPECT_EQ(tagged.join(u' '), QStringLiteral("film:autumn+core grain:core"))
+        << "a keyword that was there keeps the tags that it has";
+    EXPECT_EQ(find<StatusBar>("statusBar")->detail(),
+              QStringLiteral("3 added, 1 already there, 1 refused"));
+}
+
+TEST_F(AddKeywordsTest, RowsOfOtherAppsAreToldAndLeftOut)
+{
+    openCard();
+    import("Keyword,Storefront,App\nfilm,US,lumen photo editor\ngrain,US,Orchard Budget\n"
+           "sepia,US,\ntide,US,Tidewater Journal\n");
+    EXPECT_EQ(label("importNote"), QStringLiteral("2 will be added, 2 are of other apps and left "
+                                                  "out\nUnited States 2"));
+    submit();
+    EXPECT_EQ(added().join(u' '), QStringLiteral("film@US sepia@US"));
+    press(Qt::Key_N, Qt::ControlModifier);
+    import("Keyword,App\nmoon,Tidewater Journal\n");
+    EXPECT_EQ(label("importNote"), QStringLiteral("1 is of another app and left out"));
+    EXPECT_FALSE(find("addKeywordsSubmit")->isEnabled());
+}
+
 TEST_F(AddKeywordsTest, AFileThatCannotBeReadSaysWhyInItsPlace)
 {
     openCard();

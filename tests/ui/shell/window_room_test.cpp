@@ -190,7 +190,7 @@ TEST_F(WindowRoom, TheSettingsScrollByMoreThanARemainder)
 TEST_F(WindowRoom, SelectAnAppFirstGoesWithItsCause)
 {
     open(PersistedState());
-    page().actions().add(std::nullopt, KeywordPlan(), KeywordPlan());
+    page().actions().add(std::nullopt, KeywordPlan(), KeywordPlan(), {});
     EXPECT_EQ(status(), QStringLiteral("Select an app first"));
     ITunesAppResult result;
     result.trackId = 1;
