@@ -5,6 +5,7 @@
 #include "ui/competitors/competitor_overview.h"
 #include "ui/competitors/competitor_search_panel.h"
 #include "ui/competitors/tracked_competitor_card.h"
+#include "ui/suggestions/keyword_ideas_sheet.h"
 #include "ui_kit/accessibility/accessibility.h"
 #include "ui_kit/text/app_facts.h"
 #include "ui_kit/text/shown_text.h"
@@ -59,6 +60,7 @@ CompetitorsView::CompetitorsView(const ResearchContext &context, QWidget *parent
       m_pages(new QStackedWidget),
       m_searchPanel(new CompetitorSearchPanel(m_search, m_context.images)),
       m_competitorsTitle(makeHeading(tr("Tracked competitors"))),
+      m_ideas(new Button(Button::Kind::Link, QStringLiteral("lightbulb"), tr("Keyword ideas"))),
       m_grid(new CardGrid(leastCardWidth)),
       m_empty(new EmptyState(QStringLiteral("competitorsEmpty")))
 {
@@ -131,7 +133,16 @@ QWidget *CompetitorsView::makeOverview()
         makeColumn(spacing::l, content, {spacing::xxl, spacing::l + 2, spacing::xxl, spacing::xxl});
     layout->addLayout(m_searchPanel->makeEntry());
     layout->addWidget(m_searchPanel);
-    layout->addWidget(m_competitorsTitle);
+    nameControl(m_ideas, QStringLiteral("keywordIdeas"),
+                tr("Keyword ideas from the listings of your competitors"));
+    connect(m_ideas, &Button::clicked, this, [this] {
+        if (m_open.appId())
+            openSheet(this, new KeywordIdeasSheet(m_context.store, *m_open.appId()));
+    });
+    auto *heading = makeRow(spacing::m);
+    heading->addWidget(m_competitorsTitle, 1);
+    heading->addWidget(m_ideas);
+    layout->addLayout(heading);
     layout->addWidget(m_grid);
     layout->addWidget(m_empty, 1);
     layout->addStretch(0);
@@ -195,6 +206,7 @@ void CompetitorsView::showCompetitors()
     m_grid->setCards(cards);
     m_grid->setVisible(!cards.isEmpty());
     m_competitorsTitle->setVisible(!cards.isEmpty());
+    m_ideas->setVisible(!cards.isEmpty());
     m_empty->setContent(overview.empty);
     m_empty->setVisible(cards.isEmpty());
     updateToolbar();

@@ -89,6 +89,7 @@ private:
     QStackedWidget *m_pages;
     CompetitorSearchPanel *m_searchPanel;
     TextLabel *m_competitorsTitle;
+    Button *m_ideas;
     CardGrid *m_grid;
     EmptyState *m_empty;
     QHash<QUuid, TrackedCompetitorCard *> m_cards;

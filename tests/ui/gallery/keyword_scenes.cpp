@@ -143,7 +143,7 @@ void typeKeywords(const KeywordStage &made, const QString &text)
 const QString typedLines =
     QStringLiteral("disposable camera\nfilm grain overlay\n35mm photo effect\nphoto ca");
 
-std::vector<Scene> suggestionScenes()
+std::vector<Scene> typedSuggestionScenes()
 {
     const auto suggest = [](KeywordStage &made) {
         made.world->suggestions->terms[QStringLiteral("photo ca")] = {
@@ -239,7 +239,7 @@ std::vector<Scene> keywordScenes()
                     "fotobearbeitung,Europe\n");
         made.click("addKeywordsSubmit");
     }));
-    for (Scene &suggested : suggestionScenes())
+    for (Scene &suggested : typedSuggestionScenes())
         scenes.push_back(std::move(suggested));
     scenes.push_back(appAdded("app-search-added", "photo", true));
     scenes.push_back(appAdded("app-search-unknown-id", "id42", false));

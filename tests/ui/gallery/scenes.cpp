@@ -12,6 +12,7 @@
 #include "ui/gallery/settings_scenes.h"
 #include "ui/gallery/sheet_scenes.h"
 #include "ui/gallery/shell_scenes.h"
+#include "ui/gallery/suggestion_scenes.h"
 #include "ui/gallery/table_scenes.h"
 #include "ui/shell/app_selector.h"
 #include "ui/support/ui_world.h"
@@ -358,8 +359,8 @@ std::vector<Scene> galleryScenes()
     std::vector<Scene> scenes;
     for (const auto &part :
          {dashboardScenes(), persistenceScenes(), searchScenes(), shellScenes(), sheetScenes(),
-          competitorScenes(), trackingScenes(), keywordScenes(), tableScenes(), shellRoomScenes(),
-          settingsScenes(), overviewScenes(), rivalScenes()})
+          competitorScenes(), trackingScenes(), keywordScenes(), suggestionScenes(), tableScenes(),
+          shellRoomScenes(), settingsScenes(), overviewScenes(), rivalScenes()})
         scenes.insert(scenes.end(), part.begin(), part.end());
     return scenes;
 }
