@@ -59,7 +59,7 @@ def toggle_the_line(veltrix, sheet):
     return int(re.search(r"\d+$", spoken)[0])
 
 
-def inspect_by_keyboard(veltrix, sheet, rank):
+def inspect_by_keyboard(veltrix, rank):
     # Tab goes on from the legend, not back to the chart.
     veltrix.key("Escape")
     veltrix.wait_closed("Ranking history")
@@ -76,27 +76,26 @@ def inspect_by_keyboard(veltrix, sheet, rank):
         ],
     )[0]
     check(f": {APP} " in said, f"the own rank beside it, got {said!r}")
-    return sheet
 
 
-def note_by_keyboard(veltrix, sheet):
+def note_by_keyboard(veltrix):
     veltrix.key("n")
     veltrix.wait_focus("What did you do?")
     veltrix.key("Return")
     veltrix.text("Write what you did: an empty note is not saved.")
     veltrix.type_keys(NOTE)
     veltrix.key("Return")
-    veltrix.button(starts="Note, ", inside=sheet)
+    veltrix.button(starts="Note, ")
     veltrix.wait_focus("Ranking trend")
 
 
-def remove_and_undo(veltrix, sheet):
-    veltrix.press(starts="Note, ", inside=sheet)
+def remove_and_undo(veltrix):
+    veltrix.press(starts="Note, ")
     veltrix.press("Remove note")
-    veltrix.text(f"Removed “{NOTE}”", inside=sheet)
-    check(not veltrix.has(starts="Note, ", inside=sheet), "no note")
+    veltrix.text(f"Removed “{NOTE}”")
+    check(not veltrix.has(starts="Note, "), "no note")
     veltrix.key("Ctrl+z")
-    veltrix.button(starts="Note, ", inside=sheet)
+    veltrix.button(starts="Note, ")
 
 
 def steps(flow):
@@ -104,9 +103,9 @@ def steps(flow):
         track_and_measure(veltrix)
         sheet = open_history(veltrix)
         rank = toggle_the_line(veltrix, sheet)
-        sheet = inspect_by_keyboard(veltrix, sheet, rank)
-        note_by_keyboard(veltrix, sheet)
-        remove_and_undo(veltrix, sheet)
+        inspect_by_keyboard(veltrix, rank)
+        note_by_keyboard(veltrix)
+        remove_and_undo(veltrix)
     with flow.started() as veltrix:
         wait_for("the saved keyword", lambda: veltrix.measured_rows(1))
         sheet = open_history(veltrix)
