@@ -3,6 +3,7 @@
 
 #include "ui/history/compared_text.h"
 #include "ui/history/rank_chart.h"
+#include "ui_kit/accessibility/cover.h"
 
 #include <QAccessibleWidget>
 #include <QCoreApplication>
@@ -164,7 +165,11 @@ QAccessibleInterface *chartInterface(const QString &className, QObject *object)
 {
     if (className != QLatin1String("veltrix::RankChart"))
         return nullptr;
-    return new ChartInterface(static_cast<RankChart *>(object));
+    auto *chart = static_cast<RankChart *>(object);
+    // Behind the popover of a note.
+    if (isCovered(chart))
+        return makeCoveredInterface(chart);
+    return new ChartInterface(chart);
 }
 
 } // namespace
