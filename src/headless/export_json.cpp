@@ -83,10 +83,11 @@ std::vector<Rival> rivalsOn(std::int64_t day, const QList<TrackedCompetitor> &co
                             const QString &storefront,
                             const std::vector<KeywordStandings> &standings)
 {
-    const auto measured = std::ranges::find(
-        standings, day, [](const KeywordStandings &of) { return utcDay(of.fetchedAt); });
     std::vector<Rival> rivals;
-    if (measured == standings.end())
+    // They are oldest first.
+    const auto measured = std::ranges::lower_bound(
+        standings, day, {}, [](const KeywordStandings &of) { return utcDay(of.fetchedAt); });
+    if (measured == standings.end() || utcDay(measured->fetchedAt) != day)
         return rivals;
     for (const RivalApp &app : rivalApps(competitors, storefront)) {
         if (const auto standing = standingOf(app, *measured))

@@ -10,6 +10,8 @@
 #include <QLocale>
 #include <QPointer>
 
+#include <memory>
+
 namespace veltrix
 {
 
@@ -86,9 +88,11 @@ Task<std::optional<QString>> WholeHistoryExport::writeKeyword(TrackedKeyword key
                                                               std::stop_token stop)
 {
     std::optional<QString> missing;
-    std::vector<KeywordStandings> standings;
+    // Shared by the pages.
+    auto standings = std::make_shared<const std::vector<KeywordStandings>>();
     try {
-        standings = co_await m_store.standings(keyword.id, stop);
+        auto known = co_await m_store.standings(keyword.id, stop);
+        standings = std::make_shared<const std::vector<KeywordStandings>>(std::move(known));
     } catch (const Error &error) {
         throwIfStopped(stop);
         missing = error.description();
@@ -111,7 +115,7 @@ Task<std::optional<QString>> WholeHistoryExport::writeKeyword(TrackedKeyword key
         FileOutput::Piece rows = [keyword, columns, standings,
                                   measurements = std::move(page.measurements)] {
             return toCsvRows(columns.extended(keywordHistory(keyword, measurements), keyword,
-                                              measurements, standings));
+                                              measurements, *standings));
         };
         co_await file->write(std::move(rows), stop);
     }
