@@ -21,8 +21,8 @@ namespace
 {
 
 /// Of an entry, at the standard font.
-constexpr int entryHeight = 32;
-constexpr int leastEntryWidth = 232;
+constexpr int entryHeight = 34;
+constexpr int leastEntryWidth = 252;
 constexpr int mostColumns = 3;
 /// The piece of line with its mark.
 constexpr int sampleWidth = 26;
@@ -100,11 +100,11 @@ private:
         return {spacing::xs + boxSide() + spacing::s, 0, scaledToFont(sampleWidth, font()),
                 height()};
     }
+    /// A sentence in place of a rank stands below the name: beside it, it would leave no room.
+    [[nodiscard]] bool hasSentence() const { return m_entry.isSentence; }
     [[nodiscard]] QFont rankFont() const
     {
-        // A sentence in place of a rank is quieter.
-        const bool isRank = m_entry.rank.startsWith(u'#') || m_entry.rank.size() <= 4;
-        return fontFor(isRank ? TextStyle::BodySemibold : TextStyle::Secondary, font());
+        return fontFor(hasSentence() ? TextStyle::Secondary : TextStyle::BodySemibold, font());
     }
     [[nodiscard]] int rankWidth() const
     {
@@ -116,8 +116,9 @@ private:
     [[nodiscard]] QRect nameRect() const
     {
         const int left = sampleRect().right() + 1 + spacing::s;
-        const int rank = rankWidth() > 0 ? rankWidth() + spacing::m : 0;
-        return {left, 0, std::max(0, width() - left - rank - spacing::xs), height()};
+        const int rank = rankWidth() > 0 && !hasSentence() ? rankWidth() + spacing::m : 0;
+        return {left, 0, std::max(0, width() - left - rank - spacing::xs),
+                hasSentence() ? height() / 2 : height()};
     }
     void updateToolTip()
     {
@@ -126,6 +127,8 @@ private:
         QStringList lines;
         if (isCut)
             lines << m_entry.name;
+        if (hasSentence() && rankWidth() > nameRect().width())
+            lines << m_entry.rank;
         if (!m_entry.detail.isEmpty())
             lines << m_entry.detail;
         setToolTip(toolTipText(lines.join(u'\n')));
@@ -162,11 +165,18 @@ private:
         painter.drawText(placed(name), flags, shown);
         if (m_entry.rank.isEmpty())
             return;
+        painter.setFont(rankFont());
+        if (hasSentence()) {
+            const QRect below(name.left(), name.bottom() + 1, name.width(),
+                              height() - name.height());
+            painter.setPen(tokens[Token::Secondary]);
+            painter.drawText(
+                placed(below), flags,
+                QFontMetrics(rankFont()).elidedText(m_entry.rank, Qt::ElideRight, below.width()));
+            return;
+        }
         const int nameWidth = QFontMetrics(font()).horizontalAdvance(shown);
         const QRect rank(name.left() + nameWidth + spacing::m, 0, rankWidth() + 1, height());
-        painter.setFont(rankFont());
-        if (rankFont().weight() < QFont::DemiBold)
-            painter.setPen(tokens[Token::Secondary]);
         painter.drawText(placed(rank), flags | int(Qt::TextDontClip), m_entry.rank);
     }
 

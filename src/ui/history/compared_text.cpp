@@ -104,12 +104,13 @@ std::vector<LegendEntry> legendEntries(const ComparedChart &chart, std::optional
     const std::optional<size_t> told = toldDay(chart, day);
     std::vector<LegendEntry> entries;
     const auto add = [&](const ComparedLine &line) {
-        LegendEntry entry{line.key, shownLine(line.name), line.look, line.isOn, {}, {}, {}};
+        LegendEntry entry{line.key, shownLine(line.name), line.look, line.isOn, {}, false, {}, {}};
         QStringList spoken{inSentence(line.name), ComparedTexts::tr("%1 %2").arg(
                                                       colorName(line.look), shapeName(line.look))};
         if (line.isOn && told) {
             auto [rank, words] = rankOf(line, told);
             entry.rank = rank;
+            entry.isSentence = line.data.isEmpty();
             spoken << words;
         }
         if (line.trackedSince) {

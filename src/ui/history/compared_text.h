@@ -26,6 +26,8 @@ struct LegendEntry {
     /// "# 12"; "—" without a check; "Not ranked in these 90 days" of one that never was. Empty
     /// while the line is off.
     QString rank;
+    /// It is a sentence and no rank.
+    bool isSentence = false;
     /// "Foxglove Film Camera, orange squares, rank 5"
     QString spoken;
     /// "Tracked since Oct 9", where the line begins later.

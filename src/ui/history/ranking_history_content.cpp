@@ -284,8 +284,9 @@ void RankingHistoryContent::updateChart()
 {
     ComparedChart charted = comparedChart(m_state.timeline, m_state.comparison, m_range->range(),
                                           m_state.now, m_choice);
-    // Narrowed to days without a rank, the chart stays: it is the way back.
-    const bool isRanked = !charted.isEmpty();
+    // Narrowed to days without a rank, the chart stays: it is the way back. So it does without
+    // lines, which the user has turned off.
+    const bool isRanked = !charted.isEmpty() || charted.shownLines().empty();
     m_chart->setData(std::move(charted));
     const bool hasChecks = !m_state.timeline.observations.empty();
     if (m_state.error)

@@ -167,11 +167,12 @@ std::vector<Scene> chartScenes()
                 "compare-keyboard", nullptr,
                 [](ResearchStage &made) {
                     shown(made, usual(made)).setSelectedDay(62);
+                    made.window->setAttribute(Qt::WA_KeyboardFocusChange);
                     made.find<QAbstractButton>("historyLine9001")->setFocus(Qt::TabFocusReason);
                 }),
             researchScene("compare-begins-later", nullptr,
                           [](ResearchStage &made) {
-                              shown(made, ComparedWorld(made.world->clock->now(), 60, 4), 1);
+                              shown(made, ComparedWorld(made.world->clock->now(), 60, 4));
                               for (const int off : {0, 1})
                                   turn(made, off);
                           }),
@@ -207,6 +208,7 @@ std::vector<Scene> noteScenes()
         researchScene("compare-note-focus", nullptr,
                       [](ResearchStage &made) {
                           shown(made, usual(made));
+                          made.window->setAttribute(Qt::WA_KeyboardFocusChange);
                           made.find<QAbstractButton>("historyMark0")->setFocus(Qt::TabFocusReason);
                       }),
         researchScene("compare-note-new", nullptr,
