@@ -49,7 +49,9 @@ CompetitorComparison::CompetitorComparison(ASOStore &store, std::int64_t trackId
     });
     connect(&m_askSoon, &QTimer::timeout, this, &CompetitorComparison::askWhatIsWanted);
     connect(&m_checks, &LoaderSignals::changed, this, [this] {
-        compare();
+        // While an answer is awaited, what is there belongs to an older measurement.
+        if (!m_checks.state().is<Refreshing<std::vector<TheirCheck>>>())
+            compare();
         Q_EMIT sharedChanged();
         m_askSoon.start();
     });

@@ -108,6 +108,8 @@ TEST(AboveYou, OfAnAppThatIsNotRankedAllAreAbove)
     const Kept kept = Kept().track(30).check(0, 0, {11, 12}, {{30, 0}});
     EXPECT_EQ(kept.above().apps.size(), 2U);
     EXPECT_EQ(kept.above().ownText(english), text("Your app was not ranked on Nov 22"));
+    EXPECT_EQ(Kept().check(0, 0, {11, ownApp}).above().apps.size(), 1U)
+        << "the user's app is never above itself";
 }
 
 TEST(AboveYou, TheFirstHasNobodyAbove)

@@ -126,6 +126,18 @@ TEST(ChangeLog, AnAppTrackedInThreeStorefrontsTellsEachChangeOnce)
                            text("Aug 2, tracked, ranks and changes are kept since then.")}));
 }
 
+TEST(ChangeLog, TheSamePriceInTwoStorefrontsIsToldOfBoth)
+{
+    using enum ListingChangeKind;
+    const ListingHistory us{on(2026, 9, 1), {change(Price, on(2026, 11, 4), "$1.99", "Free")}};
+    const ListingHistory ca{on(2026, 9, 1),
+                            {change(Price, on(2026, 11, 4), "$1.99", "Free", "CA")}};
+    const auto log = changeLog({{us, ca}, {text("US"), text("CA")}}, now, english);
+    EXPECT_EQ(sentences(log).mid(0, 2),
+              (QStringList{text("Nov 4, new price in United States, $1.99 to Free"),
+                           text("Nov 4, new price in Canada, $1.99 to Free")}));
+}
+
 TEST(ChangeLog, TheSameChangeAgainIsAnotherChange)
 {
     using enum ListingChangeKind;

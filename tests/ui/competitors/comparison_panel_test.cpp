@@ -11,6 +11,8 @@
 #include <QScrollArea>
 #include <QScrollBar>
 
+#include <map>
+
 namespace veltrix
 {
 namespace
@@ -112,6 +114,29 @@ TEST_F(ComparisonPanelTest, TheLogStandsBesideTheTableOrInANarrowWindowBelow)
     settle();
     window->grab();
     EXPECT_GT(top("changeLog"), top("sharedKeywords") + shared()->height() - 1);
+}
+
+TEST_F(ComparisonPanelTest, TheFactsStandAbreastOrInANarrowWindowTwoByTwo)
+{
+    play();
+    const auto rows = [this] {
+        window->grab();
+        std::map<int, int> count;
+        for (const char *fact :
+             {"figureRating", "figureRatings", "figureCoverage", "figureUpdated"})
+            ++count[find(fact)->y()];
+        std::vector<int> inEach;
+        for (const auto &[y, facts] : count)
+            inEach.push_back(facts);
+        return inEach;
+    };
+    EXPECT_EQ(rows(), std::vector{4});
+    window->resize(1100, 800);
+    settle();
+    EXPECT_EQ(rows(), (std::vector{2, 2}));
+    window->resize(800, 500);
+    settle();
+    EXPECT_EQ(rows(), (std::vector{2, 2}));
 }
 
 TEST_F(ComparisonPanelTest, OfACompetitorJustTrackedRanksAreKeptFromTheNextMeasurementOn)
