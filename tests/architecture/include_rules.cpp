@@ -96,6 +96,7 @@ bool isFileOrProcessHeader(const QString &header)
 bool mayBeUsedByWindows(const QString &header)
 {
     static const QStringList seams{QStringLiteral("effects/artwork_loading.h"),
+                                   QStringLiteral("effects/autocomplete_suggesting.h"),
                                    QStringLiteral("effects/clock.h"),
                                    QStringLiteral("effects/daily_timer.h"),
                                    QStringLiteral("effects/file_output.h"),
