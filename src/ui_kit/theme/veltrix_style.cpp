@@ -37,7 +37,10 @@ void VeltrixStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *o
     const Tokens tokens = Tokens::of(option->palette);
     switch (element) {
     case PE_PanelLineEdit:
-        drawField(*option, *painter);
+        // A field without a frame is part of something that draws one.
+        if (const auto *frame = qstyleoption_cast<const QStyleOptionFrame *>(option);
+            !frame || frame->lineWidth > 0)
+            drawField(*option, *painter);
         return;
     case PE_IndicatorCheckBox:
         drawCheckIndicator(*option, *painter);
