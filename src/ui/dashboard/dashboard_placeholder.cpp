@@ -42,10 +42,21 @@ std::optional<DashboardPlaceholder> dashboardPlaceholder(const DashboardState &s
         // Which of the filters it was that left nothing.
         QString text = nothingPassedText(state.quickFilter);
         if (state.found < state.tracked)
-            text += u' ' + Texts::tr("Search and storefront filter count, too.");
+            text += u' ' + (state.tags.showsAll()
+                                ? Texts::tr("Search and storefront filter count, too.")
+                                : Texts::tr("Search, storefront filter and tags count, too."));
         return {
             {{search, nothingPassedTitle(state.quickFilter), text, Texts::tr("Show all keywords")},
              WayOn::ShowAllKeywords}};
+    }
+    if (state.shown == 0 && !state.tags.showsAll()) {
+        QString text = state.tags.nothingPassedText();
+        if (state.isNarrowed)
+            text = Texts::tr("No tracked keyword matches the search, the storefront filter and the "
+                             "tags.");
+        return {{{QStringLiteral("tag"), state.tags.nothingPassedTitle(), text,
+                  Texts::tr("Show all keywords")},
+                 WayOn::ShowAllKeywords}};
     }
     if (state.shown == 0) {
         return {{{search, Texts::tr("No matching keywords"),

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "ui/dashboard/quick_filter.h"
+#include "ui/dashboard/tag_filter.h"
 #include "ui_kit/widgets/empty_state.h"
 
 #include <optional>
@@ -19,8 +20,11 @@ struct DashboardState {
     int tracked = 0;
     int shown = 0;
     QuickFilter quickFilter = QuickFilter::All;
-    /// Keywords that pass search and storefront filter, whatever the quick filter.
+    /// Keywords that pass search, storefront filter and tags, whatever the quick filter.
     int found = 0;
+    TagFilter tags;
+    /// Whether there is a search or a storefront filter.
+    bool isNarrowed = false;
 };
 
 /// Words for an empty table, and where its button leads.
