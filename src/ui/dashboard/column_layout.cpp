@@ -15,6 +15,8 @@ constexpr int widestColumn = 4000;
 
 const QString shown = QStringLiteral("shown");
 const QString hidden = QStringLiteral("hidden");
+/// Of the tags: shown while there are any.
+const QString followed = QStringLiteral("auto");
 const QString sortWord = QStringLiteral("sort");
 const QString excessWord = QStringLiteral("excess");
 const QString filterWord = QStringLiteral("filter");
@@ -57,6 +59,8 @@ void readColumn(ColumnLayout &layout, const QStringList &words)
     if (isNumber)
         entry.width = std::clamp(width, info.minimumWidth, widestColumn);
     entry.isVisible = words.value(2) != hidden || *column == KeywordColumn::Keyword;
+    if (*column == KeywordColumn::Tags)
+        layout.doTagsFollow = words.value(2) == followed;
     layout.columns.push_back(entry);
 }
 
@@ -93,8 +97,12 @@ QString ColumnLayout::toText() const
 {
     QStringList entries;
     for (const Column &entry : columns) {
+        const bool follows = entry.column == KeywordColumn::Tags && doTagsFollow;
         entries.append(QLatin1String(keywordColumnInfo(entry.column).id) + u' ' +
-                       QString::number(entry.width) + u' ' + (entry.isVisible ? shown : hidden));
+                       QString::number(entry.width) + u' ' +
+                       (follows           ? followed
+                        : entry.isVisible ? shown
+                                          : hidden));
     }
     entries.append(sortWord + u' ' + QLatin1String(keywordColumnInfo(sortedBy).id) + u' ' +
                    (sortOrder == Qt::AscendingOrder ? ascending : descending));

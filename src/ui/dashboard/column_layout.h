@@ -29,6 +29,8 @@ struct ColumnLayout {
     /// How much wider than the table the user has made all columns together; negative: narrower.
     int excess = 0;
     QuickFilter quickFilter = QuickFilter::All;
+    /// Whether the tags are shown while there are any, as long as the user has not said otherwise.
+    bool doTagsFollow = true;
 
     /// All columns in their defined order with their default widths, those shown that are at first,
     /// sorted by keyword.

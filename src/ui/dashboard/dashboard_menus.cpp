@@ -46,6 +46,8 @@ void DashboardPage::showRowMenu(const QPoint &globalPosition)
                 [this, row] { Q_EMIT aboveYouRequested(row); });
         menu->addSeparator();
     }
+    QAction *tags = add(QStringLiteral("tag"), tr("Tags…") + QStringLiteral("\tCtrl+T"));
+    connect(tags, &QAction::triggered, this, &DashboardPage::editTags);
     QAction *refresh = add(QStringLiteral("arrow.clockwise"),
                            one ? tr("Refresh Keyword") : tr("Refresh Keywords"));
     connect(refresh, &QAction::triggered, this,

@@ -9,10 +9,13 @@
 #include "ui/dashboard/keyword_table_model.h"
 #include "ui/dashboard/keyword_table_view.h"
 #include "ui/dashboard/quick_filter_bar.h"
+#include "ui/dashboard/tag_editor.h"
+#include "ui/dashboard/tag_filter_button.h"
 #include "ui/measuring/measuring_status.h"
 #include "ui/preferences/preferences.h"
 #include "ui_kit/widgets/artwork_images.h"
 #include "ui_kit/widgets/banner.h"
+#include "ui_kit/widgets/overlay.h"
 #include "ui_kit/widgets/page_toolbar.h"
 
 #include <QApplication>
@@ -35,6 +38,11 @@ constexpr Seconds timeRefresh{30};
 /// How long after the first of several changes the columns are saved: a drag makes many.
 constexpr Seconds columnsDelay{0.5};
 
+QString unreadTags()
+{
+    return DashboardPage::tr("The saved tags have not been read yet.");
+}
+
 } // namespace
 
 // The widgets come into being in the order in which Tab goes through them.
@@ -49,7 +57,7 @@ DashboardPage::DashboardPage(ASOStore &store, ArtworkImages &images, Preferences
           new KeywordActions(store, *m_model, files, measuring, std::move(suggestions), this)),
       m_toolbar(new PageToolbar(tr("Keywords"))),
       m_controls(new KeywordControls(*m_toolbar, *m_filter)), m_quickFilters(new QuickFilterBar),
-      m_table(new KeywordTableView(*m_model, images, this)),
+      m_tagFilter(new TagFilterButton), m_table(new KeywordTableView(*m_model, images, this)),
       m_importBanner(new Banner(QStringLiteral("importBanner"),
                                 QStringLiteral("exclamationmark.triangle"), tr("Copy refused"))),
       m_orphansBanner(new Banner(QStringLiteral("orphansBanner"), QStringLiteral("info.circle"),
@@ -64,12 +72,14 @@ DashboardPage::DashboardPage(ASOStore &store, ArtworkImages &images, Preferences
     connectQuickFilters(layout.quickFilter);
     connectTable();
     connectNotices();
+    connectTags();
     connect(&m_store, &ASOStore::refreshProgressChanged, this, &DashboardPage::measuringEnded);
     connect(&m_store, &ASOStore::stateRead, this, &DashboardPage::updateContent);
     connect(m_empty, &EmptyState::actionTriggered, this, &DashboardPage::goOn);
     updateContent();
     updateCount();
     m_tasks.own(keepTimesCurrent(m_tasks.token()));
+    m_tasks.own(tellWhenTagsAreRead(m_tasks.token()));
 }
 
 DashboardPage::~DashboardPage()
@@ -110,6 +120,7 @@ void DashboardPage::connectControls()
     connect(m_filter, &KeywordFilter::changed, this, [this] {
         m_model->setSearch(m_filter->search());
         m_model->setStorefront(m_filter->storefront());
+        m_model->setTagFilter(m_filter->tags());
         m_model->setQuickFilter(m_filter->quick());
         updateContent();
     });
@@ -173,6 +184,55 @@ void DashboardPage::connectNotices()
     show();
 }
 
+void DashboardPage::connectTags()
+{
+    m_quickFilters->setOtherFilter(m_tagFilter);
+    m_tagFilter->setSource([this] { return m_appId ? m_store.allTags(*m_appId) : QStringList(); });
+    connect(m_tagFilter, &TagFilterButton::picked, m_filter, &KeywordFilter::setTags);
+    connect(m_filter, &KeywordFilter::changed, this,
+            [this] { m_tagFilter->setChosen(m_filter->tags()); });
+    connect(m_table, &KeywordTableView::tagRequested, this,
+            [this](const QString &tag) { m_filter->setTags(TagFilter::only(tag)); });
+    connect(m_model, &KeywordTableModel::tagsChanged, this, &DashboardPage::updateTags);
+    connect(m_model, &KeywordTableModel::keywordCountChanged, this, &DashboardPage::updateTags);
+    m_tagFilter->setProblem(unreadTags());
+}
+
+void DashboardPage::updateTags()
+{
+    m_table->setHasTags(m_model->hasTags());
+    updateContent();
+}
+
+Task<void> DashboardPage::tellWhenTagsAreRead(std::stop_token stop)
+{
+    co_await m_store.annotationsRead(stop);
+    m_areTagsRead = true;
+    m_tagFilter->setProblem({});
+}
+
+void DashboardPage::editTags()
+{
+    if (!m_table->isVisible())
+        return;
+    m_table->selectCurrentIfNone();
+    const QList<QUuid> ids = m_table->selectedIds();
+    if (ids.isEmpty()) {
+        m_measuring.say(tr("Select keywords to tag."));
+        return;
+    }
+    const QModelIndex current = m_table->currentIndex();
+    const bool isCurrent = m_table->selectionModel()->isRowSelected(current.row());
+    const int row = isCurrent ? current.row() : m_table->selectedRows().front();
+    m_table->scrollTo(m_model->index(row, int(KeywordColumn::Keyword)));
+    // A popover opens at a widget, and goes with it; rows are none.
+    auto *anchor = new QWidget(m_table->viewport());
+    anchor->setGeometry(m_table->visualRect(m_model->index(row, int(KeywordColumn::Keyword))));
+    openTagEditor(m_store, anchor, ids, m_areTagsRead ? QString() : unreadTags(),
+                  [this](const TagChange &change) { Q_EMIT tagsEdited(change); });
+    connect(Overlay::topOf(window()), &QObject::destroyed, anchor, &QObject::deleteLater);
+}
+
 std::optional<AppProfile> DashboardPage::app() const
 {
     return m_appId ? m_store.app(*m_appId) : std::nullopt;
@@ -183,8 +243,12 @@ void DashboardPage::setApp(std::optional<QUuid> appId)
     m_appId = appId;
     m_model->setApp(appId);
     m_notices->setApp(appId);
+    // Another app has other tags.
+    TagFilter tags = m_filter->tags();
+    tags.keepOnly(m_appId ? m_store.allTags(*m_appId) : QStringList());
+    m_filter->setTags(tags);
     updateCount();
-    updateContent();
+    updateTags();
 }
 
 void DashboardPage::updateCount()
@@ -199,7 +263,8 @@ std::optional<DashboardPlaceholder> DashboardPage::placeholder() const
     const QuickFilterCounts &counts = m_model->quickFilterCounts();
     return dashboardPlaceholder({m_store.isStateRead(), app().has_value(), m_model->keywordCount(),
                                  m_model->rowCount(), m_filter->quick(),
-                                 counts[size_t(QuickFilter::All)]});
+                                 counts[size_t(QuickFilter::All)], m_filter->tags(),
+                                 !m_filter->search().isEmpty() || m_filter->storefront()});
 }
 
 void DashboardPage::updateContent()

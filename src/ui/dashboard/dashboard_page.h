@@ -5,6 +5,7 @@
 #include "effects/task_scope.h"
 #include "store/aso_store.h"
 #include "ui/dashboard/dashboard_placeholder.h"
+#include "ui/dashboard/tag_change.h"
 
 #include <QWidget>
 
@@ -32,6 +33,7 @@ class MeasuringStatus;
 class PageToolbar;
 class Preferences;
 class QuickFilterBar;
+class TagFilterButton;
 
 class DashboardPage final : public QWidget
 {
@@ -60,6 +62,8 @@ public:
     AddKeywordsCard *openAddKeywords();
     void refreshAll();
     void removeSelected();
+    /// Opens the tags of the selected keywords.
+    void editTags();
     void importKeywords();
     /// The keywords that are shown, in their order.
     void exportTable();
@@ -76,6 +80,8 @@ Q_SIGNALS:
     void historyRequested(const DashboardKeywordRow &row);
     void aboveYouRequested(const DashboardKeywordRow &row);
     void keywordCountChanged(int count);
+    /// The user has changed tags, and has done with it.
+    void tagsEdited(const TagChange &change);
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
@@ -86,6 +92,9 @@ private:
     void connectQuickFilters(QuickFilter saved);
     void connectTable();
     void connectNotices();
+    void connectTags();
+    void updateTags();
+    Task<void> tellWhenTagsAreRead(std::stop_token stop);
     void askToRemove(const QList<QUuid> &ids);
     void showRowMenu(const QPoint &globalPosition);
     void updateContent();
@@ -104,6 +113,7 @@ private:
     Preferences &m_preferences;
     MeasuringStatus &m_measuring;
     std::optional<QUuid> m_appId;
+    bool m_areTagsRead = false;
     KeywordFilter *m_filter;
     DashboardNotices *m_notices;
     KeywordTableModel *m_model;
@@ -111,6 +121,7 @@ private:
     PageToolbar *m_toolbar;
     KeywordControls *m_controls;
     QuickFilterBar *m_quickFilters;
+    TagFilterButton *m_tagFilter;
     KeywordTableView *m_table;
     Banner *m_importBanner;
     Banner *m_orphansBanner;

@@ -43,10 +43,22 @@ QString notMeasurable()
     return Texts::tr("Not measurable");
 }
 
+QString tagsSentence(const Entry &entry)
+{
+    QStringList names;
+    for (const QString &tag : entry.tags)
+        names.append(inSentence(tag));
+    return names.isEmpty() ? Texts::tr("No tags")
+                           : Texts::tr("Tags: %1").arg(names.join(QStringLiteral(", ")));
+}
+
 /// The row as one sentence.
 QString rowSentence(const Entry &entry)
 {
-    QStringList parts{entry.row.keyword, storefrontName(entry.row.country), timeText(entry)};
+    QStringList parts{entry.row.keyword, storefrontName(entry.row.country)};
+    if (!entry.tags.isEmpty())
+        parts << tagsSentence(entry);
+    parts << timeText(entry);
     for (const KeywordColumnInfo &info : keywordColumns()) {
         if (info.isInSentence && !entry.row.awaitingMetrics)
             parts << info.accessibleText(entry);
@@ -182,6 +194,29 @@ constexpr std::array columns{
         .toolTip = keywordToolTip,
         .isInSentence = false,
         .paint = paintKeywordCell,
+    },
+    KeywordColumnInfo{
+        .column = KeywordColumn::Tags,
+        .id = "tags",
+        .title = [] { return Texts::tr("Tags"); },
+        .defaultWidth = 116,
+        .minimumWidth = 72,
+        .sortKey =
+            [](const Entry &entry) {
+                return entry.tagOrder ? ColumnSortKey{.text = entry.tagOrder.get()}
+                                      : ColumnSortKey{.group = 1};
+            },
+        .text = [](const Entry &entry) { return entry.tags.join(QStringLiteral("; ")); },
+        .accessibleText = tagsSentence,
+        .toolTip =
+            [](const Entry &entry) {
+                return entry.tags.isEmpty() ? QString() : toolTipText(tagsSentence(entry));
+            },
+        .isInSentence = false,
+        .paint =
+            [](const CellPainting &cell, const Entry &entry) {
+                paintTagRow(cell.painter, cell.content, entry.tagChips, cell.tokens, cell.base());
+            },
     },
     KeywordColumnInfo{
         .column = KeywordColumn::Target,

@@ -11,6 +11,7 @@ namespace veltrix
 
 enum class KeywordColumn {
     Keyword,
+    Tags,
     Target,
     Popularity,
     Difficulty,

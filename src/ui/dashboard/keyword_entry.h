@@ -8,6 +8,7 @@
 #include "ui/dashboard/quick_filter.h"
 #include "ui/dashboard/rank_change.h"
 #include "ui_kit/text/relative_time.h"
+#include "ui_kit/widgets/tag_chip.h"
 
 #include <QCollatorSortKey>
 #include <QString>
@@ -35,6 +36,12 @@ struct KeywordEntry {
     QString unmeasurable;
     /// What the newest measurement says about popularity; may be empty.
     QString popularityStatus;
+    /// In the order of the alphabet; made ready once, so that painting asks nothing of them.
+    QStringList tags;
+    QStringList foldedTags;
+    QList<TagChip> tagChips;
+    /// Their place in the order of the user's language; null without a tag.
+    std::shared_ptr<const QCollatorSortKey> tagOrder;
     /// The quick filters that show the keyword.
     QuickFilterMatches matches;
     /// A refresh of this one keyword is running.

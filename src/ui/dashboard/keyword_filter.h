@@ -3,6 +3,7 @@
 #pragma once
 
 #include "ui/dashboard/quick_filter.h"
+#include "ui/dashboard/tag_filter.h"
 
 #include <QObject>
 
@@ -11,8 +12,8 @@
 namespace veltrix
 {
 
-/// The search, the storefront filter, the quick filter, and the storefront of app searches, which
-/// stands in for the filter when keywords are added.
+/// The search, the storefront filter, the tags, the quick filter, and the storefront of app
+/// searches, which stands in for the storefront filter when keywords are added.
 class KeywordFilter final : public QObject
 {
     Q_OBJECT
@@ -27,6 +28,8 @@ public:
     void setStorefront(const std::optional<QString> &country);
     [[nodiscard]] QuickFilter quick() const { return m_quick; }
     void setQuick(QuickFilter filter);
+    [[nodiscard]] const TagFilter &tags() const { return m_tags; }
+    void setTags(const TagFilter &tags);
     /// Shows all keywords again.
     void clear();
     /// Shows what passes the quick filter, and nothing else has a say in it.
@@ -44,11 +47,12 @@ Q_SIGNALS:
 private:
     /// Sets all of them, and tells what is another now.
     void set(const QString &search, const std::optional<QString> &storefront, QuickFilter quick,
-             const QString &searchStorefront);
+             const TagFilter &tags, const QString &searchStorefront);
 
     QString m_search;
     std::optional<QString> m_storefront;
     QuickFilter m_quick = QuickFilter::All;
+    TagFilter m_tags;
     QString m_searchStorefront;
 };
 

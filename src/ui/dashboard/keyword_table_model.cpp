@@ -18,6 +18,7 @@ KeywordTableModel::KeywordTableModel(ASOStore &store, QObject *parent)
     connect(&m_store, &ASOStore::keywordChanged, this, &KeywordTableModel::change);
     connect(&m_store, &ASOStore::rankDaysChanged, this, &KeywordTableModel::changePast);
     connect(&m_store, &ASOStore::keywordRemoved, this, &KeywordTableModel::follow);
+    connect(&m_store, &ASOStore::tagsChanged, this, &KeywordTableModel::changeTags);
 }
 
 KeywordTableModel::~KeywordTableModel() = default;
@@ -37,7 +38,24 @@ KeywordEntry KeywordTableModel::makeEntry(const TrackedKeyword &keyword) const
     entry.order = collationKey(keyword.keyword);
     entry.surroundings = &m_surroundings;
     entry.matches = quickFilterMatches(entry, m_today);
+    readTags(entry);
     return entry;
+}
+
+void KeywordTableModel::readTags(KeywordEntry &entry) const
+{
+    entry.tags = m_store.tags(entry.row.id);
+    entry.tagChips = TagChip::of(entry.tags);
+    entry.foldedTags.clear();
+    for (const QString &tag : std::as_const(entry.tags))
+        entry.foldedTags.append(foldedCase(tag));
+    entry.tagOrder = entry.tags.isEmpty() ? nullptr : collationKey(entry.tags.join(u'\n'));
+}
+
+bool KeywordTableModel::hasTags() const
+{
+    return std::any_of(entries().begin(), entries().end(),
+                       [](const auto &kept) { return !kept->entry.tags.isEmpty(); });
 }
 
 bool KeywordTableModel::isShown(const KeywordEntry &entry) const
@@ -48,7 +66,8 @@ bool KeywordTableModel::isShown(const KeywordEntry &entry) const
 bool KeywordTableModel::isFound(const KeywordEntry &entry) const
 {
     return (!m_country || entry.row.country == *m_country) &&
-           (m_search.isEmpty() || entry.folded.contains(m_search));
+           (m_search.isEmpty() || entry.folded.contains(m_search)) &&
+           m_tagFilter.shows(entry.foldedTags);
 }
 
 bool KeywordTableModel::comesFirstOfEquals(const KeywordEntry &left,
@@ -111,6 +130,15 @@ void KeywordTableModel::setQuickFilter(QuickFilter filter)
         return;
     m_quickFilter = filter;
     refilter();
+}
+
+void KeywordTableModel::setTagFilter(const TagFilter &filter)
+{
+    if (m_tagFilter == filter)
+        return;
+    m_tagFilter = filter;
+    refilter();
+    countAll();
 }
 
 void KeywordTableModel::countAll()
@@ -218,6 +246,34 @@ void KeywordTableModel::changePast(const QList<QUuid> &ids)
     if (column >= KeywordColumn::In7Days && column <= KeywordColumn::Best &&
         m_store.refreshProgress().isIdle())
         resort();
+}
+
+void KeywordTableModel::changeTags(const QList<QUuid> &ids)
+{
+    int first = rowCount();
+    int last = -1;
+    bool isKnown = false;
+    for (const QUuid &id : ids) {
+        Kept *known = m_byId.value(id);
+        if (!known)
+            continue;
+        isKnown = true;
+        readTags(known->entry);
+        if (known->place >= 0) {
+            first = std::min(first, known->place);
+            last = std::max(last, known->place);
+        }
+    }
+    if (!isKnown)
+        return;
+    if (last >= 0)
+        Q_EMIT dataChanged(index(first, int(KeywordColumn::Keyword)),
+                           index(last, int(KeywordColumn::Tags)));
+    // The user has just said which tags these have, or they have come from the history.
+    if (!m_tagFilter.showsAll() || sortedBy() == KeywordColumn::Tags)
+        refilter();
+    countAll();
+    Q_EMIT tagsChanged();
 }
 
 void KeywordTableModel::setRefreshing(QUuid id, bool isRefreshing)

@@ -4,6 +4,7 @@
 
 #include "store/aso_store.h"
 #include "ui/dashboard/keyword_column.h"
+#include "ui/dashboard/tag_filter.h"
 #include "ui_kit/table/entry_model.h"
 
 #include <QHash>
@@ -29,13 +30,17 @@ public:
     /// Only keywords that contain the text, ignoring case and diacritics.
     void setSearch(const QString &text);
     void setQuickFilter(QuickFilter filter);
+    void setTagFilter(const TagFilter &filter);
     void setRefreshing(QUuid id, bool isRefreshing);
 
     [[nodiscard]] KeywordColumn sortedBy() const { return KeywordColumn(sortColumn()); }
 
     /// Keywords of the app, whatever the filters hide.
     [[nodiscard]] int keywordCount() const { return entryCount(); }
-    /// Of the keywords that pass search and storefront filter, those that pass each quick filter.
+    /// Whether any keyword of the app has a tag.
+    [[nodiscard]] bool hasTags() const;
+    /// Of the keywords that pass search, storefront filter and tags, those that pass each quick
+    /// filter.
     [[nodiscard]] const QuickFilterCounts &quickFilterCounts() const { return m_counts; }
     /// -1 for a keyword that is not shown.
     [[nodiscard]] int rowOf(QUuid id) const;
@@ -47,6 +52,8 @@ Q_SIGNALS:
     /// The number of keywords of the app has changed, shown or not.
     void keywordCountChanged();
     void quickFilterCountsChanged();
+    /// Keywords of the app have other tags.
+    void tagsChanged();
 
 protected:
     [[nodiscard]] bool isShown(const KeywordEntry &entry) const override;
@@ -61,11 +68,13 @@ private:
     void change(QUuid id);
     /// What is known of their past is another.
     void changePast(const QList<QUuid> &ids);
+    void readTags(KeywordEntry &entry) const;
+    void changeTags(const QList<QUuid> &ids);
     void remember(const std::vector<Kept *> &added);
     void countStorefronts();
     /// What the texts in the rows say of the time and of their storefronts is another.
     void announceTexts();
-    /// Whether search and storefront filter leave it.
+    /// Whether search, storefront filter and tags leave it.
     [[nodiscard]] bool isFound(const KeywordEntry &entry) const;
     void countAll();
     /// Of one keyword that has passed other filters before.
@@ -77,6 +86,7 @@ private:
     std::optional<QString> m_country;
     QString m_search;
     QuickFilter m_quickFilter = QuickFilter::All;
+    TagFilter m_tagFilter;
     QuickFilterCounts m_counts{};
     /// The UTC day that the quick filters take for today.
     std::int64_t m_today = 0;

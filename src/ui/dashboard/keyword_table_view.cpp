@@ -37,8 +37,8 @@ KeywordTableView::KeywordTableView(KeywordTableModel &model, ArtworkImages &imag
     connectHeader();
     connectRowActions();
     connect(this, &QTableView::doubleClicked, this, [this](const QModelIndex &index) {
-        // The first click on the icons has opened the ranked apps already.
-        if (!isAppsCell(index))
+        // The first click on the icons or a tag has done what they are for.
+        if (!isAppsCell(index) && m_pressedTag.isEmpty())
             Q_EMIT opened(index.row());
     });
     // The current row has its buttons while the table has the focus.
@@ -97,14 +97,17 @@ void KeywordTableView::arrangeColumns(const ColumnLayout &layout)
     m_arrangedFont = font();
     m_hiddenWidths.clear();
     m_excess = scaledLength(layout.excess);
+    m_doTagsFollow = layout.doTagsFollow;
     for (size_t place = 0; place < layout.columns.size(); ++place) {
         const ColumnLayout::Column &column = layout.columns[place];
         const int section = int(column.column);
         header().moveSection(header().visualIndex(section), int(place));
         header().setSectionHidden(section, false);
         header().resizeSection(section, scaledLength(column.width));
-        header().setSectionHidden(section, !column.isVisible);
-        if (!column.isVisible)
+        const bool follows = m_doTagsFollow && column.column == KeywordColumn::Tags;
+        const bool isVisible = follows ? m_hasTags : column.isVisible;
+        header().setSectionHidden(section, !isVisible);
+        if (!isVisible)
             m_hiddenWidths.insert(column.column, column.width);
     }
 }
@@ -128,11 +131,13 @@ ColumnLayout KeywordTableView::columnLayout() const
         const bool isHidden = header().isSectionHidden(section);
         const int width =
             isHidden ? m_hiddenWidths.value(column) : toStandardFont(header().sectionSize(section));
-        layout.columns.push_back({column, width, !isHidden});
+        const bool follows = m_doTagsFollow && column == KeywordColumn::Tags;
+        layout.columns.push_back({column, width, follows || !isHidden});
     }
     layout.sortedBy = m_model.sortedBy();
     layout.sortOrder = m_model.sortOrder();
     layout.excess = toStandardFont(m_excess);
+    layout.doTagsFollow = m_doTagsFollow;
     return layout;
 }
 
@@ -148,9 +153,25 @@ void KeywordTableView::fontChanged()
 
 void KeywordTableView::setColumnVisible(KeywordColumn column, bool visible)
 {
-    const int section = int(column);
-    if (column == KeywordColumn::Keyword || header().isSectionHidden(section) != visible)
+    if (column == KeywordColumn::Keyword || header().isSectionHidden(int(column)) != visible)
         return;
+    if (column == KeywordColumn::Tags)
+        m_doTagsFollow = false;
+    m_excess = 0;
+    showColumn(column, visible);
+    Q_EMIT columnLayoutChanged();
+}
+
+void KeywordTableView::setHasTags(bool hasTags)
+{
+    m_hasTags = hasTags;
+    if (m_doTagsFollow && header().isSectionHidden(int(KeywordColumn::Tags)) == hasTags)
+        showColumn(KeywordColumn::Tags, hasTags);
+}
+
+void KeywordTableView::showColumn(KeywordColumn column, bool visible)
+{
+    const int section = int(column);
     m_isArranging = true;
     if (!visible)
         m_hiddenWidths.insert(column, toStandardFont(header().sectionSize(section)));
@@ -158,9 +179,7 @@ void KeywordTableView::setColumnVisible(KeywordColumn column, bool visible)
         m_hiddenWidths.remove(column);
     header().setSectionHidden(section, !visible);
     m_isArranging = false;
-    m_excess = 0;
     fillWithKeywords();
-    Q_EMIT columnLayoutChanged();
 }
 
 std::vector<KeywordColumn> KeywordTableView::shownColumns() const
@@ -207,12 +226,26 @@ bool KeywordTableView::isAppsCell(const QModelIndex &index) const
            !m_model.entryAt(index.row()).row.appsInRanking.isEmpty();
 }
 
+QString KeywordTableView::tagAt(const QPoint &position) const
+{
+    const QModelIndex index = indexAt(position);
+    if (!index.isValid() || index.column() != int(KeywordColumn::Tags))
+        return {};
+    const KeywordEntry &entry = m_model.entryAt(index.row());
+    const TagRowGeometry tags = layoutTagRow(contentOf(index), entry.tagChips, font());
+    for (qsizetype i = 0; i < tags.chips.size(); ++i) {
+        if (tags.chips[i].contains(position))
+            return entry.tags[i];
+    }
+    return {};
+}
+
 bool KeywordTableView::viewportEvent(QEvent *event)
 {
     if (event->type() == QEvent::MouseMove) {
         m_pointer = static_cast<QMouseEvent *>(event)->position().toPoint();
-        viewport()->setCursor(isAppsCell(indexAt(m_pointer)) ? Qt::PointingHandCursor
-                                                             : Qt::ArrowCursor);
+        const bool isPressable = isAppsCell(indexAt(m_pointer)) || !tagAt(m_pointer).isEmpty();
+        viewport()->setCursor(isPressable ? Qt::PointingHandCursor : Qt::ArrowCursor);
     }
     const bool isHandled = RowTable::viewportEvent(event);
     // Buttons that had to wait for the pointer to leave their place.
@@ -284,6 +317,8 @@ void KeywordTableView::mousePressEvent(QMouseEvent *event)
     m_pressedApps = event->button() == Qt::LeftButton && isAppsCell(indexAt(position))
                         ? QPersistentModelIndex(indexAt(position))
                         : QPersistentModelIndex();
+    m_isTagSent = false;
+    m_pressedTag = event->button() == Qt::LeftButton ? tagAt(position) : QString();
     RowTable::mousePressEvent(event);
 }
 
@@ -294,6 +329,11 @@ void KeywordTableView::mouseReleaseEvent(QMouseEvent *event)
     if (pressed.isValid() && indexAt(event->position().toPoint()) == pressed &&
         event->modifiers() == Qt::NoModifier)
         Q_EMIT rankedAppsRequested(pressed.row());
+    // The second press of a double click finds it pressed already.
+    const bool isTag = !m_pressedTag.isEmpty() && !std::exchange(m_isTagSent, true) &&
+                       tagAt(event->position().toPoint()) == m_pressedTag;
+    if (isTag && event->modifiers() == Qt::NoModifier)
+        Q_EMIT tagRequested(m_pressedTag);
 }
 
 void KeywordTableView::selectCurrentIfNone()

@@ -23,19 +23,25 @@ public:
 
     void setColumnLayout(const ColumnLayout &layout);
     [[nodiscard]] ColumnLayout columnLayout() const;
+    /// What the user wants to see.
     void setColumnVisible(KeywordColumn column, bool visible);
+    /// Whether there are tags to show, where the user has not said that they are, or are not.
+    void setHasTags(bool hasTags);
 
     /// Visible columns in the order on screen.
     [[nodiscard]] std::vector<KeywordColumn> shownColumns() const;
     /// Keywords of the selected rows, top to bottom.
     [[nodiscard]] QList<QUuid> selectedIds() const;
     void selectRow(QUuid id);
+    void selectCurrentIfNone();
 
 Q_SIGNALS:
     void opened(int row);
     void rankedAppsRequested(int row);
     void historyRequested(int row);
     void removeRequested();
+    /// A tag was pressed.
+    void tagRequested(const QString &tag);
     /// The context menu for the selected rows is wanted.
     void menuRequested(const QPoint &globalPosition);
     void columnMenuRequested(const QPoint &globalPosition);
@@ -56,7 +62,6 @@ protected:
 private:
     void connectHeader();
     void connectRowActions();
-    void selectCurrentIfNone();
     void fillWithKeywords();
     /// Gives every column the layout's place, width and visibility.
     void arrangeColumns(const ColumnLayout &layout);
@@ -67,6 +72,9 @@ private:
     [[nodiscard]] int scaledLength(int atStandard) const;
     [[nodiscard]] int toStandardFont(int pixels) const;
     [[nodiscard]] bool isAppsCell(const QModelIndex &index) const;
+    /// The tag that is shown there, or an empty text.
+    [[nodiscard]] QString tagAt(const QPoint &position) const;
+    void showColumn(KeywordColumn column, bool visible);
 
     KeywordTableModel &m_model;
     RowActions *m_rowActions;
@@ -80,6 +88,11 @@ private:
     QHash<KeywordColumn, int> m_hiddenWidths;
     QPoint m_pointer;
     QPersistentModelIndex m_pressedApps;
+    /// The tag of the last press, and whether it was acted on.
+    QString m_pressedTag;
+    bool m_isTagSent = false;
+    bool m_hasTags = false;
+    bool m_doTagsFollow = true;
 };
 
 } // namespace veltrix

@@ -82,9 +82,18 @@ void QuickFilterBar::setCounts(const QuickFilterCounts &counts)
     fit();
 }
 
+void QuickFilterBar::setOtherFilter(QWidget *filter)
+{
+    m_other = filter;
+    // Before what stretches.
+    static_cast<QBoxLayout *>(layout())->insertWidget(layout()->count() - 1, filter);
+    fit();
+}
+
 void QuickFilterBar::fit()
 {
-    const int room = width() - 2 * spacing::l;
+    const int others = m_other ? spacing::s + m_other->sizeHint().width() : 0;
+    const int room = width() - 2 * spacing::l - others;
     const bool isWhole = m_filters->wholeWidth() <= room;
     m_filters->fitInto(isWhole ? room : room - spacing::s - m_more->sizeHint().width());
     m_more->setVisible(!isWhole);

@@ -24,6 +24,8 @@ public:
     [[nodiscard]] QuickFilter chosen() const;
     void choose(QuickFilter filter);
     void setCounts(const QuickFilterCounts &counts);
+    /// Puts another filter behind the quick ones, which give way to it.
+    void setOtherFilter(QWidget *filter);
 
 Q_SIGNALS:
     /// Another filter was chosen.
@@ -39,6 +41,7 @@ private:
 
     SegmentedControl *m_filters;
     Button *m_more;
+    QWidget *m_other = nullptr;
     QuickFilterCounts m_counts{};
 };
 

@@ -159,6 +159,7 @@ void MainWindow::connectRemovals()
     connect(m_removals, &Removals::offerChanged, this,
             [this] { m_statusBar->setOffer(m_removals->offer()); });
     connect(m_statusBar, &StatusBar::undoRequested, m_removals, &Removals::undo);
+    connect(m_dashboard, &DashboardPage::tagsEdited, m_removals, &Removals::keepTags);
     connect(m_removals, &Removals::undone, this,
             [this](const QString &text, std::optional<QUuid> appId) {
                 if (appId)

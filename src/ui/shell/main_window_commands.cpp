@@ -54,6 +54,10 @@ void MainWindow::buildKeys()
         showWorkspace(Workspace::Keywords);
         m_dashboard->openAddKeywords();
     });
+    addKey(tr("Tags"), QKeySequence(Qt::CTRL | Qt::Key_T), [this] {
+        if (m_workspace == Workspace::Keywords)
+            m_dashboard->editTags();
+    });
     addKey(tr("Overview"), QKeySequence(Qt::CTRL | Qt::Key_0),
            [this] { showWorkspace(Workspace::Overview); });
     addKey(tr("Keywords"), QKeySequence(Qt::CTRL | Qt::Key_1),

@@ -25,27 +25,50 @@ QString nameOf(const RemovedTracking &removed)
 
 Removals::Removals(ASOStore &store, QObject *parent) : QObject(parent), m_store(store)
 {
-    connect(&store, &ASOStore::trackingRemoved, this, &Removals::keep);
+    connect(&store, &ASOStore::trackingRemoved, this, [this](const RemovedTracking &removed) {
+        keep(removed, tr("Removed %1").arg(nameOf(removed)));
+    });
 }
 
 Removals::~Removals() = default;
 
-void Removals::keep(const RemovedTracking &removed)
+void Removals::keepTags(const TagChange &change)
 {
-    m_removed.push_back(removed);
-    if (m_removed.size() > mostKept)
-        m_removed.pop_front();
-    setOffer(tr("Removed %1").arg(nameOf(removed)));
+    keep(change, tr("Changed %1").arg(change.name()));
+}
+
+void Removals::keep(Step step, const QString &offer)
+{
+    m_steps.push_back(std::move(step));
+    if (m_steps.size() > mostKept)
+        m_steps.pop_front();
+    setOffer(offer);
     m_tasks.own(endOffer(++m_number, m_tasks.token()));
 }
 
 void Removals::undo()
 {
-    if (m_removed.empty())
+    if (m_steps.empty())
         return;
-    RemovedTracking removed = std::move(m_removed.back());
-    m_removed.pop_back();
+    Step step = std::move(m_steps.back());
+    m_steps.pop_back();
     setOffer(QString());
+    std::visit([this](auto &&kept) { restore(std::forward<decltype(kept)>(kept)); },
+               std::move(step));
+}
+
+void Removals::restore(const TagChange &change)
+{
+    try {
+        change.undo(m_store);
+        Q_EMIT undone(tr("Restored %1").arg(change.name()), std::nullopt);
+    } catch (const StoreError &error) {
+        Q_EMIT failed(error.description());
+    }
+}
+
+void Removals::restore(RemovedTracking removed)
+{
     const QString name = nameOf(removed);
     try {
         const RestoredTracking restored = m_store.restore(std::move(removed));

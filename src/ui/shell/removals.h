@@ -1,19 +1,21 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What was removed in this run and can be put back.
+// What was removed or tagged in this run and can be undone.
 #pragma once
 
 #include "effects/task_scope.h"
 #include "store/aso_store.h"
+#include "ui/dashboard/tag_change.h"
 
 #include <QObject>
 
 #include <deque>
+#include <variant>
 
 namespace veltrix
 {
 
-/// Follows the store's removals, and undoes them, the newest first. For a while after each it has a
-/// line that says what was removed, to offer undoing it.
+/// Follows the store's removals, is told of changed tags, and undoes both, the newest first. For a
+/// while after each it has a line that says what was done, to offer undoing it.
 class Removals final : public QObject
 {
     Q_OBJECT
@@ -21,17 +23,20 @@ class Removals final : public QObject
 public:
     /// How long the line stands.
     static constexpr Seconds offerTime{10};
-    /// Removals that are kept; older ones are forgotten.
+    /// Steps that are kept; older ones are forgotten.
     static constexpr size_t mostKept = 50;
 
     /// `store` outlives this.
     explicit Removals(ASOStore &store, QObject *parent = nullptr);
     ~Removals() override;
 
+    /// Tags that the user has changed.
+    void keepTags(const TagChange &change);
+
     /// "Removed 12 keywords" while that is offered to be undone; empty otherwise.
     [[nodiscard]] const QString &offer() const { return m_offer; }
-    [[nodiscard]] bool canUndo() const { return !m_removed.empty(); }
-    /// Puts back what was removed last. Keywords that were never measured are measured.
+    [[nodiscard]] bool canUndo() const { return !m_steps.empty(); }
+    /// Undoes what was done last. Keywords that were never measured are measured.
     void undo();
 
 Q_SIGNALS:
@@ -41,14 +46,18 @@ Q_SIGNALS:
     void failed(const QString &problem);
 
 private:
-    void keep(const RemovedTracking &removed);
+    using Step = std::variant<RemovedTracking, TagChange>;
+
+    void keep(Step step, const QString &offer);
+    void restore(RemovedTracking removed);
+    void restore(const TagChange &change);
     void setOffer(const QString &offer);
     Task<void> endOffer(quint64 number, std::stop_token stop);
 
     ASOStore &m_store;
-    std::deque<RemovedTracking> m_removed;
+    std::deque<Step> m_steps;
     QString m_offer;
-    /// Of the removal that is offered.
+    /// Of the step that is offered.
     quint64 m_number = 0;
     TaskScope m_tasks;
 };

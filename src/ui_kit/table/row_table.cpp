@@ -34,9 +34,7 @@ public:
                const QModelIndex &index) const override
     {
         const Tokens tokens = Tokens::of(option.palette);
-        const qreal end = spacing::s + m_table.coveredEnd(index);
-        QRectF content = QRectF(option.rect).adjusted(spacing::m, 0, -end, 0);
-        content.setWidth(std::max(0.0, content.width()));
+        const QRectF content = contentIn(option.rect, m_table.coveredEnd(index));
         const CellPainting cell{*painter,
                                 option,
                                 tokens,
@@ -54,6 +52,12 @@ public:
     {
         return {scaledToFont(m_table.m_model.defaultWidth(index.column()), m_table.font()),
                 m_table.verticalHeader()->defaultSectionSize()};
+    }
+    static QRectF contentIn(const QRect &cell, qreal coveredEnd)
+    {
+        QRectF content = QRectF(cell).adjusted(spacing::m, 0, -(spacing::s + coveredEnd), 0);
+        content.setWidth(std::max(0.0, content.width()));
+        return content;
     }
     bool editorEvent(QEvent *, QAbstractItemModel *, const QStyleOptionViewItem &,
                      const QModelIndex &) override
@@ -155,6 +159,11 @@ void RowTable::fillWidth(int column, int excess)
 int RowTable::minimumWidth(int column) const
 {
     return scaledToFont(m_model.minimumWidth(column), font());
+}
+
+QRectF RowTable::contentOf(const QModelIndex &index) const
+{
+    return CellDelegate::contentIn(visualRect(index), coveredEnd(index));
 }
 
 QRect RowTable::rowRect(int row) const

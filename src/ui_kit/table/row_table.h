@@ -68,6 +68,8 @@ protected:
     /// its minimum.
     void fillWidth(int column, int excess = 0);
     [[nodiscard]] QRect rowRect(int row) const;
+    /// Where a cell is painted: without the padding at its sides and without what covers its end.
+    [[nodiscard]] QRectF contentOf(const QModelIndex &index) const;
     /// Pixels at the table's font.
     [[nodiscard]] int minimumWidth(int column) const;
     /// The table has another font, its rows and header too.
