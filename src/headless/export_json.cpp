@@ -228,6 +228,7 @@ QByteArray keywordObject(const ASOStore &store, const AppProfile &app,
         members.add("bestRank", best ? best->rank : std::nullopt);
         members.add("bestRankDay",
                     best ? std::optional(CalendarDate::ofDay(best->day)) : std::nullopt);
+        members.add("tags", store.tags(keyword.id).join(QStringLiteral("; ")));
     }
     return writer.take();
 }

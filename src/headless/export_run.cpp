@@ -104,8 +104,11 @@ Task<void> ExportRun::giveTable(ExportWish wish, std::stop_token stop)
     // Wrong use is told before anything is read.
     (void)wishedKeywords(wish);
     co_await m_store.rankDaysRead(stop);
+    requireWholeRanks(wishedKeywords(wish));
+    // After the ranks: from a history that cannot be read they would never come.
+    if (!wishedKeywords(wish).empty())
+        co_await m_store.annotationsRead(stop);
     const std::vector<AppsKeyword> keywords = wishedKeywords(wish);
-    requireWholeRanks(keywords);
     // By itself: in the call that is awaited, GCC 12 destroys what a condition makes twice.
     QByteArray text = wish.json ? jsonTable(keywords) : csvTable(keywords);
     co_await m_receiver.take(std::move(text), stop);

@@ -27,6 +27,7 @@ struct Entry {
     QString appName = {};
     std::optional<RankMovement> movement = std::nullopt;
     RankChanges changes = {};
+    QStringList tags = {};
 };
 
 using EntryColumn = TextColumn<Entry>;
@@ -144,6 +145,8 @@ std::vector<EntryColumn> keywordTableColumns()
          [](const Entry &entry) {
              return bestDateValue(entry.changes);
          }},
+        columnOf(KeywordColumn::Tags,
+                 [](const Entry &entry) { return entry.tags.join(QStringLiteral("; ")); }),
     };
 }
 
@@ -194,7 +197,8 @@ QList<QStringList> keywordTable(const ASOStore &store, const QList<QUuid> &ids)
             continue;
         const auto app = store.app(keyword->appId);
         entries.push_back({*keyword, store.newestSnapshot(id), app ? app->appName : QString(),
-                           store.latestMovement(id), RankChanges::of(store.rankDays(id))});
+                           store.latestMovement(id), RankChanges::of(store.rankDays(id)),
+                           store.tags(id)});
     }
     return tableOfText(keywordTableColumns(), entries);
 }

@@ -11,8 +11,8 @@ namespace veltrix
 
 /// One line a keyword with what its newest measurement says, in the order of `ids`, with a header
 /// line: keyword, storefront, app, date and time in UTC as spreadsheets read them, rank, change of
-/// the rank (positive: up), popularity, difficulty, competition, opportunity, target. What is
-/// missing is an empty cell.
+/// the rank (positive: up), popularity, difficulty, competition, opportunity, target, changes in 7
+/// and 30 days, best rank and its day, tags parted by "; ". What is missing is an empty cell.
 QList<QStringList> keywordTable(const ASOStore &store, const QList<QUuid> &ids);
 /// The same for all keywords, app by app, each by keyword.
 QList<QStringList> keywordTableOfAllApps(const ASOStore &store);
