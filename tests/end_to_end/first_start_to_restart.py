@@ -34,7 +34,7 @@ def steps(flow):
         veltrix.add_app(APP)
         first = add_keywords(veltrix)
         check(names(first) == sorted(KEYWORDS), f"the keywords, got {names(first)}")
-        check(all("Rank" in row[4] for row in first), f"ranks, got {first}")
+        check(all("Rank" in row[5] for row in first), f"ranks, got {first}")
 
         # The same app by its link is the same app; nothing is added twice.
         track_id = flow.state()["apps"][0]["trackId"]

@@ -8,7 +8,7 @@ KEYWORDS = ["collage maker", "photo editor", "remove background", "retro photo"]
 
 def is_half_way(veltrix):
     rows = veltrix.rows()
-    waiting = sum(row[4] == "Pending" for row in rows)
+    waiting = sum(row[5] == "Pending" for row in rows)
     return len(rows) == len(KEYWORDS) and 0 < waiting < len(rows)
 
 

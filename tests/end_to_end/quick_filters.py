@@ -35,9 +35,9 @@ def wait_chosen(veltrix, title):
 
 def top_ten(rows):
     """The keywords whose ranking says one of the first ten."""
-    ranked = [row for row in rows if row[4].startswith("Rank ")]
+    ranked = [row for row in rows if row[5].startswith("Rank ")]
     return [
-        row[0].split(", ")[0] for row in ranked if int(row[4].split(",")[0].split()[1]) <= 10
+        row[0].split(", ")[0] for row in ranked if int(row[5].split(",")[0].split()[1]) <= 10
     ]
 
 
