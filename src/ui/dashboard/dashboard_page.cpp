@@ -9,6 +9,7 @@
 #include "ui/dashboard/keyword_table_model.h"
 #include "ui/dashboard/keyword_table_view.h"
 #include "ui/dashboard/quick_filter_bar.h"
+#include "ui/dashboard/tag_checklist.h"
 #include "ui/dashboard/tag_editor.h"
 #include "ui/dashboard/tag_filter_button.h"
 #include "ui/measuring/measuring_status.h"
@@ -24,6 +25,8 @@
 #include <QPointer>
 #include <QStackedWidget>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 #include <utility>
 
@@ -225,9 +228,11 @@ void DashboardPage::editTags()
     const bool isCurrent = m_table->selectionModel()->isRowSelected(current.row());
     const int row = isCurrent ? current.row() : m_table->selectedRows().front();
     m_table->scrollTo(m_model->index(row, int(KeywordColumn::Keyword)));
-    // A popover opens at a widget, and goes with it; rows are none.
+    // A popover opens at a widget, under its end; rows are none. It stands under the keyword.
     auto *anchor = new QWidget(m_table->viewport());
-    anchor->setGeometry(m_table->visualRect(m_model->index(row, int(KeywordColumn::Keyword))));
+    const QRect cell = m_table->visualRect(m_model->index(row, int(KeywordColumn::Keyword)));
+    anchor->setGeometry(cell.x(), cell.y(), std::max(cell.width(), TagChecklist::widthFor(font())),
+                        cell.height());
     openTagEditor(m_store, anchor, ids, m_areTagsRead ? QString() : unreadTags(),
                   [this](const TagChange &change) { Q_EMIT tagsEdited(change); });
     connect(Overlay::topOf(window()), &QObject::destroyed, anchor, &QObject::deleteLater);

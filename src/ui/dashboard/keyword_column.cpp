@@ -200,7 +200,7 @@ constexpr std::array columns{
         .id = "tags",
         .title = [] { return Texts::tr("Tags"); },
         .defaultWidth = 116,
-        .minimumWidth = 72,
+        .minimumWidth = 96,
         .sortKey =
             [](const Entry &entry) {
                 return entry.tagOrder ? ColumnSortKey{.text = entry.tagOrder.get()}

@@ -170,9 +170,15 @@ TagChecklist::TagChecklist(TagCheckModel::Offer offer, const QString &heading,
     m_field->setFocus();
 }
 
+int TagChecklist::widthFor(const QFont &font)
+{
+    return QFontMetrics(font).averageCharWidth() * 42;
+}
+
 void TagChecklist::setNote(const QString &note)
 {
     m_note->setText(note);
+    updateGeometry();
 }
 
 void TagChecklist::setProblem(const QString &problem)
@@ -218,9 +224,11 @@ void TagChecklist::toggle(const QModelIndex &index)
 QSize TagChecklist::sizeHint() const
 {
     const int rows = std::clamp(m_model->rowCount(), fewestRows, usualRows);
-    const int width = fontMetrics().averageCharWidth() * 42;
-    const int others = layout()->totalHeightForWidth(width) - m_view->sizeHint().height();
-    return {width, std::max(others, 0) + rows * controlHeight(font())};
+    const int width = widthFor(font());
+    // Without a note no part of it wraps.
+    const int whole = layout()->hasHeightForWidth() ? layout()->totalHeightForWidth(width)
+                                                    : layout()->totalSizeHint().height();
+    return {width, whole - m_view->sizeHint().height() + rows * controlHeight(font())};
 }
 
 bool TagChecklist::eventFilter(QObject *watched, QEvent *event)

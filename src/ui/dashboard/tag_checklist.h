@@ -25,6 +25,9 @@ public:
     static TagChecklist *open(QWidget *anchor, TagCheckModel::Offer offer, const QString &heading,
                               const QString &fieldText);
 
+    /// Pixels that it is wide.
+    [[nodiscard]] static int widthFor(const QFont &font);
+
     [[nodiscard]] TagCheckModel &model() { return *m_model; }
     /// What the checks mean; may be empty.
     void setNote(const QString &note);

@@ -78,6 +78,12 @@ qreal crossSide(const QFont &base)
     return std::round(QFontMetricsF(chipFont(base)).height() * 10.0 / 15.0);
 }
 
+/// The width of a × with the room around it.
+int crossWidth(const QFont &base)
+{
+    return int(std::ceil(crossSide(base) + sidePadding + dotGap));
+}
+
 void drawDot(QPainter &painter, const QRectF &place, const QColor &color)
 {
     drawRoundedRect(painter, place, place.height() / 2, color);
@@ -187,14 +193,15 @@ RemovableTag::RemovableTag(const QString &name, QWidget *parent)
 QSize RemovableTag::sizeHint() const
 {
     const QSizeF chip = tagChipSize(m_chip, font());
-    return {int(std::ceil(chip.width() + crossSide(font()) + 1)), int(std::ceil(chip.height()))};
+    return {int(std::ceil(chip.width() - sidePadding)) + crossWidth(font()),
+            int(std::ceil(chip.height()))};
 }
 
 QRect RemovableTag::crossRect() const
 {
-    const int width = int(std::ceil(crossSide(font()) + sidePadding + dotGap));
+    const int cross = crossWidth(font());
     return QStyle::visualRect(layoutDirection(), rect(),
-                              QRect(this->width() - width, 0, width, height()));
+                              QRect(width() - cross, 0, cross, height()));
 }
 
 bool RemovableTag::hitButton(const QPoint &position) const
