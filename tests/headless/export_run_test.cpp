@@ -101,7 +101,8 @@ TEST_F(Exporting, WritesRawValuesAsJsonAndNullForWhatIsMissing)
                              text("bestRank"),    text("change30Days"), text("bestRankDay")};
     for (const QString &key : values)
         EXPECT_TRUE(before.contains(key) && before[key].isNull()) << key.toStdString();
-    EXPECT_EQ(before.size(), values.size() + 4);
+    EXPECT_EQ(before[text("tags")], text(""));
+    EXPECT_EQ(before.size(), values.size() + 5);
 
     const TrackedKeyword keyword = store->trackedKeywords().constFirst();
     KeywordSnapshot earlier = snapshotOf(keyword, Seconds(7 * 86'400));
@@ -124,6 +125,18 @@ TEST_F(Exporting, WritesRawValuesAsJsonAndNullForWhatIsMissing)
     EXPECT_TRUE(after[text("change30Days")].isNull());
     EXPECT_EQ(after[text("bestRank")], 6);
     EXPECT_EQ(after[text("bestRankDay")], formatInternetDateTime(earlier.fetchedAt).left(10));
+}
+
+TEST_F(Exporting, WaitsForTheTagsAndJoinsThem)
+{
+    addKeyword("tide");
+    const QUuid id = store->trackedKeywords().constFirst().id;
+    store->setTag({id}, text("title"), true);
+    store->setTag({id}, text("Core"), true);
+    ASSERT_TRUE(store->saveBeforeEnd());
+    start();
+    EXPECT_TRUE(store->tags(id).isEmpty()) << "they are read after the start";
+    EXPECT_EQ(exportedJson(json).at(0).toObject()[text("tags")], text("Core; title"));
 }
 
 TEST_F(Exporting, TellsALostRankWithoutPlaces)
