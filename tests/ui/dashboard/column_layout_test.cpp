@@ -20,7 +20,7 @@ QString picture(const ColumnLayout &layout)
     return columns.join(u' ');
 }
 
-TEST(KeywordColumns, AreTheNineInTheirDefinedOrder)
+TEST(KeywordColumns, AreTheTenInTheirDefinedOrder)
 {
     QStringList headers;
     QStringList ids;
@@ -30,9 +30,10 @@ TEST(KeywordColumns, AreTheNineInTheirDefinedOrder)
         EXPECT_EQ(&keywordColumnInfo(info.column), &info);
         EXPECT_EQ(keywordColumnOf(QLatin1String(info.id)), info.column);
     }
-    EXPECT_EQ(headers.join(u'|'), QStringLiteral("Keyword|Target|Popularity (est.)|Difficulty "
-                                                 "(est.)|Ranking|7 days|30 days|Best|Apps"));
-    EXPECT_EQ(ids.join(u'|'), QStringLiteral("keyword|target|popularity|difficulty|position|"
+    EXPECT_EQ(headers.join(u'|'),
+              QStringLiteral("Keyword|Tags|Target|Popularity (est.)|"
+                             "Difficulty (est.)|Ranking|7 days|30 days|Best|Apps"));
+    EXPECT_EQ(ids.join(u'|'), QStringLiteral("keyword|tags|target|popularity|difficulty|position|"
                                              "change7|change30|best|apps"));
     EXPECT_EQ(keywordColumnInfo(KeywordColumn::Popularity).helpText(),
               QStringLiteral("Estimated search popularity from the Quorvin model, not official "
@@ -51,6 +52,18 @@ TEST(ColumnLayout, ComesBackAsItWas)
     EXPECT_EQ(ColumnLayout::fromText(layout.toText()), layout);
 }
 
+TEST(ColumnLayout, TagsFollowUntilTheUserShowsOrHidesThem)
+{
+    ColumnLayout layout = ColumnLayout::standard();
+    EXPECT_TRUE(layout.doTagsFollow);
+    EXPECT_TRUE(layout.toText().contains(QStringLiteral("tags 116 auto;")));
+    EXPECT_TRUE(ColumnLayout::fromText(layout.toText()).doTagsFollow);
+    layout.doTagsFollow = false;
+    EXPECT_EQ(ColumnLayout::fromText(layout.toText()), layout);
+    layout.columns[1].isVisible = false;
+    EXPECT_EQ(ColumnLayout::fromText(layout.toText()), layout);
+}
+
 TEST(ColumnLayout, NothingSavedIsTheStandard)
 {
     EXPECT_EQ(ColumnLayout::fromText(QString()), ColumnLayout::standard());
@@ -60,12 +73,12 @@ TEST(ColumnLayout, NothingSavedIsTheStandard)
 
 TEST(ColumnLayout, AnUnknownColumnIsSkipped)
 {
-    EXPECT_EQ(
-        picture(ColumnLayout::fromText(
-            QStringLiteral("keyword 200 shown; trend 90 shown; apps 100 hidden; target 120 shown; "
-                           "popularity 100 shown; difficulty 100 shown; position 100 shown"))),
-        QStringLiteral("keyword apps- target popularity difficulty position change7- change30- "
-                       "best-"));
+    EXPECT_EQ(picture(ColumnLayout::fromText(QStringLiteral(
+                  "keyword 200 shown; trend 90 shown; apps 100 hidden; target 120 shown; "
+                  "popularity 100 shown; difficulty 100 shown; position 100 shown"))),
+              QStringLiteral(
+                  "keyword tags apps- target popularity difficulty position change7- change30- "
+                  "best-"));
 }
 
 TEST(ColumnLayout, ALayoutFromBeforeTheChangesComesBackWithThemHiddenBesideTheRanking)
@@ -74,8 +87,9 @@ TEST(ColumnLayout, ALayoutFromBeforeTheChangesComesBackWithThemHiddenBesideTheRa
     const ColumnLayout layout = ColumnLayout::fromText(QStringLiteral(
         "keyword 300 shown; position 160 shown; target 175 hidden; popularity 134 shown; "
         "difficulty 134 shown; apps 134 shown; sort popularity descending; excess 12"));
-    EXPECT_EQ(picture(layout), QStringLiteral("keyword position change7- change30- best- target- "
-                                              "popularity difficulty apps"));
+    EXPECT_EQ(picture(layout),
+              QStringLiteral("keyword tags position change7- change30- best- target- "
+                             "popularity difficulty apps"));
     EXPECT_EQ(layout.sortedBy, KeywordColumn::Popularity);
     EXPECT_EQ(layout.sortOrder, Qt::DescendingOrder);
     EXPECT_EQ(layout.columns.front().width, 300);
@@ -86,18 +100,18 @@ TEST(ColumnLayout, ALayoutFromBeforeTheChangesComesBackWithThemHiddenBesideTheRa
 TEST(ColumnLayout, AColumnThatIsNewComesInAtItsPlaceAndIsShown)
 {
     // Written by a version that knew neither popularity nor position.
-    EXPECT_EQ(
-        picture(ColumnLayout::fromText(QStringLiteral(
-            "apps 100 shown; keyword 200 shown; target 120 hidden; difficulty 100 shown"))),
-        QStringLiteral("apps keyword target- popularity difficulty position change7- change30- "
-                       "best-"));
+    EXPECT_EQ(picture(ColumnLayout::fromText(QStringLiteral(
+                  "apps 100 shown; keyword 200 shown; target 120 hidden; difficulty 100 shown"))),
+              QStringLiteral(
+                  "apps keyword tags target- popularity difficulty position change7- change30- "
+                  "best-"));
 }
 
 TEST(ColumnLayout, AColumnThatIsNamedTwiceIsThereOnce)
 {
     EXPECT_EQ(ColumnLayout::fromText(QStringLiteral("target 120 shown; target 130 hidden"))
                   .columns.size(),
-              9U);
+              10U);
 }
 
 TEST(ColumnLayout, WidthsStayWithinReason)

@@ -39,18 +39,19 @@ TEST_F(DashboardFilesTest, ExportsTheKeywordsThatAreShownForSpreadsheets)
     EXPECT_EQ(world->files.requests.last().suggestedName,
               QStringLiteral("Lumen Photo Editor keywords.csv"));
     ASSERT_TRUE(world->files.saved.startsWith("\xEF\xBB\xBF"));
-    EXPECT_EQ(QString::fromUtf8(world->files.saved.sliced(3)),
-              QStringLiteral(
-                  "Keyword,Storefront,App,Measured at (UTC),Ranking,Change,Popularity (est.),"
-                  "Difficulty (est.),Competition,Opportunity,Target,7 days,30 days,Best,Best on\r\n"
-                  "photo editor,US,Lumen Photo Editor,2026-11-21 11:59:48,37,3,78,81,,62,"
-                  "Worth Climbing,,,37,2026-11-21\r\n"
-                  "photo journal,US,Lumen Photo Editor,2026-11-21 09:49:00,12,,,35,,,,,,12,"
-                  "2026-11-21\r\n"
-                  "retro photo,US,Lumen Photo Editor,2026-11-21 11:55:00,4,0,48,33,,62,"
-                  "Good Target,,,4,2026-11-20\r\n"
-                  "passport photo booth,US,Lumen Photo Editor,2026-11-21 11:54:00,Not ranked,"
-                  "Left results,14,21,,62,Low Volume,,,48,2026-11-20\r\n"));
+    EXPECT_EQ(
+        QString::fromUtf8(world->files.saved.sliced(3)),
+        QStringLiteral(
+            "Keyword,Storefront,App,Measured at (UTC),Ranking,Change,Popularity (est.),"
+            "Difficulty (est.),Competition,Opportunity,Target,7 days,30 days,Best,Best on,Tags\r\n"
+            "photo editor,US,Lumen Photo Editor,2026-11-21 11:59:48,37,3,78,81,,62,"
+            "Worth Climbing,,,37,2026-11-21,\r\n"
+            "photo journal,US,Lumen Photo Editor,2026-11-21 09:49:00,12,,,35,,,,,,12,"
+            "2026-11-21,\r\n"
+            "retro photo,US,Lumen Photo Editor,2026-11-21 11:55:00,4,0,48,33,,62,"
+            "Good Target,,,4,2026-11-20,\r\n"
+            "passport photo booth,US,Lumen Photo Editor,2026-11-21 11:54:00,Not ranked,"
+            "Left results,14,21,,62,Low Volume,,,48,2026-11-20,\r\n"));
     EXPECT_EQ(status(), QStringLiteral("Exported to Lumen Photo Editor keywords.csv."));
 }
 
@@ -60,9 +61,9 @@ TEST_F(DashboardFilesTest, WhatIsMissingIsAnEmptyCellAndADeclineANegativeNumber)
     page().exportTable();
     const QString file = QString::fromUtf8(world->files.saved);
     EXPECT_TRUE(
-        file.contains(QStringLiteral("\r\ngrain filter,US,Lumen Photo Editor,,,,,,,,,,,,\r\n")))
+        file.contains(QStringLiteral("\r\ngrain filter,US,Lumen Photo Editor,,,,,,,,,,,,,\r\n")))
         << file.toStdString();
-    EXPECT_TRUE(file.contains(QStringLiteral(",21,-4,42,58,,62,Supporting,,,17,2026-11-20\r\n")));
+    EXPECT_TRUE(file.contains(QStringLiteral(",21,-4,42,58,,62,Supporting,,,17,2026-11-20,\r\n")));
 }
 
 TEST_F(DashboardFilesTest, ExportsAllAppsInOneFile)
@@ -76,7 +77,7 @@ TEST_F(DashboardFilesTest, ExportsAllAppsInOneFile)
     const QStringList lines = QString::fromUtf8(world->files.saved).split(QStringLiteral("\r\n"));
     ASSERT_EQ(lines.size(), 1 + 12 + 1) << "whatever the filter hides";
     EXPECT_TRUE(lines[1].startsWith(QStringLiteral("bildbearbeitung,DE,Lumen Photo Editor,")));
-    EXPECT_EQ(lines[12], QStringLiteral("diary,GB,Tidewater Journal,,,,,,,,,,,,"));
+    EXPECT_EQ(lines[12], QStringLiteral("diary,GB,Tidewater Journal,,,,,,,,,,,,,"));
 }
 
 TEST_F(DashboardFilesTest, ACopyStaysTabSeparatedAndAsItIsShown)

@@ -388,7 +388,7 @@ TEST_F(DashboardPageTest, SortingAndColumnsAreInTheMenuToo)
     open();
     QMenu sort;
     page().fillSortMenu(&sort);
-    sort.actions().at(2)->trigger();
+    sort.actions().at(3)->trigger();
     EXPECT_EQ(model().sortedBy(), KeywordColumn::Popularity);
     page().fillSortMenu(&sort);
     sort.actions().last()->trigger();
@@ -396,7 +396,7 @@ TEST_F(DashboardPageTest, SortingAndColumnsAreInTheMenuToo)
     QMenu columns;
     page().fillColumnMenu(&columns);
     EXPECT_FALSE(columns.actions().first()->isEnabled());
-    columns.actions().at(3)->trigger();
+    columns.actions().at(4)->trigger();
     EXPECT_EQ(table().shownColumns().size(), 5U);
     columns.actions().last()->trigger();
     EXPECT_EQ(table().shownColumns().size(), 6U);

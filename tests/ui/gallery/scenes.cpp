@@ -14,6 +14,7 @@
 #include "ui/gallery/shell_scenes.h"
 #include "ui/gallery/suggestion_scenes.h"
 #include "ui/gallery/table_scenes.h"
+#include "ui/gallery/tag_scenes.h"
 #include "ui/shell/app_selector.h"
 #include "ui/support/ui_world.h"
 #include "ui_kit/widgets/storefront_picker.h"
@@ -360,7 +361,7 @@ std::vector<Scene> galleryScenes()
     for (const auto &part :
          {dashboardScenes(), persistenceScenes(), searchScenes(), shellScenes(), sheetScenes(),
           competitorScenes(), trackingScenes(), keywordScenes(), suggestionScenes(), tableScenes(),
-          shellRoomScenes(), settingsScenes(), overviewScenes(), rivalScenes()})
+          tagScenes(), shellRoomScenes(), settingsScenes(), overviewScenes(), rivalScenes()})
         scenes.insert(scenes.end(), part.begin(), part.end());
     return scenes;
 }

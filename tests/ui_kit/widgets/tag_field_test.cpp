@@ -170,6 +170,14 @@ TEST_F(TagFieldTest, GrowsByRowsAndKeepsEveryChipInside)
     EXPECT_TRUE(QTest::qWaitFor([&] { return field->height() == oneRow; }));
 }
 
+TEST_F(TagFieldTest, AChipHasRoomForItsWholeNameAndTheCross)
+{
+    field->setTags({QStringLiteral("core")});
+    const RemovableTag *chip = chips().first();
+    const TagChip plain = TagChip::of(QStringLiteral("core"));
+    EXPECT_GE(chip->width(), tagChipSize(plain, chip->font()).width() + 14);
+}
+
 TEST_F(TagFieldTest, CompletesFromKnownTagsThatItDoesNotHold)
 {
     field->setKnownTags({QStringLiteral("autumn"), QStringLiteral("core")});
