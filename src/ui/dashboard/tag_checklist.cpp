@@ -50,7 +50,7 @@ public:
         const QRect area = option.rect.adjusted(spacing::s, 0, -spacing::s, 0);
         const int side =
             option.widget->style()->pixelMetric(QStyle::PM_IndicatorWidth, nullptr, option.widget);
-        const QRect box(area.left(), area.center().y() - side / 2, side, side);
+        const QRect box(area.left(), area.top() + (area.height() - side) / 2, side, side);
         const QRect text = area.adjusted(side + spacing::s, 0, 0, 0);
         if (row.kind == Kind::NewTag)
             drawSymbol(*painter, box, QStringLiteral("plus"), tokens[Token::Accent]);
