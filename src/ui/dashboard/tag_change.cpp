@@ -5,9 +5,6 @@
 #include "ui_kit/text/shown_text.h"
 
 #include <QCoreApplication>
-#include <QMap>
-
-#include <algorithm>
 
 namespace veltrix
 {
@@ -54,49 +51,51 @@ QStringList joinedTags(const QStringList &known, const QStringList &more)
     return joined;
 }
 
-TagChange::TagChange(const ASOStore &store, const QList<QUuid> &keywordIds)
+void TagChange::set(ASOStore &store, const QList<QUuid> &keywordIds, const QString &tag, bool isOn)
 {
-    for (const QUuid &id : keywordIds)
-        m_before.insert(id, store.tags(id));
-}
-
-bool TagChange::keepChanged(const ASOStore &store)
-{
-    using Entry = QHash<QUuid, QStringList>::iterator;
-    m_before.removeIf([&](Entry entry) { return store.tags(entry.key()) == entry.value(); });
-    if (m_before.size() == 1) {
-        const auto keyword = store.trackedKeyword(m_before.begin().key());
-        m_keyword = keyword ? keyword->keyword : QString();
+    QHash<QUuid, QString> others;
+    for (const QUuid &id : keywordIds) {
+        const auto keyword = store.trackedKeyword(id);
+        if (keyword && contains(store.tags(id), tag) != isOn)
+            others.insert(id, keyword->keyword);
     }
-    return !m_before.isEmpty();
+    store.setTag(keywordIds, tag, isOn);
+    const QString folded = foldedCase(tag);
+    Changed &changed = m_tags[folded];
+    changed.tag = tag;
+    for (auto it = others.cbegin(); it != others.cend(); ++it) {
+        // What was changed before is as it was again.
+        if (changed.keywords.remove(it.key()) == 0)
+            changed.keywords.insert(it.key(), {isOn, it.value()});
+    }
+    if (changed.keywords.isEmpty())
+        m_tags.remove(folded);
 }
 
 void TagChange::undo(ASOStore &store) const
 {
-    // By tag: the store takes many keywords at once.
-    QMap<QString, QList<QUuid>> lost;
-    QMap<QString, QList<QUuid>> gained;
-    for (auto it = m_before.begin(); it != m_before.end(); ++it) {
-        const QStringList now = store.tags(it.key());
-        for (const QString &tag : it.value()) {
-            if (!contains(now, tag))
-                lost[tag].append(it.key());
-        }
-        for (const QString &tag : now) {
-            if (!contains(it.value(), tag))
-                gained[tag].append(it.key());
+    for (const Changed &changed : m_tags) {
+        for (const bool isOn : {true, false}) {
+            QList<QUuid> ids;
+            for (auto it = changed.keywords.cbegin(); it != changed.keywords.cend(); ++it) {
+                if (it->isOn == isOn)
+                    ids.append(it.key());
+            }
+            store.setTag(ids, changed.tag, !isOn);
         }
     }
-    for (auto it = gained.begin(); it != gained.end(); ++it)
-        store.setTag(it.value(), it.key(), false);
-    for (auto it = lost.begin(); it != lost.end(); ++it)
-        store.setTag(it.value(), it.key(), true);
 }
 
 QString TagChange::name() const
 {
-    return m_before.size() == 1 ? Texts::tr("tags of “%1”").arg(inSentence(m_keyword))
-                                : Texts::tr("tags of %L1 keywords").arg(m_before.size());
+    QHash<QUuid, QString> keywords;
+    for (const Changed &changed : m_tags) {
+        for (auto it = changed.keywords.cbegin(); it != changed.keywords.cend(); ++it)
+            keywords.insert(it.key(), it->text);
+    }
+    return keywords.size() == 1
+               ? Texts::tr("tags of “%1”").arg(inSentence(keywords.cbegin().value()))
+               : Texts::tr("tags of %L1 keywords").arg(keywords.size());
 }
 
 } // namespace veltrix

@@ -25,24 +25,33 @@ QList<TagState> tagStates(const QStringList &known, const QList<QStringList> &ta
 /// `known` and those of `more` that are not among them, in the order of the alphabet.
 QStringList joinedTags(const QStringList &known, const QStringList &more);
 
-/// What the tags of keywords were before they were edited, as one step to undo.
+/// Tags that were put on keywords and taken off, as one step to undo. It knows of these alone: what
+/// the keywords get by other ways, from an import or a history that is read late, is not touched.
 class TagChange
 {
 public:
-    /// Remembers the tags that they have now.
-    TagChange(const ASOStore &store, const QList<QUuid> &keywordIds);
-
-    /// Forgets the keywords whose tags are as they were. False when none is left.
-    bool keepChanged(const ASOStore &store);
-    /// Gives the keywords that are still there the tags that they had. Throws StoreError.
+    /// Puts a tag on keywords or takes it off, and remembers of which that was not so before.
+    /// Throws what ASOStore::setTag() throws.
+    void set(ASOStore &store, const QList<QUuid> &keywordIds, const QString &tag, bool isOn);
+    /// Nothing was changed, or all of it was changed back.
+    [[nodiscard]] bool isEmpty() const { return m_tags.isEmpty(); }
+    /// Takes it back for the keywords that are still there. Throws StoreError.
     void undo(ASOStore &store) const;
     /// "tags of “collage maker”" or "tags of 12 keywords".
     [[nodiscard]] QString name() const;
 
 private:
-    QHash<QUuid, QStringList> m_before;
-    /// The keyword, when there is only one.
-    QString m_keyword;
+    struct Changed {
+        QString tag;
+        /// Whether each keyword that has changed has the tag now, and its text.
+        struct Keyword {
+            bool isOn = false;
+            QString text;
+        };
+        QHash<QUuid, Keyword> keywords;
+    };
+    /// By the folded name.
+    QHash<QString, Changed> m_tags;
 };
 
 } // namespace veltrix

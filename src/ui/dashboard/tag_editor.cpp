@@ -52,8 +52,7 @@ QString headingFor(const ASOStore &store, const QList<QUuid> &keywordIds)
 void openTagEditor(ASOStore &store, QWidget *anchor, const QList<QUuid> &keywordIds,
                    const QString &note, std::function<void(const TagChange &change)> edited)
 {
-    auto editing =
-        std::make_shared<Editing>(Editing{store, keywordIds, TagChange(store, keywordIds), {}});
+    auto editing = std::make_shared<Editing>(Editing{store, keywordIds, {}, {}});
     auto *list = TagChecklist::open(anchor, TagCheckModel::Offer::NewTag,
                                     headingFor(store, keywordIds), Texts::tr("Find or add a tag"));
     const auto show = [list, editing] {
@@ -65,13 +64,14 @@ void openTagEditor(ASOStore &store, QWidget *anchor, const QList<QUuid> &keyword
     QObject::connect(list, &TagChecklist::wanted, list,
                      [list, editing](const TagCheckModel::Row &row, bool isChecked) {
                          try {
-                             editing->store.setTag(editing->keywordIds, row.name, isChecked);
+                             editing->change.set(editing->store, editing->keywordIds, row.name,
+                                                 isChecked);
                          } catch (const StoreError &error) {
                              list->setProblem(error.description());
                          }
                      });
     QObject::connect(list, &TagChecklist::closed, list, [editing, edited = std::move(edited)] {
-        if (editing->change.keepChanged(editing->store))
+        if (!editing->change.isEmpty())
             edited(editing->change);
     });
 }
