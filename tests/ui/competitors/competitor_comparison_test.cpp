@@ -123,6 +123,7 @@ TEST_F(CompetitorComparisonTest, UntrackedItForgetsAndTrackedAgainItAsks)
     EXPECT_TRUE(comparison->log().empty());
     world.store->restore(removed);
     waitForLead("You lead on 0 of 1 keyword");
+    settle();
     EXPECT_EQ(comparison->log().size(), 1U);
 }
 
