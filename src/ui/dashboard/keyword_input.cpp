@@ -5,6 +5,8 @@
 #include "ui_kit/text/storefronts.h"
 #include "ui_kit/text/table_file.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
 
 namespace veltrix
@@ -12,6 +14,9 @@ namespace veltrix
 
 namespace
 {
+
+/// Taking a file apart needs much more memory than the file, and the time of the window.
+constexpr qsizetype mostCells = 1'000'000;
 
 /// What parts the keywords of a text.
 bool isSeparator(QChar c)
@@ -127,7 +132,14 @@ QList<EnteredKeyword> enteredKeywords(const QString &text)
 
 KeywordFile readKeywordFile(const QByteArray &content)
 {
-    const QList<TextRow> rows = rowsOfText(textOfFile(content));
+    const QString text = textOfFile(content);
+    const auto isEnd = [](QChar c) {
+        return isSeparator(c) || c == u';';
+    };
+    if (std::count_if(text.begin(), text.end(), isEnd) > mostCells)
+        throw TableFileError(
+            QCoreApplication::translate("KeywordFile", "The file has more than 1,000,000 cells."));
+    const QList<TextRow> rows = rowsOfText(text);
     const QStringList header = rows.value(0).cells;
     const qsizetype keywordColumn =
         columnNamed(header, {QStringLiteral("Keyword"), QStringLiteral("Keywords")});

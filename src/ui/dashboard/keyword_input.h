@@ -59,7 +59,8 @@ struct KeywordFile {
 /// makes it a table: the keywords are in that column, storefronts, by code or name, in a column
 /// "Storefront" or "Country", tags, parted by semicolons, in a column "Tags", the name of the app
 /// in a column "App". A line of a table without a keyword gives an empty one. Any other file is a
-/// list, parted by commas, semicolons, tabs and line ends. Throws TableFileError.
+/// list, parted by commas, semicolons, tabs and line ends. Throws TableFileError, also for
+/// more than a million cells.
 KeywordFile readKeywordFile(const QByteArray &content);
 
 } // namespace veltrix

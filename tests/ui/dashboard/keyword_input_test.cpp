@@ -3,6 +3,7 @@
 
 #include "support/generators.h"
 #include "support/json_printers.h"
+#include "ui_kit/text/table_file.h"
 
 #include <QLocale>
 
@@ -163,6 +164,13 @@ RC_GTEST_PROP(KeywordInTextRules, IsOneOfTheKeywordsWhereverTheCaretStands,
     QString replaced = text;
     replaced.replace(found.begin, found.end - found.begin, QStringLiteral("photo calendar"));
     RC_ASSERT(splitKeywords(replaced).contains(QStringLiteral("photo calendar")));
+}
+
+TEST(KeywordFile, AFileOfMillionsOfCellsIsRefusedBeforeItIsTakenApart)
+{
+    EXPECT_THROW(readKeywordFile(QByteArray("x,").repeated(1'000'001)), TableFileError);
+    EXPECT_THROW(readKeywordFile(QByteArray("x;y\n").repeated(600'000)), TableFileError);
+    EXPECT_EQ(readKeywordFile(QByteArray("x\n").repeated(20'000)).keywords.size(), 20'000);
 }
 
 TEST(KeywordFile, AnEmptyFileHasNoKeywords)
