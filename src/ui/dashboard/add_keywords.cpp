@@ -13,12 +13,12 @@
 #include "ui_kit/widgets/layouts.h"
 #include "ui_kit/widgets/overlay.h"
 #include "ui_kit/widgets/storefront_checklist.h"
+#include "ui_kit/widgets/tag_field.h"
 #include "ui_kit/widgets/text_area.h"
 #include "ui_kit/widgets/text_label.h"
 
 #include <QKeyEvent>
 #include <QScrollArea>
-#include <QTextCursor>
 
 #include <algorithm>
 #include <chrono>
@@ -55,8 +55,9 @@ AddKeywordsCard::AddKeywordsCard(const QString &country, const KeywordPlanner &p
                                                                      m_storefronts->checked());
                                       })),
       m_pick(new Button(Button::Kind::Standard, QStringLiteral("globe"), QString())),
-      m_list(new StorefrontChecklist(*m_storefronts)), m_preview(new ImportPreview),
-      m_import(new Button(Button::Kind::Link, tr("Import…"))),
+      m_list(new StorefrontChecklist(*m_storefronts)),
+      m_tags(new TagField(QStringLiteral("addKeywordsTags"), tr("Tags"))),
+      m_preview(new ImportPreview), m_import(new Button(Button::Kind::Link, tr("Import…"))),
       m_cancel(new Button(Button::Kind::Standard, tr("Cancel"))),
       m_add(new Button(Button::Kind::Primary, tr("Add keywords")))
 {
@@ -108,6 +109,11 @@ QWidget *AddKeywordsCard::makeContent()
     auto *layout =
         makeColumn(spacing::m, content, {spacing::l, spacing::m, spacing::l, spacing::s});
     layout->addLayout(columns, 1);
+    auto *tags = makeRow(spacing::m);
+    tags->addWidget(new TextLabel(TextStyle::BodySemibold, TextLabel::Tone::Text, tr("Tags")), 0,
+                    Qt::AlignTop);
+    tags->addWidget(m_tags, 1);
+    layout->addLayout(tags);
     layout->addWidget(m_preview);
     return content;
 }
@@ -137,6 +143,7 @@ void AddKeywordsCard::connectParts()
             showProblem(tr("One file can be imported at a time."));
     });
     connect(m_storefronts, &StorefrontCheckModel::checkedChanged, this, &AddKeywordsCard::planAll);
+    connect(m_tags, &TagField::tagsChanged, this, &AddKeywordsCard::describeTyped);
     connect(m_pick, &Button::clicked, this, &AddKeywordsCard::openStorefronts);
     connect(m_preview, &ImportPreview::removed, this, [this] {
         removeFile();
@@ -151,62 +158,19 @@ void AddKeywordsCard::connectParts()
     });
 }
 
-void AddKeywordsCard::connectSuggestions()
-{
-    m_field->installEventFilter(this);
-    connect(m_field, &QPlainTextEdit::textChanged, this, &AddKeywordsCard::followCaret);
-    connect(m_field, &QPlainTextEdit::cursorPositionChanged, this, &AddKeywordsCard::followCaret);
-    connect(m_storefronts, &StorefrontCheckModel::checkedChanged, this, [this] {
-        followCaret();
-        // Another storefront may lack what these have.
-        m_suggested->showState();
-    });
-    connect(m_suggested, &SuggestionPanel::chosen, this, &AddKeywordsCard::takeSuggestion);
-    connect(m_suggested, &SuggestionPanel::left, m_field, qOverload<>(&QWidget::setFocus));
-}
-
-void AddKeywordsCard::followCaret()
-{
-    const KeywordInText line = keywordAt(m_field->toPlainText(), m_field->textCursor().position());
-    m_suggestions->follow(line.keyword, m_storefronts->checked().value(0));
-}
-
-void AddKeywordsCard::takeSuggestion(const QString &term)
-{
-    QTextCursor cursor = m_field->textCursor();
-    const KeywordInText line = keywordAt(m_field->toPlainText(), cursor.position());
-    m_suggestions->settle(term);
-    cursor.setPosition(int(line.begin));
-    cursor.setPosition(int(line.end), QTextCursor::KeepAnchor);
-    cursor.insertText(term);
-    m_field->setTextCursor(cursor);
-    m_field->setFocus();
-}
-
-bool AddKeywordsCard::eventFilter(QObject *watched, QEvent *event)
-{
-    if (watched == m_field && event->type() == QEvent::KeyPress) {
-        const auto *pressed = static_cast<QKeyEvent *>(event);
-        const bool isDown =
-            pressed->key() == Qt::Key_Down && !(pressed->modifiers() & ~Qt::KeypadModifier);
-        QTextCursor cursor = m_field->textCursor();
-        const bool isLastLine = !cursor.movePosition(QTextCursor::Down);
-        if (isDown && isLastLine && m_suggested->enter())
-            return true;
-    }
-    return QWidget::eventFilter(watched, event);
-}
-
 AddKeywordsCard *AddKeywordsCard::open(QWidget *opener, KeywordActions &actions,
                                        std::optional<QUuid> appId, const QString &country)
 {
     auto *card = new AddKeywordsCard(country, actions.planner(appId),
                                      {actions.suggestions(), actions.clock()});
+    if (appId)
+        card->m_tags->setKnownTags(actions.knownTags(*appId));
     Overlay *overlay = Overlay::open(Overlay::Kind::Popover, opener, card);
     connect(card, &AddKeywordsCard::cancelled, overlay, &Overlay::dismiss);
     connect(card, &AddKeywordsCard::submitted, &actions,
-            [&actions, appId, card, overlay](const KeywordPlan &file, const KeywordPlan &typed) {
-                const auto [problem, count] = actions.add(appId, file, typed, {});
+            [&actions, appId, card, overlay](const KeywordPlan &file, const KeywordPlan &typed,
+                                             const QStringList &tags) {
+                const auto [problem, count] = actions.add(appId, file, typed, tags);
                 if (problem)
                     card->showProblem(*problem);
                 else if (!typed.refused.isEmpty())
@@ -331,6 +295,8 @@ void AddKeywordsCard::describeTyped()
                     .arg(refusalReason(KeywordRefusal::UnknownStorefront, m_country)));
     else
         setNote(typedNote(m_typedPlan, storefronts.size()));
+    if (!m_tags->tags().isEmpty() && m_filePlan.alreadyTracked() + m_typedPlan.alreadyTracked() > 0)
+        setNote(m_note->text() + u'\n' + tr("Tags go to the keywords that are added."));
     const QString label = addLabel(m_filePlan.added + m_typedPlan.added);
     m_add->setText(label);
     m_add->setAccessibleDescription(label);
@@ -392,8 +358,15 @@ void AddKeywordsCard::showAdded(const AdmissionCount &count, const KeywordPlanne
 
 void AddKeywordsCard::submit()
 {
-    if (m_add->isEnabled())
-        Q_EMIT submitted(m_filePlan, m_typedPlan);
+    if (!m_add->isEnabled())
+        return;
+    const QString refusal = m_tags->refusal();
+    if (refusal.isEmpty()) {
+        Q_EMIT submitted(m_filePlan, m_typedPlan, m_tags->tags());
+        return;
+    }
+    showProblem(refusal);
+    m_tags->setFocus();
 }
 
 void AddKeywordsCard::openStorefronts()

@@ -25,12 +25,13 @@ class Overlay;
 class StorefrontChecklist;
 class StorefrontCheckModel;
 class SuggestionPanel;
+class TagField;
 class TextArea;
 class TextLabel;
 
-/// Says what would be added while it is entered, and suggests keywords for the line with the caret.
-/// Beside the field is the list of storefronts; in a narrow window it is behind a button below the
-/// field.
+/// Says what would be added while it is entered, with which tags, and suggests keywords for the
+/// line with the caret. Beside the field is the list of storefronts; in a narrow window it is
+/// behind a button below the field.
 class AddKeywordsCard final : public QWidget
 {
     Q_OBJECT
@@ -63,7 +64,8 @@ public:
     [[nodiscard]] QSize sizeHint() const override;
 
 Q_SIGNALS:
-    void submitted(const KeywordPlan &file, const KeywordPlan &typed);
+    /// `tags` are for all that is new.
+    void submitted(const KeywordPlan &file, const KeywordPlan &typed, const QStringList &tags);
     void importRequested();
     void fileBrought(const QString &path);
     void cancelled();
@@ -118,6 +120,7 @@ private:
     SuggestionPanel *m_suggested;
     Button *m_pick;
     StorefrontChecklist *m_list;
+    TagField *m_tags;
     ImportPreview *m_preview;
     Button *m_import;
     Button *m_cancel;

@@ -54,6 +54,8 @@ public:
     [[nodiscard]] Clock &clock() const { return m_store.clock(); }
     /// Tells what a plan starts from.
     [[nodiscard]] KeywordPlanner planner(std::optional<QUuid> appId) const;
+    /// The tags of the app's keywords.
+    [[nodiscard]] QStringList knownTags(QUuid appId) const { return m_store.allTags(appId); }
     /// `done` is not called when the user cancels.
     void chooseFile(QWidget *dialogParent,
                     std::function<void(const FileExchange::OpenedFile &file)> done);

@@ -150,6 +150,12 @@ QStringList TagField::tags() const
     return names;
 }
 
+QString TagField::refusal() const
+{
+    return m_line->text().trimmed().isEmpty() ? QString()
+                                              : tagRefusal(m_line->text()).value_or(QString());
+}
+
 void TagField::setTags(const QStringList &tags)
 {
     const QStringList before = this->tags();

@@ -28,6 +28,8 @@ public:
 
     /// The chips in their order, with what is in the line if that is a name that can be.
     [[nodiscard]] QStringList tags() const;
+    /// Why what is in the line cannot be the name of a tag; empty when it can, or nothing is there.
+    [[nodiscard]] QString refusal() const;
     /// Names that can be no tag are left out, and so are those that differ from another by case.
     void setTags(const QStringList &tags);
     /// What the line completes to. One of them that is typed in another case is written as here.

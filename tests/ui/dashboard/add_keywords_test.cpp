@@ -317,13 +317,14 @@ TEST_F(AddKeywordsTest, TabGoesFromTheFieldThroughTheStorefrontsToTheButtons)
     openCard();
     paste(QStringLiteral("film"));
     QStringList stops;
-    for (int i = 0; i < 7; ++i) {
+    for (int i = 0; i < 8; ++i) {
         stops << QApplication::focusWidget()->objectName();
         press(Qt::Key_Tab);
     }
     EXPECT_EQ(stops.join(u' '),
               QStringLiteral("keywordInput storefrontChecklistSearch storefrontChecklist "
-                             "addKeywordsImport addKeywordsCancel addKeywordsSubmit keywordInput"));
+                             "addKeywordsTagsLine addKeywordsImport addKeywordsCancel "
+                             "addKeywordsSubmit keywordInput"));
 }
 
 } // namespace

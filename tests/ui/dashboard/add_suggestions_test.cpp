@@ -4,6 +4,7 @@
 
 #include "ui/dashboard/add_keywords.h"
 #include "ui/suggestions/typed_suggestions.h"
+#include "ui_kit/widgets/tag_field.h"
 #include "ui_kit/widgets/text_area.h"
 
 #include <QClipboard>
@@ -183,6 +184,53 @@ TEST_F(AddSuggestionsTest, TextsFromRightToLeftAndOfIdeographsAreTakenWhole)
     EXPECT_EQ(fieldText(), QStringLiteral("写真加工\nתמונה רטרו"));
 }
 
+TEST_F(AddSuggestionsTest, TagsAreEndedByCommaOrEnterAndGoToWhatIsAdded)
+{
+    openCard();
+    typeKeys(QStringLiteral("film, photo editor"));
+    find("addKeywordsTagsLine")->setFocus();
+    typeKeys(QStringLiteral("core,Autumn"));
+    press(Qt::Key_Return);
+    typeKeys(QStringLiteral("CORE,spare,"));
+    press(Qt::Key_Backspace);
+    EXPECT_EQ(find<TagField>("addKeywordsTags")->tags(),
+              (QStringList{QStringLiteral("core"), QStringLiteral("Autumn")}));
+    EXPECT_EQ(find("addKeywordsTagsChip0")->accessibleName(), QStringLiteral("core, remove"));
+    EXPECT_EQ(find<QLabel>("addKeywordsNote")->text(),
+              QStringLiteral("2 keywords: 1 will be added, 1 is tracked already\n"
+                             "Tags go to the keywords that are added."));
+    typeKeys(QStringLiteral("late"));
+    press(Qt::Key_Return, Qt::ControlModifier);
+    EXPECT_FALSE(isShown("addKeywordsCard"));
+    QStringList tagged;
+    for (const TrackedKeyword &keyword : store().trackedKeywords()) {
+        if (const QStringList tags = store().tags(keyword.id); !tags.isEmpty())
+            tagged << keyword.keyword + u':' + tags.join(u'+');
+    }
+    EXPECT_EQ(tagged, QStringList{QStringLiteral("film:Autumn+core+late")})
+        << "what is still being typed counts, and what was there keeps its tags";
+}
+
+TEST_F(AddSuggestionsTest, ANameThatNoTagCanHaveIsToldWhereItStandsAndNothingIsAdded)
+{
+    openCard();
+    typeKeys(QStringLiteral("film"));
+    find("addKeywordsTagsLine")->setFocus();
+    typeKeys(QString(41, u'x'));
+    const qsizetype before = store().trackedKeywords().size();
+    press(Qt::Key_Return, Qt::ControlModifier);
+    EXPECT_TRUE(isShown("addKeywordsCard"));
+    EXPECT_EQ(store().trackedKeywords().size(), before);
+    EXPECT_EQ(find<QLabel>("addKeywordsNote")->text(),
+              QStringLiteral("The name of a tag has 40 characters at most."));
+    EXPECT_EQ(focused(), QStringLiteral("addKeywordsTagsLine"));
+    press(Qt::Key_Backspace);
+    press(Qt::Key_Return);
+    find("addKeywordsTagsChip0")->setFocus();
+    press(Qt::Key_Delete);
+    EXPECT_TRUE(find<TagField>("addKeywordsTags")->tags().isEmpty());
+}
+
 TEST_F(AddSuggestionsTest, TheFirstPopoverHasNoEmptyStripBelowItsHint)
 {
     openCard();
@@ -192,8 +240,10 @@ TEST_F(AddSuggestionsTest, TheFirstPopoverHasNoEmptyStripBelowItsHint)
         return widget->mapTo(window.get(), QPoint(0, widget->height())).y();
     };
     const int page = bottomOf("addKeywordsScroll");
-    EXPECT_NEAR(bottomOf("storefrontChecklist"), page, 12);
-    EXPECT_NEAR(bottomOf("addKeywordsNote"), page, 12);
+    EXPECT_NEAR(bottomOf("addKeywordsTags"), page, 12);
+    const int tags = find("addKeywordsTags")->mapTo(window.get(), QPoint()).y();
+    EXPECT_NEAR(bottomOf("storefrontChecklist"), tags, 16);
+    EXPECT_NEAR(bottomOf("addKeywordsNote"), tags, 16);
 }
 
 } // namespace

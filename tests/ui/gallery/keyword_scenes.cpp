@@ -13,6 +13,7 @@
 
 #include <QAbstractButton>
 #include <QCoreApplication>
+#include <QLineEdit>
 #include <QListView>
 #include <QTest>
 
@@ -176,7 +177,17 @@ std::vector<Scene> typedSuggestionScenes()
                   made.check("GB");
                   made.check("CA");
                   typeKeywords(made, typedLines);
+                  auto *tags = made.find<QLineEdit>("addKeywordsTagsLine");
+                  QTest::keyClicks(tags, QStringLiteral("core,autumn,"));
                   made.import(mixedFile);
+              }),
+        scene("add-keywords-tag-refused", {},
+              [](KeywordStage &made) {
+                  auto *tags = made.find<QLineEdit>("addKeywordsTagsLine");
+                  tags->setFocus();
+                  for (int i = 1; i <= 9; ++i)
+                      QTest::keyClicks(tags, QStringLiteral("campaign %1,").arg(i));
+                  QTest::keyClicks(tags, QString(41, u'x') + u',');
               }),
         scene("add-keywords-suggestions-small", {800, 500},
               [suggest](KeywordStage &made) {
