@@ -105,9 +105,7 @@ Task<void> ExportRun::giveTable(ExportWish wish, std::stop_token stop)
     (void)wishedKeywords(wish);
     co_await m_store.rankDaysRead(stop);
     requireWholeRanks(wishedKeywords(wish));
-    // After the ranks: from a history that cannot be read they would never come.
-    if (!wishedKeywords(wish).empty())
-        co_await m_store.annotationsRead(stop);
+    co_await m_store.requireAnnotations(stop);
     const std::vector<AppsKeyword> keywords = wishedKeywords(wish);
     // By itself: in the call that is awaited, GCC 12 destroys what a condition makes twice.
     QByteArray text = wish.json ? jsonTable(keywords) : csvTable(keywords);
@@ -140,10 +138,9 @@ Task<void> ExportRun::giveHistory(ExportWish wish, std::stop_token stop)
     co_await m_receiver.take(std::move(header), stop);
     for (const AppsKeyword &one : keywords) {
         std::optional<PageStart> next = PageStart{.size = pageSize};
-        // Before notes are waited for: of a history that cannot be read this says why.
         const std::vector<KeywordStandings> standings =
             co_await m_store.standings(one.keyword.id, stop);
-        co_await m_store.annotationsRead(stop);
+        co_await m_store.requireAnnotations(stop);
         // One that is removed meanwhile ends there.
         while (next && m_store.trackedKeyword(one.keyword.id)) {
             const MeasurementPage page = co_await m_store.measurements(one.keyword.id, *next, stop);

@@ -23,12 +23,6 @@ bool isBefore(const QString &one, const QString &other)
     return std::pair(foldedCase(one), one) < std::pair(foldedCase(other), other);
 }
 
-void putTag(QStringList &tags, const QString &name)
-{
-    if (findTag(tags, name) == tags.cend())
-        tags.insert(std::ranges::upper_bound(tags, name, isBefore) - tags.begin(), name);
-}
-
 } // namespace
 
 Annotations::News Annotations::adopt(const WrittenNotes &written)
@@ -70,6 +64,12 @@ std::optional<SetTag> Annotations::tagEdit(const QUuid &keywordId, const QString
         return std::nullopt;
     const QString name = isOn ? m_forms.value(foldedCase(tag), tag) : *known;
     return SetTag{keywordId, name, isOn};
+}
+
+void Annotations::putTag(QStringList &tags, const QString &name)
+{
+    if (findTag(tags, name) == tags.cend())
+        tags.insert(std::ranges::upper_bound(tags, name, isBefore) - tags.begin(), name);
 }
 
 void Annotations::apply(const SetTag &edit)

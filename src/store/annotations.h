@@ -5,6 +5,7 @@
 #include "store/history_edit.h"
 
 #include <QHash>
+#include <QSet>
 #include <QStringList>
 
 #include <optional>
@@ -36,6 +37,8 @@ public:
     [[nodiscard]] std::optional<SetTag> tagEdit(const QUuid &keywordId, const QString &tag,
                                                 bool isOn) const;
     void apply(const SetTag &edit);
+    /// Puts a name where it belongs in a sorted list, unless the list has it ignoring case.
+    static void putTag(QStringList &tags, const QString &name);
 
     /// By their days and then as they were written.
     [[nodiscard]] QList<AppNote> notes(const QUuid &appId) const;

@@ -25,6 +25,7 @@
 
 #include <QObject>
 
+#include <exception>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -196,6 +197,9 @@ public:
     // count at once, before that too.
     /// Ends when they were read. While they cannot be, it waits; persistenceProblem() says why.
     Task<void> annotationsRead(std::stop_token stop);
+    /// The same for whoever cannot wait: throws DatabaseError or DecodingError when the last
+    /// attempt to read them failed.
+    Task<void> requireAnnotations(std::stop_token stop);
     /// Of a keyword, in the order of the alphabet.
     [[nodiscard]] QStringList tags(QUuid keywordId) const;
     /// Of all keywords of an app, in the order of the alphabet, each once.
@@ -326,7 +330,11 @@ private:
     Annotations m_annotations;
     /// Why they could not be read, until it is dismissed.
     std::optional<QString> m_annotationsProblem;
+    /// The same until they were read.
+    std::exception_ptr m_annotationsFailure;
     std::vector<OneShot<Done>> m_annotationsAwaited;
+    /// Wait for one attempt only.
+    std::vector<OneShot<Done>> m_annotationsRequired;
 
     QList<AppProfile> m_apps;
     KeywordList m_keywords;

@@ -88,6 +88,7 @@ Task<void> ASOStore::readWrittenNotes(std::stop_token stop)
             if (m_saver.hasHistory())
                 written = co_await m_saver.writtenNotes(stop);
             m_annotationsProblem.reset();
+            m_annotationsFailure = nullptr;
             const Annotations::News news = m_annotations.adopt(written);
             followPersistence();
             if (!news.keywords.isEmpty())
@@ -96,10 +97,15 @@ Task<void> ASOStore::readWrittenNotes(std::stop_token stop)
                 Q_EMIT notesChanged(appId);
             for (const OneShot<Done> &waiting : std::exchange(m_annotationsAwaited, {}))
                 waiting.resolve({});
+            for (const OneShot<Done> &waiting : std::exchange(m_annotationsRequired, {}))
+                waiting.resolve({});
             co_return;
         } catch (const Error &error) {
             m_annotationsProblem = error.description();
+            m_annotationsFailure = std::current_exception();
         }
+        for (const OneShot<Done> &waiting : std::exchange(m_annotationsRequired, {}))
+            waiting.fail(m_annotationsFailure);
         followPersistence();
         co_await m_clock->sleep(persistenceRetryInterval, stop);
     }
@@ -115,6 +121,18 @@ Task<void> ASOStore::annotationsRead(std::stop_token callersStop)
     co_await read.wait(stop);
 }
 
+Task<void> ASOStore::requireAnnotations(std::stop_token callersStop)
+{
+    const ScopedStop stop(m_tasks, callersStop);
+    if (m_annotations.areRead())
+        co_return;
+    if (m_annotationsFailure)
+        std::rethrow_exception(m_annotationsFailure);
+    const OneShot<Done> read;
+    m_annotationsRequired.push_back(read);
+    co_await read.wait(stop);
+}
+
 QStringList ASOStore::tags(QUuid keywordId) const
 {
     return m_annotations.tags(keywordId);
@@ -122,14 +140,18 @@ QStringList ASOStore::tags(QUuid keywordId) const
 
 QStringList ASOStore::allTags(QUuid appId) const
 {
-    Annotations ofApp;
+    // A name has one form, unless two were saved before both were known.
+    QSet<QString> names;
     for (const TrackedKeyword &keyword : m_keywords.all()) {
         if (keyword.appId != appId)
             continue;
         for (const QString &tag : m_annotations.tags(keyword.id))
-            ofApp.apply(SetTag{appId, tag, true});
+            names.insert(tag);
     }
-    return ofApp.tags(appId);
+    QStringList tags;
+    for (const QString &name : std::as_const(names))
+        Annotations::putTag(tags, name);
+    return tags;
 }
 
 void ASOStore::setTag(const QList<QUuid> &keywordIds, const QString &tag, bool isOn)

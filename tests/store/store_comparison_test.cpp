@@ -369,7 +369,11 @@ TEST_F(StoreComparison, WhileTheHistoryFailsTheUsersWordsStayAndAreSavedWhenItIs
     const QByteArray sound = readWholeFile(historyPath());
     writeFileAtomically(historyPath(), "not a database");
     restart();
-    waitFor([this] { return problem().contains(text("Notes and tags could not be read.")); });
+    // Whoever cannot wait is told why.
+    Outcome<Done> required(finished(store->requireAnnotations({})));
+    EXPECT_TRUE(required.wait().failureText().contains(text("not a database")));
+    EXPECT_TRUE(problem().contains(text("Notes and tags could not be read.")));
+    EXPECT_TRUE(Outcome<Done>(finished(store->requireAnnotations({}))).isDone());
     tag(moon, "autumn");
     EXPECT_TRUE(problem().contains(text("Notes and tags could not be saved yet.")))
         << qPrintable(problem());
