@@ -7,7 +7,6 @@
 #include <QCoreApplication>
 
 #include <algorithm>
-#include <cstdlib>
 
 namespace veltrix
 {
@@ -51,7 +50,7 @@ QString SharedKeyword::leadText() const
 {
     if (lead() == 0)
         return Texts::tr("Level");
-    return (lead() > 0 ? Texts::tr("You by %1") : Texts::tr("They by %1")).arg(std::abs(lead()));
+    return (lead() > 0 ? Texts::tr("You by %1") : Texts::tr("They by %1")).arg(qAbs(lead()));
 }
 
 QString SharedKeyword::leadSentence() const
@@ -59,7 +58,7 @@ QString SharedKeyword::leadSentence() const
     if (lead() == 0)
         return Texts::tr("level");
     return (lead() > 0 ? Texts::tr("you lead by %1") : Texts::tr("they lead by %1"))
-        .arg(std::abs(lead()));
+        .arg(qAbs(lead()));
 }
 
 SharedKeywords

@@ -26,7 +26,7 @@ protected:
     }
 };
 
-TEST_F(KeywordRoundTripTest, TheExportOfAnAppIsImportedWholeIntoAnEmptyOne)
+TEST_F(KeywordRoundTripTest, TheExportOfAnAppIsImportedWholeWithItsTagsIntoAnEmptyOne)
 {
     open();
     const AppProfile app = store().apps().first();
@@ -39,6 +39,8 @@ TEST_F(KeywordRoundTripTest, TheExportOfAnAppIsImportedWholeIntoAnEmptyOne)
         ids << keyword.id;
         expected.append({keyword.keyword, keyword.country});
     }
+    store().setTag({ids.first()}, QStringLiteral("core"), true);
+    store().setTag({ids.first(), ids.last()}, QStringLiteral("=autumn"), true);
     const KeywordFile file = readKeywordFile(toCsvFile(keywordTable(store(), ids)));
     EXPECT_TRUE(file.overlongLines.isEmpty());
     const KeywordPlan plan = KeywordPlanner({}, app.appName).plan(file.keywords, {});
@@ -46,6 +48,9 @@ TEST_F(KeywordRoundTripTest, TheExportOfAnAppIsImportedWholeIntoAnEmptyOne)
     EXPECT_EQ(plan.added, ids.size());
     EXPECT_TRUE(plan.refused.isEmpty());
     EXPECT_EQ(plan.ofOtherApps, 0);
+    ASSERT_EQ(plan.tagged.size(), 2);
+    EXPECT_EQ(plan.tagged.first().tags, store().tags(ids.first()));
+    EXPECT_EQ(plan.tagged.last().tags, QStringList{QStringLiteral("=autumn")});
     const KeywordPlan again =
         KeywordPlanner(store().keywordsOfApp(app.id), app.appName).plan(file.keywords, {});
     EXPECT_EQ(again.added, 0) << "into the same app it adds nothing";
