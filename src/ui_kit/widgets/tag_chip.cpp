@@ -197,6 +197,11 @@ QSize RemovableTag::sizeHint() const
             int(std::ceil(chip.height()))};
 }
 
+QSize RemovableTag::minimumSizeHint() const
+{
+    return {2 * crossWidth(font()), sizeHint().height()};
+}
+
 QRect RemovableTag::crossRect() const
 {
     const int cross = crossWidth(font());

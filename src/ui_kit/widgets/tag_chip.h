@@ -63,6 +63,8 @@ public:
 
     [[nodiscard]] const QString &name() const { return m_name; }
     [[nodiscard]] QSize sizeHint() const override;
+    /// A long name gives way.
+    [[nodiscard]] QSize minimumSizeHint() const override;
 
 protected:
     [[nodiscard]] bool hitButton(const QPoint &position) const override;
