@@ -36,8 +36,7 @@ TEST_F(KeywordSuggestionsSheetTest, OpensFromTheAnalysisWhichAsksForNothingItsel
 {
     openAnalysis();
     EXPECT_TRUE(world->suggestions->asked.isEmpty());
-    EXPECT_EQ(find("analysisSuggestions")->accessibleName(),
-              text("Suggestions for collage maker"));
+    EXPECT_EQ(find("analysisSuggestions")->accessibleName(), text("Suggestions for collage maker"));
     click("analysisSuggestions");
     settle();
     EXPECT_EQ(topSheet()->accessibleName(), text("Suggestions"));
@@ -48,8 +47,7 @@ TEST_F(KeywordSuggestionsSheetTest, AClickTracksASuggestionForTheSameApp)
 {
     suggest({text("collage maker"), text("collage maker free"), text("photo editor")});
     openSuggestions();
-    EXPECT_EQ(find("suggestion1")->accessibleName(),
-              text("collage maker free, suggestion 1 of 2"));
+    EXPECT_EQ(find("suggestion1")->accessibleName(), text("collage maker free, suggestion 1 of 2"));
     EXPECT_EQ(find("suggestion2")->accessibleName(),
               text("photo editor, suggestion 2 of 2, tracked"));
     appStore().holds = true;
