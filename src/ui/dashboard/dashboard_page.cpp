@@ -100,6 +100,7 @@ void DashboardPage::layOut()
     m_importBanner->setActionSymbol(QStringLiteral("doc.on.doc"));
     m_importBanner->makeDismissible();
     m_orphansBanner->setActionSymbol(QStringLiteral("trash"));
+    m_quickFilters->setOtherFilter(m_tagFilter);
     m_stack->addWidget(m_table);
     m_stack->addWidget(m_empty);
     auto *layout = new QVBoxLayout(this);
@@ -189,7 +190,6 @@ void DashboardPage::connectNotices()
 
 void DashboardPage::connectTags()
 {
-    m_quickFilters->setOtherFilter(m_tagFilter);
     m_tagFilter->setSource([this] { return m_appId ? m_store.allTags(*m_appId) : QStringList(); });
     connect(m_tagFilter, &TagFilterButton::picked, m_filter, &KeywordFilter::setTags);
     connect(m_filter, &KeywordFilter::changed, this,

@@ -5,7 +5,7 @@
 #include "ui_kit/accessibility/accessibility.h"
 #include "ui_kit/text/tool_tip_text.h"
 
-#include <QPointer>
+#include <algorithm>
 
 namespace veltrix
 {
@@ -22,6 +22,7 @@ TagFilterButton::TagFilterButton(QWidget *parent)
     : Button(Kind::Standard, QStringLiteral("tag"), QString(), parent)
 {
     setObjectName(QStringLiteral("tagFilter"));
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     setChosen({});
     connect(this, &Button::clicked, this, &TagFilterButton::openList);
 }
@@ -36,6 +37,12 @@ void TagFilterButton::setChosen(const TagFilter &filter)
     setAccessibleName(tr("Tag filter: %1").arg(filter.sentence()));
     setToolTip(filter.showsAll() ? QString() : toolTipText(filter.sentence()));
     updateGeometry();
+}
+
+QSize TagFilterButton::minimumSizeHint() const
+{
+    const QSize whole = sizeHint();
+    return {std::min(whole.width(), fontMetrics().averageCharWidth() * 16), whole.height()};
 }
 
 void TagFilterButton::openList()

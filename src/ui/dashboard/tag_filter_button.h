@@ -27,6 +27,9 @@ public:
 
     void openList();
 
+    /// A long name gives way.
+    [[nodiscard]] QSize minimumSizeHint() const override;
+
 Q_SIGNALS:
     /// The user chose others.
     void picked(const TagFilter &filter);
