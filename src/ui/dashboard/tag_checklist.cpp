@@ -164,6 +164,8 @@ TagChecklist::TagChecklist(TagCheckModel::Offer offer, const QString &heading,
     // The popover is as high as it needs to be.
     connect(m_model, &QAbstractItemModel::modelReset, this, [this] {
         updateGeometry();
+        // An empty list would have nothing to show the focus by.
+        m_view->setFocusPolicy(m_model->rowCount() > 0 ? Qt::StrongFocus : Qt::NoFocus);
         if (!m_view->currentIndex().isValid())
             goToFirst();
     });
