@@ -22,7 +22,7 @@ struct DashboardState {
     QuickFilter quickFilter = QuickFilter::All;
     /// Keywords that pass search, storefront filter and tags, whatever the quick filter.
     int found = 0;
-    TagFilter tags;
+    TagFilter tags = {};
     /// Whether there is a search or a storefront filter.
     bool isNarrowed = false;
 };
