@@ -102,13 +102,13 @@ TEST_F(DashboardPageTest, TabGoesThroughTheToolbarIntoTheTable)
     open();
     find("keywordSearch")->setFocus();
     QStringList stops;
-    for (int i = 0; i < 8; ++i) {
+    for (int i = 0; i < 9; ++i) {
         stops << QApplication::focusWidget()->objectName();
         press(Qt::Key_Tab);
     }
     EXPECT_EQ(stops.join(u' '),
               QStringLiteral("keywordSearch storefrontFilter refreshButton addKeywordsButton "
-                             "settingsButton moreButton quickFilter0 keywordTable"));
+                             "settingsButton moreButton quickFilter0 tagFilter keywordTable"));
 }
 
 TEST_F(DashboardPageTest, AddsTheKeywordsOfTheFieldAndMeasuresThem)

@@ -163,8 +163,8 @@ TEST_F(HeldColumnTest, IsDraggedToAnotherPlaceAsTheOthersAre)
 {
     scroll(300);
     drag({40, 10}, {width() + 200, 10});
-    EXPECT_EQ(header().visualIndex(keyword), 1);
     EXPECT_EQ(table().shownColumns().front(), KeywordColumn::Target);
+    EXPECT_EQ(table().shownColumns().at(1), KeywordColumn::Keyword);
     EXPECT_EQ(header().heldRect(), QRect()) << "scrolled to its own place";
     scroll(sideways().maximum());
     EXPECT_EQ(cellAt(0, KeywordColumn::Keyword).left(), 0) << "held from there, too";

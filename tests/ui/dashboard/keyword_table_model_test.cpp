@@ -330,9 +330,10 @@ TEST_F(KeywordTableModelTest, AFirstObservationIsNoMovement)
 
 TEST_F(KeywordTableModelTest, TheHeaderExplainsPopularity)
 {
-    EXPECT_EQ(tested->headerData(2, Qt::Horizontal, Qt::DisplayRole).toString(),
+    constexpr int popularity = int(KeywordColumn::Popularity);
+    EXPECT_EQ(tested->headerData(popularity, Qt::Horizontal, Qt::DisplayRole).toString(),
               QStringLiteral("Popularity (est.)"));
-    EXPECT_TRUE(tested->headerData(2, Qt::Horizontal, Qt::ToolTipRole)
+    EXPECT_TRUE(tested->headerData(popularity, Qt::Horizontal, Qt::ToolTipRole)
                     .toString()
                     .startsWith(QStringLiteral("Estimated search popularity")));
 }

@@ -154,7 +154,8 @@ TEST_F(KeywordTableViewTest, CopiesTheSelectedRowsWithTheirHeaders)
 TEST_F(KeywordTableViewTest, AClickOnAHeaderSortsAndASecondTurnsTheOrder)
 {
     auto *header = table().horizontalHeader();
-    const QPoint popularity(table().columnViewportPosition(2) + 20, 10);
+    const QPoint popularity(table().columnViewportPosition(int(KeywordColumn::Popularity)) + 20,
+                            10);
     QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, popularity);
     EXPECT_EQ(model().sortedBy(), KeywordColumn::Popularity);
     EXPECT_EQ(shownKeywords().first(), QStringLiteral("passport photo booth"));
@@ -254,8 +255,8 @@ TEST_F(KeywordTableViewTest, TheMenuKeyOpensTheActionsOfTheRow)
     EXPECT_EQ(entries,
               (QStringList{QStringLiteral("Keyword Analysis"), QStringLiteral("View ranked apps"),
                            QStringLiteral("Ranking history"), QStringLiteral("Who is above you"),
-                           QStringLiteral("Refresh Keyword"), QStringLiteral("Copy"),
-                           QStringLiteral("Remove Keyword…")}));
+                           QStringLiteral("Tags…"), QStringLiteral("Refresh Keyword"),
+                           QStringLiteral("Copy"), QStringLiteral("Remove Keyword…")}));
     menu->close();
 }
 

@@ -189,7 +189,7 @@ TEST_F(QuickFilterWindowTest, IsOneTabStopInWhichArrowsChoose)
     press(Qt::Key_Left);
     EXPECT_EQ(chosen(), QuickFilter::NotRanked);
     press(Qt::Key_Tab);
-    EXPECT_EQ(QApplication::focusWidget(), &table());
+    EXPECT_EQ(QApplication::focusWidget(), find("tagFilter"));
     press(Qt::Key_Tab, Qt::ShiftModifier);
     EXPECT_EQ(QApplication::focusWidget(), button(QuickFilter::NotRanked));
 }
@@ -258,7 +258,7 @@ TEST_F(QuickFilterWindowTest, TabStopsAtTheChosenOneBeforeAnyHasHadTheFocus)
     press(Qt::Key_Tab);
     EXPECT_EQ(QApplication::focusWidget(), button(QuickFilter::Risen));
     press(Qt::Key_Tab);
-    EXPECT_EQ(QApplication::focusWidget(), &table());
+    EXPECT_EQ(QApplication::focusWidget(), find("tagFilter"));
 }
 
 TEST_F(QuickFilterWindowTest, AStartDoesNotSaveWhatItHasReadOnlyJustNow)

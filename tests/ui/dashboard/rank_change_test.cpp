@@ -189,7 +189,7 @@ TEST_F(RankChangeWindowTest, TheyAreHiddenAtFirstAndInTheColumnMenu)
         if (action->isCheckable() && !action->isChecked())
             unchecked << action->text();
     }
-    EXPECT_EQ(unchecked.join(u'|'), text("7 days|30 days|Best"));
+    EXPECT_EQ(unchecked.join(u'|'), text("Tags|7 days|30 days|Best"));
     menu.actions()[int(KeywordColumn::Best)]->trigger();
     EXPECT_FALSE(table().horizontalHeader()->isSectionHidden(int(KeywordColumn::Best)));
     reopen();

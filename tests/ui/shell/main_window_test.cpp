@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/support/ui_test.h"
 
+#include "support/task_outcome.h"
 #include "ui/app_search/app_search_sheet.h"
 #include "ui/shell/app_list_model.h"
 #include "ui/shell/app_selector.h"
@@ -385,7 +386,10 @@ TEST_F(MainWindowTest, ExportsAndImportsAreInTheMenu)
     EXPECT_TRUE(world->files.saved.startsWith("\xEF\xBB\xBFKeyword,Storefront,App"));
     click("moreButton");
     choose("moreMenu", QStringLiteral("Export History…"));
-    EXPECT_TRUE(world->files.saved.startsWith("\xEF\xBB\xBFKeyword,Storefront,Measured at"));
+    // It asks the history for the names of its columns first.
+    waitFor([this] {
+        return world->files.saved.startsWith("\xEF\xBB\xBFKeyword,Storefront,Measured at");
+    });
 }
 
 TEST(AppListModel, IsAModelThatFollowsTheStore)
