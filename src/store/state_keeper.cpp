@@ -107,7 +107,10 @@ void StateKeeper::boundEdits()
         return;
     size_t surplus = m_edits.size() - mostWaitingEdits;
     std::erase_if(m_edits, [&](const HistoryEdit &edit) {
-        return surplus > 0 && !isOfTheUser(edit) && surplus-- > 0;
+        if (surplus == 0 || isOfTheUser(edit))
+            return false;
+        --surplus;
+        return true;
     });
 }
 
