@@ -241,9 +241,9 @@ void RemovableTag::paintEvent(QPaintEvent *)
                    : QRectF(QPointF(dotX + side + dotGap, 0), QPointF(cross.left(), height()));
     painter.setFont(font);
     painter.setPen(tokens[Token::Text]);
-    painter.drawText(text,
-                     Qt::AlignVCenter | (isMirrored ? Qt::AlignRight : Qt::AlignLeft) |
-                         Qt::AlignAbsolute | Qt::TextSingleLine,
+    const Qt::Alignment alignment =
+        Qt::AlignVCenter | Qt::AlignAbsolute | (isMirrored ? Qt::AlignRight : Qt::AlignLeft);
+    painter.drawText(text, int(alignment) | int(Qt::TextSingleLine),
                      metrics.elidedText(m_chip.text, Qt::ElideRight, text.width() + 0.5));
     const qreal crossLength = crossSide(this->font());
     QRectF place(0, 0, crossLength, crossLength);
