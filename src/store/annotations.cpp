@@ -43,11 +43,6 @@ Annotations::News Annotations::adopt(const WrittenNotes &written)
     return news;
 }
 
-void Annotations::forget()
-{
-    m_areRead = false;
-}
-
 template <class Edit>
 void Annotations::remember(const Edit &edit)
 {

@@ -19,15 +19,13 @@ namespace veltrix
 class Annotations
 {
 public:
-    /// Takes what the history has. Keywords and apps of which something is known now that was not
-    /// before.
+    /// Keywords with tags and apps with notes.
     struct News {
         QSet<QUuid> keywords;
         QSet<QUuid> apps;
     };
+    /// Takes what the history has, and says of what it has something.
     News adopt(const WrittenNotes &written);
-    /// The history is to be read anew.
-    void forget();
     [[nodiscard]] bool areRead() const { return m_areRead; }
 
     /// Sorted, each once ignoring case.

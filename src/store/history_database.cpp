@@ -31,12 +31,6 @@ constexpr const char *everyConnection = R"(
 /// written once.
 constexpr const char *roomForASlice = "PRAGMA cache_size = -16384";
 
-DatabaseError unusable(const QString &path, const QString &reason)
-{
-    return DatabaseError(
-        QStringLiteral("The database “%1” could not be used: %2.").arg(path, reason));
-}
-
 /// Does edits, one after another.
 class HistoryEdits
 {
@@ -98,10 +92,10 @@ std::optional<HistoryDatabase> HistoryDatabase::open(const QString &path)
     if (std::holds_alternative<NoFile>(look))
         return std::nullopt;
     if (const auto *unknown = std::get_if<UnknownFile>(&look))
-        throw unusable(path, unknown->reason);
+        throw unusableHistory(path, unknown->reason);
     // A database without any content is a new one to the library.
     if (std::get<FileIdentity>(look).size == 0)
-        throw unusable(path, QStringLiteral("The file is empty"));
+        throw unusableHistory(path, QStringLiteral("The file is empty"));
     HistoryDatabase database(path);
     requireHistory(database.m_database, path);
     return database;

@@ -54,12 +54,6 @@ constexpr const char *comparison = R"(
         PRIMARY KEY (keyword, name)) WITHOUT ROWID;
     PRAGMA user_version = 2;)";
 
-DatabaseError unusable(const QString &path, const QString &reason)
-{
-    return DatabaseError(
-        QStringLiteral("The database “%1” could not be used: %2.").arg(path, reason));
-}
-
 std::int64_t valueOf(SqliteDatabase &database, const char *question)
 {
     SqliteStatement statement = database.prepare(question);
@@ -83,16 +77,22 @@ void keepCopy(const QString &path, std::int64_t found)
     constexpr qint64 piece = 1 << 20;
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
-        throw unusable(path, file.errorString());
+        throw unusableHistory(path, file.errorString());
     AtomicFileWriter copy(freeNameForCopy(path, found));
     for (QByteArray bytes = file.read(piece); !bytes.isEmpty(); bytes = file.read(piece))
         copy.write(bytes);
     if (!file.atEnd() || file.error() != QFileDevice::NoError)
-        throw unusable(path, file.errorString());
+        throw unusableHistory(path, file.errorString());
     copy.commit();
 }
 
 } // namespace
+
+DatabaseError unusableHistory(const QString &path, const QString &reason)
+{
+    return DatabaseError(
+        QStringLiteral("The database “%1” could not be used: %2.").arg(path, reason));
+}
 
 QByteArray newHistory()
 {
@@ -107,12 +107,12 @@ void requireHistory(SqliteDatabase &database, const QString &path)
     // The first look at the file undoes a commit that was interrupted, and sees when its end is
     // missing.
     if (valueOf(database, "PRAGMA application_id") != applicationId)
-        throw unusable(path, QStringLiteral("It is not a history of Veltrix"));
+        throw unusableHistory(path, QStringLiteral("It is not a history of Veltrix"));
     const std::int64_t found = valueOf(database, "PRAGMA user_version");
     if (found > version)
-        throw unusable(path, QStringLiteral("A newer Veltrix has written it"));
+        throw unusableHistory(path, QStringLiteral("A newer Veltrix has written it"));
     if (found < 1)
-        throw unusable(path, QStringLiteral("It is not a history of Veltrix"));
+        throw unusableHistory(path, QStringLiteral("It is not a history of Veltrix"));
     if (found == version)
         return;
     // Nobody writes it while it is copied.

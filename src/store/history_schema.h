@@ -7,6 +7,9 @@
 namespace veltrix
 {
 
+/// That a history cannot be used, for that reason.
+DatabaseError unusableHistory(const QString &path, const QString &reason);
+
 /// The bytes of a history without anything in it.
 QByteArray newHistory();
 
