@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "simulation/compared_months.h"
 
+#include "simulation/plain_popularity.h"
 #include "store/aso_store.h"
 #include "support/task_outcome.h"
 #include "support/virtual_clock.h"
@@ -137,17 +138,6 @@ private:
     Date m_start;
     ComparedMonthsOptions m_options;
     std::mt19937 m_random;
-};
-
-class PlainPopularity final : public PopularityProviding
-{
-public:
-    [[nodiscard]] QString modelVersion() const override { return QStringLiteral("simulated-1"); }
-    Task<PopularityAssessment> assess(std::shared_ptr<const KeywordSurvey>, QString,
-                                      std::stop_token) override
-    {
-        co_return PopularityAssessment{std::nullopt, std::nullopt, QStringLiteral("None.")};
-    }
 };
 
 class ComparedLife

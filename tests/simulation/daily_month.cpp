@@ -3,6 +3,7 @@
 
 #include "headless/measure_run.h"
 #include "headless/rank_telling.h"
+#include "simulation/plain_popularity.h"
 #include "store/aso_store.h"
 #include "support/task_outcome.h"
 #include "support/virtual_clock.h"
@@ -91,17 +92,6 @@ private:
     std::shared_ptr<Clock> m_clock;
     std::uint32_t m_seed;
     QList<ITunesAppResult> m_others;
-};
-
-class PlainPopularity final : public PopularityProviding
-{
-public:
-    [[nodiscard]] QString modelVersion() const override { return QStringLiteral("simulated-1"); }
-    Task<PopularityAssessment> assess(std::shared_ptr<const KeywordSurvey>, QString,
-                                      std::stop_token) override
-    {
-        co_return PopularityAssessment{std::nullopt, std::nullopt, QStringLiteral("None.")};
-    }
 };
 
 /// One user's data, and every start of the program on it.
