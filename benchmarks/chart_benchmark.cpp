@@ -156,11 +156,11 @@ private:
 };
 
 void reportStep(const char *what, const char *beside, const Spread &once, double most,
-                const Spread &ratio)
+                const Ratio &ratio)
 {
-    report(what, {once.median / most, once.lowest / most, once.highest / most}, atMost(1));
-    reportDetail("the same", inMilliseconds(once), "ms of processor");
-    reportDetail(beside, ratio, "times");
+    report(what, sharesOf(once, most), atMost(1),
+           inWords(once.median, Unit::Time) + " of " + inWords(most, Unit::Time));
+    reportDetail(beside, ratio);
 }
 
 } // namespace

@@ -195,7 +195,8 @@ void compare(const QString &with, const QString &without)
            atMost(1.1));
     reportDetail("the start", spreadOf({start(with)[0] * milliseconds}), "ms of processor");
     report("memory after it, times one without",
-           quotients([&] { return start(with)[1]; }, [&] { return start(without)[1]; }, 3),
+           quotients([&] { return start(with)[1]; }, [&] { return start(without)[1]; }, 3,
+                     Unit::Bytes),
            atMost(1.1));
     const auto change = [](const QString &folder) {
         return numbersFromSelf({QStringLiteral("change-and-measure"), folder}, 3);
@@ -207,7 +208,8 @@ void compare(const QString &with, const QString &without)
     report("the main thread's time for a change, ms", spreadOf({figures[0] * milliseconds}),
            atMost(2));
     report("bytes written for a change, times one without",
-           quotients([&] { return change(with)[2]; }, [&] { return change(without)[2]; }, 3),
+           quotients([&] { return change(with)[2]; }, [&] { return change(without)[2]; }, 3,
+                     Unit::Bytes),
            atMost(1.1));
     reportDetail("bytes written for a change", spreadOf({figures[2] / 1e6}), "MB");
     reportDetail("time until it is on the disk", spreadOf({figures[1] * milliseconds}),

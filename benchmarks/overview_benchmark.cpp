@@ -201,13 +201,13 @@ void measure(const QString &many, const QString &one)
             which);
     };
     std::vector<double> starts;
-    const Spread quotient =
+    const Ratio quotient =
         quotients([&] { return starts.emplace_back(start(many, TimeOf::Processor)); },
                   [&] { return start(one, TimeOf::Processor); }, rounds);
     const Spread once = spreadOf(starts);
     report("start to painted overview of 100 apps, a year of days, times 500 ms",
-           {once.median / 0.5, once.lowest / 0.5, once.highest / 0.5}, atMost(1));
-    reportDetail("the same beside one app", quotient, "times");
+           sharesOf(once, 0.5), atMost(1), inWords(once.median, Unit::Time) + " of 500 ms");
+    reportDetail("the same beside one app", quotient);
 
     Program large(many);
     Program small(one);
@@ -221,13 +221,13 @@ void measure(const QString &many, const QString &one)
     bool isLargeNarrow = false;
     bool isSmallNarrow = false;
     std::vector<double> steps;
-    const Spread growth = quotients(
+    const Ratio growth = quotients(
         [&] { return steps.emplace_back(secondsOf([&] { filter(large, isLargeNarrow); })); },
         [&] { return secondsOf([&] { filter(small, isSmallNarrow); }); }, 41);
     const Spread step = spreadOf(steps);
-    report("a step of the overview's filter with 100 apps, frames of 16 ms",
-           {step.median / frame, step.lowest / frame, step.highest / frame}, atMost(1));
-    reportDetail("the same beside one app", growth, "times");
+    report("a step of the overview's filter with 100 apps, frames of 16 ms", sharesOf(step, frame),
+           atMost(1), inWords(step.median, Unit::Time) + " of 16 ms");
+    reportDetail("the same beside one app", growth);
 }
 
 } // namespace

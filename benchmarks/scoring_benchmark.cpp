@@ -157,9 +157,8 @@ void reportCase(const KeywordCase &one)
     const double bytes = double(heapUse().bytes - before.bytes);
     report(row("scoring 100 results, share of decoding their body").c_str(), shareOf(serviceBody()),
            atMost(highestShare));
-    reportDetail(row("the same beside decoding bare records").c_str(), shareOf(recordBody()),
-                 "share");
-    report(row("  heap taken for it, share of 64 KiB").c_str(),
+    reportDetail(row("the same beside decoding bare records").c_str(), shareOf(recordBody()));
+    report(row("heap taken for it, share of 64 KiB").c_str(),
            spreadOf({bytes / double(highestBytes)}), atMost(1));
 }
 

@@ -132,8 +132,7 @@ int main(int argc, char **argv)
     reportDetail("the same by the wall, with what waits for the disk", spreadOf(wall), "ms");
     reportDetail("times saving the state of 100 keywords, by the wall",
                  quotients([&] { return keepOne(TimeOf::Wall); },
-                           [&] { return saveState(TimeOf::Wall); }, 9),
-                 "times");
+                           [&] { return saveState(TimeOf::Wall); }, 9));
     require(!file.hasUnsavedChange(), "the state is saved");
 
     const auto askOne = [&] {

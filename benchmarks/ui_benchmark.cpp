@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The window at scale: from the start of the process to the first painted window with a large
-// state, beside a program that only shows an empty one; and what sorting, filtering, changing and
-// repainting cost with 10,000 keywords. Offscreen, so the figures are the program's own and not a
-// display's.
+// The window at scale: what sorting, filtering, changing and repainting cost with 10,000 keywords.
+// Offscreen, so the figures are the program's own and not a display's.
 #include "app/file_dialogs.h"
 #include "effects/artwork_loading.h"
 #include "effects/atomic_file.h"
@@ -13,7 +11,6 @@
 #include "memory_use.h"
 #include "own_process.h"
 #include "ratio.h"
-#include "store/state_file.h"
 #include "ui/dashboard/dashboard_page.h"
 #include "ui/dashboard/keyword_table_model.h"
 #include "ui/dashboard/keyword_table_view.h"
@@ -148,54 +145,6 @@ void firstFrame(QWidget &window)
     paint(window, picture);
 }
 
-/// From the start of a process to its first painted window, with the state as its data.
-void startUp(const QTemporaryDir &folder, const PersistedState &state)
-{
-    const QString bundle = folder.filePath(QStringLiteral("bundle"));
-    const QString data = folder.filePath(QStringLiteral("data"));
-    QDir().mkpath(bundle);
-    QDir().mkpath(data);
-    // Nobody answers there.
-    writeFileAtomically(bundle + QStringLiteral("/Info.plist"), R"(<?xml version="1.0"?>
-<plist version="1.0"><dict>
-<key>VeltrixITunesBaseURL</key><string>http://127.0.0.1:9</string>
-<key>VeltrixSearchHintsURL</key><string>http://127.0.0.1:9</string>
-</dict></plist>)");
-    const QString path = data + QStringLiteral("/aso_store_state.json");
-    writeFileAtomically(path, toJson(state));
-
-    const QString programs = QCoreApplication::applicationDirPath();
-    std::vector<double> waitedEmpty;
-    std::vector<double> waitedWhole;
-    const auto start = [&](const char *program, const QStringList &arguments, auto &waited) {
-        double processor = 0;
-        waited.push_back(secondsOf(
-            [&] {
-                processor =
-                    numbersFrom(programs + u'/' + QLatin1String(program), arguments, size_t(2))[0];
-            },
-            TimeOf::Wall));
-        return processor;
-    };
-    const auto startEmpty = [&] {
-        return start("empty_window", {}, waitedEmpty);
-    };
-    const auto startWhole = [&] {
-        return start("started_program", {bundle, data}, waitedWhole);
-    };
-    startEmpty();
-    startWhole();
-    report("start to first painted window, 5,000 snapshots, times an empty window's",
-           quotients(startWhole, startEmpty, 11), atMost(2));
-    std::vector<double> wall;
-    for (size_t i = 0; i < waitedWhole.size(); ++i)
-        wall.push_back(waitedWhole[i] / waitedEmpty[i]);
-    reportDetail("the same by the wall's clock", spreadOf(wall), "times");
-    reportDetail("the empty window", inMilliseconds(spreadOf(waitedEmpty)), "ms of the wall");
-    reportDetail("of the start: the state file",
-                 inMilliseconds(seconds([&] { StateFile(path).load(); }, 15)), "ms of processor");
-}
-
 /// In a process of its own: prints by how much a window with the state's keywords has grown memory.
 void showAndMeasure(const QString &path)
 {
@@ -304,10 +253,10 @@ void largeTable(const QString &path)
     };
     const auto change = [&](const char *what, auto &&make) {
         const Spread once = seconds(make, rounds);
-        report((std::string(what) + ", frames of 16 ms").c_str(),
-               {once.median / frame, once.lowest / frame, once.highest / frame}, atMost(1));
+        report((std::string(what) + ", frames of 16 ms").c_str(), sharesOf(once, frame), atMost(1),
+               inWords(once.median, Unit::Time) + " of 16 ms");
         reportDetail("the same beside an empty table's repaint",
-                     timesAsLong(make, paintEmpty, rounds), "times");
+                     timesAsLong(make, paintEmpty, rounds));
     };
     change("full repaint of a table of 10,000 keywords", [&] { paint(table, picture); });
 
@@ -363,7 +312,8 @@ void growth(const QString &largePath, const QString &smallPath)
     };
     const Spread removing = spreadOfAll(many, &RemovalTimes::whole);
     report("removing 2,000 of 10,000 keywords, with store and save, times 100 ms",
-           {removing.median / 0.1, removing.lowest / 0.1, removing.highest / 0.1}, atMost(1));
+           sharesOf(removing, 0.1), atMost(1),
+           inWords(removing.median, Unit::Time) + " of 100 ms");
     reportDetail("the same for 30 of 100", inMilliseconds(spreadOfAll(few, &RemovalTimes::whole)),
                  "ms of processor");
     reportDetail("putting the 2,000 back", inMilliseconds(spreadOfAll(many, &RemovalTimes::undone)),
@@ -400,7 +350,6 @@ int main(int argc, char **argv)
         return 0;
     }
     const QTemporaryDir folder;
-    startUp(folder, generatedState(50, 100));
     const auto savedWith = [&](int keywords) {
         PersistedState state = generatedState(keywords, 1);
         for (TrackedKeyword &keyword : state.trackedKeywords)
