@@ -2,8 +2,9 @@
 #include "ui_kit/theme/typography.h"
 
 #include <QFontDatabase>
-#include <QFontInfo>
+#include <QGuiApplication>
 #include <QPainter>
+#include <QScreen>
 
 #include <algorithm>
 #include <cmath>
@@ -15,6 +16,16 @@ namespace
 {
 
 constexpr int standardBodyPixels = 13;
+
+/// The height of a font's em. Asked of the font itself: QFontInfo would find and open its file.
+int pixelsOf(const QFont &font)
+{
+    if (font.pixelSize() > 0)
+        return font.pixelSize();
+    const QScreen *screen = QGuiApplication::primaryScreen();
+    const qreal dotsPerInch = screen ? screen->logicalDotsPerInchY() : 96;
+    return qRound(font.pointSizeF() * dotsPerInch / 72);
+}
 
 qreal widestDigit(const QFontMetricsF &metrics)
 {
@@ -65,14 +76,14 @@ QFont bodyFont(const QFont &systemFont)
                          family == QLatin1String("sans-serif") || family == QLatin1String("sans");
     if (isAlias && QFontDatabase::families().contains(QStringLiteral("Inter")))
         font.setFamilies({QStringLiteral("Inter"), systemFont.family()});
-    font.setPixelSize(std::max(standardBodyPixels, QFontInfo(systemFont).pixelSize()));
+    font.setPixelSize(std::max(standardBodyPixels, pixelsOf(systemFont)));
     font.setHintingPreference(QFont::PreferNoHinting);
     return font;
 }
 
 int scaledToFont(int atStandard, const QFont &body)
 {
-    const int pixels = QFontInfo(body).pixelSize();
+    const int pixels = pixelsOf(body);
     return std::max(1, qRound(double(pixels) * atStandard / standardBodyPixels));
 }
 
