@@ -11,7 +11,7 @@ ASOStore::ASOStore(Arguments arguments, QObject *parent)
       m_rankedAppsCache(std::move(arguments.rankedAppsCache)),
       m_saver(std::move(arguments.persistenceURL), arguments.folderLock, arguments.stateFileLimit)
 {
-    adopt(m_saver.load());
+    adopt(m_saver.load(arguments.earlyRead.get()));
     m_wasRead = isStateRead();
     connect(&m_saver, &StateSaver::saved, this, &ASOStore::followSaver);
     connect(&m_saver, &StateSaver::moved, this, [this](const MovedDays &moved) {

@@ -59,6 +59,8 @@ public:
         DataFolderLock *folderLock = nullptr;
         /// Bytes of the state file above which its oldest days move to the history.
         qint64 stateFileLimit = usualStateFileLimit;
+        /// The state file is being read already; may be null.
+        std::shared_ptr<EarlyStateRead> earlyRead = {};
     };
 
     /// How old a keyword's newest snapshot may be before it is measured again.

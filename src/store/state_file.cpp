@@ -4,6 +4,7 @@
 #include "effects/data_folder_lock.h"
 #include "json/json_error.h"
 #include "json/json_writer.h"
+#include "store/early_state_read.h"
 #include "store/state_reader.h"
 
 #include <QDir>
@@ -54,7 +55,7 @@ StateFile::StateFile(QString path, DataFolderLock *lock)
 {
 }
 
-PersistedState StateFile::load()
+PersistedState StateFile::load(EarlyStateRead *early)
 {
     m_guard.forget();
     const bool wasMissed = m_notRead.has_value();
@@ -64,7 +65,7 @@ PersistedState StateFile::load()
     m_unreadableNotice.reset();
     PersistedState state;
     try {
-        state = read(wasMissed);
+        state = read(wasMissed, early);
     } catch (const DecodingError &error) {
         printLine("ASOStore load failed: ", error.description());
         m_isUnreadable = true;
@@ -84,7 +85,7 @@ PersistedState StateFile::load()
     return state;
 }
 
-PersistedState StateFile::read(bool wasMissed)
+PersistedState StateFile::read(bool wasMissed, EarlyStateRead *early)
 {
     requireOneWriter();
     // Without the lock they may belong to another process that is writing now.
@@ -100,9 +101,10 @@ PersistedState StateFile::read(bool wasMissed)
     if (const auto *unknown = std::get_if<UnknownFile>(&look))
         throw FileError::unreadable(m_path, unknown->reason);
     const FileReader file(m_path);
+    std::optional<PersistedState> known = early ? early->take(file.identity()) : std::nullopt;
     PersistedState state;
     try {
-        state = readState(file);
+        state = known ? std::move(*known) : readState(file);
     } catch (const DecodingError &) {
         // Half of one version and half of another is not damaged.
         file.requireUnchanged();

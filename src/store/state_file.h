@@ -13,6 +13,7 @@ namespace veltrix
 {
 
 class DataFolderLock;
+class EarlyStateRead;
 
 /// What the user has to know about the state file.
 struct PersistenceProblem {
@@ -51,8 +52,8 @@ public:
     /// the line "ASOStore load failed: " and the reason is printed. If its content is damaged, it
     /// will be kept aside before the first save replaces it; if it cannot be reached, isRead() is
     /// false from now on. Clears what interrupted saves have left, and finds out whether the folder
-    /// can be written.
-    PersistedState load();
+    /// can be written. What `early` has read of the same content is not read again; it may be null.
+    PersistedState load(EarlyStateRead *early = nullptr);
 
     /// Whether it is known what the file holds. Until then nothing is saved.
     [[nodiscard]] bool isRead() const { return !m_notRead; }
@@ -88,7 +89,7 @@ public:
 
 private:
     /// `wasMissed`: it could not be told before whether there is a file.
-    PersistedState read(bool wasMissed);
+    PersistedState read(bool wasMissed, EarlyStateRead *early);
     void requireOneWriter() const;
     void probeFolder();
     void write(const PersistedState &state, Date now);

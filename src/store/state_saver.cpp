@@ -33,10 +33,10 @@ StateSaver::~StateSaver()
         m_thread.join();
 }
 
-PersistedState StateSaver::load()
+PersistedState StateSaver::load(EarlyStateRead *early)
 {
     waitUntilFinished();
-    PersistedState state = m_keeper.file().load();
+    PersistedState state = m_keeper.file().load(early);
     m_told = look(m_told.tried);
     return state;
 }

@@ -37,7 +37,7 @@ public:
     ~StateSaver() override;
 
     /// StateFile::load(), on the calling thread.
-    PersistedState load();
+    PersistedState load(EarlyStateRead *early = nullptr);
     /// Hands StateFile::beginAnew() over; saved() follows.
     void beginAnew(Date now);
     /// StateFile::tryFolderAgain(), on the calling thread, when nothing is being saved.
