@@ -7,6 +7,7 @@
 #include <QPainterPath>
 
 #include <algorithm>
+#include <utility>
 
 namespace veltrix
 {
@@ -39,13 +40,28 @@ QImage ArtworkImages::image(const Url &url)
     if (const QImage *known = m_images.object(key))
         return *known;
     if (!m_loadingNow.contains(key) && !m_failed.contains(key)) {
-        m_loadingNow.insert(key);
-        m_tasks.own(load(url, m_tasks.token()));
+        begin(url);
         // A loader that answers at once has filled the cache by now.
         if (const QImage *loaded = m_images.object(key))
             return *loaded;
     }
     return {};
+}
+
+void ArtworkImages::begin(const Url &url)
+{
+    m_loadingNow.insert(url.text());
+    if (m_isHeld)
+        m_held.append(url);
+    else
+        m_tasks.own(load(url, m_tasks.token()));
+}
+
+void ArtworkImages::release()
+{
+    m_isHeld = false;
+    for (const Url &url : std::exchange(m_held, {}))
+        m_tasks.own(load(url, m_tasks.token()));
 }
 
 Task<void> ArtworkImages::load(Url url, std::stop_token stop)

@@ -27,6 +27,10 @@ public:
     /// The image, or a null one that is being loaded from now on. An address that failed is not
     /// asked for again by this object.
     QImage image(const Url &url);
+    /// Loads nothing until release(): what is asked for meanwhile is loaded then. For a window that
+    /// is painted for the first time, which has no time for a disk or the network.
+    void hold() { m_isHeld = true; }
+    void release();
     /// Lets addresses that failed be tried once more, for example when the user refreshes.
     void retryFailed() { m_failed.clear(); }
 
@@ -34,11 +38,15 @@ Q_SIGNALS:
     void ready(const QString &url);
 
 private:
+    void begin(const Url &url);
     Task<void> load(Url url, std::stop_token stop);
 
     ArtworkLoading &m_loading;
     QCache<QString, QImage> m_images;
     QSet<QString> m_loadingNow;
+    /// Wanted while held.
+    QList<Url> m_held;
+    bool m_isHeld = false;
     QSet<QString> m_failed;
     TaskScope m_tasks;
 };

@@ -71,6 +71,23 @@ TEST(ArtworkImages, DoesNotAskAgainForWhatFailedUntilItIsRetried)
     EXPECT_FALSE(images.image(address("https://a/1.png")).isNull());
 }
 
+TEST(ArtworkImages, WhatIsWantedWhileTheyAreHeldLoadsOnceTheyAreReleased)
+{
+    FakeArtwork loading;
+    ArtworkImages images(loading);
+    images.hold();
+    EXPECT_TRUE(images.image(address("https://a/1.png")).isNull());
+    EXPECT_TRUE(images.image(address("https://a/1.png")).isNull());
+    EXPECT_TRUE(images.image(address("https://a/2.png")).isNull());
+    EXPECT_EQ(loading.asked.size(), 0);
+    const QSignalSpy ready(&images, &ArtworkImages::ready);
+    images.release();
+    EXPECT_EQ(loading.asked.size(), 2);
+    EXPECT_EQ(ready.size(), 2);
+    EXPECT_FALSE(images.image(address("https://a/1.png")).isNull());
+    EXPECT_FALSE(images.image(address("https://a/3.png")).isNull()) << "at once from now on";
+}
+
 TEST(ArtworkImages, ItsEndStopsWhatLoads)
 {
     HeldArtwork loading;
