@@ -5,6 +5,7 @@
 #include "ui/dashboard/dashboard_page.h"
 #include "ui/dashboard/keyword_filter.h"
 #include "ui/dashboard/quick_filter.h"
+#include "ui/history/ranking_history_sheet.h"
 #include "ui/measuring/automatic_refresh.h"
 #include "ui/measuring/measuring_bars.h"
 #include "ui/overview/overview_page.h"
@@ -18,6 +19,7 @@
 #include "ui_kit/accessibility/accessibility.h"
 #include "ui_kit/widgets/artwork_images.h"
 #include "ui_kit/widgets/banner.h"
+#include "ui_kit/widgets/first_frame.h"
 #include "ui_kit/widgets/focus_keeper.h"
 
 #include <QApplication>
@@ -45,11 +47,8 @@ MainWindow::MainWindow(Collaborators collaborators, QWidget *parent)
       m_images(new ArtworkImages(m_with.artwork, this)),
       m_measuring(new MeasuringStatus(m_with.store.refreshes(), this)),
       m_sidebar(new Sidebar(m_with.store, *m_images)),
-      m_overview(new OverviewPage(m_with.store, *m_images, *m_measuring)),
       m_dashboard(new DashboardPage(m_with.store, *m_images, m_with.preferences, m_with.files,
                                     *m_measuring, m_with.suggestions)),
-      m_competitors(
-          new CompetitorsView({m_with.store, *m_images, m_with.openUrl, m_with.appStoreUrl})),
       m_pages(new QStackedWidget), m_selection(new AppSelection(m_with.store, this)),
       m_refresh(new AutomaticRefresh(m_with.store, *m_measuring, this)),
       m_daily(new DailyMeasuring(m_with.timing, this)),
@@ -70,27 +69,32 @@ MainWindow::MainWindow(Collaborators collaborators, QWidget *parent)
     connect(&m_geometryTimer, &QTimer::timeout, this, &MainWindow::rememberGeometry);
     layOut();
     buildActions();
-    addShellControls(m_overview->toolbar());
     addShellControls(m_dashboard->toolbar());
-    addShellControls(m_competitors->toolbar());
     connectSidebar();
-    connectPages();
-    connectOverview();
     connectSheets();
     connectRemovals();
     connectDaily();
     connect(m_selection, &AppSelection::changed, this, &MainWindow::showApp);
     showApp(m_selection->id());
+    m_images->hold();
+    connect(new FirstFrame(this), &FirstFrame::shown, this, &MainWindow::complete);
+}
+
+void MainWindow::complete()
+{
+    if (!m_overview)
+        makeOverview();
+    if (!m_competitors)
+        makeCompetitors();
+    m_images->release();
+    Q_EMIT firstShown();
 }
 
 MainWindow::~MainWindow() = default;
 
 void MainWindow::layOut()
 {
-    for (const Workspace workspace :
-         {Workspace::Overview, Workspace::Keywords, Workspace::Competitors})
-        m_pages->addWidget(pageOf(workspace));
-    m_pages->setCurrentWidget(pageOf(m_workspace));
+    m_pages->addWidget(m_dashboard);
     auto *workspace = new QVBoxLayout;
     workspace->setSpacing(0);
     workspace->addWidget(new PersistenceBanner(m_with.store));
@@ -110,6 +114,7 @@ void MainWindow::layOut()
 
 void MainWindow::connectSidebar()
 {
+    connect(m_dashboard, &DashboardPage::addAppRequested, this, &MainWindow::openAppSearch);
     AppSelector &selector = m_sidebar->appSelector();
     connect(m_sidebar, &Sidebar::workspaceChosen, this, &MainWindow::showWorkspace);
     connect(&selector, &AppSelector::appChosen, m_selection, &AppSelection::select);
@@ -120,8 +125,17 @@ void MainWindow::connectSidebar()
     connect(&m_with.store, &ASOStore::appsChanged, this, &MainWindow::updateCounts);
 }
 
-void MainWindow::connectOverview()
+OverviewPage &MainWindow::overview()
 {
+    if (!m_overview)
+        makeOverview();
+    return *m_overview;
+}
+
+void MainWindow::makeOverview()
+{
+    m_overview = new OverviewPage(m_with.store, *m_images, *m_measuring);
+    addShellControls(m_overview->toolbar());
     connect(m_overview, &OverviewPage::addAppRequested, this, &MainWindow::openAppSearch);
     connect(m_overview, &OverviewPage::refreshRequested, m_dashboard, &DashboardPage::refreshAll);
     connect(m_overview, &OverviewPage::keywordsRequested, this,
@@ -130,11 +144,22 @@ void MainWindow::connectOverview()
                 m_dashboard->showOnly(filter);
                 showWorkspace(Workspace::Keywords);
             });
+    connect(m_overview, &OverviewPage::historyRequested, this, &MainWindow::openHistory);
+    m_pages->addWidget(m_overview);
 }
 
-void MainWindow::connectPages()
+CompetitorsView &MainWindow::competitors()
 {
-    connect(m_dashboard, &DashboardPage::addAppRequested, this, &MainWindow::openAppSearch);
+    if (!m_competitors)
+        makeCompetitors();
+    return *m_competitors;
+}
+
+void MainWindow::makeCompetitors()
+{
+    m_competitors =
+        new CompetitorsView({m_with.store, *m_images, m_with.openUrl, m_with.appStoreUrl});
+    addShellControls(m_competitors->toolbar());
     // Competitors are looked for where new keywords go.
     KeywordFilter &filter = m_dashboard->filter();
     m_competitors->setCountry(filter.storefrontOfNewKeywords());
@@ -142,6 +167,13 @@ void MainWindow::connectPages()
             &CompetitorsView::setCountry);
     connect(m_competitors, &CompetitorsView::countryPicked, &filter,
             &KeywordFilter::setSearchStorefront);
+    connect(m_competitors, &CompetitorsView::historyRequested, this,
+            [this](const DashboardKeywordRow &keyword, const QUuid &competitorId) {
+                openSheet(this, new RankingHistorySheet(m_with.store, m_with.files, keyword,
+                                                        competitorId));
+            });
+    m_competitors->setApp(m_selection->id());
+    m_pages->addWidget(m_competitors);
 }
 
 void MainWindow::connectDaily()
@@ -175,7 +207,8 @@ void MainWindow::showApp(std::optional<QUuid> id)
     m_measuring->setAppInView(id);
     m_sidebar->appSelector().setApp(m_selection->app());
     m_dashboard->setApp(id);
-    m_competitors->setApp(id);
+    if (m_competitors)
+        m_competitors->setApp(id);
     updateCounts();
 }
 
@@ -206,15 +239,15 @@ void MainWindow::showWorkspace(Workspace workspace)
         focusContentOf(workspace);
 }
 
-QWidget *MainWindow::pageOf(Workspace workspace) const
+QWidget *MainWindow::pageOf(Workspace workspace)
 {
     switch (workspace) {
     case Workspace::Overview:
-        return m_overview;
+        return &overview();
     case Workspace::Keywords:
         return m_dashboard;
     case Workspace::Competitors:
-        return m_competitors;
+        return &competitors();
     }
     Q_UNREACHABLE();
 }
@@ -223,11 +256,11 @@ void MainWindow::focusContentOf(Workspace workspace)
 {
     switch (workspace) {
     case Workspace::Overview:
-        return m_overview->focusContent();
+        return overview().focusContent();
     case Workspace::Keywords:
         return m_dashboard->focusContent();
     case Workspace::Competitors:
-        return m_competitors->focusContent();
+        return competitors().focusContent();
     }
 }
 
@@ -282,8 +315,8 @@ bool MainWindow::focusNextPrevChild(bool next)
 void MainWindow::takeFocusHome()
 {
     // A researched app has nothing but what can be pressed.
-    QWidget *research = m_competitors->research();
-    if (m_workspace == Workspace::Competitors && research)
+    QWidget *research = m_workspace == Workspace::Competitors ? competitors().research() : nullptr;
+    if (research)
         research->setFocus(Qt::OtherFocusReason);
     else
         focusContentOf(m_workspace);

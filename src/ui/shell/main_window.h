@@ -87,14 +87,19 @@ public:
     /// Remembers size and place for the next start, as happens by itself when they have changed.
     void rememberGeometry();
 
-    [[nodiscard]] OverviewPage &overview() { return *m_overview; }
+    // Those that are not seen first are made after the first frame, or when they are asked for.
+    [[nodiscard]] OverviewPage &overview();
     [[nodiscard]] DashboardPage &dashboard() { return *m_dashboard; }
-    [[nodiscard]] CompetitorsView &competitors() { return *m_competitors; }
+    [[nodiscard]] CompetitorsView &competitors();
     [[nodiscard]] ArtworkImages &images() { return *m_images; }
     /// Storefront of app searches, from the preference until the user changes it.
     [[nodiscard]] QString searchStorefront() const;
     /// What made refreshes fail may be over: the network has returned.
     void retryRefreshSoon();
+
+Q_SIGNALS:
+    /// The window has been painted for the first time, and is whole now.
+    void firstShown();
 
 protected:
     void closeEvent(QCloseEvent *event) override;
@@ -116,9 +121,12 @@ private:
     void addShellControls(PageToolbar &toolbar);
     void fillMoreMenu(QMenu *menu);
     void connectSidebar();
-    void connectPages();
-    void connectOverview();
-    [[nodiscard]] QWidget *pageOf(Workspace workspace) const;
+    [[nodiscard]] QWidget *pageOf(Workspace workspace);
+    /// Makes and loads what the first frame has not shown.
+    void complete();
+    void makeOverview();
+    void makeCompetitors();
+    void openHistory(const DashboardKeywordRow &keyword);
     void focusContentOf(Workspace workspace);
     void connectSheets();
     void showApp(std::optional<QUuid> id);
@@ -134,9 +142,9 @@ private:
     ArtworkImages *m_images;
     MeasuringStatus *m_measuring;
     Sidebar *m_sidebar;
-    OverviewPage *m_overview;
+    OverviewPage *m_overview = nullptr;
     DashboardPage *m_dashboard;
-    CompetitorsView *m_competitors;
+    CompetitorsView *m_competitors = nullptr;
     QStackedWidget *m_pages;
     // After those that show the store, so that they follow its signals first.
     AppSelection *m_selection;

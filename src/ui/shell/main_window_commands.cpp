@@ -43,11 +43,11 @@ void MainWindow::buildKeys()
     addKey(tr("Search"), QKeySequence::Find, [this] {
         switch (m_workspace) {
         case Workspace::Overview:
-            return m_overview->focusSearch();
+            return overview().focusSearch();
         case Workspace::Keywords:
             return m_dashboard->focusSearch();
         case Workspace::Competitors:
-            return m_competitors->focusSearch();
+            return competitors().focusSearch();
         }
     });
     addKey(tr("Add keywords"), QKeySequence(Qt::CTRL | Qt::Key_N), [this] {

@@ -50,6 +50,40 @@ TEST_F(MainWindowTest, OpensOnKeywordsOfTheFirstAppWithAllCountries)
     EXPECT_EQ(window->searchStorefront(), QStringLiteral("JP"));
 }
 
+TEST_F(MainWindowTest, WhatTheFirstFrameDoesNotShowIsMadeAndLoadedAfterIt)
+{
+    world = UiWorld::sample();
+    window = std::make_unique<MainWindow>(world->collaborators());
+    const QSignalSpy shown(window.get(), &MainWindow::firstShown);
+    window->show();
+    EXPECT_FALSE(find("overviewPage"));
+    EXPECT_FALSE(find("competitorsView"));
+    EXPECT_EQ(world->artwork.asked.size(), 0);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return shown.size() == 1; }));
+    EXPECT_TRUE(find("overviewPage"));
+    EXPECT_TRUE(find("competitorsView"));
+    EXPECT_GT(world->artwork.asked.size(), 0);
+    EXPECT_EQ(window->workspace(), Workspace::Keywords);
+    EXPECT_TRUE(isShown("dashboardPage"));
+
+    window->hide();
+    window->show();
+    settle();
+    EXPECT_EQ(shown.size(), 1);
+}
+
+TEST_F(MainWindowTest, APageThatIsAskedForBeforeIsThereAtOnce)
+{
+    world = UiWorld::sample();
+    window = std::make_unique<MainWindow>(world->collaborators());
+    window->showWorkspace(Workspace::Overview);
+    window->show();
+    EXPECT_TRUE(window->overview().isVisible());
+    const QWidget *overview = &window->overview();
+    settle();
+    EXPECT_EQ(&window->overview(), overview);
+}
+
 TEST_F(MainWindowTest, TheSelectorSaysWhichAppAndWhetherItIsExpanded)
 {
     open();
