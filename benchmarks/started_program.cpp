@@ -5,6 +5,7 @@
 #include "app/veltrix_app.h"
 #include "effects/data_folder_lock.h"
 #include "first_paint.h"
+#include "store/early_state_read.h"
 #include "ui_kit/theme/theme_controller.h"
 
 #include <QApplication>
@@ -16,20 +17,23 @@ int main(int argc, char **argv)
     if (argc != 3)
         return 2;
     QApplication::setApplicationName(QStringLiteral("Veltrix"));
-    QApplication application(argc, argv);
-    FirstPaint firstPaint;
     const QString folder = QFile::decodeName(argv[2]);
+    const auto earlyRead = std::make_shared<EarlyStateRead>(stateFilePath(folder));
+    QApplication application(argc, argv);
     DataFolderLock lock(folder);
     if (lock.acquire() == DataFolderLock::Outcome::HeldByAnother)
         return 1;
     const DesktopColorScheme desktop;
     ChosenColorScheme colorScheme(desktop, ThemeChoice::System);
     const ThemeController theme(colorScheme);
-    VeltrixApp app(Bundle(QFile::decodeName(argv[1])), folder, folder + QStringLiteral("/cache"),
+    VeltrixApp app(Bundle(QFile::decodeName(argv[1])),
+                   {folder, folder + QStringLiteral("/cache"), &lock, earlyRead},
                    std::make_shared<SettingsFile>(folder + QStringLiteral("/settings.conf"),
                                                   std::make_shared<FileThread>()),
                    colorScheme);
-    app.window().followApplicationState();
-    app.window().show();
+    // Installed after the program's own, and so called before it: what the program does after its
+    // first frame does not count.
+    FirstPaint firstPaint;
+    app.open();
     return QApplication::exec();
 }

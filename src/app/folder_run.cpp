@@ -52,7 +52,7 @@ QString busyText(const QString &folder)
 
 OwnData::OwnData(const Bundle &bundle, const QString &folder, DataFolderLock &lock)
     : m_settings((clearLeftovers(folder, cacheFolder()), storedSettings())),
-      m_services(bundle, folder, cacheFolder(), m_settings, &lock),
+      m_services(bundle, {folder, cacheFolder(), &lock}, m_settings),
       m_telling(m_services.store(), RankTelling::pathIn(folder),
                 [settings = m_settings] { return StoredPreferences(*settings).digestChoice(); })
 {

@@ -5,6 +5,7 @@
 #include "app/veltrix_app.h"
 #include "effects/data_locations.h"
 #include "effects/standard_streams.h"
+#include "store/early_state_read.h"
 
 #include <QApplication>
 
@@ -18,8 +19,10 @@ using namespace veltrix;
 int openWindow(int argc, char **argv, VeltrixApp::Opens opens)
 {
     QApplication::setDesktopFileName(QStringLiteral("veltrix"));
+    // The window system takes a while to be set up.
+    auto earlyRead = std::make_shared<EarlyStateRead>(stateFilePath(dataFolder()));
     QApplication application(argc, argv);
-    return VeltrixApp::run(application, opens);
+    return VeltrixApp::run(application, opens, std::move(earlyRead));
 }
 
 ExitStatus carryOut(const Command &command, const Bundle &bundle)

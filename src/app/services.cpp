@@ -61,8 +61,8 @@ QString stateFilePath(const QString &stateFolder)
     return stateFolder + QStringLiteral("/aso_store_state.json");
 }
 
-Services::Services(const Bundle &bundle, const QString &stateFolder, const QString &cacheFolder,
-                   std::shared_ptr<SettingsFile> preferences, DataFolderLock *folderLock)
+Services::Services(const Bundle &bundle, const DataPlaces &data,
+                   std::shared_ptr<SettingsFile> preferences)
     : m_clock(std::make_shared<SystemClock>()), m_information(informationOf(bundle))
 {
     NetworkHttp::Options options;
@@ -73,19 +73,19 @@ Services::Services(const Bundle &bundle, const QString &stateFolder, const QStri
     m_artwork = std::make_unique<ArtworkLoader>(ArtworkLoader::Arguments{
         .send = m_http->sender(),
         .clock = m_clock,
-        .cacheFolder = cacheFolder + QStringLiteral("/artwork"),
+        .cacheFolder = data.cacheFolder + QStringLiteral("/artwork"),
     });
     m_appStoreUrl = bundle.information(QStringLiteral("VeltrixAppStoreURL"))
                         .value_or(QStringLiteral("https://apps.apple.com"));
     while (m_appStoreUrl.endsWith(u'/'))
         m_appStoreUrl.chop(1);
-    buildStore(bundle, stateFolder, folderLock);
-    buildUpdater(bundle, cacheFolder, std::move(preferences));
+    buildStore(bundle, data);
+    buildUpdater(bundle, data.cacheFolder, std::move(preferences));
 }
 
-void Services::buildStore(const Bundle &bundle, const QString &stateFolder,
-                          DataFolderLock *folderLock)
+void Services::buildStore(const Bundle &bundle, const DataPlaces &data)
 {
+    const QString &stateFolder = data.stateFolder;
     const auto direct = std::make_shared<ITunesClient>(ITunesClient::Arguments{
         .baseURL =
             address(bundle, QStringLiteral("VeltrixITunesBaseURL"), ITunesClient::defaultBaseURL()),
@@ -96,7 +96,7 @@ void Services::buildStore(const Bundle &bundle, const QString &stateFolder,
     const RankedAppsCache::Arguments rankedAppsCache{
         .path = stateFolder + QStringLiteral("/ranked_apps_cache_v1.json"),
         .files = m_files,
-        .lock = folderLock,
+        .lock = data.folderLock,
     };
     std::shared_ptr<ITunesClientProtocol> keywordClient;
     std::shared_ptr<RankedAppsSaving> rankedApps;
@@ -137,7 +137,8 @@ void Services::buildStore(const Bundle &bundle, const QString &stateFolder,
         .discoveryClient = direct,
         .clock = m_clock,
         .rankedAppsCache = rankedApps,
-        .folderLock = folderLock,
+        .folderLock = data.folderLock,
+        .earlyRead = data.earlyRead,
     });
 }
 

@@ -20,6 +20,17 @@ namespace veltrix
 /// The file in that folder which holds what is tracked.
 [[nodiscard]] QString stateFilePath(const QString &stateFolder);
 
+/// Where the user's data is.
+struct DataPlaces {
+    /// Both folders exist or are created when written to.
+    QString stateFolder;
+    QString cacheFolder;
+    /// Holds the first and outlives whoever gets it; may be null.
+    DataFolderLock *folderLock = nullptr;
+    /// The state file is being read already; may be null.
+    std::shared_ptr<EarlyStateRead> earlyRead = {};
+};
+
 /// The real network, clock, clients and store of the program, as its bundle configures them:
 ///
 /// - App searches and look-ups go directly to the App Store's search service.
@@ -29,10 +40,8 @@ namespace veltrix
 class Services
 {
 public:
-    /// `stateFolder` and `cacheFolder` are the user's; both exist or are created when written to.
-    /// `folderLock` holds the first and outlives this; it may be null.
-    Services(const Bundle &bundle, const QString &stateFolder, const QString &cacheFolder,
-             std::shared_ptr<SettingsFile> preferences, DataFolderLock *folderLock = nullptr);
+    Services(const Bundle &bundle, const DataPlaces &data,
+             std::shared_ptr<SettingsFile> preferences);
 
     [[nodiscard]] ASOStore &store() { return *m_store; }
     [[nodiscard]] ArtworkLoading &artwork() { return *m_artwork; }
@@ -50,7 +59,7 @@ public:
     [[nodiscard]] QString appStoreUrl() const { return m_appStoreUrl; }
 
 private:
-    void buildStore(const Bundle &bundle, const QString &stateFolder, DataFolderLock *folderLock);
+    void buildStore(const Bundle &bundle, const DataPlaces &data);
     void buildUpdater(const Bundle &bundle, const QString &cacheFolder,
                       std::shared_ptr<SettingsFile> preferences);
 

@@ -54,16 +54,14 @@ void raise(QWidget &window)
 
 } // namespace
 
-VeltrixApp::VeltrixApp(const Bundle &bundle, const QString &stateFolder, const QString &cacheFolder,
-                       std::shared_ptr<SettingsFile> settings, ChosenColorScheme &colorScheme,
-                       DataFolderLock *folderLock)
-    : m_services(bundle, stateFolder, cacheFolder, settings, folderLock),
-      m_settings(std::move(settings)), m_preferences(*m_settings),
-      m_files(readWholeFile,
-              [files = m_services.files()](const QString &path) {
-                  return std::make_shared<BackgroundFile>(path, files);
-              }),
-      m_telling(m_services.store(), RankTelling::pathIn(stateFolder),
+VeltrixApp::VeltrixApp(const Bundle &bundle, const DataPlaces &data,
+                       std::shared_ptr<SettingsFile> settings, ChosenColorScheme &colorScheme)
+    : m_services(bundle, data, settings), m_settings(std::move(settings)),
+      m_preferences(*m_settings), m_files(readWholeFile,
+                                          [files = m_services.files()](const QString &path) {
+                                              return std::make_shared<BackgroundFile>(path, files);
+                                          }),
+      m_telling(m_services.store(), RankTelling::pathIn(data.stateFolder),
                 [this] { return m_preferences.digestChoice(); }),
       m_guests(m_services.store(), m_telling, windowTables())
 {
@@ -80,12 +78,20 @@ VeltrixApp::VeltrixApp(const Bundle &bundle, const QString &stateFolder, const Q
         .openUrl = openInBrowser,
         .appStoreUrl = QUrl(m_services.appStoreUrl()),
         .applyTheme = [&colorScheme](ThemeChoice choice) { colorScheme.setChoice(choice); },
-        .showDataFolder = [path = stateFilePath(stateFolder)] { showInFileManager(path); },
+        .showDataFolder = [path = stateFilePath(data.stateFolder)] { showInFileManager(path); },
         .suggestions = m_services.suggestions(),
     });
     QObject::connect(&m_networkReturn, &NetworkReturn::returned, m_window.get(),
                      &MainWindow::retryRefreshSoon);
-    m_networkReturn.listen();
+    QObject::connect(m_window.get(), &MainWindow::firstShown, m_window.get(), [this] {
+        m_networkReturn.listen();
+        m_window->followApplicationState();
+    });
+}
+
+void VeltrixApp::open()
+{
+    m_window->show();
 }
 
 bool VeltrixApp::prepareToEnd()
@@ -117,7 +123,8 @@ void VeltrixApp::followEnd(QApplication &application)
         [this](QSessionManager &session) { endSession(session); }, Qt::DirectConnection);
 }
 
-int VeltrixApp::run(QApplication &application, Opens opens)
+int VeltrixApp::run(QApplication &application, Opens opens,
+                    std::shared_ptr<EarlyStateRead> earlyRead)
 {
     setUserLocale(QLocale());
     const QString folder = dataFolder();
@@ -144,7 +151,8 @@ int VeltrixApp::run(QApplication &application, Opens opens)
     const auto settings = storedSettings();
     ChosenColorScheme colorScheme(desktop, StoredPreferences(*settings).theme());
     const ThemeController theme(colorScheme);
-    VeltrixApp app(Bundle::ofThisProgram(), folder, cacheFolder(), settings, colorScheme, &lock);
+    VeltrixApp app(Bundle::ofThisProgram(), {folder, cacheFolder(), &lock, std::move(earlyRead)},
+                   settings, colorScheme);
     app.followEnd(application);
     QObject::connect(&lock, &DataFolderLock::raiseRequested, &app.window(),
                      [&app](const QByteArray &view) {
@@ -156,8 +164,7 @@ int VeltrixApp::run(QApplication &application, Opens opens)
                      [&app](FolderGuest *guest) { app.m_guests.serve(guest); });
     if (opens == Opens::Overview)
         app.window().showWorkspace(Workspace::Overview);
-    app.window().followApplicationState();
-    app.window().show();
+    app.open();
     return application.exec();
 }
 

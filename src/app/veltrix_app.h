@@ -30,14 +30,17 @@ public:
 
     /// Runs the program on the user's data folder and gives its exit status. When another process
     /// has the folder, that one's window is raised and this one ends.
-    static int run(QApplication &application, Opens opens);
+    /// `earlyRead` has begun to read the state file; it may be null.
+    static int run(QApplication &application, Opens opens,
+                   std::shared_ptr<EarlyStateRead> earlyRead = {});
 
     /// `colorScheme` is what the program looks like; it outlives this and gets the user's choices.
-    VeltrixApp(const Bundle &bundle, const QString &stateFolder, const QString &cacheFolder,
-               std::shared_ptr<SettingsFile> settings, ChosenColorScheme &colorScheme,
-               DataFolderLock *folderLock = nullptr);
+    VeltrixApp(const Bundle &bundle, const DataPlaces &data, std::shared_ptr<SettingsFile> settings,
+               ChosenColorScheme &colorScheme);
 
     [[nodiscard]] MainWindow &window() { return *m_window; }
+    /// Shows the window. What asks the system or the network begins once it has been painted.
+    void open();
 
     /// The program is asked to end and cannot ask the user: what can still be saved is saved. False
     /// when a change is lost.
