@@ -13,7 +13,7 @@ complete -c veltrix -f
 set -l none 'not __veltrix_has measure export overview help version'
 complete -c veltrix -n $none -l measure -d 'Measure what has no measurement today, without a window'
 # Also after --export itself, whose value is still to come.
-complete -c veltrix -n 'not __veltrix_has measure overview help version' -l export -x -a 'csv json' -d 'Write the keywords, without a window'
+complete -c veltrix -n "$none; or test (commandline -opc)[-1] = --export" -l export -x -a 'csv json' -d 'Write the keywords, without a window'
 complete -c veltrix -n $none -l overview -d 'Open the window on the overview of all apps'
 complete -c veltrix -n $none -s h -l help -d 'Print the options'
 complete -c veltrix -n $none -l version -d 'Print the version'
