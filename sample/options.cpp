@@ -36,8 +36,9 @@ struct Parser {
             "Speaks the protocols of the App Store's services, on loopback and about made-up "
             "apps.\nPrints a line for each service and runs until it gets SIGTERM or SIGINT."));
         for (const QCommandLineOption *option :
-             {&help, &port, &httpsPort, &date, &throttle, &researchPending, &updateVersion,
-              &updateSeed, &readyFile, &certificateFile, &logFile, &dieWithParent})
+             {&help, &port, &httpsPort, &date, &throttle, &faults, &faultSeed, &researchBehind,
+              &researchPending, &updateVersion, &updateSeed, &readyFile, &certificateFile, &logFile,
+              &dieWithParent})
             parser.addOption(*option);
     }
 
@@ -58,6 +59,13 @@ struct Parser {
     QCommandLineOption throttle{u"throttle"_qs,
                                 u"Searches and look-ups let through a minute; 0 means all."_qs,
                                 u"number"_qs, u"0"_qs};
+    QCommandLineOption faults{u"faults"_qs, u"Let this many of a hundred requests fail."_qs,
+                              u"percent"_qs, u"0"_qs};
+    QCommandLineOption faultSeed{u"fault-seed"_qs, u"Decides which of them fail, and how."_qs,
+                                 u"number"_qs, u"1"_qs};
+    QCommandLineOption researchBehind{
+        u"research-behind"_qs, u"Date research answers so long ago, which makes them stale."_qs,
+        u"seconds"_qs, u"0"_qs};
     QCommandLineOption researchPending{
         u"research-pending"_qs, u"Answer the first research question about a keyword with 202."_qs};
     QCommandLineOption updateVersion{u"update-version"_qs, u"The version that the feed offers."_qs,
@@ -106,10 +114,20 @@ std::variant<Options, Farewell> readOptions(const QStringList &arguments)
     const std::optional<int> throttle = numberOf(cli.parser, cli.throttle, 1'000'000);
     if (!port || !httpsPort || !throttle)
         return refusal(QStringLiteral("Ports and the throttle are whole numbers from 0."));
+    const std::optional<int> faults = numberOf(cli.parser, cli.faults, 100);
+    const std::optional<int> faultSeed = numberOf(cli.parser, cli.faultSeed, 1'000'000);
+    if (!faults || !faultSeed)
+        return refusal(
+            QStringLiteral("Faults are a whole number from 0 to 100, their seed one from 0."));
+    const std::optional<int> behind = numberOf(cli.parser, cli.researchBehind, 86'400);
+    if (!behind)
+        return refusal(QStringLiteral("The research service is up to 86400 seconds behind."));
     Options options;
     options.port = *port;
     options.httpsPort = *httpsPort;
     options.throttle = *throttle;
+    options.faults = *faults;
+    options.faultSeed = static_cast<std::uint64_t>(*faultSeed);
     if (cli.parser.isSet(cli.date)) {
         options.date = QDate::fromString(cli.parser.value(cli.date), Qt::ISODate);
         if (!options.date->isValid())
@@ -120,6 +138,7 @@ std::variant<Options, Farewell> readOptions(const QStringList &arguments)
         if (options.updateSeed.size() != 32)
             return refusal(QStringLiteral("The update seed must be 32 bytes in base64."));
     }
+    options.researchBehind = std::chrono::seconds(*behind);
     options.researchPending = cli.parser.isSet(cli.researchPending);
     options.updateVersion = cli.parser.value(cli.updateVersion);
     options.readyFile = cli.parser.value(cli.readyFile);

@@ -7,6 +7,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <chrono>
+#include <cstdint>
 #include <optional>
 #include <variant>
 
@@ -21,6 +23,12 @@ struct Options {
     std::optional<QDate> date;
     /// Searches and look-ups let through a minute; 0 means no limit.
     int throttle = 0;
+    /// The share of all requests that fail, in percent.
+    int faults = 0;
+    /// What decides which of them and how.
+    std::uint64_t faultSeed = 1;
+    /// How far the clock of the research service is behind. Clients take its answers for so old.
+    std::chrono::seconds researchBehind{0};
     bool researchPending = false;
     QString updateVersion = QStringLiteral("99.0.0");
     /// Empty, or 32 bytes.

@@ -24,9 +24,11 @@ constexpr milliseconds noPace(0);
 constexpr milliseconds unhurriedPace(1'000);
 constexpr milliseconds noHold(0);
 
-Moment moment()
+std::function<Moment()> clockBehind(std::chrono::seconds behind)
 {
-    return std::chrono::floor<milliseconds>(std::chrono::system_clock::now());
+    return [behind] {
+        return std::chrono::floor<milliseconds>(std::chrono::system_clock::now() - behind);
+    };
 }
 
 std::function<QDate()> dayOf(const Options &options)
@@ -53,14 +55,15 @@ QByteArray line(const char *name, const QString &value)
 } // namespace
 
 SampleServices::SampleServices(const Options &options)
-    : m_log(options.logFile), m_store(dayOf(options)), m_signingKey(signingKey(options.updateSeed)),
+    : m_log(options.logFile), m_faults(options.faults, options.faultSeed), m_store(dayOf(options)),
+      m_signingKey(signingKey(options.updateSeed)),
       m_http(std::make_unique<httplib::Server>(), options.port, m_log),
       m_https(
           std::make_unique<httplib::SSLServer>(m_identity.certificate.get(), m_identity.key.get()),
           options.httpsPort, m_log),
       m_itunes(m_store, m_pause, options.throttle),
       m_researchQueue(options.researchPending ? unhurriedPace : noPace,
-                      searchIn(m_store, httpOrigin()), moment),
+                      searchIn(m_store, httpOrigin()), clockBehind(options.researchBehind)),
       m_research(m_researchQueue, m_pause,
                  options.researchPending ? noHold : ResearchService::longestHold),
       m_updates(options.updateVersion, m_signingKey)
@@ -69,6 +72,14 @@ SampleServices::SampleServices(const Options &options)
     m_hints.install(m_http.routes());
     m_research.install(m_https.routes());
     m_updates.install(m_https.routes(), httpsOrigin());
+    for (LoopbackServer *server : {&m_http, &m_https}) {
+        server->routes().set_pre_routing_handler(
+            [this](const httplib::Request &request, httplib::Response &response) {
+                return m_faults.answer(request, response, m_pause)
+                           ? httplib::Server::HandlerResponse::Handled
+                           : httplib::Server::HandlerResponse::Unhandled;
+            });
+    }
     m_http.start();
     m_https.start();
 }

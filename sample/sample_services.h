@@ -4,6 +4,7 @@
 
 #include "sample/access_log.h"
 #include "sample/app_store.h"
+#include "sample/faults.h"
 #include "sample/hints_service.h"
 #include "sample/itunes_service.h"
 #include "sample/loopback_server.h"
@@ -43,6 +44,7 @@ public:
 private:
     AccessLog m_log;
     Pause m_pause;
+    Faults m_faults;
     AppStore m_store;
     HintIndex m_hintIndex{m_store.catalog()};
     ServerIdentity m_identity = makeServerIdentity();

@@ -144,14 +144,17 @@ def table_rows(table):
 class Veltrix:
     """The running program, seen through its accessible names."""
 
-    def __init__(self, program, pictures=None):
+    def __init__(self, program, pictures=None, console=None):
+        """`console` is a file that gets what the program prints; without one it goes where the
+        driver's own lines go."""
         self.program = program
+        self.console = console
         self.pictures = pictures
         self.count = 0
         self._told = []
         self._listener = Atspi.EventListener.new(self._hear)
         self._listener.register("object:state-changed:focused")
-        self.process = subprocess.Popen([program])
+        self.process = subprocess.Popen([program], stdout=console, stderr=console)
         try:
             self.root = wait_for("the program", self._application)
             self.take_keyboard()
@@ -183,7 +186,13 @@ class Veltrix:
         """Gives the window the keyboard. No window manager does it on a bare display, but a second
         start of the program raises the first one's window and then ends."""
         if not self._is_active():
-            second = subprocess.run([self.program], timeout=30, check=False)
+            second = subprocess.run(
+                [self.program],
+                stdout=self.console,
+                stderr=self.console,
+                timeout=30,
+                check=False,
+            )
             check(second.returncode == 0, "a second start to end with status 0")
             wait_for("the window to be active", self._is_active)
 

@@ -29,19 +29,25 @@ TEST(Options, HaveDefaults)
     EXPECT_FALSE(options.date.has_value());
     EXPECT_FALSE(options.dieWithParent);
     EXPECT_EQ(options.updateVersion, u"99.0.0");
+    EXPECT_EQ(options.faults, 0);
+    EXPECT_EQ(options.researchBehind, std::chrono::seconds(0));
 }
 
 TEST(Options, AreReadFromTheCommandLine)
 {
     const Options options = accepted(
         {u"--port=8080"_qs, u"--https-port"_qs, u"8443"_qs, u"--date"_qs, u"2026-02-28"_qs,
-         u"--throttle=20"_qs, u"--research-pending"_qs, u"--ready-file=r"_qs, u"--log=l"_qs,
-         u"--certificate-file=c"_qs, u"--update-version=1.2"_qs, u"--die-with-parent"_qs,
+         u"--throttle=20"_qs, u"--faults=2"_qs, u"--fault-seed=7"_qs, u"--research-behind=3600"_qs,
+         u"--research-pending"_qs, u"--ready-file=r"_qs, u"--log=l"_qs, u"--certificate-file=c"_qs,
+         u"--update-version=1.2"_qs, u"--die-with-parent"_qs,
          u"--update-seed=AAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAAA="_qs});
     EXPECT_EQ(options.port, 8080);
     EXPECT_EQ(options.httpsPort, 8443);
     EXPECT_EQ(options.date, QDate(2026, 2, 28));
     EXPECT_EQ(options.throttle, 20);
+    EXPECT_EQ(options.faults, 2);
+    EXPECT_EQ(options.faultSeed, 7U);
+    EXPECT_EQ(options.researchBehind, std::chrono::hours(1));
     EXPECT_TRUE(options.researchPending);
     EXPECT_EQ(options.readyFile, u"r");
     EXPECT_EQ(options.logFile, u"l");
