@@ -160,11 +160,9 @@ QHash<QUuid, QUuid> ASOStore::presentApps(const RemovedTracking &removed) const
         const auto comesBack = [&](const auto &placed) {
             return placed.record.id == id;
         };
-        if (app(id))
-            present.insert(id, id);
-        else if (anew != m_apps.cend())
+        if (!app(id) && anew != m_apps.cend())
             present.insert(id, anew->id);
-        else if (std::ranges::any_of(removed.apps, comesBack))
+        else if (app(id) || std::ranges::any_of(removed.apps, comesBack))
             present.insert(id, id);
         else
             throw StoreError(404, QStringLiteral("App not found"));

@@ -2,6 +2,7 @@
 #include "store/rank_days.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace veltrix
 {
@@ -70,7 +71,7 @@ bool RankDays::forget(std::int64_t day)
 
 void RankDays::moveTo(std::int64_t today)
 {
-    const std::int64_t passed = std::clamp<std::int64_t>(today - m_today, 0, m_ranks.size());
+    const std::int64_t passed = std::clamp<std::int64_t>(today - m_today, 0, std::ssize(m_ranks));
     std::shift_right(m_ranks.begin(), m_ranks.end(), passed);
     std::fill_n(m_ranks.begin(), passed, notChecked);
     m_today = std::int32_t(today);

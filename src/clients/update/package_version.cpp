@@ -4,6 +4,8 @@
 #include "clients/update/update_error.h"
 #include "clients/update/version_order.h"
 
+#include <QList>
+
 #include <archive.h>
 #include <archive_entry.h>
 
