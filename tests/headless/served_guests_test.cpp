@@ -15,6 +15,7 @@
 #include <QLocalSocket>
 
 #include <atomic>
+#include <memory>
 #include <thread>
 
 namespace veltrix
@@ -54,13 +55,13 @@ protected:
     /// The same, for an export: what came before the end of the connection.
     std::vector<ExportMessage> answersTo(const ExportWish &wish)
     {
-        std::vector<ExportMessage> messages;
-        m_take = [&messages](const QByteArray &line) {
-            messages.push_back(fromJson<ExportMessage>(line));
+        const auto messages = std::make_shared<std::vector<ExportMessage>>();
+        m_take = [messages](const QByteArray &line) {
+            messages->push_back(fromJson<ExportMessage>(line));
         };
         ask(toJson(wish));
         waitFor([this] { return m_hasEnded; });
-        return messages;
+        return *messages;
     }
     void take(const MeasureMessage &message)
     {

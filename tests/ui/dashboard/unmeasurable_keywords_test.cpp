@@ -219,7 +219,6 @@ TEST_F(UnmeasurableKeywordsTest, WhatAMeasurementSaysAboutPopularityIsTheRowsToo
     const QString unavailable =
         QStringLiteral("Popularity unavailable. Rankings were saved; try popularity again later.");
     PersistedState state = sample();
-    QString text;
     for (SharedSnapshot &shared : state.snapshots) {
         KeywordSnapshot changed = *shared;
         changed.popularityStatus = unavailable;

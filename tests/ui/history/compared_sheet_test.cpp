@@ -36,7 +36,7 @@ protected:
     }
     void measureNow(int rank, qsizetype place = 0)
     {
-        const TrackedCompetitor &other = store().competitorsOfApp(appId())[place];
+        const TrackedCompetitor other = store().competitorsOfApp(appId())[place];
         QList<ITunesAppResult> results = veltrix::rankedApps(20);
         if (rank > 0)
             results.insert(rank - 1, appResult(other.trackId, qPrintable(other.name)));
