@@ -19,6 +19,14 @@ if(VELTRIX_SANITIZERS)
     target_link_options(veltrix_options INTERFACE -fsanitize=${VELTRIX_SANITIZERS})
 endif()
 
+# How many times longer a test may take than it does without sanitizers.
+set(VELTRIX_PATIENCE 1)
+if(VELTRIX_SANITIZERS MATCHES "thread")
+    set(VELTRIX_PATIENCE 6)
+elseif(VELTRIX_SANITIZERS)
+    set(VELTRIX_PATIENCE 3)
+endif()
+
 # veltrix_include_root(<target> <name> <folder>)
 # Lets whoever links <target> write "<name>/<file>.h" for the files of <folder>, and shows nothing else: the root
 # holds one link to that folder. The system's own include folders come after it.
@@ -65,6 +73,7 @@ function(veltrix_tests name)
     target_link_libraries(veltrix_${name}_tests PRIVATE veltrix_test_support ${arg_DEPENDS})
     veltrix_precompile(veltrix_${name}_tests
         <gmock/gmock.h> <gtest/gtest.h> <QString> <QList> <optional> <vector> <memory>)
+    math(EXPR timeout "120 * ${VELTRIX_PATIENCE}")
     gtest_discover_tests(veltrix_${name}_tests DISCOVERY_MODE PRE_TEST
-        PROPERTIES TIMEOUT 120 ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
+        PROPERTIES TIMEOUT ${timeout} ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
 endfunction()

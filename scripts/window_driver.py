@@ -20,6 +20,9 @@ from gi.repository import Atspi, GLib  # noqa: E402
 # than a second to answer.
 Atspi.set_timeout(15_000, 30_000)
 
+# A program that is slowed down, by a sanitizer for example, is waited for so many times longer.
+PATIENCE = float(os.environ.get("VELTRIX_PATIENCE", "1"))
+
 BUTTONS = ("push button", "button", "toggle button", "radio button", "check box", "menu item")
 FIELDS = ("text", "entry")
 CELLS = ("table cell", "list item")
@@ -56,6 +59,7 @@ def check(condition, what):
 
 def wait_for(what, probe, seconds=30.0):
     """Polls until probe() gives something; a screen changes on its own time."""
+    seconds *= PATIENCE
     deadline = time.monotonic() + seconds
     events = GLib.MainContext.default()
     while True:
@@ -190,7 +194,7 @@ class Veltrix:
                 [self.program],
                 stdout=self.console,
                 stderr=self.console,
-                timeout=30,
+                timeout=30 * PATIENCE,
                 check=False,
             )
             check(second.returncode == 0, "a second start to end with status 0")
@@ -393,7 +397,7 @@ class Veltrix:
         self._listener.deregister("object:state-changed:focused")
         self.process.terminate()
         try:
-            return self.process.wait(timeout=10)
+            return self.process.wait(timeout=10 * PATIENCE)
         except subprocess.TimeoutExpired:
             self.kill()
             raise DriveError("the program did not end") from None
