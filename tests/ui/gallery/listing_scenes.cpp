@@ -32,9 +32,10 @@ void rankOwnApp(ResearchWorld &world)
     QStringList terms = world.appStore->resultsOf.keys();
     terms.sort();
     for (qsizetype i = 0; i < terms.size(); ++i) {
+        if (i % 3 == 2)
+            continue;
         QList<ITunesAppResult> &results = world.appStore->resultsOf[terms[i]];
-        if (i % 3 != 2)
-            results.insert(std::min(results.size(), i * 3), ownApp());
+        results.insert(std::min(results.size(), i * 3), ownApp());
     }
     world.appStore->results.insert(4, ownApp());
     world.saved->saved.results.insert(4, ownApp());
