@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "json/json_reader.h"
 
+#include "json/json_grammar.h"
+
 #include <cmath>
 #include <new>
 
@@ -223,8 +225,11 @@ QStringList JsonReader::readStringList(Value value)
         json_detail::required(array.reset());
         // Gathered first, so that the list takes one block of just the right size.
         QVarLengthArray<QString, 16> texts;
-        for (auto element : array)
-            texts.append(readString(json_detail::required(element)));
+        for (auto result : array) {
+            auto element = json_detail::required(result);
+            if (size_t(texts.size()) < m_longestList)
+                texts.append(readString(element));
+        }
         return QStringList(std::make_move_iterator(texts.begin()),
                            std::make_move_iterator(texts.end()));
     });
@@ -237,8 +242,11 @@ QList<Url> JsonReader::readUrlList(Value value)
     return m_urlLists.share(json, [&] {
         json_detail::required(array.reset());
         QList<Url> list;
-        for (auto element : array)
-            readJson(*this, json_detail::required(element), list.emplace_back());
+        for (auto result : array) {
+            auto element = json_detail::required(result);
+            if (size_t(list.size()) < m_longestList)
+                readJson(*this, element, list.emplace_back());
+        }
         return list;
     });
 }
@@ -325,6 +333,25 @@ void readJson(JsonReader &reader, JsonReader::Value value, FactorMap &out)
         out.insert(entry.name, entry.value);
 }
 
+namespace
+{
+
+simdjson::padded_string limitedText(std::string_view text, size_t longestList)
+{
+    // Below, what a text can cost is little, whatever it is.
+    constexpr size_t least = 64 * 1024;
+    if (text.size() >= least && json_detail::isDense(text))
+        return json_detail::withShortLists(text, longestList);
+    return simdjson::padded_string(text.data(), text.size());
+}
+
+} // namespace
+
 JsonText::JsonText(const QByteArray &text) : m_text(text.constData(), size_t(text.size())) {}
+
+JsonText::JsonText(const QByteArray &text, ListLimit listLimit)
+    : m_text(limitedText({text.constData(), size_t(text.size())}, listLimit.elements))
+{
+}
 
 } // namespace veltrix

@@ -4,6 +4,7 @@
 #include "json/json_writer.h"
 #include "json/string_pool.h"
 #include "model/app_profile.h"
+#include "model/itunes_app_result.h"
 #include "support/generators.h"
 #include "support/json_printers.h"
 
@@ -203,6 +204,78 @@ TEST(BrokenJson, DeepNestingIsSkippedOrRefusedButNeverOverflowsTheStack)
     const QByteArray deep = QByteArray(100'000, '[') + QByteArray(100'000, ']');
     EXPECT_THROW(fromJson<AppProfile>(deep), DecodingError);
     EXPECT_THROW(fromJson<AppProfile>(R"({"unknown":)" + deep + "}"), DecodingError);
+}
+
+/// The body of an answer with results that hold nothing.
+QByteArray emptyResults(qsizetype count)
+{
+    return R"({"resultCount":1,"results":[)" + QByteArray("{},").repeated(count) + "{}]}";
+}
+
+TEST(ListLimits, TheFirstElementsAreReadAndTheOthersPassedOver)
+{
+    const QByteArray body =
+        R"({"results":[{"trackId":1,"screenshotUrls":["a","b","c"]},{"trackId":2},{"trackId":3}],)"
+        R"("resultCount":3})";
+    const auto two = fromJson<ITunesSearchResponse>(body, ListLimit{2});
+    ASSERT_EQ(two.results.size(), 2);
+    EXPECT_EQ(two.results[1].trackId, 2);
+    EXPECT_EQ(two.results[0].screenshotUrls, (QStringList{"a", "b"}));
+    EXPECT_EQ(two.resultCount, 3);
+    EXPECT_EQ(fromJson<ITunesSearchResponse>(body, ListLimit{3}),
+              fromJson<ITunesSearchResponse>(body));
+}
+
+TEST(ListLimits, AMillionEmptyResultsCostNoMoreThanTheOnesThatAreRead)
+{
+    const QByteArray body = emptyResults(999'999);
+    // The parser's index is some multiple of the text that it is given.
+    EXPECT_LT(JsonText(body, ListLimit{200}).padded().size(), 1000U);
+    EXPECT_EQ(fromJson<ITunesSearchResponse>(body, ListLimit{200}).results.size(), 200);
+    const QByteArray texts = R"({"resultCount":1,"results":[{"screenshotUrls":[)" +
+                             QByteArray("\"\",").repeated(999'999) + R"(""]}]})";
+    EXPECT_LT(JsonText(texts, ListLimit{200}).padded().size(), 1000U);
+    EXPECT_EQ(
+        fromJson<ITunesSearchResponse>(texts, ListLimit{200}).results[0].screenshotUrls->size(),
+        200);
+}
+
+TEST(ListLimits, ATextOfMarksIsReadAsIfItWereShort)
+{
+    // In and around lists that are full: lists in lists, objects, texts with marks in them.
+    const QByteArray record =
+        R"({"trackId":7,"x":[[1,2,3],[],{"a":[]}],"trackName":"[{\"],","screenshotUrls":["a",""]},)";
+    const QByteArray body = R"( {"results" : [)" + record.repeated(3) +
+                            QByteArray("{} , [], ").repeated(20'000) +
+                            R"({}] , "resultCount":-1.0e0, "b":[true,false,null,[]]} )";
+    EXPECT_EQ(fromJson<ITunesSearchResponse>(body, ListLimit{4}).results,
+              fromJson<ITunesSearchResponse>(R"({"resultCount":-1,"results":[)" +
+                                             record.repeated(3) + "{}]}")
+                  .results);
+}
+
+TEST(ListLimits, ATextOfMarksIsRefusedWhereItIsNotJsonToo)
+{
+    const QByteArray good = emptyResults(25'000);
+    EXPECT_NO_THROW(fromJson<ITunesSearchResponse>(good, ListLimit{2}));
+    const qsizetype end = good.size() - 2;
+    for (const char *wrong :
+         {",",          ",]",        ",{",    "}",        ",[}",          ",{]",     ",{\"a\"}",
+          ",{\"a\":}",  ",{1:2}",    ",{,}",  ",tru",     ",01",          ",1.",     ",.5",
+          ",-",         ",1e",       ",+1",   ",\"\\q\"", ",\"\\u12G4\"", ",\"\n\"", ",\"",
+          ",\"\\\"",    ",\"\xff\"", ",{}{}", ",1 2",     ",nul",         ",'a'",    ",{\"a\" 1}",
+          ",{\"a\":1,}"}) {
+        EXPECT_THROW(
+            fromJson<ITunesSearchResponse>(QByteArray(good).insert(end, wrong), ListLimit{2}),
+            DecodingError)
+            << wrong;
+    }
+    for (const qsizetype length : {qsizetype(70'000), good.size() - 1, good.size() - 2})
+        EXPECT_THROW(fromJson<ITunesSearchResponse>(good.left(length), ListLimit{2}),
+                     DecodingError);
+    EXPECT_THROW(fromJson<ITunesSearchResponse>(good + "}", ListLimit{2}), DecodingError);
+    EXPECT_THROW(fromJson<ITunesSearchResponse>(QByteArray(100'000, '['), ListLimit{2}),
+                 DecodingError);
 }
 
 TEST(BrokenJson, AnErrorInAListNamesTheElement)
