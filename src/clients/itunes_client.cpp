@@ -5,6 +5,8 @@
 #include "json/json_error.h"
 #include "json/json_reader.h"
 
+#include <algorithm>
+
 namespace veltrix
 {
 
@@ -16,11 +18,11 @@ QString decimal(std::int64_t value)
     return QString::number(qlonglong(value));
 }
 
-/// The results in a body. Throws UnreadableAnswerError.
-QList<ITunesAppResult> resultsIn(const QByteArray &body, const QUrl &url)
+/// The first results in a body, `most` of them. Throws UnreadableAnswerError.
+QList<ITunesAppResult> resultsIn(const QByteArray &body, const QUrl &url, size_t most)
 {
     try {
-        return fromJson<ITunesSearchResponse>(body).results;
+        return fromJson<ITunesSearchResponse>(body, ListLimit{most}).results;
     } catch (const DecodingError &) {
         // Where the text stops being JSON helps nobody who reads it.
         throw UnreadableAnswerError(url.host());
@@ -54,7 +56,8 @@ Task<QList<ITunesAppResult>> ITunesClient::search(QString term, QString country,
         {QStringLiteral("country"), country.toUpper()},
         {QStringLiteral("limit"), decimal(limit)},
     };
-    return fetch(QStringLiteral("search"), query, std::move(stop));
+    const auto most = size_t(std::clamp<std::int64_t>(limit, 1, mostResults));
+    return fetch(QStringLiteral("search"), query, most, std::move(stop));
 }
 
 Task<std::optional<ITunesAppResult>> ITunesClient::lookup(std::int64_t trackId, QString country,
@@ -65,17 +68,17 @@ Task<std::optional<ITunesAppResult>> ITunesClient::lookup(std::int64_t trackId, 
         {QStringLiteral("country"), country.toUpper()},
         {QStringLiteral("entity"), QStringLiteral("software")},
     };
-    return appAmong(fetch(QStringLiteral("lookup"), query, std::move(stop)), trackId);
+    return appAmong(fetch(QStringLiteral("lookup"), query, mostResults, std::move(stop)), trackId);
 }
 
-Task<QList<ITunesAppResult>> ITunesClient::fetch(QString path, QList<QueryItem> query,
+Task<QList<ITunesAppResult>> ITunesClient::fetch(QString path, QList<QueryItem> query, size_t most,
                                                  std::stop_token callersStop)
 {
     const ScopedStop stop(m_tasks, callersStop);
     const QUrl url = requestUrl(m_use.baseURL, path, query);
     const QString key = absoluteString(url);
     if (const std::optional<QByteArray> cached = m_use.traffic->cachedResponse(key))
-        co_return resultsIn(*cached, url);
+        co_return resultsIn(*cached, url, most);
     co_await m_use.traffic->acquirePermit(stop);
     HttpRequest request;
     request.url = url;
@@ -85,7 +88,7 @@ Task<QList<ITunesAppResult>> ITunesClient::fetch(QString path, QList<QueryItem> 
     const HttpResponse response = co_await m_use.send(request, stop);
     if (!response.isSuccess())
         throw BadServerResponseError(response.status);
-    const QList<ITunesAppResult> results = resultsIn(response.body, url);
+    const QList<ITunesAppResult> results = resultsIn(response.body, url, most);
     m_use.traffic->storeResponse(response.body, key);
     co_return results;
 }

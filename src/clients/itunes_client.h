@@ -27,6 +27,10 @@ public:
         std::shared_ptr<ITunesTrafficController> traffic;
     };
 
+    /// The most results that the service gives. Of a longer answer the first ones are read, of a
+    /// search as many as it asked for.
+    static constexpr std::int64_t mostResults = 200;
+
     /// Where Apple's service is.
     static QUrl defaultBaseURL();
 
@@ -38,8 +42,9 @@ public:
                                                 std::stop_token stop) override;
 
 private:
-    /// The results for a path: from the cache without a permit, else from the service with one.
-    Task<QList<ITunesAppResult>> fetch(QString path, QList<QueryItem> query,
+    /// The first `most` results for a path: from the cache without a permit, else from the service
+    /// with one.
+    Task<QList<ITunesAppResult>> fetch(QString path, QList<QueryItem> query, size_t most,
                                        std::stop_token callersStop);
 
     Arguments m_use;

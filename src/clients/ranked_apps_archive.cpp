@@ -41,7 +41,8 @@ void RankedAppsArchive::load(Date now)
     if (std::exchange(m_isLoaded, true) || m_path.isEmpty())
         return;
     try {
-        const auto read = fromJson<std::map<QString, SavedResults>>(readWholeFile(m_path));
+        const auto read = fromJson<std::map<QString, SavedResults>>(readWholeFile(m_path),
+                                                                    ListLimit{mostRankedApps});
         for (const auto &[key, saved] : read) {
             if (now - saved.fetchedAt < rankedAppsLifetime)
                 m_entries.emplace(key, Entry{saved.fetchedAt, toJson(saved), true, false});

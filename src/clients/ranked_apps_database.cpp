@@ -64,7 +64,7 @@ SavedResults unpacked(const QByteArray &bytes)
     const QByteArray json = qUncompress(bytes);
     if (json.isEmpty())
         throw UnusableCacheError(QStringLiteral("A row is damaged."));
-    return fromJson<SavedResults>(json);
+    return fromJson<SavedResults>(json, ListLimit{mostRankedApps});
 }
 
 std::int64_t valueOf(SqliteDatabase &database, const char *question)

@@ -17,6 +17,9 @@ inline constexpr Seconds rankedAppsLifetime{604'800};
 /// For so long results may be served in the place of a search, whole: half an hour.
 inline constexpr Seconds rankedAppsFreshness{1'800};
 
+/// The most that are kept of a keyword, and read again.
+inline constexpr size_t mostRankedApps = 100;
+
 /// What a list of apps shows and what tracks one of them; details are looked up when they are
 /// wanted. Most of a listing is its description.
 [[nodiscard]] QList<ITunesAppResult> listedResults(const QList<ITunesAppResult> &results);

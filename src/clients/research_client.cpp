@@ -65,7 +65,8 @@ HttpRequest requestFor(const SupabaseConfiguration &configuration, const Subject
 std::optional<ResearchEnvelope> envelopeOf(const HttpResponse &response)
 {
     try {
-        return fromJson<ResearchEnvelope>(response.body);
+        return fromJson<ResearchEnvelope>(response.body,
+                                          ListLimit{size_t(ResearchClient::mostResults)});
     } catch (const DecodingError &) {
         return std::nullopt;
     }

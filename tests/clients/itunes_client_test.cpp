@@ -71,6 +71,35 @@ TEST_F(ITunesClientTest, ALookupAsksForTheIdBeyondThirtyTwoBits)
                   "https://apps.example/lookup?id=6451880007&country=GB&entity=software")});
 }
 
+TEST_F(ITunesClientTest, OfAnAnswerThatIsLongerThanAskedForTheFirstResultsCount)
+{
+    m_http.answerWith(FakeHttp::response(
+        200, body(R"({"trackId":1},{"trackId":2},{"trackId":3},{"trackId":4})", 4)));
+    const auto found = search("photo", "us", 2).value();
+    ASSERT_EQ(found.size(), 2);
+    EXPECT_EQ(found[1].trackId, 2);
+    // The second comes from the cache.
+    EXPECT_EQ(search("photo", "us", 2).value(), found);
+    EXPECT_EQ(search("photo", "us", 4).value().size(), 4);
+    EXPECT_EQ(search("photo", "us", 1'000'000).value().size(), 4);
+}
+
+TEST_F(ITunesClientTest, NoAnswerCostsMoreThanTheMostThatTheServiceGives)
+{
+    const QByteArray results = QByteArray("{},").repeated(100'000) + R"({"trackId":7})";
+    m_http.answerWith(FakeHttp::response(200, body(results.constData(), 100'001)));
+    EXPECT_EQ(search("photo", "us", 1'000'000).value().size(), ITunesClient::mostResults);
+    EXPECT_EQ(search("photo", "us", -1).value().size(), 1);
+    EXPECT_EQ(lookup(7).value(), std::nullopt);
+}
+
+TEST_F(ITunesClientTest, ALookupFindsItsAppBehindOthersAsFarAsTheServiceGivesResults)
+{
+    const QByteArray results = QByteArray("{},").repeated(199) + R"({"trackId":7},{"trackId":7})";
+    m_http.answerWith(FakeHttp::response(200, body(results.constData(), 201)));
+    EXPECT_TRUE(lookup(7).value().has_value());
+}
+
 TEST_F(ITunesClientTest, TheTermIsNeitherTrimmedNorLowerCased)
 {
     search(" C++ & \"Rock 'n' Roll\" 50% ~._-/?#é ");
