@@ -57,10 +57,12 @@ private:
     Storage m_value;
 };
 
-/// Most bytes and deepest nesting that are read.
+/// Most bytes, deepest nesting and most values that are read. A value may cost more memory than its
+/// text, so bytes alone would not bound it.
 struct PropertyListLimits {
     qsizetype bytes = 4 * 1024 * 1024;
     int depth = 32;
+    int values = 10'000;
 };
 
 /// Reads an XML property list. Nothing outside the text is ever loaded: the document type is

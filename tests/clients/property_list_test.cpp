@@ -105,5 +105,18 @@ TEST(PropertyList, DepthAndSizeAreLimited)
                     .contains(QStringLiteral("too large")));
 }
 
+TEST(PropertyList, HasNoMoreValuesThanAreAccepted)
+{
+    const QByteArray four =
+        "<plist><array><true/><dict><key>a</key><string/></dict></array></plist>";
+    EXPECT_EQ(failureOf(four, {.values = 4}), QStringLiteral("no failure"));
+    const QString tooMany =
+        QStringLiteral("The property list couldn’t be read: it has too many values.");
+    EXPECT_EQ(failureOf(four, {.values = 3}), tooMany);
+    EXPECT_EQ(
+        failureOf("<plist><array>" + QByteArray("<array/>").repeated(100'000) + "</array></plist>"),
+        tooMany);
+}
+
 } // namespace
 } // namespace veltrix

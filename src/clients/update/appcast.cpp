@@ -91,8 +91,15 @@ private:
         }
     }
 
+    void countEntry()
+    {
+        if (++m_entries > mostAppcastEntries)
+            throw AppcastError(QStringLiteral("The document has too many items."));
+    }
+
     AppcastItem readItem()
     {
+        countEntry();
         AppcastItem item;
         while (m_xml.enterChild()) {
             if (m_xml.namespaceUri() == feedNamespace)
@@ -152,6 +159,7 @@ private:
 
     AppcastEnclosure takeEnclosure()
     {
+        countEntry();
         const QXmlStreamAttributes attributes = m_xml.attributes();
         m_xml.skip();
         const auto own = [&attributes](QLatin1String name) {
@@ -172,6 +180,7 @@ private:
 
     SafeXmlReader m_xml;
     Appcast m_appcast;
+    int m_entries = 0;
 };
 
 } // namespace

@@ -17,6 +17,9 @@ namespace veltrix
 /// Largest feed that is accepted, in bytes.
 inline constexpr qint64 largestAppcast = 4LL * 1024 * 1024;
 
+/// The most items and packages that a feed may have, together.
+inline constexpr int mostAppcastEntries = 10'000;
+
 /// A feed is not whole, not a feed, or beyond a limit.
 class AppcastError final : public Error
 {

@@ -203,5 +203,19 @@ TEST(Appcast, SizeAndDepthAreLimited)
               QStringLiteral("The update feed couldn’t be read. The document is too large."));
 }
 
+TEST(Appcast, NoFeedHasMoreItemsAndPackagesThanAreAccepted)
+{
+    const auto items = [](int count) {
+        return feedWith(QByteArray("<item/>").repeated(count));
+    };
+    EXPECT_EQ(readAppcast(items(mostAppcastEntries)).items.size(), mostAppcastEntries);
+    const QString tooMany =
+        QStringLiteral("The update feed couldn’t be read. The document has too many items.");
+    EXPECT_EQ(problem(items(mostAppcastEntries + 1)), tooMany);
+    EXPECT_EQ(problem(feedWith("<item>" + QByteArray("<enclosure/>").repeated(mostAppcastEntries) +
+                               "</item>")),
+              tooMany);
+}
+
 } // namespace
 } // namespace veltrix
