@@ -3,7 +3,6 @@
 
 #include "json/json_error.h"
 
-#include <algorithm>
 #include <array>
 #include <bit>
 #include <bitset>
@@ -317,28 +316,32 @@ void shorten(std::string_view text, size_t most, Keep keep)
     lists.end(end);
 }
 
-bool isMark(char c)
-{
-    return c == '"' || c == ',' || c == ':' || c == '[' || c == ']' || c == '{' || c == '}';
-}
+/// 1 for each byte that is a mark of JSON.
+constexpr std::array<std::uint8_t, 256> marks = [] {
+    std::array<std::uint8_t, 256> values{};
+    for (const char c : std::string_view("\",:[]{}"))
+        values[std::uint8_t(c)] = 1;
+    return values;
+}();
 
 } // namespace
 
 bool isDense(std::string_view text)
 {
-    // One piece of each stretch, not the same one in all of them.
+    // One piece of each stretch, not the same one in all of them: to look at the whole text would
+    // take a tenth of the time that reading it does.
     constexpr size_t piece = 64;
-    constexpr size_t pieces = 16;
-    size_t marks = 0;
+    constexpr size_t pieces = 64;
+    size_t found = 0;
     size_t seen = 0;
-    for (size_t stretch = 0; (stretch + 1) * pieces * piece <= text.size(); ++stretch) {
-        const size_t chosen = stretch * 0x9e3779b97f4a7c15U >> 60U;
-        marks += size_t(
-            std::ranges::count_if(text.substr((stretch * pieces + chosen) * piece, piece), isMark));
+    for (size_t begin = 0; begin + pieces * piece <= text.size(); begin += pieces * piece) {
+        const size_t chosen = begin * 0x9e3779b97f4a7c15U >> 58U;
+        for (const char c : text.substr(begin + chosen * piece, piece))
+            found += marks[std::uint8_t(c)];
         seen += piece;
     }
     // Of the entries of the index, which have four bytes, every second one is a mark at least.
-    return marks > seen / 4;
+    return found > seen / 4;
 }
 
 simdjson::padded_string withShortLists(std::string_view text, size_t most)
