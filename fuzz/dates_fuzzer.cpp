@@ -1,13 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Any bytes as a date: no value, or one that reads back from its printed form to the millisecond.
+#include "fuzz_target.h"
 #include "model/date.h"
 
-#include <QString>
-
 #include <cmath>
-#include <cstdlib>
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, size_t size)
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
     const QString text = QString::fromUtf8(reinterpret_cast<const char *>(data), qsizetype(size));
     const auto date = veltrix::parseInternetDateTime(text);
@@ -18,7 +16,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, size_t size)
     if (printed.size() != 24 || printed.startsWith(u'-'))
         return 0;
     const auto back = veltrix::parseInternetDateTime(printed, veltrix::FractionalSeconds::Required);
-    if (!back || std::abs((*back - *date).count()) > 0.0011)
-        std::abort();
+    veltrix::fuzz::require(back && std::abs((*back - *date).count()) <= 0.0011,
+                           "a printed date reads back");
     return 0;
 }

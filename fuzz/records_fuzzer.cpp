@@ -1,36 +1,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Any bytes as a record: an error, or a record that reads back from what it writes.
-#include "json/json_reader.h"
-#include "json/json_writer.h"
 #include "model/app_profile.h"
-#include "model/itunes_app_result.h"
 #include "model/keyword_snapshot.h"
+#include "model/tracked_competitor.h"
+#include "model/tracked_keyword.h"
+#include "read_and_write.h"
 
-#include <cstdlib>
-
-namespace
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
-
-template <class Record>
-void readAndWrite(const QByteArray &bytes)
-{
-    Record record;
-    try {
-        record = veltrix::fromJson<Record>(bytes);
-    } catch (const veltrix::DecodingError &) {
-        return;
-    }
-    if (!(veltrix::fromJson<Record>(veltrix::toJson(record)) == record))
-        std::abort();
-}
-
-} // namespace
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, size_t size)
-{
-    const QByteArray bytes(reinterpret_cast<const char *>(data), qsizetype(size));
-    readAndWrite<veltrix::KeywordSnapshot>(bytes);
-    readAndWrite<veltrix::ITunesSearchResponse>(bytes);
-    readAndWrite<veltrix::AppProfile>(bytes);
+    using namespace veltrix;
+    const QByteArray bytes = fuzz::bytesOf(data, size);
+    fuzz::readAndWrite<KeywordSnapshot>(bytes);
+    fuzz::readAndWrite<AppProfile>(bytes);
+    fuzz::readAndWrite<TrackedKeyword>(bytes);
+    fuzz::readAndWrite<TrackedCompetitor>(bytes);
     return 0;
 }
