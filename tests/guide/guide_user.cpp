@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Does to a data folder what a user does in the window: adds apps, keywords, a competitor, tags
 // and a note. What is tracked is then measured by the program itself.
-//   veltrix_guide_user begin|write|many FOLDER
+//   veltrix_guide_user begin|write FOLDER
 #include "effects/system_clock.h"
 #include "store/aso_store.h"
 
@@ -48,17 +48,6 @@ void write(ASOStore &store)
     store.putNote(note);
 }
 
-/// A second app with as many keywords as the first cache of ranked apps does not hold.
-void addMany(ASOStore &store)
-{
-    const AppProfile app =
-        store.addApp(appOf(6451880243, QStringLiteral("Tidewater Journal")), QStringLiteral("US"));
-    for (int number = 1; number <= 110; ++number) {
-        store.addTrackedKeyword(app.id, QStringLiteral("journal %1").arg(number),
-                                QStringLiteral("US"));
-    }
-}
-
 } // namespace
 
 int main(int argc, char **argv)
@@ -74,8 +63,6 @@ int main(int argc, char **argv)
         begin(store);
     else if (work == QStringLiteral("write"))
         write(store);
-    else if (work == QStringLiteral("many"))
-        addMany(store);
     else
         return 2;
     if (store.saveBeforeEnd())
