@@ -93,13 +93,15 @@ def found(home, span):
 
 
 def matches(printed, expected, is_about):
-    """Equal line by line; "…" stands for anything, and where figures change, so does each number."""
-    pattern = re.escape(expected.strip("\n"))
-    if is_about:
-        pattern = re.sub(r"\d+", r"\\d+", pattern)
-    # As a whole line it stands for any number of them.
-    pattern = re.sub(r"(?m)^…$", r"(?:.*\\n)*.*", pattern).replace("…", ".*")
-    return re.fullmatch(pattern, printed.strip("\n")) is not None
+    """Equal line by line; "…" stands for anything, as a whole line for any lines, and where figures
+    change, each number for any."""
+    patterns = []
+    for line in expected.strip("\n").split("\n"):
+        pattern = re.escape(line)
+        if is_about:
+            pattern = re.sub(r"\d+", r"\\d+", pattern)
+        patterns.append(r"[\s\S]*" if line == "…" else pattern.replace("…", ".*"))
+    return re.fullmatch("\n".join(patterns), printed.strip("\n")) is not None
 
 
 class Reader:

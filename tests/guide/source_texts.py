@@ -8,10 +8,11 @@ from dataclasses import dataclass
 PART = re.compile(r'(?:u8|u|U|L)?R"(?P<mark>[^()\s\\]{0,16})\((?P<raw>.*?)\)(?P=mark)"'
                   r'|(?:u8|u|U|L)?"(?P<plain>(?:[^"\\\n]|\\.)*)"', re.DOTALL)
 GAP = re.compile(r"(?:\s|//[^\n]*\n)*")
+# Between two literals of one text there is a value: QStringLiteral("…") + value + QStringLiteral("…").
+VALUE = re.compile(r'\)\s*\+\s*[\w.:>()-]+\s*\+\s*(?:tr|QStringLiteral|QLatin1String)\(\s*(?=")')
 COMMENT = re.compile(r"//[^\n]*")
-CHARACTER = re.compile(r"'(?:[^'\\]|\\.)+'")
-MARKER = re.compile(r"(?:\btr|\btranslate|\bQStringLiteral|\bQLatin1String|\bQT_TRANSLATE_NOOP|\bQT_TR_NOOP)"
-                    r"\s*\(\s*$")
+# Not the mark within a number, as in 10'000.
+CHARACTER = re.compile(r"(?<![0-9a-zA-Z])(?:u8|u|U|L)?'(?:[^'\\\n]|\\[^\n]{1,10}?)'")
 ESCAPES = {"n": "\n", "t": "\t", '"': '"', "\\": "\\", "'": "'", "r": "\r", "0": "\0"}
 
 
@@ -34,7 +35,7 @@ def plain(part):
 
 def is_thrown(source, start):
     """Whether the statement in which a literal stands throws it, or hands it to an error's base."""
-    before = source[max(source.rfind(end, 0, start) for end in ";{}"):start]
+    before = source[max(source.rfind(end, 0, start) for end in ";{}") + 1:start]
     return bool(re.search(r"\bthrow\b|:\s*Error\(|\b\w*Error::\w+\(|\bfail\(", before))
 
 
@@ -55,8 +56,14 @@ def texts_of(path, name):
         start = position
         text = plain(part)
         position = part.end()
-        while part := PART.match(source, GAP.match(source, position).end()):
-            text += plain(part)
+        while True:
+            if part := PART.match(source, GAP.match(source, position).end()):
+                text += plain(part)
+            elif value := VALUE.match(source, position):
+                part = PART.match(source, value.end())
+                text += "%1" + plain(part)
+            else:
+                break
             position = part.end()
         found.append(SourceText(text, name, source.count("\n", 0, start) + 1, is_thrown(source, start)))
     return found
@@ -72,3 +79,26 @@ def all_texts(folder):
                 path = os.path.join(at, name)
                 found += texts_of(path, os.path.relpath(path, folder))
     return found
+
+
+PLACE = re.compile(r"%L?\d|%s")
+FAILURE = re.compile(
+    r"(?i)could(?:n[’']t| not)|\bcan(?:n?ot|[’']t)\b|failed\b|refused|did not answer|does not answer"
+    r"|\bnot (?:available|been read|saved|trusted|valid|safe|well-formed|measured|signed|an option)\b"
+    r"|damaged|no longer|expired|too (?:large|often|long)|was (?:changed|removed|shortened)|\bunknown entity\b"
+    r"|is missing|not found|unavailable in|no such|has more than|holds no|not closed|without older"
+    r"|are used up|doesn[’']t|didn[’']t|try again|\bwas not done\b|not finite|another one than before|closed the connection|requires an|second start|sent (?:no|half)")
+SENTENCE = re.compile(r"^[A-Z“%].*\s.*", re.DOTALL)
+
+
+def readable(text):
+    """A text as a reader meets it: values are dots, for their words are not known here."""
+    return PLACE.sub("…", text).strip().rstrip(":")
+
+
+def tells_failure(text):
+    """Whether a literal tells the user of something that failed: it is thrown, or it is a sentence (with a
+    blank, and with a capital or a value at its beginning) in words of failing."""
+    if " " not in text.text.strip() or not re.search(r"[a-z]{2}", text.text):
+        return False
+    return text.thrown or bool(SENTENCE.match(text.text) and FAILURE.search(text.text))
