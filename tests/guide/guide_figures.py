@@ -5,6 +5,7 @@ A comment such as "<!-- constants: src/scoring/curve.cpp low high; src/scoring/o
 before each table and names what the table shows, in its order. Every constant of the models is to be
 shown, but for those listed here.
 """
+import functools
 import os
 import re
 import sys
@@ -32,11 +33,10 @@ NOT_SHOWN = {
 }
 
 
-def source(root, path, cache={}):  # noqa: B006
-    if path not in cache:
-        with open(os.path.join(root, path), encoding="utf-8") as file:
-            cache[path] = COMMENT.sub("", file.read()).replace("'", "")
-    return cache[path]
+@functools.cache
+def source(root, path):
+    with open(os.path.join(root, path), encoding="utf-8") as file:
+        return COMMENT.sub("", file.read()).replace("'", "")
 
 
 def values_of(root, path, name):

@@ -1,7 +1,8 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """Holds the page of messages to the sources, both ways: what it quotes stands in them, and what they can
-tell of a failure stands on the page."""
+tell of a failure stands on the page. Labels that any page names stand there, too."""
 import os
+import re
 import sys
 
 from page import Findings, pages
@@ -33,13 +34,43 @@ NO_FAILURE = {
     "Write what you did: an empty note is not saved.": "says what to do",
 }
 
+# What stands in quotation marks and is no label of the window.
+NO_LABELS = {
+    "; ", "stock options", "↑ 3", "Top 1, 3, 10, 50", "You by 3", "6 / 8", "At rank 1", "photo editor", "./",
+    "New subtitle", "coverage", "photos", "too many requests", "No space left on device", "Permission denied",
+    "database disk image is malformed", "disk I/O error", "|",
+    # Beginnings of longer texts.
+    "Missing inputs", "Saved raw value",
+}
+
+
+def check_labels(guide, known, findings):
+    """What pages put in quotation marks, or in italics with a capital, is a text of the program."""
+    met = set()
+    for page in guide:
+        for line, text in page.prose:
+            if text.startswith("<!--"):
+                continue
+            text = re.sub(r"`[^`]*`", "", text)
+            labels = re.findall(r'"([^"]+)"', text)
+            if page.name != "figures.md":
+                labels += re.findall(r"(?<!\*)\*([A-Z][^*]+)\*(?!\*)", text)
+            met.update(labels)
+            for label in labels:
+                findings.check(label in known or label in NO_LABELS,
+                               f"{page.name}:{line}: the program has no “{label}”")
+    for label in NO_LABELS - met:
+        findings.check(False, f"“{label}” is listed as no label, and stands nowhere")
+
 
 def main():
     root = sys.argv[1]
     findings = Findings()
     texts = all_texts(os.path.join(root, "src"))
     known = {readable(text.text) for text in texts}
-    page = next(page for page in pages(root) if page.name == "troubleshooting.md")
+    guide = pages(root)
+    check_labels(guide, known, findings)
+    page = next(page for page in guide if page.name == "troubleshooting.md")
     quoted = {}
     for line, text in page.quotations():
         findings.check(text in known, f"{page.name}:{line}: the program does not say “{text}”")
