@@ -40,7 +40,7 @@ NO_LABELS = {
     "New subtitle", "coverage", "photos", "too many requests", "No space left on device", "Permission denied",
     "database disk image is malformed", "disk I/O error", "|",
     # Beginnings of longer texts.
-    "Missing inputs", "Saved raw value",
+    "Missing inputs", "New-app baseline", "Saved raw value",
 }
 
 

@@ -74,7 +74,9 @@ class World:
 
     def home(self, kind, name):
         """A new home: nothing in it, or what is tracked, or measured too, or kept for years."""
-        home = os.path.join(self.folder, name)
+        return self.copy(kind, os.path.join(self.folder, name))
+
+    def copy(self, kind, home):
         if kind not in self.made:
             made = os.path.join(self.folder, "made-" + kind)
             self.made[kind] = made
@@ -96,7 +98,7 @@ class World:
 
     def make_years(self, home):
         """So much that a part has moved into the history."""
-        self.make_measured(home)
+        self.copy("measured", home)
         add_earlier_days(os.path.join(home, DATA, "aso_store_state.json"),
                          lambda place, newest: [newest] * EARLIER_DAYS)
         # A run that ends early leaves the rest of the move to the next one.
