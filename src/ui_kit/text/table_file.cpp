@@ -36,7 +36,9 @@ std::optional<QString> decodedAs(QStringConverter::Encoding encoding, const QByt
     // Stateless, so that a character that is cut off at the end is an error too.
     QStringDecoder decoder(encoding, QStringConverter::Flag::Stateless);
     const QString text = decoder.decode(content);
-    return decoder.hasError() || text.contains(QChar()) ? std::nullopt : std::optional(text);
+    // Half of a character is none of the decoder's errors, but no text either.
+    const bool isText = !decoder.hasError() && !text.contains(QChar()) && text.isValidUtf16();
+    return isText ? std::optional(text) : std::nullopt;
 }
 
 /// In UTF-16 most languages' separators, digits and line ends have a byte that is zero, always on

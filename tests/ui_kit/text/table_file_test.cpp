@@ -81,6 +81,16 @@ TEST(TextOfFile, WhatIsNoTextIsRefused)
         EXPECT_EQ(errorOf([&] { textOfFile(binary); }), notText) << binary.toHex().toStdString();
 }
 
+TEST(TextOfFile, HalfOfACharacterIsNoText)
+{
+    // The first half of an emoji, alone: with the mark of UTF-16 and where UTF-16 is guessed.
+    const QString half = QStringLiteral("a,") + QChar(0xD83D) + QStringLiteral(",b");
+    const auto bytes = QByteArray::fromRawData(reinterpret_cast<const char *>(half.utf16()),
+                                               half.size() * qsizetype(sizeof(char16_t)));
+    EXPECT_THROW(textOfFile("\xff\xfe" + bytes), TableFileError);
+    EXPECT_THROW(textOfFile(bytes), TableFileError);
+}
+
 TEST(RowsOfText, TheFirstPartedLineSaysWhatPartsTheCells)
 {
     EXPECT_EQ(rows(QStringLiteral("a,b\nc;d,e")), QStringLiteral("1:a|b\n2:c;d|e"));
