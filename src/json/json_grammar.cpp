@@ -6,6 +6,7 @@
 #include <array>
 #include <bit>
 #include <bitset>
+#include <charconv>
 #include <cstdint>
 #include <cstring>
 #include <new>
@@ -49,11 +50,6 @@ bool isSpace(char c)
 bool isDigit(char c)
 {
     return c >= '0' && c <= '9';
-}
-
-bool isHexDigit(char c)
-{
-    return isDigit(c) || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
 }
 
 /// Walks through one text.
@@ -119,10 +115,12 @@ public:
         if (!take('\\'))
             fail();
         if (take('u')) {
-            for (int digit = 0; digit < 4; ++digit, ++m_at) {
-                if (m_at >= m_end || !isHexDigit(*m_at))
-                    fail();
-            }
+            const unsigned unit = codeUnit();
+            // Characters beyond 16 bits are two escapes; half of one is no text.
+            const bool isWhole = (unit & 0xF800U) != 0xD800U;
+            if (!isWhole && ((unit & 0xFC00U) != 0xD800U || !take('\\') || !take('u') ||
+                             (codeUnit() & 0xFC00U) != 0xDC00U))
+                fail();
         } else if (m_at >= m_end || !std::strchr("\"\\/bfnrt", *m_at) || *m_at == '\0') {
             fail();
         } else {
@@ -131,6 +129,17 @@ public:
     }
 
 private:
+    /// The four hexadecimal digits of an escape.
+    unsigned codeUnit()
+    {
+        unsigned unit = 0;
+        const char *const digitsEnd = m_at + 4;
+        if (m_end - m_at < 4 || std::from_chars(m_at, digitsEnd, unit, 16).ptr != digitsEnd)
+            fail();
+        m_at = digitsEnd;
+        return unit;
+    }
+
     void skipPlainLetters()
     {
         for (; size_t(m_end - m_at) >= sizeof(std::uint64_t); m_at += sizeof(std::uint64_t)) {

@@ -259,12 +259,39 @@ TEST(ListLimits, ATextOfMarksIsRefusedWhereItIsNotJsonToo)
     const QByteArray good = emptyResults(25'000);
     EXPECT_NO_THROW(fromJson<ITunesSearchResponse>(good, ListLimit{2}));
     const qsizetype end = good.size() - 2;
-    for (const char *wrong :
-         {",",          ",]",        ",{",    "}",        ",[}",          ",{]",     ",{\"a\"}",
-          ",{\"a\":}",  ",{1:2}",    ",{,}",  ",tru",     ",01",          ",1.",     ",.5",
-          ",-",         ",1e",       ",+1",   ",\"\\q\"", ",\"\\u12G4\"", ",\"\n\"", ",\"",
-          ",\"\\\"",    ",\"\xff\"", ",{}{}", ",1 2",     ",nul",         ",'a'",    ",{\"a\" 1}",
-          ",{\"a\":1,}"}) {
+    for (const char *wrong : {",",
+                              ",]",
+                              ",{",
+                              "}",
+                              ",[}",
+                              ",{]",
+                              ",{\"a\"}",
+                              ",{\"a\":}",
+                              ",{1:2}",
+                              ",{,}",
+                              ",tru",
+                              ",01",
+                              ",1.",
+                              ",.5",
+                              ",-",
+                              ",1e",
+                              ",+1",
+                              ",\"\\q\"",
+                              ",\"\\u12G4\"",
+                              ",\"\\ude00\"",
+                              ",\"\\ud83dx\"",
+                              ",\"\\ud83d\\u0041\"",
+                              ",\"\\u-123\"",
+                              ",\"\n\"",
+                              ",\"",
+                              ",\"\\\"",
+                              ",\"\xff\"",
+                              ",{}{}",
+                              ",1 2",
+                              ",nul",
+                              ",'a'",
+                              ",{\"a\" 1}",
+                              ",{\"a\":1,}"}) {
         EXPECT_THROW(
             fromJson<ITunesSearchResponse>(QByteArray(good).insert(end, wrong), ListLimit{2}),
             DecodingError)
