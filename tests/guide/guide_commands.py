@@ -34,7 +34,12 @@ def packages_name(root, block):
     """The package of this version, for the machine that Debian calls amd64."""
     with open(os.path.join(root, "CMakeLists.txt"), encoding="utf-8") as file:
         version = re.search(r"project\(veltrix\s+VERSION\s+([\d.]+)", file.read())[1]
-    return f"./veltrix_{version}_amd64.deb" in block.text
+    with open(os.path.join(root, "cmake/VeltrixPackage.cmake"), encoding="utf-8") as file:
+        package = file.read()
+    # With this the packager names a file <name>_<version>_<architecture>.deb.
+    named_so = ("set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)" in package and "set(CPACK_PACKAGE_NAME veltrix)" in package
+                and "CPACK_DEBIAN_PACKAGE_RELEASE" not in package)
+    return named_so and f"./veltrix_{version}_amd64.deb" in block.text
 
 
 def names_the_units(root, block):
