@@ -7,8 +7,7 @@ import os
 import subprocess
 import sys
 
-from gi.repository import Atspi
-from window_driver import DriveError, Veltrix, check, describe, saved_state, wait_for
+from window_driver import Atspi, DriveError, Veltrix, check, describe, saved_state, wait_for
 
 APP = "Lumen Photo Editor"
 KEYWORDS = ["photo editor", "collage maker", "retro photo"]
@@ -25,7 +24,7 @@ class Stages:
     def measured(self):
         rows = wait_for("metrics", lambda: self.veltrix.measured_rows(len(KEYWORDS)), 180)
         for row in rows:
-            print("  " + " | ".join(cell for cell in row if cell))
+            print("  " + row[0])
         return rows
 
     def symbol_is_drawn(self, name):
