@@ -82,8 +82,9 @@ def main():
     try:
         getattr(stages, stage)()
     except DriveError as error:
-        print(describe(stages.veltrix.root), file=sys.stderr)
-        print(f"The window did not do it: {error}.", file=sys.stderr)
+        # On the standard output, whose reader is still there when all processes end with this one.
+        print(describe(stages.veltrix.root))
+        print(f"The window did not do it: {error}.", flush=True)
         sys.exit(1)
     finally:
         stages.veltrix.close()
