@@ -312,8 +312,7 @@ void growth(const QString &largePath, const QString &smallPath)
     };
     const Spread removing = spreadOfAll(many, &RemovalTimes::whole);
     report("removing 2,000 of 10,000 keywords, with store and save, times 100 ms",
-           sharesOf(removing, 0.1), atMost(1),
-           inWords(removing.median, Unit::Time) + " of 100 ms");
+           sharesOf(removing, 0.1), atMost(1), inWords(removing.median, Unit::Time) + " of 100 ms");
     reportDetail("the same for 30 of 100", inMilliseconds(spreadOfAll(few, &RemovalTimes::whole)),
                  "ms of processor");
     reportDetail("putting the 2,000 back", inMilliseconds(spreadOfAll(many, &RemovalTimes::undone)),
