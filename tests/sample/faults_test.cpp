@@ -69,8 +69,9 @@ TEST(Faults, ReachClientsAsErrorsOfTheConnectionAndAsStatuses)
             cut += !result ? 1 : 0;
         else if (fate != Fault::Slow && result)
             ++statuses[result->status];
-        if (result && result->status == 429)
+        if (result && result->status == 429) {
             EXPECT_EQ(result->get_header_value("Retry-After"), "1");
+        }
     }
     EXPECT_GT(hungUp, 0);
     EXPECT_GT(cut, 0);

@@ -3,6 +3,7 @@
 
 #include "support/task_outcome.h"
 #include "ui/app_search/app_search_sheet.h"
+#include "ui/overview/overview_page.h"
 #include "ui/shell/app_list_model.h"
 #include "ui/shell/app_selector.h"
 #include "ui_kit/widgets/storefront_picker.h"
