@@ -5,7 +5,6 @@
 #include "ui/dashboard/dashboard_page.h"
 #include "ui/dashboard/keyword_filter.h"
 #include "ui/dashboard/quick_filter.h"
-#include "ui/history/ranking_history_sheet.h"
 #include "ui/measuring/automatic_refresh.h"
 #include "ui/measuring/measuring_bars.h"
 #include "ui/overview/overview_page.h"
@@ -47,8 +46,11 @@ MainWindow::MainWindow(Collaborators collaborators, QWidget *parent)
       m_images(new ArtworkImages(m_with.artwork, this)),
       m_measuring(new MeasuringStatus(m_with.store.refreshes(), this)),
       m_sidebar(new Sidebar(m_with.store, *m_images)),
+      m_overview(new OverviewPage(m_with.store, *m_images, *m_measuring)),
       m_dashboard(new DashboardPage(m_with.store, *m_images, m_with.preferences, m_with.files,
                                     *m_measuring, m_with.suggestions)),
+      m_competitors(
+          new CompetitorsView({m_with.store, *m_images, m_with.openUrl, m_with.appStoreUrl})),
       m_pages(new QStackedWidget), m_selection(new AppSelection(m_with.store, this)),
       m_refresh(new AutomaticRefresh(m_with.store, *m_measuring, this)),
       m_daily(new DailyMeasuring(m_with.timing, this)),
@@ -69,32 +71,32 @@ MainWindow::MainWindow(Collaborators collaborators, QWidget *parent)
     connect(&m_geometryTimer, &QTimer::timeout, this, &MainWindow::rememberGeometry);
     layOut();
     buildActions();
+    addShellControls(m_overview->toolbar());
     addShellControls(m_dashboard->toolbar());
+    addShellControls(m_competitors->toolbar());
     connectSidebar();
+    connectPages();
+    connectOverview();
     connectSheets();
     connectRemovals();
     connectDaily();
     connect(m_selection, &AppSelection::changed, this, &MainWindow::showApp);
     showApp(m_selection->id());
     m_images->hold();
-    connect(new FirstFrame(this), &FirstFrame::shown, this, &MainWindow::complete);
-}
-
-void MainWindow::complete()
-{
-    if (!m_overview)
-        makeOverview();
-    if (!m_competitors)
-        makeCompetitors();
-    m_images->release();
-    Q_EMIT firstShown();
+    connect(new FirstFrame(this), &FirstFrame::shown, this, [this] {
+        m_images->release();
+        Q_EMIT firstShown();
+    });
 }
 
 MainWindow::~MainWindow() = default;
 
 void MainWindow::layOut()
 {
-    m_pages->addWidget(m_dashboard);
+    for (const Workspace workspace :
+         {Workspace::Overview, Workspace::Keywords, Workspace::Competitors})
+        m_pages->addWidget(pageOf(workspace));
+    m_pages->setCurrentWidget(pageOf(m_workspace));
     auto *workspace = new QVBoxLayout;
     workspace->setSpacing(0);
     workspace->addWidget(new PersistenceBanner(m_with.store));
@@ -114,7 +116,6 @@ void MainWindow::layOut()
 
 void MainWindow::connectSidebar()
 {
-    connect(m_dashboard, &DashboardPage::addAppRequested, this, &MainWindow::openAppSearch);
     AppSelector &selector = m_sidebar->appSelector();
     connect(m_sidebar, &Sidebar::workspaceChosen, this, &MainWindow::showWorkspace);
     connect(&selector, &AppSelector::appChosen, m_selection, &AppSelection::select);
@@ -125,17 +126,8 @@ void MainWindow::connectSidebar()
     connect(&m_with.store, &ASOStore::appsChanged, this, &MainWindow::updateCounts);
 }
 
-OverviewPage &MainWindow::overview()
+void MainWindow::connectOverview()
 {
-    if (!m_overview)
-        makeOverview();
-    return *m_overview;
-}
-
-void MainWindow::makeOverview()
-{
-    m_overview = new OverviewPage(m_with.store, *m_images, *m_measuring);
-    addShellControls(m_overview->toolbar());
     connect(m_overview, &OverviewPage::addAppRequested, this, &MainWindow::openAppSearch);
     connect(m_overview, &OverviewPage::refreshRequested, m_dashboard, &DashboardPage::refreshAll);
     connect(m_overview, &OverviewPage::keywordsRequested, this,
@@ -144,22 +136,11 @@ void MainWindow::makeOverview()
                 m_dashboard->showOnly(filter);
                 showWorkspace(Workspace::Keywords);
             });
-    connect(m_overview, &OverviewPage::historyRequested, this, &MainWindow::openHistory);
-    m_pages->addWidget(m_overview);
 }
 
-CompetitorsView &MainWindow::competitors()
+void MainWindow::connectPages()
 {
-    if (!m_competitors)
-        makeCompetitors();
-    return *m_competitors;
-}
-
-void MainWindow::makeCompetitors()
-{
-    m_competitors =
-        new CompetitorsView({m_with.store, *m_images, m_with.openUrl, m_with.appStoreUrl});
-    addShellControls(m_competitors->toolbar());
+    connect(m_dashboard, &DashboardPage::addAppRequested, this, &MainWindow::openAppSearch);
     // Competitors are looked for where new keywords go.
     KeywordFilter &filter = m_dashboard->filter();
     m_competitors->setCountry(filter.storefrontOfNewKeywords());
@@ -167,13 +148,6 @@ void MainWindow::makeCompetitors()
             &CompetitorsView::setCountry);
     connect(m_competitors, &CompetitorsView::countryPicked, &filter,
             &KeywordFilter::setSearchStorefront);
-    connect(m_competitors, &CompetitorsView::historyRequested, this,
-            [this](const DashboardKeywordRow &keyword, const QUuid &competitorId) {
-                openSheet(this, new RankingHistorySheet(m_with.store, m_with.files, keyword,
-                                                        competitorId));
-            });
-    m_competitors->setApp(m_selection->id());
-    m_pages->addWidget(m_competitors);
 }
 
 void MainWindow::connectDaily()
@@ -207,8 +181,7 @@ void MainWindow::showApp(std::optional<QUuid> id)
     m_measuring->setAppInView(id);
     m_sidebar->appSelector().setApp(m_selection->app());
     m_dashboard->setApp(id);
-    if (m_competitors)
-        m_competitors->setApp(id);
+    m_competitors->setApp(id);
     updateCounts();
 }
 
@@ -239,15 +212,15 @@ void MainWindow::showWorkspace(Workspace workspace)
         focusContentOf(workspace);
 }
 
-QWidget *MainWindow::pageOf(Workspace workspace)
+QWidget *MainWindow::pageOf(Workspace workspace) const
 {
     switch (workspace) {
     case Workspace::Overview:
-        return &overview();
+        return m_overview;
     case Workspace::Keywords:
         return m_dashboard;
     case Workspace::Competitors:
-        return &competitors();
+        return m_competitors;
     }
     Q_UNREACHABLE();
 }
@@ -256,11 +229,11 @@ void MainWindow::focusContentOf(Workspace workspace)
 {
     switch (workspace) {
     case Workspace::Overview:
-        return overview().focusContent();
+        return m_overview->focusContent();
     case Workspace::Keywords:
         return m_dashboard->focusContent();
     case Workspace::Competitors:
-        return competitors().focusContent();
+        return m_competitors->focusContent();
     }
 }
 
@@ -315,8 +288,8 @@ bool MainWindow::focusNextPrevChild(bool next)
 void MainWindow::takeFocusHome()
 {
     // A researched app has nothing but what can be pressed.
-    QWidget *research = m_workspace == Workspace::Competitors ? competitors().research() : nullptr;
-    if (research)
+    QWidget *research = m_competitors->research();
+    if (m_workspace == Workspace::Competitors && research)
         research->setFocus(Qt::OtherFocusReason);
     else
         focusContentOf(m_workspace);

@@ -87,10 +87,9 @@ public:
     /// Remembers size and place for the next start, as happens by itself when they have changed.
     void rememberGeometry();
 
-    // Those that are not seen first are made after the first frame, or when they are asked for.
-    [[nodiscard]] OverviewPage &overview();
+    [[nodiscard]] OverviewPage &overview() { return *m_overview; }
     [[nodiscard]] DashboardPage &dashboard() { return *m_dashboard; }
-    [[nodiscard]] CompetitorsView &competitors();
+    [[nodiscard]] CompetitorsView &competitors() { return *m_competitors; }
     [[nodiscard]] ArtworkImages &images() { return *m_images; }
     /// Storefront of app searches, from the preference until the user changes it.
     [[nodiscard]] QString searchStorefront() const;
@@ -98,7 +97,7 @@ public:
     void retryRefreshSoon();
 
 Q_SIGNALS:
-    /// The window has been painted for the first time, and is whole now.
+    /// The window has been painted for the first time.
     void firstShown();
 
 protected:
@@ -121,12 +120,9 @@ private:
     void addShellControls(PageToolbar &toolbar);
     void fillMoreMenu(QMenu *menu);
     void connectSidebar();
-    [[nodiscard]] QWidget *pageOf(Workspace workspace);
-    /// Makes and loads what the first frame has not shown.
-    void complete();
-    void makeOverview();
-    void makeCompetitors();
-    void openHistory(const DashboardKeywordRow &keyword);
+    void connectPages();
+    void connectOverview();
+    [[nodiscard]] QWidget *pageOf(Workspace workspace) const;
     void focusContentOf(Workspace workspace);
     void connectSheets();
     void showApp(std::optional<QUuid> id);
@@ -142,9 +138,9 @@ private:
     ArtworkImages *m_images;
     MeasuringStatus *m_measuring;
     Sidebar *m_sidebar;
-    OverviewPage *m_overview = nullptr;
+    OverviewPage *m_overview;
     DashboardPage *m_dashboard;
-    CompetitorsView *m_competitors = nullptr;
+    CompetitorsView *m_competitors;
     QStackedWidget *m_pages;
     // After those that show the store, so that they follow its signals first.
     AppSelection *m_selection;

@@ -43,11 +43,11 @@ void MainWindow::buildKeys()
     addKey(tr("Search"), QKeySequence::Find, [this] {
         switch (m_workspace) {
         case Workspace::Overview:
-            return overview().focusSearch();
+            return m_overview->focusSearch();
         case Workspace::Keywords:
             return m_dashboard->focusSearch();
         case Workspace::Competitors:
-            return competitors().focusSearch();
+            return m_competitors->focusSearch();
         }
     });
     addKey(tr("Add keywords"), QKeySequence(Qt::CTRL | Qt::Key_N), [this] {

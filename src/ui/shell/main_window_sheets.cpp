@@ -5,10 +5,12 @@
 #include "ui/analysis/keyword_analysis_sheet.h"
 #include "ui/app_search/app_search_sheet.h"
 #include "ui/competitors/above_you_sheet.h"
+#include "ui/competitors/competitors_view.h"
 #include "ui/dashboard/dashboard_page.h"
 #include "ui/dashboard/keyword_filter.h"
 #include "ui/history/ranking_history_sheet.h"
 #include "ui/measuring/measuring_status.h"
+#include "ui/overview/overview_page.h"
 #include "ui/ranked_apps/ranking_apps_sheet.h"
 #include "ui/settings/settings_sheet.h"
 #include "ui_kit/text/shown_text.h"
@@ -24,7 +26,16 @@ void MainWindow::connectSheets()
                 openSheet(this,
                           new KeywordAnalysisSheet(m_with.store, keyword, m_with.suggestions));
             });
-    connect(m_dashboard, &DashboardPage::historyRequested, this, &MainWindow::openHistory);
+    const auto openHistory = [this](const DashboardKeywordRow &keyword) {
+        openSheet(this, new RankingHistorySheet(m_with.store, m_with.files, keyword));
+    };
+    connect(m_dashboard, &DashboardPage::historyRequested, this, openHistory);
+    connect(m_overview, &OverviewPage::historyRequested, this, openHistory);
+    connect(m_competitors, &CompetitorsView::historyRequested, this,
+            [this](const DashboardKeywordRow &keyword, const QUuid &competitorId) {
+                openSheet(this, new RankingHistorySheet(m_with.store, m_with.files, keyword,
+                                                        competitorId));
+            });
     connect(m_dashboard, &DashboardPage::aboveYouRequested, this,
             [this](const DashboardKeywordRow &keyword) {
                 const ResearchContext research{m_with.store, *m_images, m_with.openUrl,
@@ -37,11 +48,6 @@ void MainWindow::connectSheets()
                                                m_with.appStoreUrl};
                 openSheet(this, new RankingAppsSheet(research, keyword, selectedApp()));
             });
-}
-
-void MainWindow::openHistory(const DashboardKeywordRow &keyword)
-{
-    openSheet(this, new RankingHistorySheet(m_with.store, m_with.files, keyword));
 }
 
 void MainWindow::openAppSearch()

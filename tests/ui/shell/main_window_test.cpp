@@ -3,7 +3,6 @@
 
 #include "support/task_outcome.h"
 #include "ui/app_search/app_search_sheet.h"
-#include "ui/overview/overview_page.h"
 #include "ui/shell/app_list_model.h"
 #include "ui/shell/app_selector.h"
 #include "ui_kit/widgets/storefront_picker.h"
@@ -51,38 +50,20 @@ TEST_F(MainWindowTest, OpensOnKeywordsOfTheFirstAppWithAllCountries)
     EXPECT_EQ(window->searchStorefront(), QStringLiteral("JP"));
 }
 
-TEST_F(MainWindowTest, WhatTheFirstFrameDoesNotShowIsMadeAndLoadedAfterIt)
+TEST_F(MainWindowTest, LoadsArtworkAfterItsFirstFrameAndSaysOnceThatItWasShown)
 {
     world = UiWorld::sample();
     window = std::make_unique<MainWindow>(world->collaborators());
     const QSignalSpy shown(window.get(), &MainWindow::firstShown);
     window->show();
-    EXPECT_FALSE(find("overviewPage"));
-    EXPECT_FALSE(find("competitorsView"));
     EXPECT_EQ(world->artwork.asked.size(), 0);
     EXPECT_TRUE(QTest::qWaitFor([&] { return shown.size() == 1; }));
-    EXPECT_TRUE(find("overviewPage"));
-    EXPECT_TRUE(find("competitorsView"));
     EXPECT_GT(world->artwork.asked.size(), 0);
-    EXPECT_EQ(window->workspace(), Workspace::Keywords);
-    EXPECT_TRUE(isShown("dashboardPage"));
 
     window->hide();
     window->show();
     settle();
     EXPECT_EQ(shown.size(), 1);
-}
-
-TEST_F(MainWindowTest, APageThatIsAskedForBeforeIsThereAtOnce)
-{
-    world = UiWorld::sample();
-    window = std::make_unique<MainWindow>(world->collaborators());
-    window->showWorkspace(Workspace::Overview);
-    window->show();
-    EXPECT_TRUE(window->overview().isVisible());
-    const QWidget *overview = &window->overview();
-    settle();
-    EXPECT_EQ(&window->overview(), overview);
 }
 
 TEST_F(MainWindowTest, TheSelectorSaysWhichAppAndWhetherItIsExpanded)
