@@ -4,6 +4,7 @@
 #include "ui_kit/accessibility/cover.h"
 
 #include <QAbstractButton>
+#include <QAbstractScrollArea>
 #include <QAccessibleWidget>
 #include <QCoreApplication>
 #include <QKeyEvent>
@@ -113,6 +114,47 @@ private:
     }
 };
 
+/// The parts of a scroll area: what it shows, and the scroll bars that are in view. A screen reader
+/// counts them first and asks for each later, when a scroll bar may have gone; the toolkit's own
+/// interface reads past the end of its list then.
+class ScrollAreaInterface final : public QAccessibleWidget
+{
+public:
+    explicit ScrollAreaInterface(QAbstractScrollArea *area) : QAccessibleWidget(area) {}
+
+    [[nodiscard]] int childCount() const override { return int(parts().size()); }
+    [[nodiscard]] QAccessibleInterface *child(int index) const override
+    {
+        return QAccessible::queryAccessibleInterface(parts().value(index));
+    }
+    int indexOfChild(const QAccessibleInterface *child) const override
+    {
+        return child ? int(parts().indexOf(qobject_cast<QWidget *>(child->object()))) : -1;
+    }
+
+private:
+    [[nodiscard]] QList<QWidget *> parts() const
+    {
+        const auto *area = static_cast<const QAbstractScrollArea *>(widget());
+        QList<QWidget *> parts =
+            area->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly);
+        parts.removeIf([area](const QWidget *part) {
+            return part->isWindow() || (part != area->viewport() && !part->isVisible());
+        });
+        return parts;
+    }
+};
+
+QAccessibleInterface *scrollAreaInterface(const QString &className, QObject *object)
+{
+    // Item views and texts come with interfaces of classes further down.
+    if (className != QLatin1String("QScrollArea") &&
+        className != QLatin1String("QAbstractScrollArea"))
+        return nullptr;
+    auto *area = qobject_cast<QAbstractScrollArea *>(object);
+    return area ? new ScrollAreaInterface(area) : nullptr;
+}
+
 QAccessibleInterface *roleInterface(const QString &className, QObject *object)
 {
     // Only the most derived class asks, so that standard widgets keep their own interfaces.
@@ -131,6 +173,7 @@ QAccessibleInterface *roleInterface(const QString &className, QObject *object)
 void installAccessibleRoles()
 {
     static const bool installed = [] {
+        QAccessible::installFactory(scrollAreaInterface);
         QAccessible::installFactory(roleInterface);
         return true;
     }();

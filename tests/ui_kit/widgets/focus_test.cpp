@@ -346,6 +346,33 @@ TEST_F(SheetFocus, ASheetUnderASheetIsBehindToo)
     EXPECT_EQ(QAccessible::queryAccessibleInterface(opener)->actionInterface(), nullptr);
 }
 
+TEST(ScrollAreaForScreenReaders, HasNothingInThePlaceOfAScrollBarThatHasGone)
+{
+    installAccessibleRoles();
+    QScrollArea area;
+    auto *content = new QWidget;
+    content->setFixedSize(100, 1000);
+    area.setWidget(content);
+    area.resize(300, 200);
+    area.show();
+    settle();
+    QAccessibleInterface *seen = QAccessible::queryAccessibleInterface(&area);
+    const int counted = seen->childCount();
+    ASSERT_EQ(counted, 2) << "what is shown, and a scroll bar";
+    QAccessibleInterface *bar = seen->child(1);
+    ASSERT_NE(bar, nullptr);
+    EXPECT_EQ(seen->indexOfChild(bar), 1);
+    content->setFixedSize(100, 100);
+    settle();
+    EXPECT_EQ(seen->childCount(), 1);
+    EXPECT_EQ(seen->child(0)->object(), area.viewport());
+    // Who has counted before asks for it nevertheless.
+    for (int index = 1; index < counted + 100; ++index)
+        EXPECT_EQ(seen->child(index), nullptr);
+    EXPECT_EQ(seen->child(-1), nullptr);
+    EXPECT_EQ(seen->indexOfChild(bar), -1);
+}
+
 TEST(ExpandedState, IsToldToScreenReaders)
 {
     installAccessibleRoles();
