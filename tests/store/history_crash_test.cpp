@@ -68,7 +68,8 @@ TEST_F(HistoryCrash, KillsAtRandomMomentsLoseNoMeasurementAndKeepNoRemovedKeywor
     std::uniform_int_distribution<int> delay(0, 120'000);
     int inMoves = 0;
     int withNotes = 0;
-    for (int i = 0; i < kills(); ++i) {
+    // On a busy machine the process comes less far before it is killed.
+    for (int i = 0; i < kills() || (inMoves == 0 && i < 20 * kills()); ++i) {
         ASSERT_TRUE(process.runAndKill(std::chrono::microseconds(delay(random))));
         const std::int64_t begun = process.progress().begun;
         if (process.progress().done == 0 && !QFile::exists(statePath()))
