@@ -18,7 +18,7 @@ int main(int argc, char **argv)
         return 2;
     QApplication::setApplicationName(QStringLiteral("Veltrix"));
     const QString folder = QFile::decodeName(argv[2]);
-    const auto earlyRead = std::make_shared<EarlyStateRead>(stateFilePath(folder));
+    EarlyStateRead earlyRead(stateFilePath(folder));
     QApplication application(argc, argv);
     DataFolderLock lock(folder);
     if (lock.acquire() == DataFolderLock::Outcome::HeldByAnother)
@@ -27,13 +27,13 @@ int main(int argc, char **argv)
     ChosenColorScheme colorScheme(desktop, ThemeChoice::System);
     const ThemeController theme(colorScheme);
     VeltrixApp app(Bundle(QFile::decodeName(argv[1])),
-                   {folder, folder + QStringLiteral("/cache"), &lock, earlyRead},
+                   {folder, folder + QStringLiteral("/cache"), &lock},
                    std::make_shared<SettingsFile>(folder + QStringLiteral("/settings.conf"),
                                                   std::make_shared<FileThread>()),
                    colorScheme);
     // Installed after the program's own, and so called before it: what the program does after its
     // first frame does not count.
     FirstPaint firstPaint;
-    app.open();
+    app.open(&earlyRead);
     return QApplication::exec();
 }

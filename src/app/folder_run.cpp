@@ -56,6 +56,7 @@ OwnData::OwnData(const Bundle &bundle, const QString &folder, DataFolderLock &lo
       m_telling(m_services.store(), RankTelling::pathIn(folder),
                 [settings = m_settings] { return StoredPreferences(*settings).digestChoice(); })
 {
+    m_services.store().open();
 }
 
 OwnRun::OwnRun(ASOStore &store, RankTelling &telling, DataFolderLock &lock)

@@ -20,9 +20,9 @@ int openWindow(int argc, char **argv, VeltrixApp::Opens opens)
 {
     QApplication::setDesktopFileName(QStringLiteral("veltrix"));
     // The window system takes a while to be set up.
-    auto earlyRead = std::make_shared<EarlyStateRead>(stateFilePath(dataFolder()));
+    EarlyStateRead earlyRead(stateFilePath(dataFolder()));
     QApplication application(argc, argv);
-    return VeltrixApp::run(application, opens, std::move(earlyRead));
+    return VeltrixApp::run(application, opens, &earlyRead);
 }
 
 ExitStatus carryOut(const Command &command, const Bundle &bundle)

@@ -138,7 +138,7 @@ void Services::buildStore(const Bundle &bundle, const DataPlaces &data)
         .clock = m_clock,
         .rankedAppsCache = rankedApps,
         .folderLock = data.folderLock,
-        .earlyRead = data.earlyRead,
+        .opening = ASOStore::Opening::Later,
     });
 }
 

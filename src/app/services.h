@@ -27,8 +27,6 @@ struct DataPlaces {
     QString cacheFolder;
     /// Holds the first and outlives whoever gets it; may be null.
     DataFolderLock *folderLock = nullptr;
-    /// The state file is being read already; may be null.
-    std::shared_ptr<EarlyStateRead> earlyRead = {};
 };
 
 /// The real network, clock, clients and store of the program, as its bundle configures them:
@@ -43,6 +41,7 @@ public:
     Services(const Bundle &bundle, const DataPlaces &data,
              std::shared_ptr<SettingsFile> preferences);
 
+    /// Not opened yet.
     [[nodiscard]] ASOStore &store() { return *m_store; }
     [[nodiscard]] ArtworkLoading &artwork() { return *m_artwork; }
     /// What is suggested to whoever types, at the pace of measuring.

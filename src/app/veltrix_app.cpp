@@ -89,8 +89,9 @@ VeltrixApp::VeltrixApp(const Bundle &bundle, const DataPlaces &data,
     });
 }
 
-void VeltrixApp::open()
+void VeltrixApp::open(EarlyStateRead *earlyRead)
 {
+    m_services.store().open(earlyRead);
     m_window->show();
 }
 
@@ -123,8 +124,7 @@ void VeltrixApp::followEnd(QApplication &application)
         [this](QSessionManager &session) { endSession(session); }, Qt::DirectConnection);
 }
 
-int VeltrixApp::run(QApplication &application, Opens opens,
-                    std::shared_ptr<EarlyStateRead> earlyRead)
+int VeltrixApp::run(QApplication &application, Opens opens, EarlyStateRead *earlyRead)
 {
     setUserLocale(QLocale());
     const QString folder = dataFolder();
@@ -151,8 +151,7 @@ int VeltrixApp::run(QApplication &application, Opens opens,
     const auto settings = storedSettings();
     ChosenColorScheme colorScheme(desktop, StoredPreferences(*settings).theme());
     const ThemeController theme(colorScheme);
-    VeltrixApp app(Bundle::ofThisProgram(), {folder, cacheFolder(), &lock, std::move(earlyRead)},
-                   settings, colorScheme);
+    VeltrixApp app(Bundle::ofThisProgram(), {folder, cacheFolder(), &lock}, settings, colorScheme);
     app.followEnd(application);
     QObject::connect(&lock, &DataFolderLock::raiseRequested, &app.window(),
                      [&app](const QByteArray &view) {
@@ -164,7 +163,7 @@ int VeltrixApp::run(QApplication &application, Opens opens,
                      [&app](FolderGuest *guest) { app.m_guests.serve(guest); });
     if (opens == Opens::Overview)
         app.window().showWorkspace(Workspace::Overview);
-    app.open();
+    app.open(earlyRead);
     return application.exec();
 }
 

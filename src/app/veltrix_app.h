@@ -31,16 +31,17 @@ public:
     /// Runs the program on the user's data folder and gives its exit status. When another process
     /// has the folder, that one's window is raised and this one ends.
     /// `earlyRead` has begun to read the state file; it may be null.
-    static int run(QApplication &application, Opens opens,
-                   std::shared_ptr<EarlyStateRead> earlyRead = {});
+    static int run(QApplication &application, Opens opens, EarlyStateRead *earlyRead = nullptr);
 
     /// `colorScheme` is what the program looks like; it outlives this and gets the user's choices.
     VeltrixApp(const Bundle &bundle, const DataPlaces &data, std::shared_ptr<SettingsFile> settings,
                ChosenColorScheme &colorScheme);
 
+    /// Empty until open().
     [[nodiscard]] MainWindow &window() { return *m_window; }
-    /// Shows the window. What asks the system or the network begins once it has been painted.
-    void open();
+    /// Reads what is saved, of which `earlyRead` may have read something, and shows the window.
+    /// What asks the system or the network begins once that has been painted.
+    void open(EarlyStateRead *earlyRead = nullptr);
 
     /// The program is asked to end and cannot ask the user: what can still be saved is saved. False
     /// when a change is lost.

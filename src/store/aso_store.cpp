@@ -11,8 +11,6 @@ ASOStore::ASOStore(Arguments arguments, QObject *parent)
       m_rankedAppsCache(std::move(arguments.rankedAppsCache)),
       m_saver(std::move(arguments.persistenceURL), arguments.folderLock, arguments.stateFileLimit)
 {
-    adopt(m_saver.load(arguments.earlyRead.get()));
-    m_wasRead = isStateRead();
     connect(&m_saver, &StateSaver::saved, this, &ASOStore::followSaver);
     connect(&m_saver, &StateSaver::moved, this, [this](const MovedDays &moved) {
         m_saver.free(m_snapshots.forget(moved.all));
@@ -36,9 +34,8 @@ ASOStore::ASOStore(Arguments arguments, QObject *parent)
         if (!edits.listings.isEmpty())
             Q_EMIT listingsChanged(edits.listings.values());
     });
-    followPersistence();
-    m_tasks.own(tidyHistory(m_tasks.token()));
-    m_tasks.own(readWrittenNotes(m_tasks.token()));
+    if (arguments.opening == Opening::AtOnce)
+        open();
 }
 
 ASOStore::~ASOStore() = default;

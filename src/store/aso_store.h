@@ -44,6 +44,13 @@ public:
     /// Some 4,400 measurements.
     static constexpr qint64 usualStateFileLimit = 16 * 1024 * 1024;
 
+    enum class Opening {
+        /// The constructor reads the state file.
+        AtOnce,
+        /// Whoever makes the store calls open(); until then it is empty and read-only.
+        Later,
+    };
+
     struct Arguments {
         /// Path of the state file.
         QString persistenceURL;
@@ -59,8 +66,7 @@ public:
         DataFolderLock *folderLock = nullptr;
         /// Bytes of the state file above which its oldest days move to the history.
         qint64 stateFileLimit = usualStateFileLimit;
-        /// The state file is being read already; may be null.
-        std::shared_ptr<EarlyStateRead> earlyRead = {};
+        Opening opening = Opening::AtOnce;
     };
 
     /// How old a keyword's newest snapshot may be before it is measured again.
@@ -74,11 +80,14 @@ public:
     /// How long after a start the history is looked at: the window comes first.
     static constexpr Seconds historyTidyingDelay{3};
 
-    /// Loads the state file; a file that cannot be read leaves the store empty, and one that cannot
-    /// be reached leaves it read-only.
     explicit ASOStore(Arguments arguments, QObject *parent = nullptr);
     /// Ends when the last change was saved, or could not be.
     ~ASOStore() override;
+
+    /// Reads the state file, once, and announces what it holds. A damaged file leaves the store
+    /// empty; one that cannot be reached leaves it read-only, until retryPersistence() reaches it.
+    /// What `early` has read of it is not read again; it may be null.
+    void open(EarlyStateRead *early = nullptr);
 
     // What is tracked. Lists are in the order of the state file.
     [[nodiscard]] const QList<AppProfile> &apps() const;

@@ -30,6 +30,22 @@ void ASOStore::save()
     m_saver.save(std::move(change));
 }
 
+void ASOStore::open(EarlyStateRead *early)
+{
+    PersistedState state = m_saver.load(early);
+    m_wasRead = isStateRead();
+    if (m_wasRead) {
+        adopt(std::move(state));
+        m_rankDays->beginAnew();
+        Q_EMIT appsChanged();
+        Q_EMIT competitorsChanged();
+        Q_EMIT stateRead();
+        m_tasks.own(tidyHistory(m_tasks.token()));
+        m_tasks.own(readWrittenNotes(m_tasks.token()));
+    }
+    followPersistence();
+}
+
 bool ASOStore::isStateRead() const
 {
     return m_saver.isRead();
@@ -91,17 +107,7 @@ void ASOStore::retryPersistence()
     if (isStateRead()) {
         m_saver.tryFolderAgain();
     } else {
-        PersistedState state = m_saver.load();
-        if (isStateRead()) {
-            m_wasRead = true;
-            adopt(std::move(state));
-            m_rankDays->beginAnew();
-            Q_EMIT appsChanged();
-            Q_EMIT competitorsChanged();
-            Q_EMIT stateRead();
-            m_tasks.own(tidyHistory(m_tasks.token()));
-            m_tasks.own(readWrittenNotes(m_tasks.token()));
-        }
+        open();
     }
     followPersistence();
 }

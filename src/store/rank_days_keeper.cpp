@@ -19,8 +19,6 @@ RankDaysKeeper::RankDaysKeeper(const KeywordList &keywords, const SnapshotIndex 
     : m_keywords(keywords), m_snapshots(snapshots), m_saver(saver), m_clock(std::move(clock)),
       m_now(m_clock->now())
 {
-    reset();
-    m_tasks.own(readAfterStart(m_tasks.token()));
     m_tasks.own(followDays(m_tasks.token()));
 }
 
@@ -34,8 +32,12 @@ const RankDays &RankDaysKeeper::of(const QUuid &keywordId) const
 
 void RankDaysKeeper::beginAnew()
 {
-    reset();
-    startReading();
+    m_now = m_clock->now();
+    m_values.clear();
+    m_ahead.clear();
+    forgetHistory();
+    renewAll();
+    m_tasks.own(readSoon(m_tasks.token()));
 }
 
 void RankDaysKeeper::remove(const QUuid &keywordId)
@@ -43,15 +45,6 @@ void RankDaysKeeper::remove(const QUuid &keywordId)
     m_values.remove(keywordId);
     m_ahead.remove(keywordId);
     m_removed.insert(keywordId);
-}
-
-void RankDaysKeeper::reset()
-{
-    m_now = m_clock->now();
-    m_values.clear();
-    m_ahead.clear();
-    forgetHistory();
-    renewAll();
 }
 
 void RankDaysKeeper::forgetHistory()
@@ -201,7 +194,7 @@ Task<void> RankDaysKeeper::followDays(std::stop_token stop)
     }
 }
 
-Task<void> RankDaysKeeper::readAfterStart(std::stop_token stop)
+Task<void> RankDaysKeeper::readSoon(std::stop_token stop)
 {
     if (m_unread.isEmpty())
         co_return;

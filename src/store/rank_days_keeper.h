@@ -33,7 +33,7 @@ class RankDaysKeeper final : public QObject
     Q_OBJECT
 
 public:
-    /// How long after a start the history is read: the window comes first.
+    /// How long after the state the history is read: the window comes first.
     static constexpr Seconds readingDelay{1};
     /// The longest time between two looks at the clock, which may be set meanwhile.
     static constexpr Seconds longestWait{900};
@@ -48,7 +48,7 @@ public:
     /// Ends when the history was read as far as it is needed, or could not be. It begins at once.
     Task<void> read(std::stop_token stop);
 
-    /// The state was read: everything may be another.
+    /// The state was read: everything may be another. Until then nothing is known.
     void beginAnew();
     /// Keywords whose snapshots are others than before.
     void follow(const QList<QUuid> &keywordIds);
@@ -71,7 +71,6 @@ private:
         bool hasAhead = false;
     };
 
-    void reset();
     [[nodiscard]] Seen seenInState(const QUuid &keywordId) const;
     /// Takes the state file's days out of what is known of the history.
     void hideDaysOfState(const QUuid &keywordId, const Seen &seen);
@@ -82,7 +81,7 @@ private:
     void followClock();
     void forgetHistory();
     Task<void> followDays(std::stop_token stop);
-    Task<void> readAfterStart(std::stop_token stop);
+    Task<void> readSoon(std::stop_token stop);
 
     void startReading();
     Task<void> readHistory(std::stop_token stop);
