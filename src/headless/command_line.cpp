@@ -127,17 +127,36 @@ void describe(QCommandLineParser &parser)
     }
 }
 
-/// Whether an argument is one of ours, as "--app", "--app=3" or "-h", and needs no window.
-bool isOurs(const QString &argument)
+/// Options with two dashes that a window takes: our one, and those of the toolkit.
+bool isForTheWindow(const QString &name)
+{
+    static const QStringList names{
+        overviewOption,
+        QStringLiteral("display"),
+        QStringLiteral("platform"),
+        QStringLiteral("platformpluginpath"),
+        QStringLiteral("platformtheme"),
+        QStringLiteral("plugin"),
+        QStringLiteral("qwindowgeometry"),
+        QStringLiteral("qwindowicon"),
+        QStringLiteral("qwindowtitle"),
+        QStringLiteral("reverse"),
+        QStringLiteral("session"),
+        QStringLiteral("style"),
+        QStringLiteral("stylesheet"),
+        QStringLiteral("widgetcount"),
+    };
+    return names.contains(name);
+}
+
+/// Whether an argument is an option that no window takes, as "--app", "--app=3" or "-h". A mistyped
+/// command is one as well: it is to be told, and not to open a window.
+bool isCommandOption(const QString &argument)
 {
     if (argument == QStringLiteral("-h"))
         return true;
-    if (!argument.startsWith(QStringLiteral("--")))
-        return false;
     const QString name = argument.mid(2).section(u'=', 0, 0);
-    return std::any_of(options().begin(), options().end(), [&](const Option &option) {
-        return option.name == name && name != overviewOption;
-    });
+    return argument.startsWith(QStringLiteral("--")) && !name.isEmpty() && !isForTheWindow(name);
 }
 
 std::optional<QString> wrongInExport(const QCommandLineParser &parser)
@@ -203,7 +222,7 @@ bool wantsOverview(const QStringList &arguments)
 
 bool hasCommand(const QStringList &arguments)
 {
-    return std::any_of(arguments.begin() + 1, arguments.end(), isOurs);
+    return std::any_of(arguments.begin() + 1, arguments.end(), isCommandOption);
 }
 
 Command commandOf(const QStringList &arguments, const QString &version)

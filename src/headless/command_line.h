@@ -65,8 +65,8 @@ struct WrongUse {
 
 using Command = std::variant<MeasureCommand, ExportCommand, PrintText, WrongUse>;
 
-/// Whether the arguments, of which the first is the program, have an option of Veltrix's own.
-/// Otherwise they belong to the window and its toolkit, as "-platform" does.
+/// Whether the arguments, of which the first is the program, have an option that is not for a
+/// window, as "-platform" and "--overview" are. It may be one that nobody knows.
 bool hasCommand(const QStringList &arguments);
 
 /// Whether a window that the arguments open is to show the overview.

@@ -34,17 +34,26 @@ std::string wrong(const char *line)
     return use ? use->message.toStdString() : "no wrong use";
 }
 
-TEST(CommandLine, OpensTheWindowWithoutAnOptionOfItsOwn)
+TEST(CommandLine, OpensTheWindowWithoutACommand)
 {
     for (const char *line :
-         {"veltrix", "veltrix -platform offscreen", "veltrix --measured", "veltrix photo.csv",
-          "veltrix -geometry 800x600", "veltrix --overview -platform offscreen"})
+         {"veltrix", "veltrix -platform offscreen", "veltrix --platform offscreen",
+          "veltrix --style=fusion", "veltrix photo.csv", "veltrix --", "veltrix -geometry 800x600",
+          "veltrix --overview -platform offscreen"})
         EXPECT_FALSE(hasCommand(split(line))) << line;
     EXPECT_TRUE(wantsOverview(split("veltrix -platform offscreen --overview")));
     EXPECT_FALSE(wantsOverview(split("veltrix -platform offscreen")));
     for (const char *line : {"veltrix --measure", "veltrix -h", "veltrix --help", "veltrix --app=3",
                              "veltrix x --json", "veltrix --version"})
         EXPECT_TRUE(hasCommand(split(line))) << line;
+}
+
+TEST(CommandLine, TellsAMistypedCommandInsteadOfOpeningTheWindow)
+{
+    for (const char *line : {"veltrix --exprot csv", "veltrix --measured", "veltrix --overviews",
+                             "veltrix --overview --mesure", "veltrix --no-such=1"})
+        EXPECT_TRUE(hasCommand(split(line))) << line;
+    EXPECT_EQ(wrong("veltrix --exprot csv"), "Unknown option 'exprot'.");
 }
 
 TEST(CommandLine, MeasuresWhatIsChosen)
