@@ -58,6 +58,7 @@ void UiTest::open()
 
 void UiTest::open(const PersistedState &state)
 {
+    window.reset();
     world = std::make_unique<UiWorld>(state);
     window = std::make_unique<MainWindow>(world->collaborators());
     window->show();
