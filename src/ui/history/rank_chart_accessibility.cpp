@@ -167,8 +167,8 @@ QAccessibleInterface *chartInterface(const QString &className, QObject *object)
         return nullptr;
     auto *chart = static_cast<RankChart *>(object);
     // Behind the popover of a note.
-    if (isCovered(chart))
-        return makeCoveredInterface(chart);
+    if (QAccessibleInterface *standIn = standInFor(chart))
+        return standIn;
     return new ChartInterface(chart);
 }
 

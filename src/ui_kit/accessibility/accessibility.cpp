@@ -4,11 +4,19 @@
 #include "ui_kit/accessibility/cover.h"
 
 #include <QAbstractButton>
-#include <QAbstractScrollArea>
-#include <QAccessibleWidget>
+#include <QAbstractItemView>
+#include <QAbstractSlider>
+#include <QAbstractSpinBox>
+#include <QCheckBox>
+#include <QComboBox>
 #include <QCoreApplication>
 #include <QKeyEvent>
+#include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QPointer>
+#include <QPushButton>
+#include <QRegularExpression>
+#include <QTextEdit>
 #include <QVariant>
 
 namespace veltrix
@@ -20,10 +28,10 @@ namespace
 constexpr char roleProperty[] = "veltrixAccessibleRole";
 constexpr char expandedProperty[] = "veltrixExpanded";
 
-class RoleInterface final : public QAccessibleWidget
+class RoleInterface final : public CoverableInterface
 {
 public:
-    explicit RoleInterface(QWidget *widget) : QAccessibleWidget(widget) {}
+    explicit RoleInterface(QWidget *widget) : CoverableInterface(widget) {}
 
     [[nodiscard]] QAccessible::Role role() const override
     {
@@ -31,9 +39,36 @@ public:
         return static_cast<QAccessible::Role>(widget()->property(roleProperty).toInt());
     }
 
-    [[nodiscard]] QAccessible::State state() const override
+    // Of a window with a sheet over it there is the sheet.
+    [[nodiscard]] int childCount() const override
     {
-        QAccessible::State state = QAccessibleWidget::state();
+        return coverOf(widget()) ? 1 : CoverableInterface::childCount();
+    }
+    [[nodiscard]] QAccessibleInterface *child(int index) const override
+    {
+        QWidget *cover = coverOf(widget());
+        if (!cover)
+            return CoverableInterface::child(index);
+        return index == 0 ? QAccessible::queryAccessibleInterface(cover) : nullptr;
+    }
+    int indexOfChild(const QAccessibleInterface *child) const override
+    {
+        const QWidget *cover = coverOf(widget());
+        if (!cover)
+            return CoverableInterface::indexOfChild(child);
+        return child && child->object() == cover ? 0 : -1;
+    }
+    [[nodiscard]] QAccessibleInterface *childAt(int x, int y) const override
+    {
+        QWidget *cover = coverOf(widget());
+        return cover ? QAccessible::queryAccessibleInterface(cover)
+                     : CoverableInterface::childAt(x, y);
+    }
+
+protected:
+    [[nodiscard]] QAccessible::State ownState() const override
+    {
+        QAccessible::State state = CoverableInterface::ownState();
         if (role() == QAccessible::Dialog)
             state.modal = true;
         if (const auto *box = qobject_cast<const QAbstractButton *>(widget());
@@ -50,44 +85,18 @@ public:
         return state;
     }
 
-    // Of a window with a sheet over it there is the sheet.
-    [[nodiscard]] int childCount() const override
+    [[nodiscard]] QStringList ownActionNames() const override
     {
-        return coverOf(widget()) ? 1 : QAccessibleWidget::childCount();
-    }
-    [[nodiscard]] QAccessibleInterface *child(int index) const override
-    {
-        QWidget *cover = coverOf(widget());
-        if (!cover)
-            return QAccessibleWidget::child(index);
-        return index == 0 ? QAccessible::queryAccessibleInterface(cover) : nullptr;
-    }
-    int indexOfChild(const QAccessibleInterface *child) const override
-    {
-        const QWidget *cover = coverOf(widget());
-        if (!cover)
-            return QAccessibleWidget::indexOfChild(child);
-        return child && child->object() == cover ? 0 : -1;
-    }
-    [[nodiscard]] QAccessibleInterface *childAt(int x, int y) const override
-    {
-        QWidget *cover = coverOf(widget());
-        return cover ? QAccessible::queryAccessibleInterface(cover)
-                     : QAccessibleWidget::childAt(x, y);
-    }
-
-    [[nodiscard]] QStringList actionNames() const override
-    {
-        QStringList names = QAccessibleWidget::actionNames();
+        QStringList names = CoverableInterface::ownActionNames();
         if (!ownAction().isEmpty() && widget()->isEnabled())
             names.prepend(ownAction());
         return names;
     }
 
-    void doAction(const QString &actionName) override
+    void doOwnAction(const QString &actionName) override
     {
         if (ownAction().isEmpty() || actionName != ownAction()) {
-            QAccessibleWidget::doAction(actionName);
+            CoverableInterface::doOwnAction(actionName);
             return;
         }
         // A row or card that stands for a button takes the space bar as one.
@@ -114,13 +123,104 @@ private:
     }
 };
 
+/// A button, as the toolkit tells of one.
+class ButtonInterface final : public CoverableInterface
+{
+public:
+    explicit ButtonInterface(QAbstractButton *button) : CoverableInterface(button) {}
+
+    [[nodiscard]] QAccessible::Role role() const override
+    {
+        if (menu())
+            return QAccessible::ButtonMenu;
+        if (!button().isCheckable())
+            return QAccessible::Button;
+        return button().autoExclusive() ? QAccessible::RadioButton : QAccessible::CheckBox;
+    }
+
+    [[nodiscard]] QStringList keyBindingsForAction(const QString &name) const override
+    {
+        const QKeySequence key = button().shortcut();
+        if (name != ownAction() || key.isEmpty() || isCovered(widget()))
+            return {};
+        return {key.toString(QKeySequence::NativeText)};
+    }
+
+protected:
+    [[nodiscard]] QAccessible::State ownState() const override
+    {
+        QAccessible::State state = CoverableInterface::ownState();
+        state.checkable = button().isCheckable();
+        state.checked = button().isChecked();
+        state.pressed = button().isDown();
+        state.hasPopup = menu() != nullptr;
+        if (const auto *box = qobject_cast<const QCheckBox *>(widget()))
+            state.checkStateMixed = box->checkState() == Qt::PartiallyChecked;
+        if (const auto *push = qobject_cast<const QPushButton *>(widget()))
+            state.defaultButton = push->isDefault();
+        return state;
+    }
+
+    [[nodiscard]] QString ownText(QAccessible::Text kind) const override
+    {
+        QString text = CoverableInterface::ownText(kind);
+        if (kind == QAccessible::Name && text.isEmpty())
+            text = withoutMnemonic(button().text());
+        return text;
+    }
+
+    [[nodiscard]] QStringList ownActionNames() const override
+    {
+        QStringList names = CoverableInterface::ownActionNames();
+        if (button().isEnabled())
+            names.prepend(ownAction());
+        return names;
+    }
+
+    void doOwnAction(const QString &name) override
+    {
+        if (name != ownAction())
+            CoverableInterface::doOwnAction(name);
+        else if (!button().isEnabled())
+            return;
+        else if (menu())
+            static_cast<QPushButton *>(widget())->showMenu();
+        else if (button().isCheckable())
+            button().toggle();
+        else
+            button().animateClick();
+    }
+
+private:
+    [[nodiscard]] QAbstractButton &button() const
+    {
+        return *static_cast<QAbstractButton *>(widget());
+    }
+    [[nodiscard]] QMenu *menu() const
+    {
+        const auto *push = qobject_cast<const QPushButton *>(widget());
+        return push ? push->menu() : nullptr;
+    }
+    /// What the space bar does.
+    [[nodiscard]] QString ownAction() const
+    {
+        if (menu())
+            return showMenuAction();
+        return button().isCheckable() ? toggleAction() : pressAction();
+    }
+    [[nodiscard]] static QString withoutMnemonic(QString text)
+    {
+        return text.replace(QRegularExpression(QStringLiteral("&(.)")), QStringLiteral("\\1"));
+    }
+};
+
 /// The parts of a scroll area: what it shows, and the scroll bars that are in view. A screen reader
 /// counts them first and asks for each later, when a scroll bar may have gone; the toolkit's own
 /// interface reads past the end of its list then.
-class ScrollAreaInterface final : public QAccessibleWidget
+class ScrollAreaInterface final : public CoverableInterface
 {
 public:
-    explicit ScrollAreaInterface(QAbstractScrollArea *area) : QAccessibleWidget(area) {}
+    explicit ScrollAreaInterface(QAbstractScrollArea *area) : CoverableInterface(area) {}
 
     [[nodiscard]] int childCount() const override { return int(parts().size()); }
     [[nodiscard]] QAccessibleInterface *child(int index) const override
@@ -135,6 +235,8 @@ public:
 private:
     [[nodiscard]] QList<QWidget *> parts() const
     {
+        if (isCovered(widget()))
+            return {};
         const auto *area = static_cast<const QAbstractScrollArea *>(widget());
         QList<QWidget *> parts =
             area->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly);
@@ -155,17 +257,31 @@ QAccessibleInterface *scrollAreaInterface(const QString &className, QObject *obj
     return area ? new ScrollAreaInterface(area) : nullptr;
 }
 
+/// Whether the toolkit's own interface lets something be written, chosen or moved.
+bool canBeWrittenTo(const QWidget *widget)
+{
+    return qobject_cast<const QLineEdit *>(widget) ||
+           qobject_cast<const QPlainTextEdit *>(widget) ||
+           qobject_cast<const QAbstractItemView *>(widget) ||
+           qobject_cast<const QAbstractSlider *>(widget) ||
+           qobject_cast<const QAbstractSpinBox *>(widget) ||
+           qobject_cast<const QComboBox *>(widget) || qobject_cast<const QTextEdit *>(widget);
+}
+
 QAccessibleInterface *roleInterface(const QString &className, QObject *object)
 {
     // Only the most derived class asks, so that standard widgets keep their own interfaces.
     auto *widget = qobject_cast<QWidget *>(object);
     if (!widget || className != QLatin1String(widget->metaObject()->className()))
         return nullptr;
-    if (isCovered(widget))
-        return makeCoveredInterface(widget);
-    if (!widget->property(roleProperty).isValid())
-        return nullptr;
-    return new RoleInterface(widget);
+    if (widget->property(roleProperty).isValid())
+        return new RoleInterface(widget);
+    if (auto *button = qobject_cast<QAbstractButton *>(widget))
+        return new ButtonInterface(button);
+    if (canBeWrittenTo(widget))
+        return standInFor(widget);
+    // Words and frames cannot be used, covered or not.
+    return nullptr;
 }
 
 } // namespace

@@ -142,7 +142,7 @@ QStringList reachableBehindSheet(QWidget *window)
             found << named(widget) + QStringLiteral(" can be pressed");
         if (seen->editableTextInterface() || seen->valueInterface() || seen->tableInterface())
             found << named(widget) + QStringLiteral(" can be written to or selected in");
-        if (!seen->state().disabled)
+        if (seen->state().focusable)
             found << named(widget) + QStringLiteral(" reads as usable");
     }
     collectReachable(QAccessible::queryAccessibleInterface(window), cover, found);

@@ -15,10 +15,14 @@
 #include "ui_kit/widgets/text_field.h"
 
 #include "support/json_printers.h"
+#include "support/task_outcome.h"
 #include "ui/support/ui_world.h"
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QListView>
+#include <QMenu>
+#include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSignalSpy>
@@ -314,11 +318,19 @@ TEST_F(SheetFocus, WhatLiesBehindCannotBePressedByAssistiveTechnology)
     };
     ASSERT_TRUE(seen(opener)->actionInterface());
     ASSERT_TRUE(seen(field)->editableTextInterface());
-    const QAccessible::Id held = QAccessible::uniqueId(seen(opener));
+    const QAccessibleInterface *held = seen(opener);
+    QAccessibleActionInterface *action = seen(opener)->actionInterface();
+    const QAccessible::Id heldField = QAccessible::uniqueId(seen(field));
     openRetrySheet();
     settle();
-    EXPECT_EQ(QAccessible::accessibleInterface(held), nullptr) << "a reference from before";
-    EXPECT_TRUE(seen(opener)->state().disabled);
+    EXPECT_EQ(seen(opener), held);
+    EXPECT_TRUE(held->state().disabled);
+    EXPECT_TRUE(action->actionNames().isEmpty()) << "a reference from before";
+    const QSignalSpy pressed(opener, &QAbstractButton::clicked);
+    action->doAction(QAccessibleActionInterface::pressAction());
+    QTest::qWait(150);
+    EXPECT_EQ(pressed.size(), 0);
+    EXPECT_EQ(QAccessible::accessibleInterface(heldField), nullptr) << "a reference from before";
     EXPECT_EQ(seen(opener)->actionInterface(), nullptr);
     EXPECT_EQ(seen(field)->editableTextInterface(), nullptr);
     EXPECT_EQ(seen(list)->tableInterface(), nullptr);
@@ -331,6 +343,66 @@ TEST_F(SheetFocus, WhatLiesBehindCannotBePressedByAssistiveTechnology)
     EXPECT_TRUE(seen(opener)->actionInterface()->actionNames().contains(
         QAccessibleActionInterface::pressAction()));
     EXPECT_TRUE(seen(field)->editableTextInterface());
+}
+
+/// A button that tells how many follow its end.
+struct FollowedButton : Button {
+    using Button::Button;
+    [[nodiscard]] int followers() const { return receivers(SIGNAL(destroyed(QObject *))); }
+};
+
+TEST_F(SheetFocus, OpeningSheetsAgainAndAgainLeavesNothingBehind)
+{
+    FollowedButton button(Button::Kind::Standard, QStringLiteral("Go"), &window);
+    button.show();
+    ASSERT_TRUE(QAccessible::queryAccessibleInterface(&button));
+    const int followers = button.followers();
+    for (int i = 0; i < 5; ++i) {
+        openRetrySheet();
+        settle();
+        EXPECT_TRUE(QAccessible::queryAccessibleInterface(&button)->state().disabled);
+        press(Qt::Key_Escape);
+        settle();
+        EXPECT_FALSE(QAccessible::queryAccessibleInterface(&button)->state().disabled);
+    }
+    EXPECT_EQ(button.followers(), followers);
+}
+
+TEST(ButtonForScreenReaders, TellsWhatItIsAndPressesIt)
+{
+    installAccessibleRoles();
+    QPushButton push(QStringLiteral("Save && &close"));
+    QAccessibleInterface *seen = QAccessible::queryAccessibleInterface(&push);
+    EXPECT_EQ(seen->role(), QAccessible::Button);
+    EXPECT_EQ(seen->text(QAccessible::Name), QStringLiteral("Save & close"));
+    push.setAccessibleName(QStringLiteral("Save it"));
+    EXPECT_EQ(seen->text(QAccessible::Name), QStringLiteral("Save it"));
+    const QString press = QAccessibleActionInterface::pressAction();
+    EXPECT_TRUE(seen->actionInterface()->actionNames().contains(press));
+    const QSignalSpy pressed(&push, &QAbstractButton::clicked);
+    seen->actionInterface()->doAction(press);
+    waitFor([&] { return pressed.size() == 1; });
+    push.setEnabled(false);
+    EXPECT_TRUE(seen->state().disabled);
+    EXPECT_FALSE(seen->actionInterface()->actionNames().contains(press));
+    seen->actionInterface()->doAction(press);
+    QTest::qWait(150);
+    EXPECT_EQ(pressed.size(), 1);
+    QMenu menu;
+    push.setMenu(&menu);
+    EXPECT_EQ(seen->role(), QAccessible::ButtonMenu);
+    EXPECT_TRUE(seen->state().hasPopup);
+
+    QCheckBox box(QStringLiteral("Daily"));
+    seen = QAccessible::queryAccessibleInterface(&box);
+    EXPECT_EQ(seen->role(), QAccessible::CheckBox);
+    EXPECT_TRUE(seen->state().checkable);
+    EXPECT_FALSE(seen->state().checked);
+    seen->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
+    waitFor([&] { return box.isChecked(); });
+    EXPECT_TRUE(seen->state().checked);
+    box.setAutoExclusive(true);
+    EXPECT_EQ(seen->role(), QAccessible::RadioButton);
 }
 
 TEST_F(SheetFocus, ASheetUnderASheetIsBehindToo)
