@@ -101,7 +101,7 @@ void CompetitorSearchPanel::showState()
     if (!message && apps.isEmpty())
         message = {QStringLiteral("magnifyingglass"), tr("No apps found"), QString(), QString()};
     m_message->setContent(message.value_or(EmptyState::Content()));
-    m_message->setVisible(message.has_value());
+    setShown(*m_message, message.has_value());
     m_failure->setMessage(m_search.problem());
     m_title->setText(m_search.title());
     const ShowAll showAll = m_search.showAllState();
@@ -109,7 +109,7 @@ void CompetitorSearchPanel::showState()
     m_showAll->setEnabled(showAll == ShowAll::Offered);
     m_showAll->setText(showAll == ShowAll::UnderWay ? tr("Searching apps…") : tr("Show all"));
     m_rows->setApps(apps);
-    setVisible(!m_search.term().isEmpty());
+    setShown(*this, !m_search.term().isEmpty());
 }
 
 } // namespace veltrix

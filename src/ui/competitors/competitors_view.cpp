@@ -204,11 +204,11 @@ void CompetitorsView::showCompetitors()
     m_cards = shown;
     m_count = overview.count;
     m_grid->setCards(cards);
-    m_grid->setVisible(!cards.isEmpty());
+    setShown(*m_grid, !cards.isEmpty());
     m_competitorsTitle->setVisible(!cards.isEmpty());
-    m_ideas->setVisible(!cards.isEmpty());
+    setShown(*m_ideas, !cards.isEmpty());
     m_empty->setContent(overview.empty);
-    m_empty->setVisible(cards.isEmpty());
+    setShown(*m_empty, cards.isEmpty());
     updateToolbar();
 }
 

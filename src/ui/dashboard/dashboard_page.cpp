@@ -16,6 +16,7 @@
 #include "ui/preferences/preferences.h"
 #include "ui_kit/widgets/artwork_images.h"
 #include "ui_kit/widgets/banner.h"
+#include "ui_kit/widgets/layouts.h"
 #include "ui_kit/widgets/overlay.h"
 #include "ui_kit/widgets/page_toolbar.h"
 
@@ -282,7 +283,7 @@ void DashboardPage::updateContent()
                            instead ? QSizePolicy::Preferred : QSizePolicy::Ignored);
     // Where there is no keyword at all, there is none to choose from.
     m_quickFilters->setVisible(m_model->keywordCount() > 0);
-    m_stack->setCurrentWidget(instead ? static_cast<QWidget *>(m_empty) : m_table);
+    turnTo(*m_stack, instead ? static_cast<QWidget *>(m_empty) : m_table);
 }
 
 void DashboardPage::goOn()

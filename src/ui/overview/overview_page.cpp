@@ -362,7 +362,7 @@ void OverviewPage::showContent()
     const auto instead = placeholder();
     if (instead)
         m_empty->setContent(*instead);
-    m_stack->setCurrentWidget(instead ? static_cast<QWidget *>(m_empty) : m_scroll);
+    turnTo(*m_stack, instead ? static_cast<QWidget *>(m_empty) : m_scroll);
 }
 
 void OverviewPage::goOn()

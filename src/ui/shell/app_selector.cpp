@@ -10,6 +10,7 @@
 #include "ui_kit/theme/typography.h"
 #include "ui_kit/widgets/artwork_images.h"
 #include "ui_kit/widgets/button.h"
+#include "ui_kit/widgets/layouts.h"
 #include "ui_kit/widgets/pressable.h"
 #include "ui_kit/widgets/text_field.h"
 #include "ui_kit/widgets/text_label.h"
@@ -182,7 +183,7 @@ void AppSelector::setExpanded(bool expanded)
 {
     m_expanded = expanded;
     m_header->setExpanded(expanded);
-    m_card->setVisible(expanded);
+    setShown(*m_card, expanded);
     if (expanded)
         m_list->showSelected();
     else

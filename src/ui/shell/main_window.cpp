@@ -20,6 +20,7 @@
 #include "ui_kit/widgets/banner.h"
 #include "ui_kit/widgets/first_frame.h"
 #include "ui_kit/widgets/focus_keeper.h"
+#include "ui_kit/widgets/layouts.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -96,7 +97,7 @@ void MainWindow::layOut()
     for (const Workspace workspace :
          {Workspace::Overview, Workspace::Keywords, Workspace::Competitors})
         m_pages->addWidget(pageOf(workspace));
-    m_pages->setCurrentWidget(pageOf(m_workspace));
+    turnTo(*m_pages, pageOf(m_workspace));
     auto *workspace = new QVBoxLayout;
     workspace->setSpacing(0);
     workspace->addWidget(new PersistenceBanner(m_with.store));
@@ -207,7 +208,7 @@ void MainWindow::showWorkspace(Workspace workspace)
     const bool losesFocus = workspace != m_workspace && focused && m_pages->isAncestorOf(focused);
     m_workspace = workspace;
     m_sidebar->setWorkspace(workspace);
-    m_pages->setCurrentWidget(pageOf(workspace));
+    turnTo(*m_pages, pageOf(workspace));
     if (losesFocus)
         focusContentOf(workspace);
 }

@@ -6,6 +6,7 @@
 #include <QKeyEvent>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QStackedWidget>
 
 #include <algorithm>
 
@@ -22,6 +23,28 @@ protected:
     {
         event->setAccepted(scrollByKey(*this, *event));
     }
+};
+
+/// Keeps a layout, which may be null, from being worked out.
+class LayoutPause
+{
+public:
+    explicit LayoutPause(QLayout *layout)
+        : m_layout(layout && layout->isEnabled() ? layout : nullptr)
+    {
+        if (m_layout)
+            m_layout->setEnabled(false);
+    }
+    LayoutPause(const LayoutPause &) = delete;
+    LayoutPause &operator=(const LayoutPause &) = delete;
+    ~LayoutPause()
+    {
+        if (m_layout)
+            m_layout->setEnabled(true);
+    }
+
+private:
+    QLayout *m_layout;
 };
 
 } // namespace
@@ -42,6 +65,19 @@ QVBoxLayout *makeColumn(int spacing, QWidget *parent, const QMargins &margins)
     return column;
 }
 
+void setShown(QWidget &part, bool isShown)
+{
+    const QWidget *parent = part.parentWidget();
+    const LayoutPause pause(parent && parent->isVisible() ? nullptr : part.layout());
+    part.setVisible(isShown);
+}
+
+void turnTo(QStackedWidget &stack, QWidget *page)
+{
+    const LayoutPause pause(stack.isVisible() ? nullptr : page->layout());
+    stack.setCurrentWidget(page);
+}
+
 QScrollArea *makeScrollPage(const QString &objectName, const QString &accessibleName,
                             QWidget *content)
 {
@@ -58,7 +94,12 @@ void dressScrollPage(QScrollArea &area, const QString &objectName, const QString
     area.setFrameShape(QFrame::NoFrame);
     area.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     area.setWidgetResizable(true);
-    area.setWidget(content);
+    // Or its size would be worked out, which comes from the area.
+    content->resize(area.viewport()->size());
+    {
+        const LayoutPause pause(area.isVisible() ? nullptr : content->layout());
+        area.setWidget(content);
+    }
     area.viewport()->setAutoFillBackground(false);
     content->setAutoFillBackground(false);
 }

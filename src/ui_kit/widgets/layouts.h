@@ -8,6 +8,7 @@
 
 class QKeyEvent;
 class QScrollArea;
+class QStackedWidget;
 
 namespace veltrix
 {
@@ -16,6 +17,13 @@ namespace veltrix
 QHBoxLayout *makeRow(int spacing, QWidget *parent = nullptr, const QMargins &margins = {});
 /// A column with that many pixels between its parts; of `parent`, if there is one.
 QVBoxLayout *makeColumn(int spacing, QWidget *parent = nullptr, const QMargins &margins = {});
+
+// What nobody sees yet is laid out when it is seen. The toolkit lays a widget out whenever it is to
+// be shown, also in a window that is being built, and measures every text in it for nothing.
+/// Shows or hides a part.
+void setShown(QWidget &part, bool isShown);
+/// Makes a page of the stack the current one.
+void turnTo(QStackedWidget &stack, QWidget *page);
 
 /// Shows `content` without a frame, scrolled up and down only; what lies below shows through. Named
 /// for tests and for people. It is no stop of Tab, because nothing would show that it has the
