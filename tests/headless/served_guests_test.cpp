@@ -12,7 +12,9 @@
 #include "json/json_writer.h"
 #include "store/store_fixture.h"
 
+#include <QCoreApplication>
 #include <QLocalSocket>
+#include <QPointer>
 
 #include <atomic>
 #include <memory>
@@ -33,8 +35,10 @@ protected:
         addKeyword("moon");
         addKeyword("tide");
         EXPECT_EQ(m_owner.acquire(), DataFolderLock::Outcome::Acquired);
-        QObject::connect(&m_owner, &DataFolderLock::wishReceived,
-                         [this](FolderGuest *guest) { m_guests->serve(guest); });
+        QObject::connect(&m_owner, &DataFolderLock::wishReceived, [this](FolderGuest *guest) {
+            m_guest = guest;
+            m_guests->serve(guest);
+        });
     }
 
     /// Asks as another process would, while this one's event loop turns.
@@ -80,6 +84,8 @@ protected:
     std::unique_ptr<ServedGuests> m_guests =
         std::make_unique<ServedGuests>(*store, m_telling, exportTables());
     std::unique_ptr<FolderOwner> m_connection;
+    /// Who asked last, while he is there.
+    QPointer<FolderGuest> m_guest;
     std::function<void(const QByteArray &line)> m_take = [this](const QByteArray &line) {
         take(fromJson<MeasureMessage>(line));
     };
@@ -125,6 +131,10 @@ TEST_F(Guests, AreLetGoWhenTheProgramEnds)
     store.reset();
     EXPECT_EQ(m_told, QStringList()) << "a sum would be the end of the wish";
     m_connection.reset();
+    waitFor([this] {
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        return !m_guest;
+    });
 }
 
 TEST_F(Guests, AreWaitedForByOneThatHasDoneItsOwn)

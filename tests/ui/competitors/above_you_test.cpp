@@ -256,7 +256,7 @@ RC_GTEST_PROP(AboveYou, EveryAppHasABetterRankAndHasBeenAboveAtEveryCheckSince, 
     }
     const AboveYou above = kept.above();
     for (const AppAbove &app : above.apps) {
-        RC_ASSERT(!above.ownRank || app.rank < *above.ownRank);
+        RC_ASSERT((!above.ownRank || app.rank < *above.ownRank));
         RC_ASSERT(app.trackId != ownApp);
         RC_ASSERT(app.sinceDay <= today);
         // Nothing that is known of the time since then contradicts it.

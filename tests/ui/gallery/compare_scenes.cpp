@@ -113,7 +113,8 @@ struct ComparedWorld {
 RankChart &shown(ResearchStage &made, const ComparedWorld &world, int range = 2)
 {
     // So that the looks begin with the first one.
-    for (const TrackedCompetitor &saved : made.world->store->competitors())
+    const QList<TrackedCompetitor> before = made.world->store->competitors();
+    for (const TrackedCompetitor &saved : before)
         made.world->store->removeCompetitor(saved.id);
     auto *sheet = new RankingHistorySheet(*made.world->store, made.world->files,
                                           made.world->row("collage maker"));

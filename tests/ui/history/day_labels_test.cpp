@@ -117,7 +117,8 @@ RC_GTEST_PROP(DayLabels, AreWholeApartAndUnderTheirDaysAtEveryLength, ())
         RC_ASSERT(label.left >= 0 && label.right() <= width);
         RC_ASSERT(label.width >= metricsOf(pixels).horizontalAdvance(label.text));
         RC_ASSERT(label.left <= plot.x(label.day) && plot.x(label.day) <= label.right());
-        RC_ASSERT(i == 0 || labels[i - 1].right() + pixels <= label.left);
+        // The macro takes an expression apart and evaluates all of it, but for what is in brackets.
+        RC_ASSERT((i == 0 || labels[i - 1].right() + pixels <= label.left));
         const QString date =
             english.toString(calendarDay(days[label.day].date), QStringLiteral("MMM d, yyyy"));
         RC_ASSERT(date.startsWith(label.text) || date.endsWith(label.text));

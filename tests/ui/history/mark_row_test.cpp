@@ -94,7 +94,8 @@ RC_GTEST_PROP(MarkRow, KeepsAllMarksInsideAndApart, ())
     for (size_t i = 0; i < placed.size(); ++i) {
         kept += placed[i].marks.size();
         RC_ASSERT(placed[i].rect.left() >= 0 && placed[i].rect.right() <= width);
-        RC_ASSERT(i == 0 || placed[i - 1].rect.right() < placed[i].rect.left());
+        // The macro takes an expression apart and evaluates all of it, but for what is in brackets.
+        RC_ASSERT((i == 0 || placed[i - 1].rect.right() < placed[i].rect.left()));
         if (!placed[i].text.isEmpty())
             RC_ASSERT(metricsOf(pixels).horizontalAdvance(placed[i].text) <=
                       placed[i].textRect().width());

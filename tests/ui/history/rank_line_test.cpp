@@ -150,7 +150,8 @@ RC_GTEST_PROP(RankLine, LeavesAGapBetweenRunsThatAreLongEnough, ())
         const QPolygonF &after = chart.line.runs[i];
         const bool areLong = before.size() > 1 && before.back().x() > before.front().x() &&
                              after.size() > 1 && after.back().x() > after.front().x();
-        RC_ASSERT(!areLong || after.front().x() - before.back().x() >= RankLine::leastGap - 0.001);
+        RC_ASSERT(
+            (!areLong || after.front().x() - before.back().x() >= RankLine::leastGap - 0.001));
     }
 }
 

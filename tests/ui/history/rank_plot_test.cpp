@@ -144,7 +144,7 @@ RC_GTEST_PROP(DayNear, FindsEveryCheckAtItsMarkOrOneThatLooksTheSame, ())
             continue;
         const QPointF mark = plot.markOf(data, day);
         const auto found = dayNear(plot, {&data}, mark);
-        RC_ASSERT(found && data.days[*found].observation);
+        RC_ASSERT((found && data.days[*found].observation));
         RC_ASSERT(QLineF(plot.markOf(data, *found), mark).length() <= 0.501);
     }
 }
