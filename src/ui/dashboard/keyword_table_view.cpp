@@ -46,6 +46,12 @@ KeywordTableView::KeywordTableView(KeywordTableModel &model, ArtworkImages &imag
     setColumnLayout(ColumnLayout::standard());
 }
 
+KeywordTableView::~KeywordTableView()
+{
+    // The focus leaves a row's buttons as they are deleted, when this is no such table any more.
+    disconnect(qApp, nullptr, this, nullptr);
+}
+
 void KeywordTableView::connectHeader()
 {
     connect(&header(), &QHeaderView::sortIndicatorChanged, this,

@@ -20,6 +20,7 @@ class KeywordTableView final : public RowTable
 
 public:
     KeywordTableView(KeywordTableModel &model, ArtworkImages &images, QWidget *parent = nullptr);
+    ~KeywordTableView() override;
 
     void setColumnLayout(const ColumnLayout &layout);
     [[nodiscard]] ColumnLayout columnLayout() const;

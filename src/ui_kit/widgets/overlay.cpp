@@ -98,6 +98,12 @@ Overlay::Overlay(Kind kind, QWidget *window, QWidget *opener, QWidget *content)
             [this](QWidget *, QWidget *now) { followFocus(now); });
 }
 
+Overlay::~Overlay()
+{
+    // The focus leaves the content as that is deleted, when this is no overlay any more.
+    disconnect(qApp, nullptr, this, nullptr);
+}
+
 void Overlay::dismiss()
 {
     if (!m_open)

@@ -38,6 +38,7 @@ public:
     /// Opens `content` over the window of `opener`. The overlay takes the content over and deletes
     /// itself, content included, when it closes. A popover is placed at `opener`.
     static Overlay *open(Kind kind, QWidget *opener, QWidget *content);
+    ~Overlay() override;
 
     /// Closes and deletes. Safe to call from the content's own slots.
     void dismiss();
