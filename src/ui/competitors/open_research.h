@@ -70,7 +70,8 @@ public:
     /// The storefront to name: that of the page on top, else the workspace's.
     [[nodiscard]] const QString &shownCountry() const
     {
-        return page() ? page()->about.country : m_country;
+        const Page *top = page();
+        return top ? top->about.country : m_country;
     }
 
 Q_SIGNALS:
