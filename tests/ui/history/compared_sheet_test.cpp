@@ -469,6 +469,8 @@ TEST_F(ComparedSheetTest, TheCopiedPictureHasNeitherTheButtonNorLinesThatAreOff)
 {
     measure({3});
     openHistory();
+    settle();
+    window->grab();
     const int height = find("historyLegend")->height();
     click("historyCopyImage");
     EXPECT_FALSE(QGuiApplication::clipboard()->image().isNull());
