@@ -84,9 +84,10 @@ public:
     /// Ends when the last change was saved, or could not be.
     ~ASOStore() override;
 
-    /// Reads the state file, once, and announces what it holds. A damaged file leaves the store
-    /// empty; one that cannot be reached leaves it read-only, until retryPersistence() reaches it.
-    /// What `early` has read of it is not read again; it may be null.
+    /// Reads the state file and announces what it holds; not after it was read. A damaged file
+    /// leaves the store empty; one that cannot be reached leaves it read-only, until
+    /// retryPersistence() reaches it. What `early` has read of it is not read again; it may be
+    /// null.
     void open(EarlyStateRead *early = nullptr);
 
     // What is tracked. Lists are in the order of the state file.

@@ -104,11 +104,11 @@ void ASOStore::retryPersistence()
         save();
         return;
     }
-    if (isStateRead()) {
-        m_saver.tryFolderAgain();
-    } else {
+    if (!isStateRead()) {
         open();
+        return;
     }
+    m_saver.tryFolderAgain();
     followPersistence();
 }
 
