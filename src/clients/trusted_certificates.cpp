@@ -4,14 +4,30 @@
 #include "effects/atomic_file.h"
 
 #include <QFileInfo>
+#include <QLibrary>
 #include <QSslCertificate>
 #include <QSslSocket>
+
+#include <openssl/crypto.h>
 
 namespace veltrix
 {
 
 namespace
 {
+
+/// Keeps OpenSSL from cleaning up when the program exits. Qt's network thread may not have ended
+/// then, although it was waited for: QThread tells of its end before OpenSSL frees what that thread
+/// has of it, and both would free the same. Looked up, not linked, because loading it would hold up
+/// the start; the toolkit loads it for TLS.
+void leaveOpenSslAtExit()
+{
+    QLibrary crypto(QStringLiteral("crypto"), OPENSSL_VERSION_MAJOR);
+    const auto initialize =
+        reinterpret_cast<decltype(&OPENSSL_init_crypto)>(crypto.resolve("OPENSSL_init_crypto"));
+    if (initialize != nullptr)
+        initialize(OPENSSL_INIT_NO_ATEXIT, nullptr);
+}
 
 /// What is wrong with a file of which these certificates could be read.
 QString problemOf(const QString &path, const QByteArray &content, qsizetype readable)
@@ -32,6 +48,7 @@ QString problemOf(const QString &path, const QByteArray &content, qsizetype read
 
 TrustedCertificates loadTrustedCertificates(const QString &path)
 {
+    leaveOpenSslAtExit();
     TrustedCertificates trusted;
     trusted.tls = QSslConfiguration::defaultConfiguration();
     trusted.tls.setPeerVerifyMode(QSslSocket::VerifyPeer);

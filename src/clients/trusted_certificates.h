@@ -17,7 +17,8 @@ struct TrustedCertificates {
 };
 
 /// `path` is a PEM file; empty or missing means none besides the system's. Of a broken file the
-/// certificates that can be read are trusted, and the problem is told.
+/// certificates that can be read are trusted, and the problem is told. Called before anything else
+/// uses TLS, it makes exits safe while the network's thread ends.
 TrustedCertificates loadTrustedCertificates(const QString &path);
 
 } // namespace veltrix

@@ -11,6 +11,9 @@
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
+#include <openssl/crypto.h>
+
+#include <cstdlib>
 
 namespace veltrix
 {
@@ -176,6 +179,22 @@ TEST_F(NetworkTls, ARedirectFromHttpToHttpsIsFollowed)
     HttpRequest request;
     request.url = plain.url();
     EXPECT_EQ(Outcome(http.sender()(request, {})).wait().value().body, "safe");
+}
+
+// What a thread of the network frees while the program exits would be freed twice.
+TEST(NetworkTlsAtExit, OpenSslIsLeftAsItIs)
+{
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    const auto exitAfterARequest = [] {
+        const NetworkHttp http({QStringLiteral("1"), QString()});
+        HttpRequest request;
+        request.url = QUrl(QStringLiteral("https://127.0.0.1:1"));
+        Outcome(http.sender()(request, {})).wait();
+        constexpr int cleanedUp = 3;
+        OPENSSL_atexit([] { std::_Exit(cleanedUp); });
+        std::exit(0);
+    };
+    EXPECT_EXIT(exitAfterARequest(), testing::ExitedWithCode(0), "");
 }
 
 } // namespace
